@@ -1,0 +1,44 @@
+# What every target of the project shares, and one function per kind of target.
+
+add_library(zyr_flags INTERFACE)
+target_include_directories(zyr_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zyr_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+    # The output is fixed to the bit, so a product and a sum are never contracted into one rounding.
+    -ffp-contract=off)
+endif()
+if(ZYR_SANITIZE)
+  target_compile_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE})
+endif()
+
+# zyr_module(NAME [DEPENDS module...] [LIBRARIES target...]): the static library zyr_NAME of all sources in
+# the current folder and its platform folder. Subfolders join by EXTRA patterns.
+function(zyr_module name)
+  cmake_parse_arguments(arg "" "" "DEPENDS;LIBRARIES;EXTRA" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h ${arg_EXTRA})
+  add_library(zyr_${name} STATIC ${sources})
+  set_target_properties(zyr_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(zyr_${name} PUBLIC zyr_flags)
+  foreach(dependency ${arg_DEPENDS})
+    target_link_libraries(zyr_${name} PUBLIC zyr_${dependency})
+  endforeach()
+  target_link_libraries(zyr_${name} PRIVATE ${arg_LIBRARIES})
+endfunction()
+
+# zyr_test(NAME MODULES module...): the test program NAME_tests of all sources in tests/NAME.
+function(zyr_test name)
+  cmake_parse_arguments(arg "" "" "MODULES;LIBRARIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_tests ${sources})
+  target_include_directories(${name}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  foreach(module ${arg_MODULES})
+    target_link_libraries(${name}_tests PRIVATE zyr_${module})
+  endforeach()
+  target_link_libraries(${name}_tests PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()
