@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+namespace host {
+
+// Which picture to load.
+struct BitmapInfo {
+    std::string path;  // code page 1251
+};
+
+// A loaded picture. DeleteThis releases it.
+class Bitmap {
+public:
+    virtual int Width() const = 0;
+    virtual int Height() const = 0;
+    virtual bool HasAlpha() const = 0;
+    virtual void DeleteThis() = 0;
+
+protected:
+    virtual ~Bitmap() = default;
+};
+
+class BitmapManager {
+public:
+    virtual ~BitmapManager() = default;
+    // Null if the file can't be read as a picture; `problem`, if given, then says why.
+    virtual Bitmap* Load(const BitmapInfo& info, std::string* problem) = 0;
+};
+
+}  // namespace host
