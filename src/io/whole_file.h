@@ -1,0 +1,16 @@
+// Files that are written in one go, through the .tmp step of eFileStream: the final name always holds a
+// complete file. On a failure the user is told the file and the reason and the result is false.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace xIo {
+
+bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content);
+
+// The copy's last-write time is that of the copying. The source may be the target.
+bool CopyWholeFile(const std::string& source, const std::string& target);
+
+}  // namespace xIo

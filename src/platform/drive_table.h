@@ -1,0 +1,16 @@
+// Drive letters on a platform that has none.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+// Paths that begin with the letter and a colon lie under the folder from now on. The folder is a native path.
+void MapDrive(char letter, const std::string& folder);
+void ClearDrives();
+
+// The folder of a drive; nothing if the letter is not mapped. Case of the letter does not matter.
+std::optional<std::string> DriveFolder(char letter);
+
+}  // namespace platform

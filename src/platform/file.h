@@ -1,0 +1,52 @@
+// One open file of the operating system, without any buffer. Every operation tells how it ended.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/io_status.h"
+#include "platform/path_lookup.h"
+
+namespace platform {
+
+enum class eFileAccess {
+    Read,      // the file must exist
+    Write,     // reading and writing; created if missing, content kept
+    WriteNew,  // reading and writing; created if missing, cut to length 0
+};
+
+class eFile {
+public:
+    eFile() = default;
+    eFile(const eFile&) = delete;
+    eFile& operator=(const eFile&) = delete;
+    ~eFile();  // closes; whoever wrote calls Close before and looks at its result
+
+    // Other processes may read and write the file meanwhile. Writing obeys the write fence.
+    eIoStatus Open(std::string_view path, eFileAccess access, ePathForm form = ePathForm::Resource);
+    bool IsOpen() const { return handle != closedHandle; }
+    eIoStatus Close();
+
+    // Reads up to count bytes; got is less than count only at the end of the file or on an error.
+    eIoStatus Read(void* data, std::size_t count, std::size_t& got);
+    // Writes all of it or fails. A signal or a short write of the system does not end it early.
+    eIoStatus Write(const void* data, std::size_t count);
+    // From the start of the file, in bytes.
+    eIoStatus Seek(std::int64_t position);
+    eIoStatus Truncate(std::int64_t length);
+    eIoStatus Length(std::int64_t& length) const;
+    // Returns when the content has reached the disk.
+    eIoStatus Sync();
+
+private:
+    static constexpr std::intptr_t closedHandle = -1;
+    std::intptr_t handle = closedHandle;  // file descriptor or HANDLE
+};
+
+// Gives the file the name target, replacing what stands there in one step, and writes the change of name
+// through to disk. The content is the caller's to Sync. Both paths must lie on one volume. Tells the file
+// observer that target was written.
+eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm form = ePathForm::Resource);
+
+}  // namespace platform

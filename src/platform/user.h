@@ -1,0 +1,17 @@
+// Who runs the process, and how others on the network reach its files.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// The account name in code page 1251, at most 1024 bytes; "unknown" where the system has none.
+std::string AccountName();
+
+// The universal (UNC) form of a path on a network drive; nothing for a local file, and always nothing on
+// POSIX, where no such form exists.
+std::optional<std::string> NetworkPath(std::string_view path);
+
+}  // namespace platform
