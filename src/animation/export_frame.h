@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/values.h"
+#include "mesh/export_vertex.h"
+
+namespace host {
+class INode;
+}  // namespace host
+
+// Bits of eExportFrameBone::flags; the animation file holds them as they stand.
+inline constexpr std::uint16_t kFramePosition = 0x0001;
+inline constexpr std::uint16_t kFrameRotation = 0x0002;
+inline constexpr std::uint16_t kFrameMirrored = 0x0004;  // one row of the matrix was negated
+inline constexpr std::uint16_t kFrameVisible = 0x0008;
+inline constexpr std::uint16_t kFrameHidden = 0x0010;
+inline constexpr std::uint16_t kFrameVertices = 0x0020;
+
+// What one bone stores in one frame; flags 0 means nothing.
+struct eExportFrameBone {
+    host::Matrix3 matrix;                 // relative to the parent, translation in metres
+    std::vector<eExportVertex> vertices;  // of a mesh animated by frames, in the order of the welded mesh
+    int vertexSize = 0;                   // bytes of each vertex in the file
+    host::INode* node = nullptr;          // the node that filled this entry
+    std::uint16_t flags = 0;
+};
+
+// One frame of the timeline: an entry per bone number.
+struct eExportFrame {
+    std::vector<eExportFrameBone> bones;
+};

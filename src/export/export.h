@@ -1,0 +1,94 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "animation/export_animation.h"
+#include "animation/export_frame.h"
+#include "export/options.h"
+#include "export/run_flags.h"
+#include "host/interface.h"
+#include "host/scene_export.h"
+#include "io/name.h"
+#include "io/sdl_writer.h"
+#include "io/stream_file.h"
+#include "material/export_material.h"
+#include "material/resource_set.h"
+#include "material/shade_context.h"
+#include "scene/export_bone.h"
+#include "scene/export_model.h"
+
+// One export run and everything that its stages share. The operations of the stages are free functions that
+// take the run; a new run rebuilds every member, so nothing but the options file outlives it.
+class Export : public host::SceneExport {
+public:
+    Export();
+    ~Export() override;
+
+    eExportOptions options;
+
+    // The host and what the run read from it at its start.
+    host::Interface* host = nullptr;
+    int frameStart = 0;  // the host's animation range, frames
+    int frameEnd = 0;
+    host::Matrix3 mirrorMatrix;  // scene space to the engine's: the mirror in y
+    host::Color sceneAmbient;
+    host::Color scaledAmbient;  // sceneAmbient times ambientPercent / 100
+    eSceneLights sceneLights;
+
+    // The models in export order and the cursor.
+    std::vector<eExportModel> models;
+    unsigned modelIndex = 0;
+    host::INode* currentRoot = nullptr;
+    bool structureMode = false;  // the current model carries "Structure"
+
+    // The skeleton of the current model.
+    int boneCount = 0;
+    std::vector<eName> boneNames;    // by bone number, detail levels included
+    std::vector<eExportBone> bones;  // by bone number
+    std::map<host::INode*, std::vector<host::Point3>, host::IdentityLess> supportPoints;  // scene units
+    bool landPatch = false;  // the .def asks for "land_patch"
+
+    // The animations of the current model.
+    std::vector<eExportAnimation> animations;
+    std::vector<eExportFrame> frames;  // by absolute frame number
+
+    // The meshes and materials of the current model.
+    int meshFrame = 0;    // the mesh frame being filled; 0 outside the frame loop
+    int meshCounter = 0;  // meshes triangulated so far, for the progress title
+    eExportMaterialMap materialMap;
+    eExportResourceSet modelResources;
+    eExportResourceSet commonResources;
+    SContext shadeContext{sceneLights};
+
+    // Folders and files of the current model.
+    eName modelFolder;
+    eName basePath;      // stem of .mdl and .def
+    eName commonFolder;  // of the shared resources
+    eName commonPrefix;  // "common/", "../common/" or empty: from the model to the shared resources
+    host::INode* commonOwner = nullptr;  // the Structure that owns commonFolder
+    std::unique_ptr<xIo::xSdl::eWriter> mdlWriter;
+    std::unique_ptr<xIo::xSdl::eWriter> defWriter;
+    std::unique_ptr<xIo::xSdl::eWriter> animWriter;
+    std::unique_ptr<xIo::eFileStream> anmStream;
+
+    // The static frame option as a time of the host, in ticks.
+    host::TimeValue StaticTime() const { return options.staticFrame * host->GetTicksPerFrame(); }
+
+    int ExtCount() override;
+    const char* Ext(int n) override;
+    const char* LongDesc() override;
+    const char* ShortDesc() override;
+    const char* AuthorName() override;
+    const char* CopyrightMessage() override;
+    const char* OtherMessage1() override;
+    const char* OtherMessage2() override;
+    unsigned Version() override;
+    void ShowAbout(void* window) override;
+    bool SupportsOptions(int ext, std::uint32_t options) override;
+
+    // One whole run: from the options to the last file. Always 1, also after a cancelled or an empty run.
+    int DoExport(const char* name, host::ExpInterface* exportInterface, host::Interface* hostInterface,
+                 bool suppressPrompts, std::uint32_t options) override;
+};

@@ -1,0 +1,5 @@
+#pragma once
+
+// Two flags of the run that is under way, set at its start: a process has one run at a time.
+inline bool showDialog = false;      // the host did not suppress prompts
+inline bool exportSelected = false;  // bit 0 of the host's options word: export selected nodes only

@@ -1,0 +1,3 @@
+#include "material/shade_context.h"
+
+SContext::SContext(const eSceneLights& lights) : lights_(&lights) { nLights = static_cast<int>(lights.size()); }
