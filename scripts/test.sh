@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the release preset and runs all tests.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-packages
+cmake --preset release > /dev/null
+cmake --build --preset release
+ctest --preset release -j "$(nproc)"
