@@ -7,7 +7,9 @@
 #include "animation/export_animation.h"
 #include "animation/export_frame.h"
 #include "export/options.h"
+#include "export/options_dialog.h"
 #include "export/run_flags.h"
+#include "export/run_report.h"
 #include "host/interface.h"
 #include "host/scene_export.h"
 #include "io/name.h"
@@ -27,6 +29,8 @@ public:
     ~Export() override;
 
     eExportOptions options;
+    // Set by whoever makes the run; without one no dialog can be shown and the loaded options count.
+    eOptionsDialog optionsDialog;
 
     // The host and what the run read from it at its start.
     host::Interface* host = nullptr;
@@ -39,6 +43,7 @@ public:
 
     // The models in export order and the cursor.
     std::vector<eExportModel> models;
+    std::vector<eModelReport> modelReports;  // one per model, in the same order
     unsigned modelIndex = 0;
     host::INode* currentRoot = nullptr;
     bool structureMode = false;  // the current model carries "Structure"
@@ -68,6 +73,7 @@ public:
     eName commonFolder;  // of the shared resources
     eName commonPrefix;  // "common/", "../common/" or empty: from the model to the shared resources
     host::INode* commonOwner = nullptr;  // the Structure that owns commonFolder
+    bool commonPending = false;          // the set of commonOwner is being filled
     std::unique_ptr<xIo::xSdl::eWriter> mdlWriter;
     std::unique_ptr<xIo::xSdl::eWriter> defWriter;
     std::unique_ptr<xIo::xSdl::eWriter> animWriter;

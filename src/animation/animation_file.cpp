@@ -1,0 +1,3 @@
+#include "animation/animation_file.h"
+
+void WriteAnimationFiles(Export&) {}

@@ -1,0 +1,3 @@
+#include "animation/preview_block.h"
+
+void WritePreviewBlock(Export&, const std::vector<host::INode*>&) {}

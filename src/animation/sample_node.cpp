@@ -1,0 +1,3 @@
+#include "animation/sample_node.h"
+
+void SampleNode(Export&, host::INode&, host::INode*) {}

@@ -1,0 +1,21 @@
+#include "export/mesh_stage_driver.h"
+
+#include "export/export.h"
+#include "mesh/extract_node_mesh.h"
+#include "mesh/mesh_file.h"
+#include "mesh/write_mesh.h"
+
+void eMeshStageDriver::ExtractNodeMesh(Export& run, host::INode& node, host::INode* meshTarget,
+                                       host::INode* commonTarget) {
+    ::ExtractNodeMesh(run, node, meshTarget, commonTarget);
+}
+
+bool eMeshStageDriver::WriteMesh(Export& run, eExportResourceSet& set, const eName& name, int boneIndex) {
+    AddMeshEntry(set, name);
+    if (!::WriteMesh(run, *set.meshBodies, boneIndex)) {
+        set.meshTable.pop_back();
+        return false;
+    }
+    ++run.modelReports[run.modelIndex].meshes;
+    return true;
+}

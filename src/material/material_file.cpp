@@ -1,0 +1,3 @@
+#include "material/material_file.h"
+
+void WriteMaterialFile(eExportResourceSet&, const eName&) {}

@@ -1,0 +1,3 @@
+#include "material/write_materials.h"
+
+void WriteMaterials(Export&, bool) {}

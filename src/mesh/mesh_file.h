@@ -1,0 +1,11 @@
+#pragma once
+
+#include "io/name.h"
+#include "material/resource_set.h"
+
+// Announces a mesh whose body is written next. Makes the set's stream of bodies at the first mesh.
+void AddMeshEntry(eExportResourceSet& set, const eName& name);
+
+// Writes ".mesh" in the folder: the table and all bodies of the set. Nothing to do for a set without meshes;
+// an older file stays then.
+void WriteMeshFile(eExportResourceSet& set, const eName& folder);

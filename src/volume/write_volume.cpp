@@ -1,0 +1,3 @@
+#include "volume/write_volume.h"
+
+void WriteVolume(Export&, host::INode&) {}
