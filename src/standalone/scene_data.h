@@ -13,7 +13,8 @@
 // A scene as plain records: what loaders fill, the stand-alone host answers from, and the scene document is
 // written from. Names that refer to nodes, objects, materials and maps have become indices into the flat
 // lists of eSceneData, -1 for none; every index is valid. All texts are bytes in code page 1251, but for
-// paths of temporary files, which are told apart by eBitmapMap::onDisk.
+// paths of temporary files, which are told apart by eBitmapMap::onDisk. Every member has an initialiser, so
+// that a record can be written down with just the members that matter: eCircleObject{.radius = 2}.
 namespace standalone {
 
 // A rotation as the scene document writes it: right-handed, [0, 0, sin 45, cos 45] takes the x axis to the y
@@ -27,24 +28,24 @@ struct eRotation {
 
 // Scale, then rotation, then translation.
 struct ePlacement {
-    host::Point3 position;
-    eRotation rotation;
+    host::Point3 position{};
+    eRotation rotation{};
     host::Point3 scale{1, 1, 1};
 };
 
 // Local to the parent; a matrix instead of the parts where the parts can't say it.
 struct eTransform {
-    ePlacement parts;
-    std::optional<host::Matrix3> matrix;
+    ePlacement parts{};
+    std::optional<host::Matrix3> matrix{};
 };
 
 // One key of a node's track; a part that is not set is not keyed here. Keys are sorted by frame; of two keys
 // at one frame the later in the list holds from that frame on.
 struct eTransformKey {
     double frame = 0;
-    std::optional<host::Point3> position;
-    std::optional<eRotation> rotation;
-    std::optional<host::Point3> scale;
+    std::optional<host::Point3> position{};
+    std::optional<eRotation> rotation{};
+    std::optional<host::Point3> scale{};
 };
 
 struct eVisibilityKey {
@@ -53,24 +54,24 @@ struct eVisibilityKey {
 };
 
 struct eNodeData {
-    std::string name;
-    std::string properties;
+    std::string name{};
+    std::string properties{};
     bool hidden = false;
     bool selected = false;
     bool renderable = true;
     bool groupHead = false;
     bool groupMember = false;
-    std::uint32_t jointFlags = 0;                // bits of the node's flag word
-    float visibility = 1;                        // without keys
-    std::vector<eVisibilityKey> visibilityKeys;  // sorted by frame
-    eTransform transform;
-    std::vector<eTransformKey> keys;
-    ePlacement offset;  // of the object, before the node's matrix
+    std::uint32_t jointFlags = 0;                  // bits of the node's flag word
+    float visibility = 1;                          // without keys
+    std::vector<eVisibilityKey> visibilityKeys{};  // sorted by frame
+    eTransform transform{};
+    std::vector<eTransformKey> keys{};
+    ePlacement offset{};  // of the object, before the node's matrix
     int object = -1;
     int material = -1;
     int target = -1;
     int parent = -1;  // -1 for a child of the scene root
-    std::vector<int> children;
+    std::vector<int> children{};
 };
 
 struct eHelperObject {};
@@ -97,12 +98,12 @@ struct eCylinderObject {
 // The positions of all vertices at a frame; they move linearly between keys.
 struct eVertexKey {
     double frame = 0;
-    std::vector<host::Point3> vertices;
+    std::vector<host::Point3> vertices{};
 };
 
 struct eMeshObject {
-    host::Mesh mesh;                     // tables only; normals are built on evaluation
-    std::vector<eVertexKey> vertexKeys;  // sorted by frame, each as long as mesh.verts
+    host::Mesh mesh{};                     // tables only; normals are built on evaluation
+    std::vector<eVertexKey> vertexKeys{};  // sorted by frame, each as long as mesh.verts
 };
 
 struct eRectangleObject {
@@ -115,12 +116,12 @@ struct eCircleObject {
 };
 
 struct eSpline {
-    std::vector<host::Point3> points;
+    std::vector<host::Point3> points{};
     bool closed = true;
 };
 
 struct eLineObject {
-    std::vector<eSpline> splines;
+    std::vector<eSpline> splines{};
 };
 
 struct eCameraObject {
@@ -142,9 +143,9 @@ struct eLightObject {
     float multiplier = 1;
     float hotspot = 43;  // degrees, full angle
     float falloff = 45;  // degrees, full angle
-    std::optional<eAttenuation> attenuation;
+    std::optional<eAttenuation> attenuation{};
     bool include = false;  // `listed` are the only nodes lit, not those left out
-    std::vector<int> listedNodes;
+    std::vector<int> listedNodes{};
     bool affectDiffuse = true;
     bool affectSpecular = true;
     bool ambientOnly = false;
@@ -152,7 +153,7 @@ struct eLightObject {
 
 struct eOtherObject {
     std::uint32_t superClass = 0;
-    host::ClassId classId;
+    host::ClassId classId{};
 };
 
 using eObjectKind =
@@ -166,43 +167,43 @@ struct eSkinWeight {
 
 // Linear blend of the bones' movement since the bind pose, relative to the node.
 struct eSkinModifier {
-    std::vector<int> bones;  // nodes
+    std::vector<int> bones{};  // nodes
     // The weights of vertex v stand in `weights` from firstWeight[v] up to firstWeight[v + 1].
-    std::vector<std::uint32_t> firstWeight;
-    std::vector<eSkinWeight> weights;
+    std::vector<std::uint32_t> firstWeight{};
+    std::vector<eSkinWeight> weights{};
     double bindFrame = 0;
     // Per bone, from the mesh's object space to the bone's space in the bind pose; empty where the bind pose
     // is the scene at bindFrame.
-    std::vector<host::Matrix3> bindMatrices;
+    std::vector<host::Matrix3> bindMatrices{};
 };
 
 struct eOtherModifier {
-    host::ClassId classId;
+    host::ClassId classId{};
 };
 
 using eModifierKind = std::variant<eSkinModifier, eOtherModifier>;
 
 struct eObjectData {
-    std::string id;  // key in the document's `objects`; empty for an object that stands at its node
-    eObjectKind kind;
-    std::vector<eModifierKind> modifiers;  // from the top of the stack down
+    std::string id{};  // key in the document's `objects`; empty for an object that stands at its node
+    eObjectKind kind{};
+    std::vector<eModifierKind> modifiers{};  // from the top of the stack down
 };
 
 // Where a map takes its coordinates and how they are moved.
 struct eMapCoordinates {
     int source = 0;  // 0 explicit channel, 1 object XYZ, 2 vertex colour channel, 3 world XYZ
     int channel = 1;
-    host::Point2 offset;
+    host::Point2 offset{};
     host::Point2 tiling{1, 1};
     float angle = 0;  // degrees, counter-clockwise
 };
 
 struct eBitmapMap {
-    std::string file;  // as the document has it
+    std::string file{};  // as the document has it
     // The file as the operating system names it, UTF-8, where it is known already (embedded images that were
     // written to a temporary folder); empty where `file` says it.
-    std::string onDisk;
-    host::Point2 cropOrigin;  // u, v of the lower left corner
+    std::string onDisk{};
+    host::Point2 cropOrigin{};  // u, v of the lower left corner
     host::Point2 cropSize{1, 1};
     float amount = 1;  // output curve
     bool invert = false;
@@ -224,21 +225,21 @@ struct eRgbMultiplyMap {
 struct eVertexColorMap {};
 
 struct eCheckerMap {
-    std::array<host::Color, 2> colors;
+    std::array<host::Color, 2> colors{};
 };
 
 struct eOtherMap {
-    host::ClassId classId;
-    host::Color color;
+    host::ClassId classId{};
+    host::Color color{};
 };
 
 using eMapKind = std::variant<eBitmapMap, eNormalBumpMap, eMixMap, eRgbMultiplyMap, eVertexColorMap,
                               eCheckerMap, eOtherMap>;
 
 struct eMapData {
-    std::string name;
-    eMapCoordinates coordinates;
-    eMapKind kind;
+    std::string name{};
+    eMapCoordinates coordinates{};
+    eMapKind kind{};
 };
 
 inline constexpr int kMapSlots = 12;
@@ -254,18 +255,18 @@ struct eMapSlot {
 using eMapSlots = std::array<eMapSlot, kMapSlots>;
 
 struct eStandardMaterial {
-    host::Color ambient;
+    host::Color ambient{};
     host::Color diffuse{0.5F, 0.5F, 0.5F};
     host::Color specular{0.9F, 0.9F, 0.9F};
     float shininess = 0.1F;  // 0 to 1
     float shininessStrength = 0;
     float opacity = 1;
     bool twoSided = false;
-    eMapSlots maps;
+    eMapSlots maps{};
 };
 
 struct eMultiMaterial {
-    std::vector<int> materials;
+    std::vector<int> materials{};
 };
 
 struct eTwoLayerMaterial {
@@ -283,39 +284,39 @@ struct eSorrelMaterial {
 };
 
 struct eOtherMaterial {
-    host::ClassId classId;
+    host::ClassId classId{};
     host::Color diffuse{0.5F, 0.5F, 0.5F};
     float opacity = 1;
-    eMapSlots maps;
+    eMapSlots maps{};
 };
 
 using eMaterialKind =
     std::variant<eStandardMaterial, eMultiMaterial, eTwoLayerMaterial, eSorrelMaterial, eOtherMaterial>;
 
 struct eMaterialData {
-    std::string id;  // key in the document's `materials`
-    std::string name;
-    eMaterialKind kind;
+    std::string id{};  // key in the document's `materials`
+    std::string name{};
+    eMaterialKind kind{};
 };
 
 struct eSelectionSet {
-    std::string name;
-    std::vector<int> nodes;
+    std::string name{};
+    std::vector<int> nodes{};
 };
 
 struct eSceneData {
-    std::string file;  // path of the scene file, code page 1251
+    std::string file{};  // path of the scene file, code page 1251
     double unitMetres = 1;
     int frameTicks = 160;
     int firstFrame = 0;
     int lastFrame = 100;
-    host::Color ambient;
-    std::vector<eSelectionSet> selectionSets;
-    std::vector<eMaterialData> materials;  // in document order
-    std::vector<eMapData> maps;            // in document order
-    std::vector<eObjectData> objects;      // in document order
-    std::vector<eNodeData> nodes;          // depth first, parents before children
-    std::vector<int> roots;                // children of the scene root, in order
+    host::Color ambient{};
+    std::vector<eSelectionSet> selectionSets{};
+    std::vector<eMaterialData> materials{};  // in document order
+    std::vector<eMapData> maps{};            // in document order
+    std::vector<eObjectData> objects{};      // in document order
+    std::vector<eNodeData> nodes{};          // depth first, parents before children
+    std::vector<int> roots{};                // children of the scene root, in order
 };
 
 }  // namespace standalone
