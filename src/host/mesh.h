@@ -21,11 +21,15 @@ struct Face {
     bool Hidden() const { return (flags & kHidden) != 0; }
     std::uint16_t getMatID() const { return static_cast<std::uint16_t>(flags >> 16); }
     void setMatID(std::uint16_t id) { flags = (flags & 0xFFFFU) | (static_cast<std::uint32_t>(id) << 16); }
+
+    friend bool operator==(const Face&, const Face&) = default;
 };
 
 // The three numbers of a triangle in a map channel.
 struct TVFace {
     std::uint32_t t[3] = {0, 0, 0};
+
+    friend bool operator==(const TVFace&, const TVFace&) = default;
 };
 
 // One map channel: its own vertices, and one TVFace per face of the mesh.
@@ -33,12 +37,16 @@ struct MapChannel {
     int channel = 0;
     std::vector<Point3> verts;
     std::vector<TVFace> faces;
+
+    friend bool operator==(const MapChannel&, const MapChannel&) = default;
 };
 
 // One of several normals of a render vertex, with the smoothing groups that it serves.
 struct RNormal {
     Point3 normal;
     std::uint32_t smGroup = 0;
+
+    friend bool operator==(const RNormal&, const RNormal&) = default;
 };
 
 // What a vertex looks like to a renderer: `flags` holds the number of its normals in the low 8 bits and
@@ -53,6 +61,8 @@ struct RVertex {
     Point3 normal;
 
     std::uint32_t NormalCount() const { return flags & kNormalCountMask; }
+
+    friend bool operator==(const RVertex&, const RVertex&) = default;
 };
 
 // The normals that the artist set by hand: one number per face corner into `normals`, negative for none.
@@ -68,6 +78,8 @@ struct MeshNormalSpec {
         return normals[static_cast<std::size_t>(GetNormalIndex(face, corner))];
     }
     bool GetNormalExplicit(int normal) const { return explicitNormals[static_cast<std::size_t>(normal)]; }
+
+    friend bool operator==(const MeshNormalSpec&, const MeshNormalSpec&) = default;
 };
 
 // A triangle mesh in object space, in scene units. A host adapter fills the tables; channel 0 is the vertex
@@ -117,6 +129,8 @@ public:
     const MeshNormalSpec* GetSpecifiedNormals() const {
         return specifiedNormals ? &*specifiedNormals : nullptr;
     }
+
+    friend bool operator==(const Mesh&, const Mesh&) = default;
 };
 
 // The bounds of all vertices, in object space; empty without vertices.

@@ -32,6 +32,8 @@ struct ClassId {
 struct Point2 {
     float x = 0;
     float y = 0;
+
+    friend bool operator==(const Point2&, const Point2&) = default;
 };
 
 struct Point3 {

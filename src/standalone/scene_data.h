@@ -24,6 +24,8 @@ struct eRotation {
     float y = 0;
     float z = 0;
     float w = 1;
+
+    friend bool operator==(const eRotation&, const eRotation&) = default;
 };
 
 // Scale, then rotation, then translation.
@@ -31,12 +33,16 @@ struct ePlacement {
     host::Point3 position{};
     eRotation rotation{};
     host::Point3 scale{1, 1, 1};
+
+    friend bool operator==(const ePlacement&, const ePlacement&) = default;
 };
 
 // Local to the parent; a matrix instead of the parts where the parts can't say it.
 struct eTransform {
     ePlacement parts{};
     std::optional<host::Matrix3> matrix{};
+
+    friend bool operator==(const eTransform&, const eTransform&) = default;
 };
 
 // One key of a node's track; a part that is not set is not keyed here. Keys are sorted by frame; of two keys
@@ -46,11 +52,15 @@ struct eTransformKey {
     std::optional<host::Point3> position{};
     std::optional<eRotation> rotation{};
     std::optional<host::Point3> scale{};
+
+    friend bool operator==(const eTransformKey&, const eTransformKey&) = default;
 };
 
 struct eVisibilityKey {
     double frame = 0;
     float value = 1;
+
+    friend bool operator==(const eVisibilityKey&, const eVisibilityKey&) = default;
 };
 
 struct eNodeData {
@@ -72,66 +82,94 @@ struct eNodeData {
     int target = -1;
     int parent = -1;  // -1 for a child of the scene root
     std::vector<int> children{};
+
+    friend bool operator==(const eNodeData&, const eNodeData&) = default;
 };
 
-struct eHelperObject {};
-struct eTargetObject {};
+struct eHelperObject {
+    friend bool operator==(const eHelperObject&, const eHelperObject&) = default;
+};
+struct eTargetObject {
+    friend bool operator==(const eTargetObject&, const eTargetObject&) = default;
+};
 
 // Centred in x and y, z from 0 to height.
 struct eBoxObject {
     float width = 0;   // x
     float length = 0;  // y
     float height = 0;  // z
+
+    friend bool operator==(const eBoxObject&, const eBoxObject&) = default;
 };
 
 struct eSphereObject {
     float radius = 0;
     int segments = 32;
+
+    friend bool operator==(const eSphereObject&, const eSphereObject&) = default;
 };
 
 struct eCylinderObject {
     float radius = 0;
     float height = 0;
     int sides = 18;
+
+    friend bool operator==(const eCylinderObject&, const eCylinderObject&) = default;
 };
 
 // The positions of all vertices at a frame; they move linearly between keys.
 struct eVertexKey {
     double frame = 0;
     std::vector<host::Point3> vertices{};
+
+    friend bool operator==(const eVertexKey&, const eVertexKey&) = default;
 };
 
 struct eMeshObject {
     host::Mesh mesh{};                     // tables only; normals are built on evaluation
     std::vector<eVertexKey> vertexKeys{};  // sorted by frame, each as long as mesh.verts
+
+    friend bool operator==(const eMeshObject&, const eMeshObject&) = default;
 };
 
 struct eRectangleObject {
     float width = 0;   // x
     float length = 0;  // y
+
+    friend bool operator==(const eRectangleObject&, const eRectangleObject&) = default;
 };
 
 struct eCircleObject {
     float radius = 0;
+
+    friend bool operator==(const eCircleObject&, const eCircleObject&) = default;
 };
 
 struct eSpline {
     std::vector<host::Point3> points{};
     bool closed = true;
+
+    friend bool operator==(const eSpline&, const eSpline&) = default;
 };
 
 struct eLineObject {
     std::vector<eSpline> splines{};
+
+    friend bool operator==(const eLineObject&, const eLineObject&) = default;
 };
 
 struct eCameraObject {
     float fov = 45;  // horizontal, degrees
     float targetDistance = 160;
+
+    friend bool operator==(const eCameraObject&, const eCameraObject&) = default;
 };
 
 struct eAttenuation {
     float start = 0;
     float end = 0;
+
+    friend bool operator==(const eAttenuation&, const eAttenuation&) = default;
 };
 
 enum class eLightKind { Omni = 0, Spot = 1, Directional = 2, Ambient = 3 };
@@ -149,11 +187,15 @@ struct eLightObject {
     bool affectDiffuse = true;
     bool affectSpecular = true;
     bool ambientOnly = false;
+
+    friend bool operator==(const eLightObject&, const eLightObject&) = default;
 };
 
 struct eOtherObject {
     std::uint32_t superClass = 0;
     host::ClassId classId{};
+
+    friend bool operator==(const eOtherObject&, const eOtherObject&) = default;
 };
 
 using eObjectKind =
@@ -163,22 +205,29 @@ using eObjectKind =
 struct eSkinWeight {
     int bone = 0;  // number in eSkinModifier::bones
     float weight = 0;
+
+    friend bool operator==(const eSkinWeight&, const eSkinWeight&) = default;
 };
 
 // Linear blend of the bones' movement since the bind pose, relative to the node.
 struct eSkinModifier {
     std::vector<int> bones{};  // nodes
-    // The weights of vertex v stand in `weights` from firstWeight[v] up to firstWeight[v + 1].
+    // The weights of vertex v stand in `weights` from firstWeight[v] up to firstWeight[v + 1]. A vertex
+    // behind the last pair of bounds has none.
     std::vector<std::uint32_t> firstWeight{};
     std::vector<eSkinWeight> weights{};
     double bindFrame = 0;
     // Per bone, from the mesh's object space to the bone's space in the bind pose; empty where the bind pose
     // is the scene at bindFrame.
     std::vector<host::Matrix3> bindMatrices{};
+
+    friend bool operator==(const eSkinModifier&, const eSkinModifier&) = default;
 };
 
 struct eOtherModifier {
     host::ClassId classId{};
+
+    friend bool operator==(const eOtherModifier&, const eOtherModifier&) = default;
 };
 
 using eModifierKind = std::variant<eSkinModifier, eOtherModifier>;
@@ -187,6 +236,8 @@ struct eObjectData {
     std::string id{};  // key in the document's `objects`; empty for an object that stands at its node
     eObjectKind kind{};
     std::vector<eModifierKind> modifiers{};  // from the top of the stack down
+
+    friend bool operator==(const eObjectData&, const eObjectData&) = default;
 };
 
 // Where a map takes its coordinates and how they are moved.
@@ -196,6 +247,8 @@ struct eMapCoordinates {
     host::Point2 offset{};
     host::Point2 tiling{1, 1};
     float angle = 0;  // degrees, counter-clockwise
+
+    friend bool operator==(const eMapCoordinates&, const eMapCoordinates&) = default;
 };
 
 struct eBitmapMap {
@@ -207,30 +260,44 @@ struct eBitmapMap {
     host::Point2 cropSize{1, 1};
     float amount = 1;  // output curve
     bool invert = false;
+
+    friend bool operator==(const eBitmapMap&, const eBitmapMap&) = default;
 };
 
 struct eNormalBumpMap {
     int normal = -1;
+
+    friend bool operator==(const eNormalBumpMap&, const eNormalBumpMap&) = default;
 };
 
 struct eMixMap {
     std::array<int, 3> maps{-1, -1, -1};
     float amount = 0;
+
+    friend bool operator==(const eMixMap&, const eMixMap&) = default;
 };
 
 struct eRgbMultiplyMap {
     std::array<int, 2> maps{-1, -1};
+
+    friend bool operator==(const eRgbMultiplyMap&, const eRgbMultiplyMap&) = default;
 };
 
-struct eVertexColorMap {};
+struct eVertexColorMap {
+    friend bool operator==(const eVertexColorMap&, const eVertexColorMap&) = default;
+};
 
 struct eCheckerMap {
     std::array<host::Color, 2> colors{};
+
+    friend bool operator==(const eCheckerMap&, const eCheckerMap&) = default;
 };
 
 struct eOtherMap {
     host::ClassId classId{};
     host::Color color{};
+
+    friend bool operator==(const eOtherMap&, const eOtherMap&) = default;
 };
 
 using eMapKind = std::variant<eBitmapMap, eNormalBumpMap, eMixMap, eRgbMultiplyMap, eVertexColorMap,
@@ -240,6 +307,8 @@ struct eMapData {
     std::string name{};
     eMapCoordinates coordinates{};
     eMapKind kind{};
+
+    friend bool operator==(const eMapData&, const eMapData&) = default;
 };
 
 inline constexpr int kMapSlots = 12;
@@ -248,6 +317,8 @@ struct eMapSlot {
     int map = -1;
     float amount = 1;
     bool enabled = true;
+
+    friend bool operator==(const eMapSlot&, const eMapSlot&) = default;
 };
 
 // By sub-map index: ambient, diffuse, specular, specular level, glossiness, self-illumination, opacity,
@@ -263,14 +334,20 @@ struct eStandardMaterial {
     float opacity = 1;
     bool twoSided = false;
     eMapSlots maps{};
+
+    friend bool operator==(const eStandardMaterial&, const eStandardMaterial&) = default;
 };
 
 struct eMultiMaterial {
     std::vector<int> materials{};
+
+    friend bool operator==(const eMultiMaterial&, const eMultiMaterial&) = default;
 };
 
 struct eTwoLayerMaterial {
     std::array<int, 2> materials{-1, -1};
+
+    friend bool operator==(const eTwoLayerMaterial&, const eTwoLayerMaterial&) = default;
 };
 
 struct eSorrelMaterial {
@@ -281,6 +358,8 @@ struct eSorrelMaterial {
     float strength = 0;
     int mask = -1;            // map
     int environmentMap = -1;  // map
+
+    friend bool operator==(const eSorrelMaterial&, const eSorrelMaterial&) = default;
 };
 
 struct eOtherMaterial {
@@ -288,6 +367,8 @@ struct eOtherMaterial {
     host::Color diffuse{0.5F, 0.5F, 0.5F};
     float opacity = 1;
     eMapSlots maps{};
+
+    friend bool operator==(const eOtherMaterial&, const eOtherMaterial&) = default;
 };
 
 using eMaterialKind =
@@ -297,15 +378,21 @@ struct eMaterialData {
     std::string id{};  // key in the document's `materials`
     std::string name{};
     eMaterialKind kind{};
+
+    friend bool operator==(const eMaterialData&, const eMaterialData&) = default;
 };
 
 struct eSelectionSet {
     std::string name{};
     std::vector<int> nodes{};
+
+    friend bool operator==(const eSelectionSet&, const eSelectionSet&) = default;
 };
 
 struct eSceneData {
     std::string file{};  // path of the scene file, code page 1251
+    // Folder that relative bitmap files lie in, code page 1251; empty where it is the folder of `file`.
+    std::string folder{};
     double unitMetres = 1;
     int frameTicks = 160;
     int firstFrame = 0;
@@ -317,6 +404,8 @@ struct eSceneData {
     std::vector<eObjectData> objects{};      // in document order
     std::vector<eNodeData> nodes{};          // depth first, parents before children
     std::vector<int> roots{};                // children of the scene root, in order
+
+    friend bool operator==(const eSceneData&, const eSceneData&) = default;
 };
 
 }  // namespace standalone
