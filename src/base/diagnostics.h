@@ -5,6 +5,10 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/message_box.h"
 
 // Fatal error: record, box, exit code 1. Under a handling mode it throws instead (xDebug below).
 // sourceFile and line are __FILE__ and __LINE__; the message is in code page 1251.
@@ -83,21 +87,14 @@ public:
 
 }  // namespace xCheckPoint
 
-// The box of a fatal error, before it is shown.
-struct eBoxParameters {
-    std::string text;
-    std::string title;
-    bool offersRetry = false;
-};
-
 // How fatal errors are shown. Replaceable; the default one shows a top-most box without owner.
 class eErrorHandler {
 public:
     virtual ~eErrorHandler();
     virtual bool IsDebuggerAttached();
-    // Throws eEx_Retry if the box offers Retry and the user takes it.
+    // Shows the report; throws eEx_Retry if the box offers Retry and the user takes it.
     virtual void ShowError(const std::string& text);
-    virtual void PrepareBox(eBoxParameters& parameters);
+    virtual void PrepareBox(platform::eMessageBox& box);
     virtual void BeforeBox() {}
     virtual void AfterBox() {}
     virtual void BeforeRetry() {}
@@ -106,6 +103,13 @@ public:
 // Puts another handler in place (null: the default one) and gives back the previous one. It stays the
 // caller's.
 eErrorHandler* SetErrorHandler(eErrorHandler* handler);
+
+// A whole number that steers the diagnostics, known by its name. Nothing in the system changes one:
+// "dbg_exceptions" (0; else break into an attached debugger before a fatal error is handled),
+// "dbg_warning_level" (0; a warning is logged from 0 on) and
+// "dbg_warningErrorLevel" (-1; a warning is a fatal error from 0 on).
+// Null for an unknown name.
+int* FindDebugSetting(std::string_view name);
 
 // Unhandled processor exceptions go to the log sink, to a box, and end the process with exit code 1.
 // The default error handler's end puts the previous filter back.

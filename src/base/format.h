@@ -9,8 +9,8 @@
 class format {
 public:
     // With "%1%" in the text, each value replaces every occurrence of its own number. Otherwise each value
-    // takes the next printf directive ("%%" is none); a directive that does not fit the value's type writes
-    // the value's plain text. A value without a place is ignored.
+    // takes the next printf directive ("%%" is none and stays); a directive that does not fit the value's
+    // type writes the value's plain text. A value without a place is ignored.
     explicit format(std::string_view text);
 
     format& operator%(std::string_view value) { return Put(value); }
@@ -28,7 +28,8 @@ private:
     format& Put(double value);
     format& Put(std::int64_t value);
     format& Put(std::uint64_t value);
-    void ReplaceNumber(std::string_view valueText);
+    format& Put(const eValue& value);
+    void ReplaceNumber(const eValue& value);
     void ReplaceDirective(const eValue& value);
 
     std::string text;

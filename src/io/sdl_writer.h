@@ -21,7 +21,7 @@ namespace xIo::xSdl {
 //   writer.BlockEndLine();
 class eWriter {
 public:
-    eWriter() = default;
+    eWriter();
     ~eWriter();  // closes
     eWriter(const eWriter&) = delete;
     eWriter& operator=(const eWriter&) = delete;

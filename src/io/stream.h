@@ -75,7 +75,8 @@ public:
     template <class T>
     requires std::is_trivially_copyable_v<T> T ReadValue() {
         T value;
-        if (bufferEnd - cursor < static_cast<std::ptrdiff_t>(sizeof value)) {
+        const auto count = static_cast<std::ptrdiff_t>(sizeof value);
+        if (bufferEnd - cursor < count || Remaining() < count) {
             ReadBehindBuffer(&value, sizeof value);
             return value;
         }

@@ -26,7 +26,8 @@ public:
     // streamPrompt the user is asked whether to try again, and a refusal is fatal. A path that the write
     // fence does not allow is told and never asked.
     bool Open(const std::string& path, std::uint32_t openFlags, int bufferSize = fileBufferSize);
-    // True if all that was written is complete under the final name.
+    // True if all went well: what was written is complete under the final name. A rename that fails asks the
+    // user whether to try again, and a refusal is fatal. Nothing to do on a closed stream.
     bool Close();
     bool IsOpen() const { return file.IsOpen(); }
 
@@ -40,10 +41,12 @@ protected:
     void Fill() override;
 
 private:
-    bool OpenMedium(const std::string& name);
-    bool TakeFinalName();
+    bool OpenMedium(const std::string& name, std::int64_t& length);
+    void SetBuffer(int length);
+    void GiveFinalName();
     bool UsesTemporary() const;
-    bool SeekMedium(std::int32_t position);
+    bool IsWorking() const { return file.IsOpen() && status.IsOk(); }
+    bool SeekMedium(std::int64_t position);
     void Remember(const platform::eIoStatus& result);
 
     std::string finalPath;

@@ -25,7 +25,8 @@ eIoStatus MakeFolder(std::string_view path, ePathForm form = ePathForm::Resource
 
 // Everything in the folder but "." and "..", in byte order of the names. Names that code page 1251 can't hold
 // are left out.
-eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries);
+eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries,
+                     ePathForm form = ePathForm::Resource);
 
 // Removes a file, or a folder with all its content. Links are removed, not followed. Tells the file observer
 // of each file. Stops at the first failure.

@@ -26,7 +26,8 @@ enum class ePathForm {
 
 // Where a path lies on disk. Costs one system call when the path exists as spelled; lists a folder only where
 // a part does not.
-// NoDrive when the path begins with a drive letter that is not mapped; diskPath is empty then.
+// NoDrive when the path begins with a drive letter that is not mapped, NotFound when it is empty; diskPath is
+// empty then. A path that does not exist is ok: diskPath is where it would be created.
 eIoStatus FindOnDisk(std::string_view path, std::string& diskPath);
 
 // The same for messages and reports: the path on disk, or the path itself in UTF-8 where it can't be reached.

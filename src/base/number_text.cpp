@@ -1,0 +1,140 @@
+#include "base/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+bool IsDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
+// The blanks of the classic conversions.
+bool IsBlank(char byte) {
+    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
+
+std::size_t SkipBlanks(std::string_view text) {
+    std::size_t index = 0;
+    while (index < text.size() && IsBlank(text[index])) {
+        ++index;
+    }
+    return index;
+}
+
+std::size_t SkipDigits(std::string_view text, std::size_t index) {
+    while (index < text.size() && IsDigit(text[index])) {
+        ++index;
+    }
+    return index;
+}
+
+bool IsSign(std::string_view text, std::size_t index) {
+    return index < text.size() && (text[index] == '+' || text[index] == '-');
+}
+
+// The end of an exponent that begins at index, or index itself if none stands there.
+std::size_t SkipExponent(std::string_view text, std::size_t index) {
+    if (index >= text.size() || (text[index] != 'e' && text[index] != 'E')) {
+        return index;
+    }
+    const std::size_t digits = IsSign(text, index + 1) ? index + 2 : index + 1;
+    const std::size_t end = SkipDigits(text, digits);
+    return end > digits ? end : index;
+}
+
+// The end of an unsigned decimal number at the start of the text, 0 if none stands there.
+std::size_t SkipDecimal(std::string_view text) {
+    const std::size_t whole = SkipDigits(text, 0);
+    std::size_t end = whole;
+    if (end < text.size() && text[end] == '.') {
+        end = SkipDigits(text, end + 1);
+        if (end == 1) {
+            return 0;
+        }
+    }
+    return end == 0 ? 0 : SkipExponent(text, end);
+}
+
+// from_chars leaves the value alone when it is out of range: far too big or far too small?
+double OutOfRangeReal(std::string_view number) {
+    const std::size_t mark = number.find_first_of("eE");
+    if (mark != std::string_view::npos) {
+        return number.substr(mark).find('-') != std::string_view::npos ? 0.0 : HUGE_VAL;
+    }
+    // Without an exponent only the digits before the dot can make a number too big.
+    return number.find_first_of("123456789") < number.find('.') ? HUGE_VAL : 0.0;
+}
+
+double RealOfDecimal(std::string_view number) {
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    return error == std::errc::result_out_of_range ? OutOfRangeReal(number) : value;
+}
+
+// to_chars writes at least two digits of exponent; a third is put in front of them.
+char* WidenExponent(char* begin, char* end) {
+    char* mark = end - begin > 4 ? end - 4 : begin;
+    if (*mark != 'e') {
+        return end;
+    }
+    char* digits = mark + 2;
+    std::copy_backward(digits, end, end + 1);
+    *digits = '0';
+    return end + 1;
+}
+
+}  // namespace
+
+char* WriteRealText(char* out, double value) {
+    constexpr int significantDigits = 6;
+    char* end =
+        std::to_chars(out, out + numberTextSize, value, std::chars_format::general, significantDigits).ptr;
+    return WidenExponent(out, end);
+}
+
+char* WriteIntegerText(char* out, std::int64_t value) {
+    return std::to_chars(out, out + numberTextSize, value).ptr;
+}
+
+char* WriteHexText(char* out, std::uint32_t value) {
+    *out++ = '0';
+    *out++ = 'x';
+    return std::to_chars(out, out + numberTextSize - 2, value, 16).ptr;
+}
+
+std::string RealText(double value) {
+    char text[numberTextSize];
+    return {text, WriteRealText(text, value)};
+}
+
+std::string IntegerText(std::int64_t value) {
+    char text[numberTextSize];
+    return {text, WriteIntegerText(text, value)};
+}
+
+std::int32_t ReadInteger(std::string_view text) {
+    using eLimits = std::numeric_limits<std::int32_t>;
+    std::size_t index = SkipBlanks(text);
+    const bool negative = index < text.size() && text[index] == '-';
+    index += IsSign(text, index) ? 1 : 0;
+    std::int64_t value = 0;
+    for (; index < text.size() && IsDigit(text[index]); ++index) {
+        value = std::min<std::int64_t>(value * 10 + (text[index] - '0'), std::int64_t{eLimits::max()} + 1);
+    }
+    value = negative ? -value : std::min<std::int64_t>(value, eLimits::max());
+    return static_cast<std::int32_t>(value);
+}
+
+double ReadReal(std::string_view text, std::size_t* used) {
+    const std::size_t begin = SkipBlanks(text);
+    const std::size_t digits = IsSign(text, begin) ? begin + 1 : begin;
+    const std::size_t length = SkipDecimal(text.substr(digits));
+    if (used != nullptr) {
+        *used = length == 0 ? 0 : digits + length;
+    }
+    const double value = length == 0 ? 0.0 : RealOfDecimal(text.substr(digits, length));
+    return length != 0 && text[begin] == '-' ? -value : value;
+}

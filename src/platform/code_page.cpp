@@ -1,0 +1,74 @@
+#include "platform/code_page.h"
+
+namespace platform {
+namespace {
+
+constexpr char32_t LowerLetter(char32_t letter) {
+    const bool latin = letter >= U'A' && letter <= U'Z';
+    const bool cyrillic = letter >= 0x0410 && letter <= 0x042F;
+    if (latin || cyrillic) {
+        return letter + 32;
+    }
+    if (letter >= 0x0400 && letter <= 0x040F) {
+        return letter + 80;
+    }
+    return letter == 0x0490 ? 0x0491 : letter;
+}
+
+constexpr std::array<char, 256> MakeLowerTable() {
+    std::array<char, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        const char32_t letter = byte < 0x80 ? static_cast<char32_t>(byte) : ansiUpperHalf[byte - 0x80];
+        table[byte] = static_cast<char>(AnsiByte(LowerLetter(letter)));
+    }
+    return table;
+}
+
+constexpr std::array<char, 256> lowerTable = MakeLowerTable();
+
+// Every character of the page lies in the basic plane: three bytes at most.
+void AppendUtf8(std::string& utf8, char16_t character) {
+    if (character < 0x80) {
+        utf8 += static_cast<char>(character);
+    } else if (character < 0x800) {
+        utf8 += static_cast<char>(0xC0 | (character >> 6));
+        utf8 += static_cast<char>(0x80 | (character & 0x3F));
+    } else {
+        utf8 += static_cast<char>(0xE0 | (character >> 12));
+        utf8 += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
+        utf8 += static_cast<char>(0x80 | (character & 0x3F));
+    }
+}
+
+}  // namespace
+
+char LowerAnsiByte(char byte) {
+    return lowerTable[static_cast<unsigned char>(byte)];
+}
+
+std::string Utf8FromAnsi(std::string_view ansi) {
+    std::string utf8;
+    utf8.reserve(ansi.size());
+    for (const char byte : ansi) {
+        const auto value = static_cast<unsigned char>(byte);
+        AppendUtf8(utf8, value < 0x80 ? value : ansiUpperHalf[value - 0x80u]);
+    }
+    return utf8;
+}
+
+std::optional<std::string> AnsiFromUtf8(std::string_view utf8) {
+    std::string ansi;
+    ansi.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const eUtf8Step step = ReadUtf8(utf8);
+        const int byte = step.length != 0 ? AnsiByte(step.character) : -1;
+        if (byte < 0) {
+            return std::nullopt;
+        }
+        ansi += static_cast<char>(byte);
+        utf8.remove_prefix(step.length);
+    }
+    return ansi;
+}
+
+}  // namespace platform

@@ -1,0 +1,177 @@
+#include "platform/path_lookup.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/code_page.h"
+#include "platform/drive_table.h"
+#include "platform/posix/native_path.h"
+
+namespace platform {
+namespace {
+
+constexpr const char* nativeNullDevice = "/dev/null";
+
+// A path of the system taken apart: the native folder where it starts, and its parts in code page 1251.
+struct ePathParts {
+    std::string start;  // without trailing slash
+    std::vector<std::string> parts;
+    bool isRelative = false;  // ".." may climb above the start; it stays at the top of a drive or of the disk
+};
+
+bool HasDrive(std::string_view path) {
+    const char letter = path.size() >= 2 && path[1] == ':' ? LowerAnsiByte(path[0]) : '\0';
+    return letter >= 'a' && letter <= 'z';
+}
+
+void SplitParts(std::string_view path, ePathParts& result) {
+    while (!path.empty()) {
+        const std::string_view part = path.substr(0, path.find_first_of("/\\"));
+        path.remove_prefix(part.size() < path.size() ? part.size() + 1 : part.size());
+        if (part == "..") {
+            if (!result.parts.empty()) {
+                result.parts.pop_back();
+            } else if (result.isRelative) {
+                result.start = NativeParent(result.start);
+            }
+        } else if (!part.empty() && part != ".") {
+            result.parts.emplace_back(part);
+        }
+    }
+}
+
+// Nothing if the path names a drive without folder.
+std::optional<ePathParts> TakeApart(std::string_view path) {
+    ePathParts result;
+    if (HasDrive(path)) {
+        const std::optional<std::string> folder = DriveFolder(path[0]);
+        if (!folder) {
+            return std::nullopt;
+        }
+        MakeNative(*folder, ePathForm::Native, result.start);
+        path.remove_prefix(2);
+    } else if (!path.starts_with('/') && !path.starts_with('\\')) {
+        MakeNative(".", ePathForm::Native, result.start);
+        result.isRelative = true;
+    }
+    if (result.start == "/") {
+        result.start.clear();
+    }
+    SplitParts(path, result);
+    return result;
+}
+
+bool ExistsNatively(const std::string& native) {
+    struct stat status;
+    return ::stat(native.c_str(), &status) == 0;
+}
+
+bool SameLetters(std::string_view ansi, std::string_view lowerAnsi) {
+    for (std::size_t index = 0; index < ansi.size(); ++index) {
+        if (LowerAnsiByte(ansi[index]) != lowerAnsi[index]) {
+            return false;
+        }
+    }
+    return ansi.size() == lowerAnsi.size();
+}
+
+std::string LowerPart(std::string_view part) {
+    std::string lower(part);
+    for (char& byte : lower) {
+        byte = LowerAnsiByte(byte);
+    }
+    return lower;
+}
+
+// The first name in byte order that is the part in other letters; empty if there is none.
+std::string FindOtherSpelling(const std::string& folder, std::string_view part) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> list(::opendir(folder.empty() ? "/" : folder.c_str()),
+                                                   ::closedir);
+    const std::string lower = LowerPart(part);
+    // The letters of a pair have codes of equal length, so most names fall out by their length alone.
+    const std::size_t nativeLength = Utf8FromAnsi(part).size();
+    std::string best;
+    for (const dirent* entry = list ? ::readdir(list.get()) : nullptr; entry != nullptr;
+         entry = ::readdir(list.get())) {
+        const std::string_view name = entry->d_name;
+        if (name.size() != nativeLength || (!best.empty() && name >= best)) {
+            continue;
+        }
+        const std::optional<std::string> ansi = AnsiFromUtf8(name);
+        if (ansi && SameLetters(*ansi, lower)) {
+            best = name;
+        }
+    }
+    return best;
+}
+
+// How many of the parts exist as spelled.
+std::size_t CountExactParts(const std::vector<std::string>& paths) {
+    std::size_t count = paths.size();
+    while (count > 0 && !ExistsNatively(paths[count - 1])) {
+        --count;
+    }
+    return count;
+}
+
+std::vector<std::string> ExactPaths(const ePathParts& path) {
+    std::vector<std::string> paths;
+    std::string native = path.start;
+    for (const std::string& part : path.parts) {
+        native.append("/").append(Utf8FromAnsi(part));
+        paths.push_back(native);
+    }
+    return paths;
+}
+
+std::string LookUp(const ePathParts& path) {
+    const std::vector<std::string> exact = ExactPaths(path);
+    const std::size_t exactCount = CountExactParts(exact);
+    std::string native = exactCount == 0 ? path.start : exact[exactCount - 1];
+    bool exists = true;
+    for (std::size_t index = exactCount; index < path.parts.size(); ++index) {
+        const std::string& part = path.parts[index];
+        std::string name = Utf8FromAnsi(part);
+        if (exists && (index == exactCount || !ExistsNatively(native + "/" + name))) {
+            name = FindOtherSpelling(native, part);
+            exists = !name.empty();
+        }
+        native.append("/").append(exists ? name : Utf8FromAnsi(LowerPart(part)));
+    }
+    return native.empty() ? "/" : native;
+}
+
+}  // namespace
+
+bool IsNullDevice(std::string_view path) {
+    return SameLetters(path, "nul") || path == nativeNullDevice;
+}
+
+eIoStatus FindOnDisk(std::string_view path, std::string& diskPath) {
+    diskPath.clear();
+    if (IsNullDevice(path)) {
+        diskPath = nativeNullDevice;
+        return {};
+    }
+    if (path.empty()) {
+        return StatusFromErrno(ENOENT);
+    }
+    const std::optional<ePathParts> parts = TakeApart(path);
+    if (!parts) {
+        return {eIoReason::NoDrive, 0};
+    }
+    diskPath = LookUp(*parts);
+    return {};
+}
+
+std::string DiskPath(std::string_view path, ePathForm form) {
+    std::string native;
+    return MakeNative(path, form, native).IsOk() ? native : Utf8FromAnsi(path);
+}
+
+}  // namespace platform
