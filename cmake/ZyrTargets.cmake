@@ -5,7 +5,13 @@ target_include_directories(zyr_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(zyr_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
     # The output is fixed to the bit, so a product and a sum are never contracted into one rounding.
-    -ffp-contract=off)
+    -ffp-contract=off
+    # Reports name a source by its path below src/, on whatever machine it was built.
+    -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/src/=)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # This compiler sees overlapping copies inside std::string where there are none.
+  target_compile_options(zyr_flags INTERFACE -Wno-restrict)
 endif()
 if(ZYR_SANITIZE)
   target_compile_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE} -fno-sanitize-recover=all

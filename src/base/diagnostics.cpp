@@ -72,13 +72,8 @@ void Log(const std::string& record) {
     std::fwrite(utf8.data(), 1, utf8.size(), stderr);
 }
 
-// The part of the path that says something: from the library's root on, else the bare file with its
-// backslash.
+// The path below the library's root, as the build gives it, or the part from the last backslash on.
 std::string ShownSourceFile(std::string_view path) {
-    constexpr std::string_view libraryRoot = "/src/";
-    if (const std::size_t root = path.rfind(libraryRoot); root != std::string_view::npos) {
-        return std::string(path.substr(root + libraryRoot.size()));
-    }
     const std::size_t backslash = path.rfind('\\');
     return std::string(backslash == std::string_view::npos ? path : path.substr(backslash));
 }

@@ -39,27 +39,33 @@ void eMemoryStream::Advance() {
     cursor = bufferBegin + position;
 }
 
-// Zeros fill the new part, so that a gap left by a seek has the same bytes in every run.
 void eMemoryStream::GrowTo(std::int64_t capacity) {
     constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
     if (capacity > longest) {
         Fail(__FILE__, __LINE__, "a stream can't hold 2 GiB");
     }
-    const std::ptrdiff_t offset = cursor - bufferBegin;
     if (capacity > reserved) {
-        reserved = std::clamp(reserved * 2, capacity, longest);
-        auto* storage = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(reserved), 1));
-        if (storage == nullptr) {
-            Fail(__FILE__, __LINE__, "out of memory for a stream");
-        }
-        if (bufferBegin != nullptr) {
-            std::memcpy(storage, bufferBegin, static_cast<std::size_t>(BufferLength()));
-        }
-        std::free(bufferBegin);
-        bufferBegin = storage;
+        Reserve(std::clamp(reserved * 2, capacity, longest));
     }
-    cursor = bufferBegin + offset;
     bufferEnd = bufferBegin + capacity;
+}
+
+// Zeros fill the new part, so that a gap left by a seek has the same bytes in every run.
+void eMemoryStream::Reserve(std::int64_t bytes) {
+    auto* storage = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(bytes), 1));
+    if (storage == nullptr) {
+        Fail(__FILE__, __LINE__, "out of memory for a stream");
+    }
+    std::uint8_t* const old = bufferBegin;
+    const std::ptrdiff_t length = BufferLength();
+    if (old != nullptr) {
+        std::memcpy(storage, old, static_cast<std::size_t>(length));
+    }
+    cursor = storage + (cursor - old);
+    bufferBegin = storage;
+    bufferEnd = storage + length;
+    reserved = bytes;
+    std::free(old);
 }
 
 }  // namespace xIo

@@ -26,6 +26,7 @@ protected:
 
 private:
     void GrowTo(std::int64_t capacity);
+    void Reserve(std::int64_t bytes);
 
     std::int32_t growStep;
     std::int64_t reserved = 0;  // bytes allocated at bufferBegin
