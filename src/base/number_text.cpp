@@ -86,13 +86,84 @@ char* WidenExponent(char* begin, char* end) {
     return end + 1;
 }
 
+constexpr int significantDigits = 6;
+constexpr int smallestExponent = -4;  // "%g" writes an exponent below it
+
+// The decimal exponent of a value from 1e-4 up to 1e6.
+int CommonExponent(double magnitude) {
+    constexpr double next[] = {1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5};
+    int exponent = smallestExponent;
+    while (exponent < significantDigits - 1 && magnitude >= next[exponent - smallestExponent]) {
+        ++exponent;
+    }
+    return exponent;
+}
+
+// Six digits with the dot behind the one of the given exponent, without trailing zeros.
+char* WriteFixed(char* out, std::uint32_t digits, int exponent) {
+    char text[significantDigits];
+    for (int index = significantDigits - 1; index >= 0; --index, digits /= 10) {
+        text[index] = static_cast<char>('0' + digits % 10);
+    }
+    int length = significantDigits;
+    while (length > exponent + 1 && length > 1 && text[length - 1] == '0') {
+        --length;
+    }
+    if (exponent < 0) {
+        *out++ = '0';
+        *out++ = '.';
+        out = std::fill_n(out, -exponent - 1, '0');
+        return std::copy_n(text, length, out);
+    }
+    out = std::copy_n(text, exponent + 1, out);
+    if (length > exponent + 1) {
+        *out++ = '.';
+        out = std::copy(text + exponent + 1, text + length, out);
+    }
+    return out;
+}
+
+// Nearly all numbers of a scene lie between 1e-4 and 1e6. Multiplied by an exact power of ten their six
+// digits stand before the dot, with an error below 1e-9 from the one rounding. Only where that could turn the
+// last digit the answer is null, and the exact conversion must do it.
+char* WriteCommonReal(char* out, double magnitude) {
+    if (!(magnitude >= 1e-4 && magnitude < 999999.0)) {
+        return nullptr;
+    }
+    constexpr double scales[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+    int exponent = CommonExponent(magnitude);
+    const double scaled = magnitude * scales[significantDigits - 1 - exponent];
+    auto digits = static_cast<std::uint32_t>(scaled);
+    const double rest = scaled - digits;
+    if (std::abs(rest - 0.5) < 1e-9) {
+        return nullptr;
+    }
+    digits += rest > 0.5 ? 1 : 0;
+    if (digits == 1000000) {
+        digits = 100000;
+        ++exponent;
+    }
+    return WriteFixed(out, digits, exponent);
+}
+
 }  // namespace
 
 char* WriteRealText(char* out, double value) {
-    constexpr int significantDigits = 6;
+    char* const begin = out;
+    if (std::signbit(value)) {
+        *out++ = '-';
+    }
+    if (value == 0.0) {
+        *out++ = '0';
+        return out;
+    }
+    if (char* end = WriteCommonReal(out, std::abs(value))) {
+        return end;
+    }
     char* end =
-        std::to_chars(out, out + numberTextSize, value, std::chars_format::general, significantDigits).ptr;
-    return WidenExponent(out, end);
+        std::to_chars(begin, begin + numberTextSize, value, std::chars_format::general, significantDigits)
+            .ptr;
+    return WidenExponent(begin, end);
 }
 
 char* WriteIntegerText(char* out, std::int64_t value) {

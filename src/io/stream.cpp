@@ -51,6 +51,7 @@ void eStream::Seek(int offset, int origin) {
     }
     if (target >= bufferBase && target <= std::int64_t{bufferBase} + BufferLength()) {
         cursor = bufferBegin + (target - bufferBase);
+        ClearGap();
         return;
     }
     if (target < 0 || target > std::numeric_limits<std::int32_t>::max()) {
@@ -59,6 +60,13 @@ void eStream::Seek(int offset, int origin) {
     cursor = bufferBegin;
     bufferBase = static_cast<std::int32_t>(target);
     Advance();
+}
+
+void eStream::ClearGap() {
+    const std::ptrdiff_t gap = std::min<std::ptrdiff_t>(Position() - size, cursor - bufferBegin);
+    if (gap > 0) {
+        std::memset(cursor - gap, 0, static_cast<std::size_t>(gap));
+    }
 }
 
 void eStream::WritePieces(const void* data, int count) {

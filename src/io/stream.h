@@ -93,6 +93,10 @@ protected:
     // Reads the buffer from the medium.
     virtual void Fill();
 
+    // After a move beyond the end: the bytes between, as far as they lie in the buffer, become zeros, so that
+    // a gap has the same bytes in every run.
+    void ClearGap();
+
     int BufferLength() const { return static_cast<int>(bufferEnd - bufferBegin); }
 
     std::int32_t size = 0;

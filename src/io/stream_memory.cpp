@@ -37,6 +37,7 @@ void eMemoryStream::Advance() {
     bufferBase = 0;
     GrowTo(std::max(std::int64_t{BufferLength()} + growStep, position));
     cursor = bufferBegin + position;
+    ClearGap();
 }
 
 void eMemoryStream::GrowTo(std::int64_t capacity) {
@@ -50,22 +51,15 @@ void eMemoryStream::GrowTo(std::int64_t capacity) {
     bufferEnd = bufferBegin + capacity;
 }
 
-// Zeros fill the new part, so that a gap left by a seek has the same bytes in every run.
 void eMemoryStream::Reserve(std::int64_t bytes) {
-    auto* storage = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(bytes), 1));
+    const std::ptrdiff_t offset = cursor - bufferBegin;
+    auto* storage = static_cast<std::uint8_t*>(std::realloc(bufferBegin, static_cast<std::size_t>(bytes)));
     if (storage == nullptr) {
         Fail(__FILE__, __LINE__, "out of memory for a stream");
     }
-    std::uint8_t* const old = bufferBegin;
-    const std::ptrdiff_t length = BufferLength();
-    if (old != nullptr) {
-        std::memcpy(storage, old, static_cast<std::size_t>(length));
-    }
-    cursor = storage + (cursor - old);
     bufferBegin = storage;
-    bufferEnd = storage + length;
+    cursor = storage + offset;
     reserved = bytes;
-    std::free(old);
 }
 
 }  // namespace xIo

@@ -74,7 +74,7 @@ extern "C" void OnPatienceEnd(int) {
 
 extern "C" void OnSignal(int signal, siginfo_t* info, void*) {
     // The handler may hang on a lock that the broken code holds: the clock ends the process then.
-    constexpr unsigned patienceSeconds = 5;
+    constexpr unsigned patienceSeconds = 3;
     std::signal(SIGALRM, OnPatienceEnd);
     ::alarm(patienceSeconds);
     filter.handler(ExceptionName(ExceptionCode(signal, *info)).c_str());

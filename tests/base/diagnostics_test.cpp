@@ -1,0 +1,125 @@
+// How the system ends and warns when something happens that nobody expects.
+#include "base/diagnostics.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "base/event_bus.h"
+#include "support/message_collector.h"
+
+namespace {
+
+class eReaderPlace : public xDebug::xCheckPoint::eInformer {
+public:
+    std::string Text() const override { return "reading a.set"; }
+    std::string Location() const override { return "a.set, line 3"; }
+    std::string Detail() const override { return "{block"; }
+    bool HasDetail() const override { return true; }
+};
+
+// Would catch: a fatal error with the status of success, or one that returns to its caller.
+TEST(FailDeathTest, ShowsTheReportAndEndsWithOne) {
+    EXPECT_EXIT(
+        {
+            xDebug::SetLogSink([](const std::string& record) { std::fputs(record.c_str(), stderr); });
+            Fail("io/stream_file.cpp", 12, "x - open error!");
+        },
+        testing::ExitedWithCode(1),
+        "=+ Handled exception =+\nx - open error! \\(io/stream_file.cpp, 12\\)\n-+\n=+\n"
+        "Exception: x - open error! \\(io/stream_file.cpp, 12\\)\n");
+}
+
+TEST(FailDeathTest, SendsTheLastMessage) {
+    class eLastWords : public eEventable {
+    public:
+        void OnMessage(int) override { std::fputs("[last words]", stderr); }
+    };
+    EXPECT_EXIT(
+        {
+            eLastWords words;
+            eEventBus::Process().Subscribe(messageFatalExit, words);
+            Fail("a.cpp", 1, "x");
+        },
+        testing::ExitedWithCode(1), "\\[last words\\]");
+}
+
+TEST(FailDeathTest, BecomesOfWarningsWhenTheSettingSaysSo) {
+    EXPECT_EXIT(
+        {
+            *xDebug::FindDebugSetting("dbg_warningErrorLevel") = 0;
+            Warn("a.cpp", 1, "x");
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(1), "");
+    EXPECT_EQ(xDebug::FindDebugSetting("dbg_other"), nullptr);
+}
+
+TEST(Fail, ThrowsInTheModeForIt) {
+    support::eMessageCollector messages;
+    const xDebug::eHandlingMode mode(xDebug::throwInstead);
+    const eReaderPlace place;
+    const xDebug::xCheckPoint::eScope outer("loading");
+    const xDebug::xCheckPoint::eScope inner(place);
+    try {
+        Fail("io/sdl_reader.cpp", 7, "broken");
+        FAIL() << "came back";
+    } catch (const xDebug::eEx_Custom& exception) {
+        EXPECT_EQ(exception.message, "broken");
+        EXPECT_EQ(exception.location, "a.set, line 3");
+    }
+    EXPECT_TRUE(xDebug::IsExceptionUnderWay());
+    xDebug::ClearExceptionFlag();
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_EQ(messages.log,
+              "============== Handled exception ===============\n"
+              "broken (io/sdl_reader.cpp, 7)\n>> reading a.set\n> loading\n\n{block\n"
+              "------------------------------------------------\n"
+              ">> reading a.set\n> loading\n"
+              "================================================\n");
+}
+
+TEST(Fail, OffersRetryInTheModeForIt) {
+    support::eMessageCollector messages;
+    messages.AnswerNext(platform::eBoxAnswer::Retry);
+    const xDebug::eHandlingMode mode(xDebug::offerRetry, "Put the disk in.");
+    EXPECT_THROW(Fail("C:\\zyr\\read.cpp", 1, "no disk"), xDebug::eEx_Retry);
+    ASSERT_EQ(messages.boxes.size(), 1u);
+    EXPECT_EQ(messages.boxes[0].title, "Exception, can be retried");
+    EXPECT_EQ(messages.boxes[0].text, "no disk (\\read.cpp, 1)\nPut the disk in.");
+    EXPECT_TRUE(messages.boxes[0].box.topMost);
+    EXPECT_EQ(messages.boxes[0].box.icon, platform::eBoxIcon::Stop);
+}
+
+TEST(Fail, LeavesTheRecordOutWhenTold) {
+    support::eMessageCollector messages;
+    const xDebug::eHandlingMode mode(xDebug::throwInstead | xDebug::noLogRecord);
+    EXPECT_THROW(Fail("a.cpp", 1, "x"), xDebug::eEx_Custom);
+    xDebug::ClearExceptionFlag();
+    EXPECT_EQ(messages.log, "");
+}
+
+TEST(Warn, LogsAndComesBack) {
+    support::eMessageCollector messages;
+    Warn("io/name.cpp", 5, "odd");
+    {
+        const xDebug::xCheckPoint::eScope scope("loading");
+        Warn("io/name.cpp", 6, "odder");
+    }
+    EXPECT_EQ(messages.log, "odd (io/name.cpp, 5)\nodder (loading)\n");
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST(ExceptionReportDeathTest, ShowsTheNameAndWhereToLook) {
+    EXPECT_EXIT(
+        {
+            xDebug::InstallExceptionReport();
+            std::raise(SIGFPE);
+        },
+        testing::ExitedWithCode(1),
+        "=+ Unhandled exception =+\nFLT_INVALID_OPERATION\nException: FLT_INVALID_OPERATION\n\nSee "
+        "console.log");
+}
+
+}  // namespace

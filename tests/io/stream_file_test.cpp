@@ -1,0 +1,300 @@
+// Streams on disk: the bytes at the edges of the buffer, and the promise that a final name always holds a
+// complete file.
+#include "io/stream_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "io/sdl_writer.h"
+#include "io/stream_memory.h"
+#include "io/whole_file.h"
+#include "platform/file_events.h"
+#include "platform/write_fence.h"
+#include "support/message_collector.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using xIo::eFileStream;
+using xIo::streamDirect;
+using xIo::streamPrompt;
+using xIo::streamRead;
+using xIo::streamTruncate;
+using xIo::streamWrite;
+
+constexpr std::uint32_t writeNew = streamWrite | streamTruncate;
+
+class FileStream : public testing::Test {
+protected:
+    support::eTempFolder folder;
+    support::eMessageCollector messages;
+};
+
+TEST_F(FileStream, MovesItsBufferOn) {
+    eFileStream stream;
+    ASSERT_TRUE(stream.Open(folder / "file", writeNew, 8));
+    stream.Write("abcdef", 6);
+    stream.WriteValue(std::uint32_t{0x6A696867});
+    stream.Write("klmnopqrstuvwxyzklmnopqrstuvwxyz", 32);
+    stream.WriteValue(std::uint64_t{0x3837363534333231});
+    stream.Write("!", 1);
+    EXPECT_EQ(stream.Size(), 51);
+    EXPECT_TRUE(stream.Close());
+    EXPECT_EQ(folder.Read("file"), "abcdefghijklmnopqrstuvwxyzklmnopqrstuvwxyz12345678!");
+}
+
+// Would catch: a patch on a buffer without the old bytes, a flush of stale ones, a wrong end.
+TEST_F(FileStream, DoesAsAPlainArrayDoes) {
+    std::mt19937 random(7);
+    for (const int bufferSize : {4, 16, 64, 1000}) {
+        std::string plain;
+        eFileStream stream;
+        ASSERT_TRUE(stream.Open(folder / "file", streamRead | writeNew, bufferSize));
+        for (int step = 0; step < 2000; ++step) {
+            const auto position = static_cast<std::size_t>(stream.Position());
+            const std::size_t length = random() % 20 + 1;
+            if (random() % 3 == 0) {
+                const std::size_t target = random() % (plain.size() + 1);
+                stream.Seek(static_cast<int>(target), xIo::fromStart);
+            } else if (random() % 3 == 0 && position + length <= plain.size()) {
+                std::string read(length, '\0');
+                stream.Read(read.data(), static_cast<int>(length));
+                ASSERT_EQ(read, plain.substr(position, length));
+            } else {
+                const std::string data(length, static_cast<char>('a' + step % 26));
+                stream.Write(data.data(), static_cast<int>(length));
+                plain.replace(position, std::min(length, plain.size() - position), data);
+            }
+            ASSERT_EQ(stream.Size(), static_cast<int>(plain.size()));
+        }
+        EXPECT_TRUE(stream.Close());
+        EXPECT_EQ(folder.Read("file"), plain) << bufferSize;
+    }
+}
+
+TEST_F(FileStream, ReadsWithABufferOfTheFilesLength) {
+    folder.Write("Short", "abc");
+    folder.Write("empty", "");
+    eFileStream stream;
+    ASSERT_TRUE(stream.Open(folder / "short", streamRead));
+    EXPECT_EQ(stream.Size(), 3);
+    EXPECT_EQ(stream.ReadValue<std::uint16_t>(), 0x6261);
+    EXPECT_EQ(stream.ReadValue<std::uint64_t>(), std::uint64_t{'c'});
+    EXPECT_TRUE(stream.ReadPastEnd());
+    ASSERT_TRUE(stream.Open(folder / "empty", streamRead));
+    EXPECT_EQ(stream.ReadValue<std::uint32_t>(), 0u);
+    EXPECT_TRUE(stream.Close());
+}
+
+TEST_F(FileStream, CutsTheFileAtItsPosition) {
+    folder.Write("file", "0123456789");
+    eFileStream stream;
+    ASSERT_TRUE(stream.Open(folder / "file", streamRead | streamWrite | streamDirect, 4));
+    stream.Seek(6, xIo::fromStart);
+    stream.Truncate();
+    stream.Write("x", 1);
+    EXPECT_TRUE(stream.Close());
+    EXPECT_EQ(folder.Read("file"), "012345x");
+}
+
+TEST_F(FileStream, LeavesTheOldFileAloneUntilItIsClosed) {
+    folder.Write("File.mdl", "old");
+    std::vector<std::string> events;
+    auto previous = platform::SetFileObserver(
+        [&](platform::eFileAction, const std::string& path) { events.push_back(path); });
+    eFileStream stream;
+    ASSERT_TRUE(stream.Open(folder / "file.mdl", writeNew));
+    stream.Write("new", 3);
+    stream.Flush();
+    EXPECT_EQ(folder.Read("File.mdl"), "old");
+    EXPECT_EQ(folder.Read("file.mdl.tmp"), "new");
+    EXPECT_TRUE(stream.Close());
+    EXPECT_TRUE(stream.Close());
+    platform::SetFileObserver(previous);
+    EXPECT_EQ(folder.Read("File.mdl"), "new");
+    EXPECT_FALSE(folder.Has("file.mdl.tmp"));
+    EXPECT_FALSE(folder.Has("file.mdl"));
+    EXPECT_THAT(events, ElementsAre(folder / "File.mdl"));
+}
+
+// Would catch: the .tmp step on the device, which would replace it by a file.
+TEST_F(FileStream, DropsEverythingOnTheNullDevice) {
+    for (const std::uint32_t flags : {writeNew, writeNew | streamRead, writeNew | streamDirect}) {
+        eFileStream stream;
+        ASSERT_TRUE(stream.Open("nul", flags, 4));
+        stream.Write("0123456789", 10);
+        stream.Seek(2, xIo::fromStart);
+        stream.WriteValue(std::uint16_t{1});
+        stream.Seek(0, xIo::fromEnd);
+        stream.Truncate();
+        EXPECT_TRUE(stream.Close());
+    }
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    EXPECT_THAT(messages.Lines(), IsEmpty());
+}
+
+TEST_F(FileStream, DropsWritesAfterAFailedOpen) {
+    eFileStream stream;
+    EXPECT_FALSE(stream.Open(folder / "no/such/folder", writeNew));
+    EXPECT_NE(stream.Flags() & 0x2000, 0u);
+    xIo::eMemoryStream text;
+    text.Write("text", 4);
+    text.Seek(0, xIo::fromStart);
+    stream.WriteFrom(text, -1);
+    stream.WriteString("x");
+    stream.WriteValue(1);
+    EXPECT_FALSE(stream.Close());
+    EXPECT_THAT(messages.Lines(), IsEmpty());
+}
+
+TEST_F(FileStream, AsksBeforeItGivesUp) {
+    const xDebug::eHandlingMode mode(xDebug::throwInstead);
+    messages.AnswerNext(platform::eBoxAnswer::Retry);
+    const std::string path = folder / "no/file";
+    EXPECT_THROW(eFileStream().Open(path, writeNew | streamPrompt), xDebug::eEx_Custom);
+    xDebug::ClearExceptionFlag();
+    const std::string line = "Error writing filestream: " + path + ".tmp";
+    EXPECT_THAT(messages.Lines(), ElementsAre(line, line));
+    EXPECT_EQ(messages.boxes[0].box.buttons, platform::eBoxButtons::RetryCancel);
+    EXPECT_EQ(messages.boxes[0].box.icon, platform::eBoxIcon::Warning);
+    EXPECT_TRUE(messages.boxes[0].box.topMost);
+    EXPECT_THAT(messages.log, HasSubstr(path + ".tmp - open error!"));
+    EXPECT_THAT(messages.log, HasSubstr("No such file or directory"));
+}
+
+// Would catch: a rename that fails silently, or a retry that does not try.
+TEST_F(FileStream, AsksWhenTheFinalNameCannotBeGiven) {
+    const xDebug::eHandlingMode mode(xDebug::throwInstead);
+    folder.Write("file/blocks", "the name");
+    eFileStream stream;
+    ASSERT_TRUE(stream.Open(folder / "file", writeNew));
+    stream.Write("new", 3);
+    messages.AnswerNext(platform::eBoxAnswer::Retry);
+    EXPECT_THROW(stream.Close(), xDebug::eEx_Custom);
+    xDebug::ClearExceptionFlag();
+    const std::string line = "Error writing filestream: " + (folder / "file");
+    EXPECT_THAT(messages.Lines(), ElementsAre(line, line));
+    EXPECT_EQ(folder.Read("file.tmp"), "new");
+    EXPECT_EQ(folder.Read("file/blocks"), "the name");
+}
+
+TEST_F(FileStream, IsToldWhenTheFenceForbidsIt) {
+    platform::AddWriteRoot(folder / "game");
+    eFileStream stream;
+    EXPECT_FALSE(stream.Open(folder / "game/../file", writeNew | streamPrompt));
+    platform::ClearWriteRoots();
+    EXPECT_THAT(messages.Lines(),
+                ElementsAre("Ошибка: Не удалось записать файл '" + (folder / "game/../file") +
+                            "': путь лежит за пределами ресурсов игры."));
+    EXPECT_FALSE(folder.Has("file.tmp"));
+}
+
+// Runs the action in a process of its own that may write files of 64 KiB at most, as on a full disk. The exit
+// status is the action's result.
+template <class Action>
+int OnFullDisk(Action action) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const rlimit limit{64 * 1024, 64 * 1024};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::_exit(action() ? 1 : 0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Would catch: half a file under the final name, a silent loss, a process killed by the limit.
+TEST_F(FileStream, KeepsTheOldFileOnAFullDisk) {
+    folder.Write("file", "old");
+    const std::string block(100 * 1024, 'x');
+    const int status = OnFullDisk([&] {
+        eFileStream stream;
+        stream.Open(folder / "file", writeNew | streamPrompt);
+        stream.Write(block.data(), static_cast<int>(block.size()));
+        stream.Write("end", 3);
+        const bool complete = stream.Close();
+        const std::string told =
+            "Ошибка: Не удалось записать файл '" + (folder / "file") + "': нет места на диске.";
+        return complete || messages.Lines() != std::vector{told};
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.Read("file"), "old");
+    EXPECT_EQ(folder.Read("file.tmp").size(), 64u * 1024);
+}
+
+TEST_F(FileStream, GoesOnAfterAFullDisk) {
+    folder.Write("whole", "old");
+    folder.Write("copy", "old");
+    folder.Write("source", std::string(100 * 1024, 's'));
+    const std::vector<std::uint8_t> block(100 * 1024, 1);
+    const int status = OnFullDisk([&] {
+        xIo::xSdl::eWriter writer;
+        writer.OpenFile(folder / "text");
+        writer.Word(std::string(100 * 1024, 't'));
+        const bool anyComplete = writer.Close() || xIo::WriteWholeFile(folder / "whole", block) ||
+                                 xIo::CopyWholeFile(folder / "source", folder / "copy");
+        const bool smallComplete = xIo::WriteWholeFile(folder / "small", std::span(block).first(10));
+        return anyComplete || !smallComplete || messages.boxes.size() != 3;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(folder.Has("text"));
+    EXPECT_EQ(folder.Read("whole"), "old");
+    EXPECT_EQ(folder.Read("copy"), "old");
+    EXPECT_EQ(folder.Read("small").size(), 10u);
+}
+
+// Would catch: bytes that reach the final name before it is complete.
+TEST_F(FileStream, LeavesTheOldFileWhenTheProcessIsKilled) {
+    folder.Write("file", "old");
+    const std::string block(200 * 1024, 'x');
+    const pid_t child = ::fork();
+    if (child == 0) {
+        eFileStream stream;
+        stream.Open(folder / "file", writeNew);
+        stream.Write(block.data(), static_cast<int>(block.size()));
+        ::kill(::getpid(), SIGKILL);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(folder.Read("file"), "old");
+    EXPECT_TRUE(folder.Has("file.tmp"));
+    ASSERT_TRUE(xIo::WriteWholeFile(folder / "file", {}));
+    EXPECT_FALSE(folder.Has("file.tmp"));
+}
+
+TEST_F(FileStream, CopiesWholeFiles) {
+    const std::string content = std::string(600 * 1024, 'a') + "end";
+    folder.Write("Wood.TGA", content);
+    std::filesystem::last_write_time(folder / "Wood.TGA",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
+    std::vector<platform::eFileAction> actions;
+    auto previous = platform::SetFileObserver(
+        [&](platform::eFileAction action, const std::string&) { actions.push_back(action); });
+    EXPECT_TRUE(xIo::CopyWholeFile(folder / "wood.tga", folder / "copy.tga"));
+    platform::SetFileObserver(previous);
+    EXPECT_EQ(actions.back(), platform::eFileAction::Copied);
+    EXPECT_EQ(folder.Read("copy.tga"), content);
+    EXPECT_LT(std::filesystem::last_write_time(folder / "Wood.TGA"),
+              std::filesystem::last_write_time(folder / "copy.tga"));
+    EXPECT_TRUE(xIo::CopyWholeFile(folder / "wood.tga", folder / "wood.tga"));
+    EXPECT_EQ(folder.Read("Wood.TGA"), content);
+    EXPECT_FALSE(xIo::CopyWholeFile(folder / "absent", folder / "copy.tga"));
+    EXPECT_THAT(messages.Lines(), ElementsAre(HasSubstr("Не удалось прочитать файл")));
+    EXPECT_EQ(folder.Read("copy.tga"), content);
+}
+
+}  // namespace

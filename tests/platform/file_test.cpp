@@ -1,0 +1,115 @@
+// Files and folders at their limits.
+#include "platform/file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "base/ansi.h"
+#include "platform/file_events.h"
+#include "platform/file_time.h"
+#include "platform/folder.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using platform::eFile;
+using platform::eFileAccess;
+using platform::eIoReason;
+
+TEST(File, TellsWhyItCannotBeOpened) {
+    const support::eTempFolder folder;
+    folder.Write("plain", "x");
+    eFile file;
+    EXPECT_EQ(file.Open(folder / "absent", eFileAccess::Read).reason, eIoReason::NotFound);
+    EXPECT_EQ(file.Open(folder / "no/such/folder", eFileAccess::WriteNew).reason, eIoReason::NotFound);
+    EXPECT_EQ(file.Open(folder / "plain/below", eFileAccess::WriteNew).reason, eIoReason::NotFound);
+    EXPECT_EQ(file.Open(folder.Path(), eFileAccess::Read).reason, eIoReason::AccessDenied);
+    EXPECT_EQ(file.Open(folder.Path(), eFileAccess::WriteNew).reason, eIoReason::AccessDenied);
+    EXPECT_FALSE(file.IsOpen());
+}
+
+// Would catch: a run that waits for ever on a pipe or copies an endless device that a scene calls a texture.
+TEST(File, TakesOnlyFilesWithAnEndForResources) {
+    const support::eTempFolder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    eFile file;
+    EXPECT_EQ(file.Open(folder / "pipe", eFileAccess::Read).reason, eIoReason::AccessDenied);
+    EXPECT_EQ(file.Open("/dev/zero", eFileAccess::Read).reason, eIoReason::AccessDenied);
+    EXPECT_TRUE(file.Open("nul", eFileAccess::WriteNew).IsOk());
+    EXPECT_TRUE(file.Write("x", 1).IsOk());
+}
+
+TEST(File, ReadsUpToTheEnd) {
+    const support::eTempFolder folder;
+    folder.Write("file", "abcdef");
+    eFile file;
+    ASSERT_TRUE(file.Open(folder / "FILE", eFileAccess::Read).IsOk());
+    char data[16] = {};
+    std::size_t got = 0;
+    EXPECT_TRUE(file.Seek(4).IsOk());
+    EXPECT_TRUE(file.Read(data, sizeof data, got).IsOk());
+    EXPECT_EQ(std::string(data, got), "ef");
+    EXPECT_FALSE(file.Write("x", 1).IsOk());
+}
+
+// Would catch: a rename onto a second spelling, which leaves the old file beside the new one.
+TEST(File, ReplacesTheFileWhateverItsSpelling) {
+    const support::eTempFolder folder;
+    folder.Write("Wood.TGA", "old");
+    folder.Write("wood.tga.tmp", "new");
+    std::vector<std::string> events;
+    auto previous = platform::SetFileObserver(
+        [&](platform::eFileAction, const std::string& path) { events.push_back(path); });
+    EXPECT_TRUE(platform::RenameOver(folder / "wood.tga.tmp", folder / "wood.tga").IsOk());
+    platform::SetFileObserver(previous);
+    EXPECT_EQ(folder.Read("Wood.TGA"), "new");
+    EXPECT_FALSE(folder.Has("wood.tga"));
+    EXPECT_THAT(events, testing::ElementsAre(folder / "Wood.TGA"));
+}
+
+TEST(Folder, ListsInByteOrderWithoutForeignNames) {
+    const support::eTempFolder folder;
+    folder.Write("b", "");
+    folder.Write("Я", "");
+    folder.Write("日本", "");
+    folder.MakeFolder("a");
+    std::vector<platform::eFolderEntry> entries;
+    ASSERT_TRUE(platform::ListFolder(folder.Path(), entries).IsOk());
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(entries[0].name, "a");
+    EXPECT_TRUE(entries[0].isFolder);
+    EXPECT_EQ(entries[1].name, "b");
+    EXPECT_FALSE(entries[1].isFolder);
+    EXPECT_EQ(entries[2].name, "Я"_ansi);
+    EXPECT_EQ(platform::ListFolder(folder / "absent", entries).reason, eIoReason::NotFound);
+}
+
+// Would catch: a removal that follows a link and empties a folder elsewhere, or leaves a foreign name.
+TEST(Folder, RemovesATreeButNotWhatItsLinksShow) {
+    const support::eTempFolder folder;
+    folder.Write("keep/precious", "x");
+    folder.Write("tree/sub/file", "");
+    folder.Write("tree/日本", "");
+    std::filesystem::create_directory_symlink(folder / "keep", folder / "tree/link");
+    EXPECT_TRUE(platform::RemoveTree(folder / "TREE").IsOk());
+    EXPECT_FALSE(folder.Has("tree"));
+    EXPECT_TRUE(folder.Has("keep/precious"));
+    EXPECT_EQ(platform::RemoveTree(folder / "tree").reason, eIoReason::NotFound);
+}
+
+TEST(FileTime, MovesToNow) {
+    const support::eTempFolder folder;
+    folder.Write("old", "");
+    folder.Write("new", "");
+    std::filesystem::last_write_time(folder / "old",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
+    EXPECT_LT(*platform::LastWriteTime(folder / "OLD"), *platform::LastWriteTime(folder / "new"));
+    EXPECT_TRUE(platform::SetLastWriteTimeToNow(folder / "old").IsOk());
+    EXPECT_GE(*platform::LastWriteTime(folder / "old"), *platform::LastWriteTime(folder / "new"));
+    EXPECT_FALSE(platform::LastWriteTime(folder / "absent"));
+}
+
+}  // namespace
