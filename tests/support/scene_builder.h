@@ -10,13 +10,12 @@
 // Scenes in a few lines of code:
 //
 //     support::eSceneBuilder scene;
-//     const int iron = scene.Material("iron", standalone::eStandardMaterial{.diffuse = {0.4F, 0.4F, 0.45F}});
-//     support::eNode tank =
-//     scene.Node("tank").Property("Model=units/tank").Object(standalone::eHelperObject{}); support::eNode
-//     wheel = tank.Child("wheel_l").Property("Poly").Position(0, 90, 40).Material(iron);
+//     const int iron = scene.Material("iron", standalone::eStandardMaterial{.shininess = 0.5F});
+//     support::eNode tank = scene.Node("tank").Property("Model=units/tank");
+//     tank.Object(standalone::eHelperObject{}).Key({.frame = 10, .position = host::Point3{1, 0, 0}});
+//     support::eNode wheel = tank.Child("wheel_l").Property("Poly").Position(0, 90, 40).Material(iron);
 //     wheel.Object(standalone::eCylinderObject{.radius = 40, .height = 20});
 //     tank.Child("wheel_r").Property("Poly").Position(0, -90, 40).Material(iron).SameObject(wheel);
-//     tank.Key({.frame = 10, .position = host::Point3{1, 0, 0}});
 //     scene.Settings().unitMetres = 0.01;
 //     standalone::eSceneData data = scene.Build();
 //

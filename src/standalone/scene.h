@@ -1,0 +1,44 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "standalone/hold.h"
+#include "standalone/recent_meshes.h"
+#include "standalone/scene_data.h"
+#include "standalone/scene_node.h"
+#include "standalone/scene_object.h"
+#include "standalone/world_matrices.h"
+
+namespace standalone {
+
+// The records of a scene with the elements that answer from them. Everything refers to everything, so the
+// scene stays where it was made.
+class eScene {
+public:
+    explicit eScene(eSceneData sceneData);
+    eScene(const eScene&) = delete;
+    eScene& operator=(const eScene&) = delete;
+
+    eSceneNode& Root() { return *root; }
+    // Null for -1, the number that stands for none.
+    eSceneNode* Node(int number);
+    eSceneObject* Object(int number);
+
+    double FrameOf(host::TimeValue time) const { return static_cast<double>(time) / data.frameTicks; }
+    host::TimeValue TimeOf(double frame) const;
+
+    eSceneData data;
+    eHold hold;
+    eWorldMatrices world;
+    eRecentMeshes recentMeshes;
+
+private:
+    eNodeData rootData;
+    std::vector<std::unique_ptr<eSceneObject>> objects;
+    std::deque<eSceneNode> nodes;
+    std::unique_ptr<eSceneNode> root;
+};
+
+}  // namespace standalone
