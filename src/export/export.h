@@ -6,6 +6,7 @@
 
 #include "animation/export_animation.h"
 #include "animation/export_frame.h"
+#include "animation/selection_members.h"
 #include "export/options.h"
 #include "export/options_dialog.h"
 #include "export/run_flags.h"
@@ -20,11 +21,20 @@
 #include "material/shade_context.h"
 #include "scene/export_bone.h"
 #include "scene/export_model.h"
+#include "scene/instance_map.h"
+#include "scene/lod_siblings.h"
+#include "scene/shared_view.h"
 
 // One export run and everything that its stages share. The operations of the stages are free functions that
 // take the run; a new run rebuilds every member, so nothing but the options file outlives it.
 class Export : public host::SceneExport {
 public:
+    // The number of a bone in its model, attached to the bone's node.
+    struct eRenderData : host::RenderData {
+        explicit eRenderData(int number) : index(number) {}
+        int index;
+    };
+
     Export();
     ~Export() override;
 
@@ -48,6 +58,11 @@ public:
     host::INode* currentRoot = nullptr;
     bool structureMode = false;  // the current model carries "Structure"
 
+    // What the run has read of the scene so far, so that it is not read again for each node.
+    eLodIndex lodIndex;
+    eInstanceMap instances;
+    std::vector<host::INode*> numberedNodes;  // the nodes that have an eRenderData
+
     // The skeleton of the current model.
     int boneCount = 0;
     std::vector<eName> boneNames;    // by bone number, detail levels included
@@ -57,7 +72,8 @@ public:
 
     // The animations of the current model.
     std::vector<eExportAnimation> animations;
-    std::vector<eExportFrame> frames;  // by absolute frame number
+    std::vector<eExportFrame> frames;    // by absolute frame number
+    eSelectionMembers selectionMembers;  // of the sets asked for so far in the run
 
     // The meshes and materials of the current model.
     int meshFrame = 0;    // the mesh frame being filled; 0 outside the frame loop
@@ -74,6 +90,7 @@ public:
     eName commonPrefix;  // "common/", "../common/" or empty: from the model to the shared resources
     host::INode* commonOwner = nullptr;  // the Structure that owns commonFolder
     bool commonPending = false;          // the set of commonOwner is being filled
+    eSharedMeshes sharedMeshes;  // of the current model or, while a set is pending, of all that fill it
     std::unique_ptr<xIo::xSdl::eWriter> mdlWriter;
     std::unique_ptr<xIo::xSdl::eWriter> defWriter;
     std::unique_ptr<xIo::xSdl::eWriter> animWriter;

@@ -1,0 +1,85 @@
+#include "scene/bone_header.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "scene/bone_step.h"
+#include "scene/node_properties.h"
+
+namespace {
+
+struct eJoint {
+    eIkType type;
+    const char* word;
+};
+
+constexpr eJoint kJoints[] = {{kIkRevolute, "revolute"}, {kIkPrizmatic, "prizmatic"}, {kIkSocket, "socket"}};
+
+// The host's own marks of a node that turns or slides.
+constexpr std::uint32_t kTurnsFlag = 1U << 7;
+constexpr std::uint32_t kSlidesFlag = 1U << 6;
+
+eIkType NamedJoint(Export& run, const host::INode& node, const std::string& name) {
+    const auto* joint = std::ranges::find(kJoints, name, &eJoint::word);
+    if (joint != std::end(kJoints)) {
+        return joint->type;
+    }
+    ShowError(run.host->GetMAXHWnd(),
+              (format("Неизвестный тип IK '%s' в кости '%s'"_ansi) % name % node.GetName()).Text());
+    return kIkNone;
+}
+
+eIkType JointOfFlags(const host::INode& node) {
+    const std::uint32_t flags = node.AnimatableFlags();
+    if ((flags & kTurnsFlag) != 0) {
+        return kIkRevolute;
+    }
+    return (flags & kSlidesFlag) != 0 ? kIkPrizmatic : kIkNone;
+}
+
+eIkType JointOf(Export& run, const host::INode& node) {
+    std::string name;
+    if (node.GetUserPropString("IKType", name)) {
+        return NamedJoint(run, node, LowerAscii(name));
+    }
+    return run.options.exportIK != 0 ? JointOfFlags(node) : kIkNone;
+}
+
+void WriteParameters(Export& run, const host::INode& node) {
+    std::string text = NormalizeUserProps(node, true);
+    if (!text.empty()) {
+        std::ranges::replace(text, ',', '.');
+        run.mdlWriter->BlockBegin().Word("parameters").String(text).BlockEndLine();
+    }
+}
+
+void WriteColor(Export& run, const host::INode& node) {
+    std::string value;
+    if (!node.GetUserPropString("Color", value)) {
+        return;
+    }
+    run.mdlWriter->BlockBegin().Word("color");
+    if (!value.empty()) {
+        run.mdlWriter->Word(value);
+    }
+    run.mdlWriter->BlockEndLine();
+}
+
+}  // namespace
+
+void WriteBoneHeader(Export& run, const eBoneStep& step) {
+    const eIkType joint = JointOf(run, step.node);
+    run.bones[static_cast<std::size_t>(step.index)].ikType = joint;
+
+    run.mdlWriter->BlockBegin().Word("bone");
+    if (joint != kIkNone) {
+        run.mdlWriter->Word(std::ranges::find(kJoints, joint, &eJoint::type)->word);
+    }
+    run.mdlWriter->String(step.name).EndLine();
+    WriteParameters(run, step.node);
+    WriteColor(run, step.node);
+}

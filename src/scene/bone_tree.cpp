@@ -1,0 +1,223 @@
+#include "scene/bone_tree.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "scene/lod_nodes.h"
+#include "scene/node_kind.h"
+#include "scene/node_name.h"
+#include "scene/node_properties.h"
+
+namespace {
+
+class eBonePass {
+public:
+    eBonePass(Export& run_, int& number_, bool scanMode_)
+        : run(run_), number(number_), scanMode(scanMode_), time(run_.StaticTime()) {}
+
+    bool Run(host::INode& root) {
+        Visit(root);
+        TellEqualNames();
+        UpdateLights();
+        return hasError;
+    }
+
+private:
+    void Visit(host::INode& node);
+    void VisitChildren(host::INode& node);
+    void AddLight(host::INode& node, host::Object* object);
+    void AddBone(host::INode& node, std::string name);
+    void AddDetailLevels(host::INode& node);
+    void CheckDetailLevel(host::INode& detail, const std::string& name, int level);
+    void GiveNumber(host::INode& node, const std::string& name);
+    void TellEqualNames();
+    void UpdateLights();
+    void TellError(const std::string& text);
+
+    Export& run;
+    int& number;
+    const bool scanMode;
+    const host::TimeValue time;
+    std::vector<std::string> names;  // cleaned, of the bones that are no detail levels
+    bool hasError = false;
+};
+
+void eBonePass::Visit(host::INode& node) {
+    host::Object* const object = node.EvalWorldState(time).obj;
+    AddLight(node, object);
+    const bool isCandidate = IsBoneCandidate(node, object);
+    if (node.IsNodeHidden() || ClassifyNode(node) != eNodeKind::Ordinary) {
+        return;
+    }
+    if (isCandidate) {
+        std::string name = CleanNodeName(node.GetName(), true);
+        if (LodLevelOfName(name) == 0) {
+            AddBone(node, std::move(name));
+        }
+    }
+    VisitChildren(node);
+}
+
+void eBonePass::VisitChildren(host::INode& node) {
+    for (int i = 0; i < node.NumberOfChildren(); ++i) {
+        host::INode& child = *node.GetChildNode(i);
+        if (child.IsNodeHidden() || child.IsGroupMember()) {
+            continue;
+        }
+        if (run.structureMode && HasUserProp(child, "Model")) {
+            if (scanMode) {
+                AddModel(run, child);
+            }
+            continue;
+        }
+        Visit(child);
+    }
+}
+
+void eBonePass::AddLight(host::INode& node, host::Object* object) {
+    if (!run.options.exportLightsCameras || node.IsGroupMember() || object == nullptr ||
+        object->SuperClassID() != host::kLightSuperClass) {
+        return;
+    }
+    auto* const light = dynamic_cast<host::LightObject*>(object);
+    if (light == nullptr || !light->EvalLightState(time).on) {
+        return;
+    }
+    node.RenderBegin(time, 0);
+    if (host::LightDesc* description = light->CreateLightDesc(node)) {
+        run.sceneLights.emplace_back(description);
+    }
+}
+
+void eBonePass::AddBone(host::INode& node, std::string name) {
+    GiveNumber(node, name);
+    names.push_back(std::move(name));
+    AddDetailLevels(node);
+}
+
+void eBonePass::AddDetailLevels(host::INode& node) {
+    std::vector<host::INode*> details;
+    FindLodNodes(run, node, details);
+    int level = 0;
+    for (host::INode* detail : details) {
+        const std::string name = CleanNodeName(detail->GetName(), true);
+        GiveNumber(*detail, name);
+        CheckDetailLevel(*detail, name, ++level);
+    }
+}
+
+void eBonePass::CheckDetailLevel(host::INode& detail, const std::string& name, int level) {
+    if (LodLevelOfName(name) != level) {
+        TellError(
+            (format("В кости '%s' пропущен уровень детализации №%d!"_ansi) % names.back() % level).Text());
+    }
+    for (int i = detail.NumberOfChildren() - 1; i >= 0; --i) {
+        if (!detail.GetChildNode(i)->IsGroupMember()) {
+            TellError((format("К кости уровня детализации '%s' не должны быть прилинкованы объекты!"_ansi) %
+                       detail.GetName())
+                          .Text());
+            break;
+        }
+    }
+}
+
+void eBonePass::GiveNumber(host::INode& node, const std::string& name) {
+    node.SetRenderData(std::make_unique<Export::eRenderData>(number++));
+    run.numberedNodes.push_back(&node);
+    run.boneNames.emplace_back(name);
+}
+
+// Every pair of equal names is one message, with the pairs in the order of their rows: each row is told as
+// often as its name comes again behind it.
+void eBonePass::TellEqualNames() {
+    std::unordered_map<std::string_view, int> rowsWithName;
+    for (const std::string& name : names) {
+        ++rowsWithName[name];
+    }
+    for (const std::string& name : names) {
+        for (int again = --rowsWithName[name]; again > 0; --again) {
+            TellError((format("Найдено повторяющееся имя кости: %s!"_ansi) % name).Text());
+        }
+    }
+}
+
+void eBonePass::UpdateLights() {
+    const host::RendContext context;
+    for (const auto& light : run.sceneLights) {
+        light->Update(time, context, true, true);
+    }
+}
+
+void eBonePass::TellError(const std::string& text) {
+    ShowError(run.host->GetMAXHWnd(), text);
+    hasError = true;
+}
+
+}  // namespace
+
+bool CollectBones(Export& run, host::INode& node, int& number, bool scanMode) {
+    return eBonePass(run, number, scanMode).Run(node);
+}
+
+void ForgetBoneNumbers(Export& run) {
+    for (host::INode* node : run.numberedNodes) {
+        node->SetRenderData(nullptr);
+    }
+    run.numberedNodes.clear();
+}
+
+void AddModel(Export& run, host::INode& root) {
+    if (!host::HasUserPropString(root, "Model") && !host::HasUserPropString(root, "XModel")) {
+        ShowError(
+            run.host->GetMAXHWnd(),
+            (format("В кости '%s' должно быть указано 'Model' или 'XModel'!"_ansi) % root.GetName()).Text());
+        return;
+    }
+    run.models.emplace_back().root = &root;
+}
+
+bool IsBoneCandidate(const host::INode& node, const host::Object* object) {
+    if (node.IsGroupHead()) {
+        return true;
+    }
+    if (node.IsGroupMember() || object == nullptr) {
+        return false;
+    }
+    switch (object->SuperClassID()) {
+        case host::kHelperSuperClass:
+        case host::kShapeSuperClass:
+            return true;
+        case host::kGeometrySuperClass:
+            return object->ClassID() != host::kTargetClass;
+        default:
+            return false;
+    }
+}
+
+int NodeIndex(const host::INode& node, const host::INode* owner) {
+    const host::INode& bone = owner != nullptr ? *owner : OutOfGroup(node);
+    const auto* data = dynamic_cast<const Export::eRenderData*>(bone.GetRenderData());
+    return data != nullptr ? data->index : -1;
+}
+
+const host::INode& OutOfGroup(const host::INode& node) {
+    const host::INode* current = &node;
+    while (current->IsGroupMember() && current->GetParentNode() != nullptr) {
+        current = current->GetParentNode();
+    }
+    return *current;
+}
+
+host::INode* ParentBone(const host::INode& node) {
+    host::INode* parent = node.GetParentNode();
+    while (parent != nullptr && parent->IsGroupMember()) {
+        parent = parent->GetParentNode();
+    }
+    return parent;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "export/export.h"
+
+// Metres per scene unit.
+inline float MasterScale(const Export& run) {
+    return static_cast<float>(run.host->GetMasterScale(host::Interface::kMetres));
+}

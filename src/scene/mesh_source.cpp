@@ -1,0 +1,156 @@
+#include "scene/mesh_source.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "platform/message_box.h"
+#include "scene/bone_step.h"
+#include "scene/find_instance.h"
+#include "scene/find_skin.h"
+#include "scene/mesh_stage.h"
+#include "scene/node_name.h"
+#include "scene/node_properties.h"
+#include "scene/prop_text.h"
+
+namespace {
+
+eExportBone& SlotOf(Export& run, const eBoneStep& step) {
+    return run.bones[static_cast<std::size_t>(step.index)];
+}
+
+void TellCommonMesh(Export& run, const char* text, const std::string& name) {
+    platform::eMessageBox box;
+    box.text = (format(text) % name).Text();
+    box.title = "Ошибка"_ansi;
+    box.parent = run.host->GetMAXHWnd();
+    platform::ShowMessageBox(box);
+}
+
+// Null, with a message, if there is none.
+host::INode* FindNamed(Export& run, const std::string& name) {
+    host::INode* node = run.host->GetINodeByName(name.c_str());
+    if (node == nullptr) {
+        TellCommonMesh(run, "Кость '%s' для общего мэша не найдена!"_ansi, name);
+    }
+    return node;
+}
+
+bool FindSharedMesh(Export& run, eBoneStep& step) {
+    std::string name;
+    step.node.GetUserPropString("Mesh", name);
+    if (!name.empty()) {
+        step.meshTarget = FindNamed(run, name);
+        return step.meshTarget != nullptr;
+    }
+    const host::Object* object = step.node.EvalWorldState(run.StaticTime()).obj;
+    host::INode* root = run.commonOwner != nullptr ? run.commonOwner : run.currentRoot;
+    step.meshTarget = FindInstance(run, object, *root);
+    return true;
+}
+
+bool FindMergedMesh(Export& run, eBoneStep& step) {
+    std::string name;
+    std::vector<eExportMeshFrame>& frames = SlotOf(run, step).mesh.frames;
+    if (!step.node.GetUserPropString("CommonMesh", name)) {
+        frames.resize(1);
+        return true;
+    }
+    if (name.empty()) {
+        step.commonNode = &step.node;
+        frames.resize(std::max<std::size_t>(run.frames.size(), 1));
+        return true;
+    }
+    step.commonNode = FindNamed(run, name);
+    if (step.commonNode == nullptr) {
+        return false;
+    }
+    step.index = FindBoneIndex(step.node, step.commonNode);
+    if (step.index < 0) {
+        TellCommonMesh(run, "Кость '%s' для общего мэша находится не в родительской иерархии!"_ansi, name);
+        return false;
+    }
+    return true;
+}
+
+bool AsksForMesh(const eBoneStep& step) {
+    int voxels = 0;
+    step.node.GetUserPropInt("Voxels", voxels);
+    return voxels != 0 || step.commonNode != nullptr || ePropText(step.userProps).Find("Poly");
+}
+
+bool IsShape(host::INode& node) {
+    const host::Object* object = node.EvalWorldState(0).obj;
+    return object != nullptr && object->SuperClassID() == host::kShapeSuperClass;
+}
+
+// Shared meshes of a Structure and of the models nested in it go where all of them find them, and so does
+// everything of the Structure itself: it has no other file. A model that stands alone keeps its meshes.
+eExportResourceSet& SetOf(Export& run, const eBoneStep& step) {
+    const bool isCommon = run.commonPending && (run.structureMode || step.meshTarget != nullptr);
+    return isCommon ? run.commonResources : run.modelResources;
+}
+
+void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
+    const eExportResourceSet* shared = run.commonPending ? &run.commonResources : &run.modelResources;
+    eMeshFate fate = eMeshFate::Empty;
+    if (isWritten) {
+        fate = step.targetSet == shared ? eMeshFate::Shared : eMeshFate::Elsewhere;
+    }
+    run.sharedMeshes.fates[&step.node] = fate;
+}
+
+}  // namespace
+
+bool FindMeshSource(Export& run, eBoneStep& step) {
+    return FindSharedMesh(run, step) && FindMergedMesh(run, step);
+}
+
+void FillSlot(Export& run, const eBoneStep& step) {
+    eExportBone& slot = SlotOf(run, step);
+    const host::INode& shown = step.meshTarget != nullptr ? *step.meshTarget : step.node;
+    const bool hasMesh =
+        step.commonNode != nullptr || FindSkin(step.node) != nullptr || HasUserProp(shown, "Poly");
+    slot.commonMesh = step.commonNode != nullptr;
+    slot.node = &step.node;
+    slot.hasMesh = hasMesh ? 1 : 0;
+}
+
+void ChooseMeshSet(Export& run, eBoneStep& step) {
+    const host::INode& shown = step.meshTarget != nullptr ? *step.meshTarget : step.node;
+    step.meshName = CleanNodeName(shown.GetName(), true);
+    step.isMeshWanted = step.node.Renderable() && AsksForMesh(step) &&
+                        (!exportSelected || step.node.Selected()) && !IsShape(step.node);
+    const bool isOwn = (step.meshTarget == nullptr || step.meshTarget == &step.node) &&
+                       (step.commonNode == nullptr || step.commonNode == &step.node);
+    if (run.options.exportMesh != 0 && step.isMeshWanted && isOwn) {
+        step.targetSet = &SetOf(run, step);
+    }
+}
+
+void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
+    if (step.targetSet == nullptr) {
+        return;
+    }
+    const eExportBone& slot = SlotOf(run, step);
+    if (slot.hasMesh == 0) {
+        ShowError(
+            run.host->GetMAXHWnd(),
+            (format("'%s': Экспорт воксельных мэшей больше не поддерживается."_ansi) % slot.node->GetName())
+                .Text());
+        RememberFate(run, step, false);
+        return;
+    }
+    const bool isWritten = meshStage.WriteMesh(run, *step.targetSet, step.meshName, step.index);
+    if (!isWritten) {
+        ShowError(run.host->GetMAXHWnd(),
+                  (format("'%s': Помечен как полигональный, но не содержит ни одного полигона.\n"
+                          "Необходимо убрать из параметров 'Poly' и переэкпортировать."_ansi) %
+                   slot.node->GetName())
+                      .Text());
+    }
+    RememberFate(run, step, isWritten);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+namespace host {
+class INode;
+}  // namespace host
+
+// What a node is for the game. Every kind but Ordinary keeps the node, and all below it, out of the skeleton.
+enum class eNodeKind {
+    Ordinary = 0,      // may become a bone
+    Volume = 1,        // "Volume" or "Component"
+    SupportPoint = 2,  // "SupportPoint"
+    Zone = 3,          // "Obstacle" or "Area"
+    Body = 4,          // "Body"
+    Preview = 5,       // "Preview"
+    Camera = 6,        // by the node's object, as the two below
+    Light = 7,
+    Target = 8,
+};
+
+// Properties go before the object, which is looked at evaluated at time 0.
+eNodeKind ClassifyNode(host::INode& node);
+// The same for a caller that has the node's text of NormalizeUserProps at hand.
+eNodeKind ClassifyNode(host::INode& node, const std::string& userProps);

@@ -1,0 +1,49 @@
+#include "scene/side_lists.h"
+
+#include "export/export.h"
+#include "scene/bone_step.h"
+#include "scene/bone_tree.h"
+#include "scene/local_matrix.h"
+#include "scene/prop_text.h"
+
+namespace {
+
+void AddSupportPoint(Export& run, const host::INode& node) {
+    const host::Point3 point = MatrixInParentBone(node, run.StaticTime()).GetTrans();
+    run.supportPoints[ParentBone(node)].push_back(point);
+}
+
+}  // namespace
+
+void SortOntoLists(Export& run, const eBoneStep& step) {
+    ePropText props(step.userProps);
+    if (props.Find("Land")) {
+        run.landPatch = true;
+    }
+    eExportModel& model = run.models[run.modelIndex];
+    switch (step.kind) {
+        case eNodeKind::Volume:
+            model.volumes.push_back(&step.node);
+            if (props.Find("Obstacle")) {
+                model.zones.push_back(&step.node);
+            }
+            break;
+        case eNodeKind::SupportPoint:
+            AddSupportPoint(run, step.node);
+            break;
+        case eNodeKind::Zone:
+            model.zones.push_back(&step.node);
+            break;
+        case eNodeKind::Body:
+            model.bodies.push_back(&step.node);
+            break;
+        case eNodeKind::Preview:
+            model.previews.push_back(&step.node);
+            break;
+        case eNodeKind::Ordinary:
+        case eNodeKind::Camera:
+        case eNodeKind::Light:
+        case eNodeKind::Target:
+            break;
+    }
+}

@@ -1,0 +1,38 @@
+#include "scene/structure_bone.h"
+
+#include "base/ansi.h"
+#include "export/export.h"
+#include "scene/prop_text.h"
+#include "scene/text_words.h"
+
+namespace {
+
+void WriteHold(xIo::xSdl::eWriter& writer, std::string_view value) {
+    writer.BlockBegin().Word("hold");
+    for (const std::string_view word : WordsOf(value, " ")) {
+        writer.String(word);
+    }
+    writer.BlockEndLine();
+}
+
+}  // namespace
+
+void WriteStructureBone(Export& run, const std::string& userProps) {
+    xIo::xSdl::eWriter& writer = *run.defWriter;
+    bool isOpen = false;
+    ePropText pair(userProps);
+    for (bool more = !userProps.empty(); more; more = pair.Next()) {
+        const std::string_view value = TrimBlanks(pair.Value());
+        if (!EqualNoAsciiCase(TrimBlanks(pair.Key()), "hold") || value.empty()) {
+            continue;
+        }
+        if (!isOpen) {
+            writer.BlockBegin().Word("structure_bone").EndLine();
+            isOpen = true;
+        }
+        WriteHold(writer, value);
+    }
+    if (isOpen) {
+        writer.BlockEndLine();
+    }
+}

@@ -1,0 +1,75 @@
+#include "scene/view_writer.h"
+
+#include <string>
+
+#include "export/export.h"
+#include "scene/bone_step.h"
+#include "scene/matrix_text.h"
+#include "scene/prop_text.h"
+
+namespace {
+
+// A property that puts a block into the view, some with the value 0 in it.
+struct eViewMark {
+    const char* key;
+    const char* word;
+    bool isSwitchedOff;
+};
+
+// In the order of the file.
+constexpr eViewMark kViewMarks[] = {{"Ground", "ground", false},
+                                    {"DecalTarget", "decal_target", false},
+                                    {"NoGroupMesh", "no_group_mesh", false},
+                                    {"NoCastShadows", "shadow_caster", true},
+                                    {"NoGetShadows", "shadow_receiver", true}};
+
+void WriteLevel(xIo::xSdl::eWriter& writer, const eBoneStep& step) {
+    writer.BlockBegin().Word("lod").Integer(step.level);
+    if ((step.flags & LastDetail) != 0) {
+        writer.BlockBegin().Word("last").BlockEnd();
+    }
+    writer.BlockEndLine();
+}
+
+void WriteMarks(xIo::xSdl::eWriter& writer, const eBoneStep& step) {
+    ePropText props(step.userProps);
+    for (const eViewMark& mark : kViewMarks) {
+        if (!props.Find(mark.key)) {
+            continue;
+        }
+        writer.BlockBegin().Word(mark.word);
+        if (mark.isSwitchedOff) {
+            writer.Integer(0);
+        }
+        writer.BlockEnd();
+    }
+}
+
+}  // namespace
+
+void WriteView(Export& run, const eBoneStep& step) {
+    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    const eExportBone& slot = run.bones[static_cast<std::size_t>(step.index)];
+    const bool isCommon = step.meshTarget != nullptr || run.structureMode;
+
+    writer.BlockBegin().Word("view poly");
+    writer.String(isCommon ? run.commonPrefix.Text() + step.meshName.Text() : step.meshName.Text());
+    if (step.hasDetails || (step.flags & DetailEntry) != 0) {
+        WriteLevel(writer, step);
+    }
+    WriteMarks(writer, step);
+    if (std::string layer; step.node.GetUserPropString("Layer", layer)) {
+        writer.EndLine().BlockBegin().Word("layer").Word(layer).BlockEndLine();
+    }
+    if (slot.hasMesh == 0) {
+        writer.EndLine().BlockBegin().Word("pivot");
+        WritePoint3(writer, slot.pivot);
+        writer.BlockEndLine();
+    }
+    writer.BlockEndLine();
+
+    const bool showsOther = step.meshTarget != nullptr && step.meshTarget != &step.node;
+    if (run.options.exportMesh != 0 && (showsOther || step.targetSet == nullptr)) {
+        run.sharedMeshes.views.push_back({&step.node, step.meshTarget});
+    }
+}
