@@ -1,0 +1,170 @@
+#include "animation/animation_table.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/number_text.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "scene/bone_tree.h"
+#include "scene/node_properties.h"
+#include "scene/prop_text.h"
+#include "scene/text_words.h"
+
+namespace {
+
+// The animation file counts its frames in 16 bits.
+constexpr int kHighestFrame = 65535;
+
+// False if the key declares no animation.
+bool ReadKey(std::string_view key, eExportAnimation& animation) {
+    animation.resume = EqualNoAsciiCase(key, "animationresume");
+    animation.autostart = EqualNoAsciiCase(key, "animationauto");
+    return animation.resume || animation.autostart || EqualNoAsciiCase(key, "animation");
+}
+
+int FrameOr(std::string_view text, int byDefault) {
+    return text.empty() ? byDefault : ReadInteger(text);
+}
+
+// A lone number behind the range is a speed, anything else a file; with a comma it is both.
+void ReadFileAndSpeed(std::string_view rest, eExportAnimation& animation) {
+    constexpr std::string_view kDigits = "0123456789";
+    std::string_view binary = rest;
+    if (const std::size_t comma = rest.find(','); comma != std::string_view::npos) {
+        animation.speed = static_cast<float>(ReadReal(rest.substr(comma + 1)));
+        binary = rest.substr(0, comma);
+    } else if (!rest.empty() && kDigits.find(rest.front()) != std::string_view::npos) {
+        animation.speed = static_cast<float>(ReadReal(rest));
+        binary = {};
+    }
+    binary = TrimBlanks(binary);
+    animation.binary = binary.empty() ? animation.name : std::string(binary);
+}
+
+int FindSelectionSet(Export& run, const std::string& name) {
+    for (int set = 0; set < run.host->GetNumNamedSelSets(); ++set) {
+        if (EqualNoCase(run.host->GetNamedSelSetName(set), name)) {
+            return set;
+        }
+    }
+    ShowWarning(run.host->GetMAXHWnd(), (format("Именованное выделение '%s' не найдено.\n"
+                                                "Используется текущее выделение."_ansi) %
+                                         name)
+                                            .Text());
+    return -1;
+}
+
+// False, with a message, for a range that can't be exported.
+bool CheckRange(Export& run, const eExportAnimation& animation) {
+    const char* fault = nullptr;
+    if (animation.firstFrame > animation.lastFrame) {
+        fault = "В анимации '%s' конечный кадр меньше начального.\nАнимация пропущена."_ansi;
+    } else if (animation.firstFrame < 0) {
+        fault = "В анимации '%s' начальный кадр меньше нуля.\nАнимация пропущена."_ansi;
+    } else if (animation.lastFrame > kHighestFrame) {
+        fault = "В анимации '%s' номер кадра больше 65535.\nАнимация пропущена."_ansi;
+    }
+    if (fault != nullptr) {
+        ShowError(run.host->GetMAXHWnd(), (format(fault) % animation.name).Text());
+    }
+    return fault == nullptr;
+}
+
+bool IsInRange(const Export& run, const eExportAnimation& animation) {
+    return !run.options.currentRangeOnly ||
+           (animation.firstFrame >= run.frameStart && animation.lastFrame <= run.frameEnd);
+}
+
+void AddAnimation(Export& run, eExportAnimation animation, std::string_view declaration) {
+    animation.name = TrimBlanks(CutToken(declaration, ","));
+    const std::string selectionName(TrimBlanks(CutToken(declaration, ",")));
+    animation.firstFrame = FrameOr(CutToken(declaration, " -"), run.frameStart);
+    animation.lastFrame = FrameOr(CutToken(declaration, " ,-"), run.frameEnd);
+    animation.selection = FindSelectionSet(run, selectionName);
+    if (!CheckRange(run, animation)) {
+        return;
+    }
+    ReadFileAndSpeed(CutToken(declaration, ";"), animation);
+    animation.inRange = IsInRange(run, animation);
+    run.animations.push_back(std::move(animation));
+}
+
+std::unordered_set<const host::INode*> MembersOf(host::Interface& host, int set) {
+    std::unordered_set<const host::INode*> members;
+    for (int item = 0; item < host.GetNamedSelSetItemCount(set); ++item) {
+        members.insert(host.GetNamedSelSetItem(set, item));
+    }
+    return members;
+}
+
+bool IsListed(const eExportAnimation& animation) {
+    return animation.binary != animation.name || animation.speed > 0 || animation.resume ||
+           animation.autostart;
+}
+
+void WriteAnimation(xIo::xSdl::eWriter& writer, const eExportAnimation& animation) {
+    constexpr float kPerCent = 100;
+    writer.BlockBegin().Word("binary").String(animation.binary);
+    if (animation.binary != animation.name) {
+        writer.BlockBegin().Word("name").String(animation.name).BlockEnd();
+    }
+    if (animation.speed > 0) {
+        writer.BlockBegin().Word("speed").Real(animation.speed / kPerCent).BlockEnd();
+    }
+    if (animation.resume) {
+        writer.BlockBegin().Word("resume").BlockEnd();
+    }
+    if (animation.autostart) {
+        writer.BlockBegin().Word("autostart").BlockEnd();
+    }
+    writer.BlockEndLine();
+}
+
+}  // namespace
+
+int ReadAnimations(Export& run) {
+    run.animations.clear();
+    const std::string userProps = NormalizeUserProps(*run.currentRoot, false);
+    ePropText pair(userProps);
+    for (bool more = !userProps.empty(); more; more = pair.Next()) {
+        eExportAnimation animation;
+        if (ReadKey(TrimBlanks(pair.Key()), animation)) {
+            AddAnimation(run, std::move(animation), pair.Value());
+        }
+    }
+    int highest = 0;
+    for (const eExportAnimation& animation : run.animations) {
+        highest = std::max(highest, animation.lastFrame);
+    }
+    return highest;
+}
+
+bool AnimationTouchesNode(Export& run, const host::INode& node, int selection) {
+    const host::INode& covered = OutOfGroup(node);
+    if (selection < 0) {
+        return !run.options.selectedOnly || covered.Selected();
+    }
+    auto found = run.selectionMembers.find(selection);
+    if (found == run.selectionMembers.end()) {
+        found = run.selectionMembers.emplace(selection, MembersOf(*run.host, selection)).first;
+    }
+    return found->second.contains(&covered);
+}
+
+void WriteAnimationBlock(Export& run) {
+    if (std::ranges::none_of(run.animations, IsListed)) {
+        return;
+    }
+    xIo::xSdl::eWriter& writer = *run.defWriter;
+    writer.BlockBegin().Word("skeleton").EndLine();
+    writer.BlockBegin().Word("animation").EndLine();
+    for (const eExportAnimation& animation : run.animations) {
+        if (IsListed(animation)) {
+            WriteAnimation(writer, animation);
+        }
+    }
+    writer.BlockEndLine().BlockEndLine();
+}
