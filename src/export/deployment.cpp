@@ -1,0 +1,51 @@
+#include "export/deployment.h"
+
+#include <limits>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "platform/file_time.h"
+
+namespace {
+
+struct eDeployedFile {
+    const char* name;
+    bool isStrict;  // nothing may be exported with an older one
+};
+
+constexpr eDeployedFile kDeployedFiles[] = {{"ZyrExport2010_KSR.dle", false},
+                                            {"SorrelMtl2010_KSR.dlt", true}};
+constexpr const char* kReferenceFolder = "T:\\TOOLS\\3DSMAX\\";
+
+// A file that can't be reached is older than any other.
+std::int64_t WriteTime(const std::string& path) {
+    return platform::LastWriteTime(path).value_or(std::numeric_limits<std::int64_t>::min());
+}
+
+void TellOutdated(const eDeployedFile& file, void* parent) {
+    if (file.isStrict) {
+        ShowError(parent, (format("Версия %s устарела!\nЭкспорт невозможен. "
+                                  "Необходимо обновить с t:/tools/3dsmax/"_ansi) %
+                           file.name)
+                              .Text());
+    } else {
+        ShowWarning(parent, (format("Версия %s устарела!\n Настоятельно рекомендуется "
+                                    "обновить с t:/tools/3dsmax/"_ansi) %
+                             file.name)
+                                .Text());
+    }
+}
+
+}  // namespace
+
+bool CheckDeployment(const std::string& pluginFolder, void* parent) {
+    bool mayExport = true;
+    for (const eDeployedFile& file : kDeployedFiles) {
+        if (WriteTime(std::string(kReferenceFolder) + file.name) > WriteTime(pluginFolder + file.name)) {
+            TellOutdated(file, parent);
+            mayExport = mayExport && !file.isStrict;
+        }
+    }
+    return mayExport;
+}

@@ -1,0 +1,105 @@
+#include "export/dialog_logic.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+#include "base/ansi.h"
+#include "base/number_text.h"
+#include "base/user_message.h"
+#include "export/export.h"
+
+namespace {
+
+constexpr std::size_t kPathLength = 260;
+constexpr std::size_t kFrameLength = 256;
+
+constexpr eDialogControl kControls[] = {
+    {1002, eDialogControlKind::CheckBox, "Мэш"_ansi, true},
+    {1003, eDialogControlKind::CheckBox, "Анимация"_ansi, true},
+    {1018, eDialogControlKind::CheckBox, "Инверсная кинематика"_ansi, false},
+    {1021, eDialogControlKind::Edit, "Путь к ресурсам игры:"_ansi, true},
+    {1024, eDialogControlKind::Edit, "Исходный каталог с общими текстурами:"_ansi, true},
+    {1028, eDialogControlKind::Edit, "Каталог с общими текстурами в игре:"_ansi, true},
+    {1008, eDialogControlKind::CheckBox, "Геометрия"_ansi, true},
+    {1019, eDialogControlKind::CheckBox, "Источники света\nи камеры"_ansi, true},
+    {1161, eDialogControlKind::Edit, "Кадр №:"_ansi, true},
+    {1162, eDialogControlKind::Spinner, "Кадр №:"_ansi, true},
+    {1027, eDialogControlKind::CheckBox, "Только в текущем диапазоне кадров"_ansi, true},
+    {1023, eDialogControlKind::CheckBox, "Только выбранные объекты"_ansi, true},
+    {1022, eDialogControlKind::CheckBox, "Обратная анимация"_ansi, true},
+    {1025, eDialogControlKind::Edit, "Начало:"_ansi, false},
+    {1026, eDialogControlKind::Edit, "Конец:"_ansi, false},
+    {1, eDialogControlKind::Button, "Экспорт"_ansi, true},
+    {2, eDialogControlKind::Button, "Отмена"_ansi, true},
+};
+
+bool TakePath(eName& path, std::string_view text, const char* emptyText, void* parent) {
+    path = eName(text.substr(0, kPathLength));
+    if (path.IsEmpty()) {
+        ShowError(parent, emptyText);
+    }
+    return !path.IsEmpty();
+}
+
+int ReadFrame(std::string_view text) {
+    constexpr std::string_view kHexMark = "0x";
+    constexpr int kHexBase = 16;
+    text = text.substr(0, kFrameLength);
+    if (!text.starts_with(kHexMark)) {
+        return ReadInteger(text);
+    }
+    text.remove_prefix(kHexMark.size());
+    std::uint32_t value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value, kHexBase);
+    return static_cast<int>(value);
+}
+
+}  // namespace
+
+std::span<const eDialogControl> DialogControls() {
+    return kControls;
+}
+
+eDialogFields ShowDialogFields(const Export& run) {
+    const eExportOptions& options = run.options;
+    return {.exportMesh = options.exportMesh != 0,
+            .exportAnimation = options.exportAnimation != 0,
+            .exportIK = options.exportIK != 0,
+            .exportGeometry = options.exportGeometry != 0,
+            .exportLightsCameras = options.exportLightsCameras != 0,
+            .resourceRoot = options.resourceRoot,
+            .commonTextureSource = options.commonTextureSource,
+            .commonTextureTarget = options.commonTextureTarget,
+            .frameStart = IntegerText(run.frameStart),
+            .frameEnd = IntegerText(run.frameEnd),
+            .currentRangeOnly = options.currentRangeOnly,
+            .selectedOnly = options.selectedOnly,
+            .reverseAnimation = options.reverseAnimation,
+            .staticFrame = std::max(run.frameStart, std::min(0, run.frameEnd))};
+}
+
+bool TakeDialogFields(Export& run, const eDialogFields& fields, void* parent) {
+    eExportOptions& options = run.options;
+    options.exportMesh = fields.exportMesh;
+    options.exportAnimation = fields.exportAnimation;
+    options.exportIK = fields.exportIK;
+    options.exportGeometry = fields.exportGeometry;
+    options.exportLightsCameras = fields.exportLightsCameras;
+
+    if (!TakePath(options.resourceRoot, fields.resourceRoot, "Не задан путь к ресурсам игры!"_ansi, parent) ||
+        !TakePath(options.commonTextureSource, fields.commonTextureSource,
+                  "Не задан исходный путь к общим текстурам!"_ansi, parent) ||
+        !TakePath(options.commonTextureTarget, fields.commonTextureTarget,
+                  "Не задан путь к общим текстурам в игре!"_ansi, parent)) {
+        return false;
+    }
+
+    run.frameStart = ReadFrame(fields.frameStart);
+    run.frameEnd = ReadFrame(fields.frameEnd);
+    options.currentRangeOnly = fields.currentRangeOnly;
+    options.selectedOnly = fields.selectedOnly;
+    options.reverseAnimation = fields.reverseAnimation;
+    options.staticFrame = fields.staticFrame;
+    return true;
+}

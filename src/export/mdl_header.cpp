@@ -1,0 +1,15 @@
+#include "export/mdl_header.h"
+
+#include <string>
+
+#include "export/export.h"
+#include "platform/local_time.h"
+#include "platform/user.h"
+
+void WriteMdlHeader(Export& run) {
+    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    const std::string scene = run.host->GetCurFilePath();
+    writer.Word(";Exported by:\t").Word(platform::AccountName()).EndLine();
+    writer.Word(";Date:\t\t\t").Word(platform::ClassicTime()).EndLine();
+    writer.Word(";File:\t\t\t").Word(platform::NetworkPath(scene).value_or(scene)).EndLine();
+}

@@ -1,0 +1,123 @@
+#include "export/model_blocks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <unordered_set>
+
+#include "animation/preview_block.h"
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/number_text.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "scene/node_name.h"
+#include "volume/write_volume.h"
+#include "volume/write_zone.h"
+
+namespace {
+
+// Towards 0; what no integer can hold comes to the nearest end, and NaN to 0.
+std::int32_t Truncate(float value) {
+    constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+    return std::isnan(value) ? 0 : static_cast<std::int32_t>(std::clamp<double>(value, kLowest, kHighest));
+}
+
+void WriteSupportPoints(Export& run) {
+    if (run.supportPoints.empty()) {
+        return;
+    }
+    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    writer.BlockBegin().Word("SupportPoints").EndLine();
+    for (const auto& [bone, points] : run.supportPoints) {
+        writer.BlockBegin().Word("bone").String(CleanNodeName(bone->GetName(), true)).EndLine();
+        for (const host::Point3& point : points) {
+            writer.BlockBegin().Word("point");
+            writer.Integer(Truncate(point.x)).Integer(Truncate(point.y)).Integer(Truncate(point.z));
+            writer.BlockEndLine();
+        }
+        writer.BlockEndLine();
+    }
+    writer.BlockEndLine();
+}
+
+void SortByName(std::vector<host::INode*>& nodes) {
+    std::ranges::stable_sort(nodes, [](const host::INode* a, const host::INode* b) {
+        return CompareNoCase(a->GetName(), b->GetName()) < 0;
+    });
+}
+
+// The word of a zone's block, null for a zone that its "Obstacle" has switched off.
+const char* ZoneTag(const host::INode& node) {
+    std::string obstacle;
+    if (!node.GetUserPropString("Obstacle", obstacle)) {
+        return "area";
+    }
+    return obstacle.empty() || ReadInteger(obstacle) != 0 ? "obstacle" : nullptr;
+}
+
+void WriteZone(Export& run, host::INode& node, const char* tag) {
+    run.mdlWriter->BlockBegin().Word(tag).String(CleanNodeName(node.GetName(), true)).EndLine();
+    WriteZoneShape(run, node);
+    WriteObstacleTags(run, node, false);
+    run.mdlWriter->BlockEndLine();
+}
+
+void WriteZones(Export& run, std::vector<host::INode*>& zones) {
+    if (zones.empty()) {
+        return;
+    }
+    SortByName(zones);
+    run.mdlWriter->BlockBegin().String("zones").EndLine();
+    for (host::INode* node : zones) {
+        if (const char* tag = ZoneTag(*node)) {
+            WriteZone(run, *node, tag);
+        }
+    }
+    run.mdlWriter->BlockEndLine();
+}
+
+void TellBodies(Export& run, const std::vector<host::INode*>& bodies) {
+    if (!bodies.empty()) {
+        ShowWarning(run.host->GetMAXHWnd(),
+                    "Следует убрать из модели все Body, поскольку они более не нужны."_ansi);
+    }
+}
+
+void WriteVolumes(Export& run, std::vector<host::INode*>& volumes) {
+    if (volumes.empty()) {
+        return;
+    }
+    SortByName(volumes);
+    run.defWriter->BlockBegin().String("volumes").EndLine();
+    run.mdlWriter->BlockBegin().String("volumes").EndLine();
+    std::unordered_set<std::string> keys;
+    for (host::INode* node : volumes) {
+        const std::string key = CleanNodeName(node->GetName(), true);
+        if (keys.insert(key).second) {
+            WriteVolume(run, *node);
+        } else {
+            ShowError(run.host->GetMAXHWnd(), (format("Повторяющееся имя объема '%s'!"_ansi) % key).Text());
+        }
+    }
+    run.defWriter->BlockEndLine();
+    run.mdlWriter->BlockEndLine();
+}
+
+}  // namespace
+
+void WriteModelBlocks(Export& run) {
+    eExportModel& model = run.models[run.modelIndex];
+    WriteSupportPoints(run);
+    WriteZones(run, model.zones);
+    TellBodies(run, model.bodies);
+    WriteVolumes(run, model.volumes);
+    if (!model.previews.empty()) {
+        WritePreviewBlock(run, model.previews);
+    }
+    if (run.landPatch) {
+        run.defWriter->BlockBegin().String("land_patch").EndLine().BlockEndLine();
+    }
+}

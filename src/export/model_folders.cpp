@@ -1,0 +1,56 @@
+#include "export/model_folders.h"
+
+#include <string>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/common_resources.h"
+#include "export/export.h"
+#include "io/path.h"
+#include "platform/write_fence.h"
+#include "scene/node_name.h"
+
+namespace {
+
+bool IsInsideFence(Export& run) {
+    if (platform::IsWriteAllowed(run.modelFolder.Text())) {
+        return true;
+    }
+    ShowError(run.host->GetMAXHWnd(),
+              (format("Кость '%s': путь '%s' из параметра 'Model' ведет за пределы каталога ресурсов.\n"
+                      "Модель пропущена."_ansi) %
+               run.currentRoot->GetName() % run.modelFolder.Text())
+                  .Text());
+    return false;
+}
+
+void SettleCommonFolder(Export& run) {
+    if (run.structureMode) {
+        BeginCommonResources(run);
+    } else if (IsNestedInCommonOwner(run)) {
+        run.commonPrefix = "../common/";
+    } else {
+        FlushCommonResources(run);
+        run.commonFolder = run.modelFolder;
+        run.commonPrefix = {};
+        run.commonOwner = nullptr;
+    }
+}
+
+}  // namespace
+
+bool SettleFolders(Export& run) {
+    std::string model;
+    if (!run.currentRoot->GetUserPropString("Model", model)) {
+        return false;
+    }
+    run.modelFolder = run.options.resourceRoot / CleanNodeName(model, false);
+    run.basePath = run.modelFolder / run.modelFolder.Part(eName::Title);
+    if (!IsInsideFence(run)) {
+        return false;
+    }
+    CreateFolders(run.modelFolder);
+    SettleCommonFolder(run);
+    return true;
+}

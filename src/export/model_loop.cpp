@@ -1,0 +1,81 @@
+#include "export/model_loop.h"
+
+#include "animation/animation_table.h"
+#include "export/common_resources.h"
+#include "export/export.h"
+#include "export/model_blocks.h"
+#include "export/model_files.h"
+#include "export/model_folders.h"
+#include "export/resource_set_writer.h"
+#include "export/skeleton_block.h"
+#include "scene/bone_tree.h"
+#include "scene/node_properties.h"
+
+namespace {
+
+// A Structure begins a common set of its own; what the one before it has gathered is complete.
+void BeginModel(Export& run) {
+    run.currentRoot = run.models[run.modelIndex].root;
+    run.structureMode = HasUserProp(*run.currentRoot, "Structure");
+    if (run.structureMode) {
+        FlushCommonResources(run);
+    }
+}
+
+// False if a fault has been told that leaves the model out.
+bool NumberBones(Export& run) {
+    ForgetBoneNumbers(run);
+    run.boneCount = 0;
+    run.boneNames.clear();
+    return !CollectBones(run, *run.currentRoot, run.boneCount, false);
+}
+
+void ClearModel(Export& run) {
+    run.materialMap.clear();
+    run.meshCounter = 0;
+    run.supportPoints.clear();
+    run.landPatch = false;
+}
+
+void BeginReport(Export& run) {
+    eModelReport& report = run.modelReports[run.modelIndex];
+    report.folder = run.modelFolder;
+    report.bones = run.boneCount;
+    report.skipped = false;
+}
+
+void ExportModel(Export& run) {
+    BeginModel(run);
+    if (!NumberBones(run)) {
+        return;
+    }
+    ClearModel(run);
+    if (!SettleFolders(run)) {
+        return;
+    }
+    BeginReport(run);
+
+    eModelFiles files(run);
+    files.OpenModelText();
+    files.OpenEntityDefinition();
+    const int highestFrame = ReadAnimations(run);
+    files.OpenAnimationList();
+    WriteSkeletonBlock(run, highestFrame);
+    WriteModelBlocks(run);
+    files.CloseTexts();
+    files.WriteAnimations();
+    if (!run.structureMode && run.options.exportMesh != 0) {
+        WriteResourceSet(run.modelResources, run.modelFolder);
+    }
+}
+
+}  // namespace
+
+void ExportModels(Export& run) {
+    for (run.modelIndex = 0; run.modelIndex < run.models.size(); ++run.modelIndex) {
+        ExportModel(run);
+        if (run.host->GetCancel()) {
+            break;
+        }
+    }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+class Export;
+
+// The options between runs: the file "ZYREXPORT.CFG" in the host's folder of plug-in configurations.
+
+std::string OptionsFilePath(const Export& run);
+
+// Takes over what the file holds. Without a file, with one of a later version, and for what an older or a
+// broken file lacks, the options stay as they are.
+void LoadOptions(Export& run);
+
+void SaveOptions(const Export& run);

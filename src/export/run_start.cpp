@@ -1,0 +1,64 @@
+#include "export/run_start.h"
+
+#include "export/export.h"
+#include "export/options_file.h"
+#include "scene/bone_tree.h"
+
+namespace {
+
+// Panels of the host: the one for the time of the export shows no parameters of the selection.
+constexpr int kExportTaskMode = 6;
+constexpr int kModifyTaskMode = 2;
+
+eExportOptions SilentOptions() {
+    eExportOptions options;
+    options.optionD = 0;
+    return options;
+}
+
+}  // namespace
+
+void BeginRun(Export& run, host::Interface* hostInterface, bool suppressPrompts, std::uint32_t optionsWord) {
+    showDialog = !suppressPrompts;
+    exportSelected = (optionsWord & kExportSelectedOption) != 0;
+    run.host = hostInterface;
+    run.host->SetCommandPanelTaskMode(kExportTaskMode);
+    const host::Interval range = run.host->GetAnimRange();
+    run.frameStart = range.start / run.host->GetTicksPerFrame();
+    run.frameEnd = range.end / run.host->GetTicksPerFrame();
+}
+
+bool SettleOptions(Export& run) {
+    LoadOptions(run);
+    if (!showDialog) {
+        run.options = SilentOptions();
+        return true;
+    }
+    return !run.optionsDialog || run.optionsDialog(run);
+}
+
+void ClearRun(Export& run) {
+    ForgetScene(run);
+    run.modelReports.clear();
+    run.mirrorMatrix = host::Inverse(host::ScaleMatrix({1, -1, 1}));
+    run.structureMode = false;
+    run.commonFolder = {};
+    run.commonPrefix = {};
+    run.commonPending = false;
+}
+
+void ForgetScene(Export& run) {
+    ForgetBoneNumbers(run);
+    run.models.clear();
+    run.sceneLights.clear();
+    run.lodIndex.clear();
+    run.instances = {};
+    run.selectionMembers.clear();
+    run.sharedMeshes = {};
+    run.materialMap.clear();
+    run.commonOwner = nullptr;
+}
+
+void EndRun(Export& run) {
+    run.host->SetCommandPanelTaskMode(kModifyTaskMode);
+}

@@ -1,0 +1,51 @@
+#include "export/scan.h"
+
+#include <algorithm>
+
+#include "base/ansi.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "scene/bone_tree.h"
+#include "scene/node_name.h"
+#include "scene/node_properties.h"
+
+namespace {
+
+void ScanRoot(Export& run, host::INode& root) {
+    if (root.IsNodeHidden() || GetLodLevel(root) != 0) {
+        return;
+    }
+    run.structureMode = HasUserProp(root, "Structure");
+    bool hasError = false;
+    if (run.structureMode) {
+        int number = 0;
+        hasError = CollectBones(run, root, number, true);
+    }
+    if (!hasError) {
+        AddModel(run, root);
+    }
+    run.structureMode = false;
+}
+
+void BeginReports(Export& run) {
+    for (const eExportModel& model : run.models) {
+        eModelReport report;
+        report.root = model.root->GetName();
+        report.skipped = true;
+        run.modelReports.push_back(std::move(report));
+    }
+}
+
+}  // namespace
+
+void ScanScene(Export& run) {
+    host::INode& sceneRoot = *run.host->GetRootNode();
+    for (int i = 0; i < sceneRoot.NumberOfChildren(); ++i) {
+        ScanRoot(run, *sceneRoot.GetChildNode(i));
+    }
+    if (run.models.empty()) {
+        ShowError(run.host->GetMAXHWnd(), "Нечего экспортировать!\nВозможно, скрыта корневая кость."_ansi);
+    }
+    std::ranges::reverse(run.models);
+    BeginReports(run);
+}

@@ -1,0 +1,74 @@
+#include "export/skeleton_block.h"
+
+#include "animation/animation_table.h"
+#include "base/ansi.h"
+#include "export/export.h"
+#include "export/mesh_stage_driver.h"
+#include "material/write_materials.h"
+#include "scene/bone_writer.h"
+#include "scene/missing_meshes.h"
+
+namespace {
+
+void EmptySlots(Export& run, int highestFrame) {
+    const auto boneCount = static_cast<std::size_t>(run.boneCount);
+    run.bones.clear();
+    run.bones.resize(boneCount);
+    run.frames.clear();
+    if (run.options.exportAnimation != 0) {
+        run.frames.resize(static_cast<std::size_t>(highestFrame) + 1);
+        for (eExportFrame& frame : run.frames) {
+            frame.bones.resize(boneCount);
+        }
+    }
+}
+
+void OpenStructure(Export& run) {
+    if (run.structureMode) {
+        run.defWriter->BlockBegin().String("placer").BlockEndLine();
+        run.defWriter->BlockBegin().String("structure").EndLine();
+    }
+}
+
+void CloseStructure(Export& run) {
+    if (run.structureMode) {
+        run.defWriter->BlockEndLine();
+    }
+}
+
+// The mesh stage may change the scene; the hold takes that back. A walk that stops has told why, and what it
+// has written so far counts.
+void WalkBones(Export& run) {
+    eMeshStageDriver meshStage;
+    run.host->theHold().Begin();
+    WriteBone(run, meshStage, *run.currentRoot, nullptr, DetailEntry | RootBone);
+    run.host->theHold().Cancel();
+    if (!run.commonPending) {
+        TellMissingMeshes(run);
+    }
+}
+
+void WriteModelMaterials(Export& run) {
+    if (run.options.exportMesh == 0) {
+        return;
+    }
+    const eExportResourceSet& set = run.commonPending ? run.commonResources : run.modelResources;
+    const std::size_t before = set.materials.size();
+    WriteMaterials(run, run.commonPending);
+    run.modelReports[run.modelIndex].materials = static_cast<int>(set.materials.size() - before);
+}
+
+}  // namespace
+
+void WriteSkeletonBlock(Export& run, int highestFrame) {
+    run.host->ProgressStart("Трансформация мэшей, подготовка анимации..."_ansi);
+    EmptySlots(run, highestFrame);
+    run.mdlWriter->BlockBegin().Word("skeleton").EndLine();
+    OpenStructure(run);
+    WalkBones(run);
+    CloseStructure(run);
+    WriteModelMaterials(run);
+    run.host->ProgressEnd();
+    WriteAnimationBlock(run);
+    run.mdlWriter->BlockEndLine();
+}
