@@ -8,7 +8,6 @@
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "io/file_failure.h"
-#include "io/temporary_name.h"
 #include "platform/file_events.h"
 #include "platform/message_box.h"
 
@@ -47,7 +46,7 @@ bool eFileStream::Open(const std::string& path, std::uint32_t openFlags, int buf
     flags = openFlags;
     finalPath = path;
     std::int64_t length = 0;
-    if (!OpenMedium(UsesTemporary() ? path + temporarySuffix : path, length)) {
+    if (!OpenMedium(length)) {
         flags |= streamOpenFailed;
         SetBuffer(0);
         return false;
@@ -58,15 +57,9 @@ bool eFileStream::Open(const std::string& path, std::uint32_t openFlags, int buf
     return true;
 }
 
-bool eFileStream::OpenMedium(const std::string& name, std::int64_t& length) {
+bool eFileStream::OpenMedium(std::int64_t& length) {
     for (;;) {
-        status = file.Open(name, AccessOf(flags));
-        if (status.IsOk()) {
-            Remember(file.Length(length));
-        }
-        if (length > std::numeric_limits<std::int32_t>::max()) {
-            status = {platform::eIoReason::Other, static_cast<int>(std::errc::file_too_large)};
-        }
+        status = TryToOpen(length);
         if (status.IsOk()) {
             mediumPosition = 0;
             return true;
@@ -79,8 +72,25 @@ bool eFileStream::OpenMedium(const std::string& name, std::int64_t& length) {
         if ((flags & streamPrompt) == 0) {
             return false;
         }
-        AskToRetry(name, status);
+        AskToRetry(finalPath + OpenSuffix(), status);
     }
+}
+
+platform::eIoStatus eFileStream::TryToOpen(std::int64_t& length) {
+    const platform::eFileAccess access = AccessOf(flags);
+    platform::eIoStatus result = platform::FindOnDisk(finalPath, diskPath);
+    if (result.IsOk()) {
+        result = access == platform::eFileAccess::Read
+                     ? file.Open(finalPath + OpenSuffix(), access)
+                     : file.Open(diskPath + OpenSuffix(), access, platform::ePathForm::Native);
+    }
+    if (result.IsOk()) {
+        result = file.Length(length);
+    }
+    if (length > std::numeric_limits<std::int32_t>::max()) {
+        return {platform::eIoReason::Other, static_cast<int>(std::errc::file_too_large)};
+    }
+    return result;
 }
 
 void eFileStream::SetBuffer(int length) {
@@ -103,7 +113,7 @@ bool eFileStream::Close() {
     }
     const bool writes = (flags & streamWrite) != 0;
     if (writes || (flags & streamDirty) != 0) {
-        Flush();
+        eFileStream::Flush();  // by name: the destructor closes, too
     }
     if (UsesTemporary() && status.IsOk()) {
         Remember(file.Sync());
@@ -118,14 +128,15 @@ bool eFileStream::Close() {
 }
 
 void eFileStream::GiveFinalName() {
+    constexpr platform::ePathForm form = platform::ePathForm::Native;
     if (UsesTemporary()) {
-        platform::eIoStatus renamed = platform::RenameOver(finalPath + temporarySuffix, finalPath);
+        platform::eIoStatus renamed = platform::RenameOver(diskPath + temporarySuffix, diskPath, form);
         while (!renamed.IsOk()) {
             AskToRetry(finalPath, renamed);
-            renamed = platform::RenameOver(finalPath + temporarySuffix, finalPath);
+            renamed = platform::RenameOver(diskPath + temporarySuffix, diskPath, form);
         }
     } else if ((flags & streamWrite) != 0) {
-        platform::TellFileEvent(platform::eFileAction::Written, finalPath);
+        platform::TellFileEvent(platform::eFileAction::Written, diskPath, form);
     }
 }
 

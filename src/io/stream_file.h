@@ -3,6 +3,7 @@
 #include <string>
 
 #include "io/stream.h"
+#include "io/temporary_name.h"
 #include "platform/file.h"
 
 namespace xIo {
@@ -41,7 +42,9 @@ protected:
     void Fill() override;
 
 private:
-    bool OpenMedium(const std::string& name, std::int64_t& length);
+    bool OpenMedium(std::int64_t& length);
+    platform::eIoStatus TryToOpen(std::int64_t& length);
+    const char* OpenSuffix() const { return UsesTemporary() ? temporarySuffix : ""; }
     void SetBuffer(int length);
     void GiveFinalName();
     bool UsesTemporary() const;
@@ -50,6 +53,7 @@ private:
     void Remember(const platform::eIoStatus& result);
 
     std::string finalPath;
+    std::string diskPath;  // where finalPath lies, looked up once at open
     platform::eFile file;
     platform::eIoStatus status;
     std::int64_t mediumPosition = 0;

@@ -10,13 +10,33 @@
 namespace xIo {
 namespace {
 
-// Brings the content of an open .tmp file to disk and gives it the final name.
-platform::eIoStatus Complete(platform::eFile& file, const std::string& path) {
-    platform::eIoStatus status = file.Sync();
-    const platform::eIoStatus closed = file.Close();
-    status = status.IsOk() ? closed : status;
-    return status.IsOk() ? platform::RenameOver(path + temporarySuffix, path) : status;
-}
+constexpr platform::ePathForm native = platform::ePathForm::Native;
+
+// A file under its .tmp name, on the way to its final one.
+class eNewFile {
+public:
+    platform::eIoStatus Open(const std::string& path) {
+        const platform::eIoStatus found = platform::FindOnDisk(path, diskPath);
+        return found.IsOk() ? file.Open(diskPath + temporarySuffix, platform::eFileAccess::WriteNew, native)
+                            : found;
+    }
+    platform::eIoStatus Write(const void* data, std::size_t count) { return file.Write(data, count); }
+
+    // Brings the content to disk and gives the file its final name.
+    platform::eIoStatus Complete() {
+        const platform::eIoStatus synced = file.Sync();
+        const platform::eIoStatus closed = file.Close();
+        if (!synced.IsOk() || !closed.IsOk()) {
+            return synced.IsOk() ? closed : synced;
+        }
+        return platform::RenameOver(diskPath + temporarySuffix, diskPath, native);
+    }
+    const std::string& DiskPath() const { return diskPath; }
+
+private:
+    platform::eFile file;
+    std::string diskPath;
+};
 
 struct eCopyStatus {
     platform::eIoStatus read;
@@ -25,7 +45,7 @@ struct eCopyStatus {
     bool IsOk() const { return read.IsOk() && write.IsOk(); }
 };
 
-eCopyStatus CopyContent(platform::eFile& from, platform::eFile& to) {
+eCopyStatus CopyContent(platform::eFile& from, eNewFile& to) {
     constexpr std::size_t pieceSize = 256 * 1024;
     std::vector<std::uint8_t> piece(pieceSize);
     eCopyStatus status;
@@ -38,19 +58,18 @@ eCopyStatus CopyContent(platform::eFile& from, platform::eFile& to) {
     return status;
 }
 
-eCopyStatus Copy(const std::string& source, const std::string& target) {
+eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& target) {
     platform::eFile from;
-    platform::eFile to;
     eCopyStatus status;
     status.read = from.Open(source, platform::eFileAccess::Read);
     if (status.read.IsOk()) {
-        status.write = to.Open(target + temporarySuffix, platform::eFileAccess::WriteNew);
+        status.write = to.Open(target);
     }
     if (status.IsOk()) {
         status = CopyContent(from, to);
     }
     if (status.IsOk()) {
-        status.write = Complete(to, target);
+        status.write = to.Complete();
     }
     return status;
 }
@@ -58,13 +77,13 @@ eCopyStatus Copy(const std::string& source, const std::string& target) {
 }  // namespace
 
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content) {
-    platform::eFile file;
-    platform::eIoStatus status = file.Open(path + temporarySuffix, platform::eFileAccess::WriteNew);
+    eNewFile file;
+    platform::eIoStatus status = file.Open(path);
     if (status.IsOk()) {
         status = file.Write(content.data(), content.size());
     }
     if (status.IsOk()) {
-        status = Complete(file, path);
+        status = file.Complete();
     }
     if (!status.IsOk()) {
         TellWriteFailure(path, status);
@@ -73,13 +92,14 @@ bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> conte
 }
 
 bool CopyWholeFile(const std::string& source, const std::string& target) {
-    const eCopyStatus status = Copy(source, target);
+    eNewFile copy;
+    const eCopyStatus status = Copy(source, copy, target);
     if (!status.read.IsOk()) {
         TellReadFailure(source, status.read);
     } else if (!status.write.IsOk()) {
         TellWriteFailure(target, status.write);
     } else {
-        platform::TellFileEvent(platform::eFileAction::Copied, target);
+        platform::TellFileEvent(platform::eFileAction::Copied, copy.DiskPath(), native);
     }
     return status.IsOk();
 }

@@ -119,12 +119,12 @@ TEST_F(FileStream, LeavesTheOldFileAloneUntilItIsClosed) {
     stream.Write("new", 3);
     stream.Flush();
     EXPECT_EQ(folder.Read("File.mdl"), "old");
-    EXPECT_EQ(folder.Read("file.mdl.tmp"), "new");
+    EXPECT_EQ(folder.Read("File.mdl.tmp"), "new");
     EXPECT_TRUE(stream.Close());
     EXPECT_TRUE(stream.Close());
     platform::SetFileObserver(previous);
     EXPECT_EQ(folder.Read("File.mdl"), "new");
-    EXPECT_FALSE(folder.Has("file.mdl.tmp"));
+    EXPECT_FALSE(folder.Has("File.mdl.tmp"));
     EXPECT_FALSE(folder.Has("file.mdl"));
     EXPECT_THAT(events, ElementsAre(folder / "File.mdl"));
 }

@@ -23,7 +23,7 @@ struct eInstalledFilter {
 eInstalledFilter filter;
 
 // A stack overflow leaves no room for a handler on the stack that has run out.
-alignas(16) std::array<std::byte, 128 * 1024> handlerStack;
+alignas(16) std::array<std::byte, 0x20000> handlerStack;
 
 std::uint32_t FloatingPointCode(int detail) {
     switch (detail) {
@@ -48,7 +48,7 @@ std::uint32_t FloatingPointCode(int detail) {
 
 // A fault close to the end of the stack is taken for its overflow.
 bool IsStackOverflow(const void* faultAddress) {
-    constexpr std::ptrdiff_t reach = 64 * 1024;
+    constexpr std::ptrdiff_t reach = 0x10000;
     const std::ptrdiff_t distance = static_cast<const std::byte*>(faultAddress) - filter.stackEnd;
     return distance > -reach && distance < reach;
 }

@@ -60,7 +60,7 @@ eIoStatus RemoveNatively(const std::string& native) {
     std::vector<std::string> names;
     eIoStatus status = ListNames(native, names);
     for (std::size_t index = 0; status.IsOk() && index < names.size(); ++index) {
-        status = RemoveNatively(native + "/" + names[index]);
+        status = RemoveNatively(NativeJoin(native, names[index]));
     }
     return status.IsOk() ? StatusOf(::rmdir(native.c_str()), errno) : status;
 }
@@ -102,7 +102,7 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, 
     entries.clear();
     for (const std::string& name : names) {
         if (std::optional<std::string> ansi = AnsiFromUtf8(name)) {
-            entries.push_back({std::move(*ansi), IsFolder(native + "/" + name, ePathForm::Native)});
+            entries.push_back({std::move(*ansi), IsFolder(NativeJoin(native, name), ePathForm::Native)});
         }
     }
     return status;

@@ -76,6 +76,11 @@ eIoStatus MakeNativeForWriting(std::string_view path, ePathForm form, std::strin
     return found;
 }
 
+std::string NativeJoin(const std::string& folder, std::string_view name) {
+    std::string path = folder;
+    return path.append("/").append(name);
+}
+
 std::string NativeParent(const std::string& native) {
     const std::size_t slash = native.rfind('/');
     return slash == std::string::npos ? "" : native.substr(0, slash);

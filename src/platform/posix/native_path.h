@@ -20,6 +20,8 @@ eIoStatus MakeNative(std::string_view path, ePathForm form, std::string& native)
 // MakeNative for a path that is about to be changed: Fenced if the write fence does not allow it.
 eIoStatus MakeNativeForWriting(std::string_view path, ePathForm form, std::string& native);
 
+std::string NativeJoin(const std::string& folder, std::string_view name);
+
 // The folder that holds the name: the path before its last slash.
 std::string NativeParent(const std::string& native);
 

@@ -88,6 +88,19 @@ std::string LowerPart(std::string_view part) {
     return lower;
 }
 
+// Without allocation, as a folder may hold thousands of names.
+bool IsOtherSpelling(std::string_view native, std::string_view lowerAnsi) {
+    for (const char wanted : lowerAnsi) {
+        const eUtf8Step step = native.empty() ? eUtf8Step{} : ReadUtf8(native);
+        const int byte = step.length != 0 ? AnsiByte(step.character) : -1;
+        if (byte < 0 || LowerAnsiByte(static_cast<char>(byte)) != wanted) {
+            return false;
+        }
+        native.remove_prefix(step.length);
+    }
+    return native.empty();
+}
+
 // The first name in byte order that is the part in other letters; empty if there is none.
 std::string FindOtherSpelling(const std::string& folder, std::string_view part) {
     const std::unique_ptr<DIR, int (*)(DIR*)> list(::opendir(folder.empty() ? "/" : folder.c_str()),
@@ -102,8 +115,7 @@ std::string FindOtherSpelling(const std::string& folder, std::string_view part) 
         if (name.size() != nativeLength || (!best.empty() && name >= best)) {
             continue;
         }
-        const std::optional<std::string> ansi = AnsiFromUtf8(name);
-        if (ansi && SameLetters(*ansi, lower)) {
+        if (IsOtherSpelling(name, lower)) {
             best = name;
         }
     }
@@ -137,7 +149,7 @@ std::string LookUp(const ePathParts& path) {
     for (std::size_t index = exactCount; index < path.parts.size(); ++index) {
         const std::string& part = path.parts[index];
         std::string name = Utf8FromAnsi(part);
-        if (exists && (index == exactCount || !ExistsNatively(native + "/" + name))) {
+        if (exists && (index == exactCount || !ExistsNatively(NativeJoin(native, name)))) {
             name = FindOtherSpelling(native, part);
             exists = !name.empty();
         }
