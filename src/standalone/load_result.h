@@ -8,7 +8,8 @@
 
 namespace standalone {
 
-// Something wrong with a scene file: where (a JSON path, or a byte offset in words) and what. UTF-8.
+// Something wrong with a scene file: where (a JSON path, or a byte offset in words; empty for the file as a
+// whole) and what. UTF-8.
 struct eProblem {
     std::string place;
     std::string text;

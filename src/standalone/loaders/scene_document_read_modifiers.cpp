@@ -1,0 +1,86 @@
+#include "standalone/loaders/scene_document_read_modifiers.h"
+
+#include <array>
+
+namespace standalone {
+namespace {
+
+void ReadWeight(eJsonReader& json, eJsonIndex value, std::size_t boneCount, eSkinWeight& weight) {
+    if (!json.ExpectCount(value, 2)) {
+        return;
+    }
+    const eJsonIndex bone = value + 1;
+    std::int64_t number = 0;
+    if (json.ReadIndex(bone, boneCount, number)) {
+        weight.bone = static_cast<int>(number);
+    }
+    json.Read(json.Tree().values[bone].end, weight.weight);
+}
+
+void ReadWeights(eJsonReader& json, eJsonIndex list, eSkinModifier& skin) {
+    if (!json.Expect(list, eJsonKind::Array)) {
+        return;
+    }
+    skin.firstWeight.reserve(json.Tree().Count(list) + 1);
+    skin.firstWeight.push_back(0);
+    for (const eJsonIndex vertex : json.Tree().Children(list)) {
+        if (json.Expect(vertex, eJsonKind::Array)) {
+            for (const eJsonIndex pair : json.Tree().Children(vertex)) {
+                ReadWeight(json, pair, skin.bones.size(), skin.weights.emplace_back());
+            }
+        }
+        skin.firstWeight.push_back(static_cast<std::uint32_t>(skin.weights.size()));
+    }
+}
+
+eModifierKind ReadSkin(eDocumentContext& context, eMembers& members, const eObjectKind& object) {
+    eSkinModifier skin;
+    if (const eJsonIndex bones = members.Demand("bones"); bones != kNoJson) {
+        ReadNodeReferences(context, bones, skin.bones);
+    }
+    const auto* const mesh = std::get_if<eMeshObject>(&object);
+    const eJsonIndex weights = members.Demand("weights");
+    // Only a mesh says in the document how many vertices it has.
+    if (weights != kNoJson &&
+        (mesh == nullptr || context.json.ExpectCount(weights, mesh->mesh.verts.size()))) {
+        ReadWeights(context.json, weights, skin);
+    }
+    members.Optional("bindFrame", skin.bindFrame);
+    const eJsonIndex matrices = members.Find("bindMatrices");
+    if (matrices != kNoJson && context.json.ExpectCount(matrices, skin.bones.size())) {
+        context.json.Read(matrices, skin.bindMatrices);
+    }
+    return skin;
+}
+
+eModifierKind ReadOther(eDocumentContext&, eMembers& members, const eObjectKind&) {
+    eOtherModifier other;
+    members.Required("classId", other.classId);
+    return other;
+}
+
+struct eModifierType {
+    std::string_view word;
+    eModifierKind (*read)(eDocumentContext&, eMembers&, const eObjectKind&);
+};
+
+constexpr std::array<eModifierType, 2> kModifierTypes = {{{"skin", ReadSkin}, {"other", ReadOther}}};
+
+}  // namespace
+
+void ReadModifiers(eDocumentContext& context, eJsonIndex list, eObjectData& object) {
+    if (!context.json.Expect(list, eJsonKind::Array)) {
+        return;
+    }
+    for (const eJsonIndex element : context.json.Tree().Children(list)) {
+        const eModifierType* const type = FindType(context.json, element, kModifierTypes);
+        if (type == nullptr) {
+            continue;
+        }
+        eMembers members(context.json, element);
+        members.Find("type");
+        object.modifiers.push_back(type->read(context, members, object.kind));
+    }
+}
+
+}  // namespace standalone
