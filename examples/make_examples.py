@@ -1,0 +1,343 @@
+#!/usr/bin/env python3
+"""Makes the example scenes, one scene document each, from the descriptions below, and their textures.
+
+Usage: examples/make_examples.py [FOLDER]; without a folder the files beside this script are made anew.
+"""
+
+import json
+import pathlib
+import struct
+import sys
+
+WIDTH = 100
+
+
+def text_of(value, indent=0):
+    """JSON that a person likes to read: what fits on a line stands on one."""
+    flat = json.dumps(value, ensure_ascii=False)
+    if indent + len(flat) <= WIDTH or not isinstance(value, (dict, list)):
+        return flat
+    inner = " " * (indent + 2)
+    if isinstance(value, dict):
+        parts = [f"{json.dumps(key, ensure_ascii=False)}: {text_of(item, indent + 2)}" for key, item in value.items()]
+        opening, closing = "{", "}"
+    else:
+        parts = [text_of(item, indent + 2) for item in value]
+        opening, closing = "[", "]"
+    return opening + "\n" + ",\n".join(inner + part for part in parts) + "\n" + " " * indent + closing
+
+
+HELPER = {"type": "helper"}
+
+
+def node(name, properties=(), children=(), **keys):
+    """A node with its keys in a fixed order; what is empty is left out."""
+    result = {"name": name}
+    if properties:
+        result["properties"] = list(properties)
+    result.update(keys)
+    if children:
+        result["children"] = list(children)
+    return result
+
+
+def at(x, y, z):
+    return {"position": [x, y, z]}
+
+
+def box(width, length, height):
+    return {"type": "box", "width": width, "length": length, "height": height}
+
+
+def tank():
+    """Two wheels that share one object: an instance."""
+    wheel = {"object": "wheel", "material": "iron"}
+    joint = ["Poly", "IKType=revolute"]
+    return {
+        "scene": 1,
+        "unitMetres": 0.01,
+        "objects": {"wheel": {"type": "cylinder", "radius": 40, "height": 20}},
+        "materials": {"iron": {"type": "standard", "name": "iron", "diffuse": [0.4, 0.4, 0.45]}},
+        "nodes": [
+            node("tank", ["Model=units/tank"], object=HELPER, children=[
+                node("wheel_l", joint, transform=at(0, 90, 40), **wheel),
+                node("wheel_r", joint, transform=at(0, -90, 40), **wheel),
+            ]),
+        ],
+    }
+
+
+def arm():
+    """One joint with limits and a property of the game's own."""
+    limits = ["Poly", "IKType=revolute", "IKMin=-1", "IKMax=1", "speed=1,5"]
+    return {
+        "scene": 1,
+        "nodes": [
+            node("root", ["Model=tests/arm"], object=HELPER, children=[
+                node("arm", limits, transform=at(0, 0, 1), object=box(0.25, 0.25, 1)),
+            ]),
+        ],
+    }
+
+
+def structure():
+    """A base with two models of their own, which share its folder "common"."""
+    return {
+        "scene": 1,
+        "objects": {"mast": box(0.5, 0.5, 6)},
+        "materials": {"concrete": {"type": "standard", "name": "concrete", "diffuse": [0.6, 0.6, 0.55]}},
+        "nodes": [
+            node("base", ["Structure", "Model=buildings/base", "Hold=mast floor"], object=HELPER, children=[
+                node("mast", ["Poly"], transform=at(0, 0, 0.2), object="mast", material="concrete"),
+                node("floor", ["Poly"], object=box(20, 12, 0.2), material="concrete"),
+                node("gate", ["Model=buildings/base/gate"], transform=at(10, 0, 0), object=HELPER, children=[
+                    node("leaf", ["Poly", "IKType=prizmatic", "IKMin=0", "IKMax=3"], object=box(0.3, 4, 3)),
+                ]),
+                node("tower", ["Model=buildings/base/tower"], transform=at(-8, 4, 0), object=HELPER, children=[
+                    node("post", ["Poly"], object="mast", material="concrete"),
+                ]),
+            ]),
+        ],
+    }
+
+
+def levels_of_detail():
+    """A hull with two coarser levels, siblings of the hull named after it."""
+    return {
+        "scene": 1,
+        "nodes": [
+            node("boat", ["Model=units/boat"], object=HELPER, children=[
+                node("hull", ["Poly"], object={"type": "sphere", "radius": 3, "segments": 32}),
+                node("hull_lod1", ["Poly"], object={"type": "sphere", "radius": 3, "segments": 16}),
+                node("hull_lod2", ["Poly"], object={"type": "sphere", "radius": 3, "segments": 8}),
+                node("mast", ["Poly", "LODLastOff"], transform=at(0, 0, 3), object=box(0.2, 0.2, 4)),
+            ]),
+        ],
+    }
+
+
+def preview_group():
+    """A group with a camera, what it looks at, and lights: a view for the game's tools."""
+    sun = {"type": "light", "kind": "directional", "color": [1, 0.95, 0.8], "multiplier": 0.8}
+    lamp = {"type": "light", "kind": "spot", "hotspot": 30, "falloff": 45, "attenuation": {"start": 4, "end": 12}}
+    # Half of the square root of 2: a quarter turn about x, so that the camera looks along +y.
+    quarter = {"position": [0, -8, 1], "rotation": [0.70710678, 0, 0, 0.70710678]}
+    return {
+        "scene": 1,
+        "ambient": [0.1, 0.1, 0.12],
+        "nodes": [
+            node("lantern", ["Model=props/lantern"], object=HELPER, children=[
+                node("glass", ["Poly"], object=box(1, 1, 2)),
+                node("view", ["Preview"], group="head", object=HELPER, children=[
+                    node("view_camera", group="member", transform=quarter,
+                         object={"type": "camera", "fov": 40, "targetDistance": 8}, target="view_aim"),
+                    node("view_aim", group="member", transform=at(0, 0, 1), object={"type": "target"}),
+                    node("sun", group="member", transform=at(0, 0, 10), object=sun),
+                    node("lamp", group="member", transform=at(0, 0, 5), object=lamp),
+                    node("glow", group="member", object={"type": "light", "kind": "ambient", "multiplier": 0.2}),
+                ]),
+            ]),
+        ],
+    }
+
+
+def gameplay():
+    """Collision volumes, zones and support points."""
+    wedge = {
+        "type": "mesh",
+        "vertices": [[-1, -1, 0], [1, -1, 0], [1, 1, 0], [-1, 1, 0], [0, 0, 1.5]],
+        "faces": [[0, 2, 1], [0, 3, 2], [0, 1, 4], [1, 2, 4], [2, 3, 4], [3, 0, 4]],
+        "smoothing": 0,
+    }
+    lawn = {"type": "line", "splines": [{"points": [[-6, -6, 0], [6, -6, 0], [6, 6, 0], [-6, 6, 0]]}]}
+    return {
+        "scene": 1,
+        "nodes": [
+            node("house", ["Model=buildings/house", "Land"], object=HELPER, children=[
+                node("walls", ["Poly"], object=box(8, 6, 3)),
+                node("walls_vol", ["Volume=stone", "Thickness=0,4", "bullet", "overlap", "Tags=wall,stone"],
+                     object=box(8, 6, 3)),
+                node("roof_vol", ["Volume=roof", "visible"], transform=at(0, 0, 3), object=wedge),
+                node("well_vol", ["Volume", "Obstacle", "Static"], transform=at(5, 5, 0),
+                     object={"type": "cylinder", "radius": 0.8, "height": 1}),
+                node("yard", ["Area", "Tags=yard"], object={"type": "rectangle", "width": 20, "length": 16}),
+                node("lawn", ["Area"], object=lawn),
+                node("hearth", ["Obstacle=1", "Permit=cat"], transform=at(2, 0, 0),
+                     object={"type": "circle", "radius": 0.5}),
+                node("step", ["SupportPoint"], transform=at(0, -3, 0), object=HELPER),
+                node("door", ["SupportPoint"], transform=at(0, -4, 0), object=HELPER),
+            ]),
+        ],
+    }
+
+
+def skinned_strip():
+    """A strip of six vertices on two bones; the upper one bends."""
+    sin, cos = 0.25881905, 0.96592583
+    weights = [[[0, 1]], [[0, 1]], [[0, 0.5], [1, 0.5]], [[0, 0.5], [1, 0.5]], [[1, 1]], [[1, 1]]]
+    strip = {
+        "type": "mesh",
+        "vertices": [[-0.5, 0, 0], [0.5, 0, 0], [-0.5, 0, 1], [0.5, 0, 1], [-0.5, 0, 2], [0.5, 0, 2]],
+        "faces": [[0, 1, 2], [2, 1, 3], [2, 3, 4], [4, 3, 5]],
+        "maps": {
+            "1": {
+                "vertices": [[0, 0, 0], [1, 0, 0], [0, 0.5, 0], [1, 0.5, 0], [0, 1, 0], [1, 1, 0]],
+                "faces": [[0, 1, 2], [2, 1, 3], [2, 3, 4], [4, 3, 5]],
+            }
+        },
+        "modifiers": [{"type": "skin", "bones": ["lower", "upper"], "weights": weights}],
+    }
+    bend = [{"frame": 0, "rotation": [0, 0, 0, 1]}, {"frame": 10, "rotation": [sin, 0, 0, cos]}]
+    return {
+        "scene": 1,
+        "range": [0, 10],
+        "selectionSets": [{"name": "all", "nodes": ["strip", "lower", "upper"]}],
+        "nodes": [
+            node("flag", ["Model=props/flag", "animation=wave,all,0-10"], object=HELPER, children=[
+                node("lower", object=HELPER, children=[
+                    node("upper", transform=at(0, 0, 1), keys=bend, object=HELPER),
+                ]),
+                node("strip", ["Poly"], object=strip),
+            ]),
+        ],
+    }
+
+
+def materials():
+    """Every kind of material and map, on a wall of three faces with a material each."""
+    def bitmap(file, **keys):
+        return {"type": "bitmap", "file": file, **keys}
+
+    bump = {"type": "normalBump", "normal": bitmap("textures/bricks_normal.tga")}
+    mixed = {
+        "type": "mix",
+        "maps": [bitmap("textures/bricks.tga"), bitmap("textures/moss.tga"), {"type": "vertexColor"}],
+    }
+    shaded = {"type": "rgbMultiply", "maps": [{"type": "checker", "colors": [[1, 1, 1], [0.2, 0.2, 0.2]]}, None]}
+    wall = {
+        "type": "mesh",
+        "vertices": [[0, 0, 0], [1, 0, 0], [1, 0, 1], [0, 0, 1], [2, 0, 0]],
+        "faces": [[0, 1, 2], [0, 2, 3], [1, 4, 2]],
+        "materialIds": [0, 1, 2],
+        "maps": {
+            "1": {
+                "vertices": [[0, 0, 0], [1, 0, 0], [1, 1, 0], [0, 1, 0], [2, 0, 0]],
+                "faces": [[0, 1, 2], [0, 2, 3], [1, 4, 2]],
+            },
+            "0": {"vertices": [[1, 1, 1], [0.5, 0.5, 0.5]], "faces": [[0, 0, 1], [0, 1, 1], [0, 0, 1]]},
+        },
+    }
+    return {
+        "scene": 1,
+        "materials": {
+            "bricks": {
+                "type": "standard",
+                "name": "bricks",
+                "specular": [0.2, 0.2, 0.2],
+                "shininess": 0.3,
+                "maps": {
+                    "diffuse": {"map": bitmap("textures/bricks.tga", uv={"tiling": [2, 2], "angle": 45})},
+                    "bump": {"map": bump, "amount": 0.5},
+                },
+            },
+            "mossy": {"type": "standard", "name": "mossy", "maps": {"diffuse": {"map": mixed}}},
+            "chalk": {"type": "standard", "name": "chalk", "maps": {"diffuse": {"map": shaded, "amount": 0.8}}},
+            "layers": {"type": "twoLayer", "name": "layers", "materials": ["bricks", "mossy"]},
+            "glow": {
+                "type": "sorrel",
+                "name": "glow",
+                "material": "chalk",
+                "blend": 2,
+                "strength": 0.5,
+                "mask": bitmap("textures/mask.tga", invert=True),
+            },
+            "wall": {"type": "multi", "name": "wall", "materials": ["bricks", "layers", "glow"]},
+        },
+        "nodes": [
+            node("ruin", ["Model=buildings/ruin"], object=HELPER, children=[
+                node("wall", ["Poly"], object=wall, material="wall"),
+            ]),
+        ],
+    }
+
+
+def animations():
+    """Two animations of one timeline, each for the nodes of a selection set."""
+    turn = [
+        {"frame": 0, "rotation": [0, 0, 0, 1]},
+        {"frame": 15, "rotation": [0, 0, 1, 0]},
+        {"frame": 30, "rotation": [0, 0, 0, -1]},
+    ]
+    lift = [{"frame": 30, "position": [0, 0, 2]}, {"frame": 50, "position": [0, 0, 5], "scale": [1, 1, 2]}]
+    return {
+        "scene": 1,
+        "range": [0, 50],
+        "selectionSets": [{"name": "top", "nodes": ["rotor"]}, {"name": "lift", "nodes": ["cabin", "rotor"]}],
+        "nodes": [
+            node("mill", ["Model=buildings/mill", "animationauto=turn,top,0-30", "animation=rise,lift,30-50,up,150"],
+                 object=HELPER, children=[
+                     node("cabin", ["Poly"], transform=at(0, 0, 2), keys=lift, object=box(1, 1, 1), children=[
+                         node("rotor", ["Poly"], transform=at(0, 0.6, 0.5), keys=turn,
+                              visibility=[[0, 1], [40, 0]], object=box(4, 0.1, 0.3)),
+                     ]),
+                 ]),
+        ],
+    }
+
+
+def russian_names():
+    """Names and values in Cyrillic letters; letter case does not matter to references."""
+    return {
+        "scene": 1,
+        "selectionSets": [{"name": "Башня", "nodes": ["башня", "СТВОЛ"]}],
+        "materials": {"сталь": {"type": "standard", "name": "Сталь", "diffuse": [0.5, 0.5, 0.5]}},
+        "nodes": [
+            node("Танк", ["Model=units/tank_ru", "Экипаж=три человека"], object=HELPER, children=[
+                node("Башня", ["Poly", "Layer=верх"], transform=at(0, 0, 1), object=box(2, 2, 1), material="сталь",
+                     children=[
+                         node("Ствол", ["Poly", "IKType=revolute", "IKMin=-0,1", "IKMax=0,3"],
+                              transform=at(0, 1, 0.5), object=box(0.2, 3, 0.2), material="сталь"),
+                     ]),
+            ]),
+        ],
+    }
+
+
+def tga(size, color_at):
+    """An uncompressed image of 24 bits; color_at(x, y) gives red, green and blue, y runs upward."""
+    header = struct.pack("<BBBHHBHHHHBB", 0, 0, 2, 0, 0, 0, 0, 0, size, size, 24, 0)
+    pixels = [color_at(x, y) for y in range(size) for x in range(size)]
+    return header + b"".join(bytes((blue, green, red)) for red, green, blue in pixels)
+
+
+def is_mortar(x, y):
+    """The joints of a wall of bricks, 8 by 4 pixels each."""
+    return y % 4 == 0 or (x + (y // 4 % 2) * 4) % 8 == 0
+
+
+TEXTURES = {
+    "bricks.tga": tga(16, lambda x, y: (190, 190, 180) if is_mortar(x, y) else (150, 60 + x, 40)),
+    "bricks_normal.tga": tga(16, lambda x, y: (128, 90, 240) if is_mortar(x, y) else (128, 128, 255)),
+    "moss.tga": tga(8, lambda x, y: (40, 90 + 10 * ((x * 3 + y * 5) % 7), 30)),
+    "mask.tga": tga(8, lambda x, y: (32 * x, 32 * x, 32 * x)),
+}
+
+EXAMPLES = [
+    tank, arm, structure, levels_of_detail, preview_group, gameplay, skinned_strip, materials, animations,
+    russian_names,
+]
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent
+    folder.mkdir(parents=True, exist_ok=True)
+    for example in EXAMPLES:
+        path = folder / f"{example.__name__}.scene.json"
+        path.write_bytes((text_of(example()) + "\n").encode("utf-8"))
+    (folder / "textures").mkdir(exist_ok=True)
+    for name, content in TEXTURES.items():
+        (folder / "textures" / name).write_bytes(content)
+
+
+if __name__ == "__main__":
+    main()
