@@ -1,0 +1,110 @@
+#include "volume/obstacle_tags.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/number_text.h"
+#include "export/export.h"
+#include "scene/node_properties.h"
+#include "scene/prop_text.h"
+
+namespace {
+
+using xIo::xSdl::eWriter;
+
+// {key "word" "word"}: the words of the value, which "," and LF part.
+void WriteTags(eWriter& writer, const host::INode& node) {
+    if (!HasUserProp(node, "Tags")) {
+        return;
+    }
+    std::string value;
+    node.GetUserPropString("Tags", value);
+    constexpr const char* kSeparators = ",\n";
+    writer.BlockBegin().Word("tags");
+    for (std::size_t begin = value.find_first_not_of(kSeparators); begin != std::string::npos;) {
+        const std::size_t end = std::min(value.find_first_of(kSeparators, begin), value.size());
+        writer.String(std::string_view(value).substr(begin, end - begin));
+        begin = value.find_first_not_of(kSeparators, end);
+    }
+    writer.BlockEndLine();
+}
+
+// {word "value"}, also with an empty value.
+void WriteText(eWriter& writer, ePropText& properties, const char* key, const char* word) {
+    if (properties.Find(key)) {
+        writer.BlockBegin().Word(word).String(properties.Value()).BlockEndLine();
+    }
+}
+
+// {word}
+void WriteMark(eWriter& writer, ePropText& properties, const char* key, const char* word) {
+    if (properties.Find(key)) {
+        writer.BlockBegin().Word(word).BlockEndLine();
+    }
+}
+
+void WriteZoneTags(eWriter& writer, const host::INode& node, ePropText& properties) {
+    WriteTags(writer, node);
+    WriteText(writer, properties, "Proper", "proper");
+    WriteText(writer, properties, "Permit", "permit");
+    WriteMark(writer, properties, "Rotate", "rotate");
+    WriteMark(writer, properties, "Move", "move");
+    WriteMark(writer, properties, "Static", "static");
+}
+
+void WriteComponent(eWriter& writer, ePropText& properties) {
+    if (properties.Find("Volume") && !properties.Value().empty()) {
+        writer.BlockBegin().Word("component").String(properties.Value()).BlockEndLine();
+    }
+}
+
+void WriteThickness(eWriter& writer, const host::INode& node) {
+    if (!HasUserProp(node, "Thickness")) {
+        return;
+    }
+    std::string value;
+    node.GetUserPropString("Thickness", value);
+    std::ranges::replace(value, ',', ' ');
+    writer.BlockBegin().Word("thickness").Word(value).BlockEndLine();
+}
+
+// What can happen to the volume in the game; a volume that nothing can happen to has no block.
+void WriteAbilities(eWriter& writer, ePropText& properties) {
+    writer.BlockBegin().Word("able").DropIfEmpty();
+    if (properties.Find("Clear")) {
+        writer.Word("clear");
+    }
+    for (const char* key : {"visible", "bullet", "overlap", "contact", "contact_ground", "blast", "select",
+                            "hole", "holed", "touch", "float", "window"}) {
+        if (!properties.Find(key)) {
+            continue;
+        }
+        writer.BlockBegin().Word(key);
+        if (const std::string_view value = properties.Value(); !value.empty()) {
+            writer.Word(value);
+        }
+        writer.BlockEnd();
+    }
+    if (properties.Find("obstacle")) {
+        const std::string_view value = properties.Value();
+        if (!value.empty() && ReadInteger(value) == 0) {
+            writer.BlockBegin().Word("obstacle").Integer(0).BlockEnd();
+        }
+    }
+    writer.BlockEndLine();
+}
+
+}  // namespace
+
+void WriteObstacleTags(Export& run, const host::INode& node, bool isVolume) {
+    const std::string text = NormalizeUserProps(node, false);
+    ePropText properties(text);
+    if (!isVolume) {
+        WriteZoneTags(*run.mdlWriter, node, properties);
+        return;
+    }
+    WriteTags(*run.defWriter, node);
+    WriteComponent(*run.defWriter, properties);
+    WriteThickness(*run.defWriter, node);
+    WriteAbilities(*run.defWriter, properties);
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "host/node.h"
+
+class Export;
+
+// The gameplay tags that a node's properties carry on to the engine: those of a zone on mdlWriter, those of a
+// volume on defWriter.
+void WriteObstacleTags(Export& run, const host::INode& node, bool isVolume);
