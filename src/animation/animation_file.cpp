@@ -1,3 +1,241 @@
 #include "animation/animation_file.h"
 
-void WriteAnimationFiles(Export&) {}
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "animation/animation_format.h"
+#include "animation/animation_table.h"
+#include "animation/vertex_section.h"
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+
+namespace {
+
+using host::Quat;
+
+constexpr std::uint8_t kNoNumber = 0xFF;
+
+// Whether the animation covers the node that last filled a bone's entries; from frame to frame it is the same
+// node, so that the question is asked once.
+struct eBoneCover {
+    host::INode* node = nullptr;
+    bool covered = false;
+};
+
+// The file that is being written.
+struct eAnimationWriter {
+    Export& run;
+    const eExportAnimation& animation;
+    xIo::eFileStream& stream;
+    std::vector<std::uint8_t> boneMap = {};  // bone number to number in BMAP
+    std::vector<eBoneCover> covers = {};     // by bone number
+
+    const eExportFrameBone& Entry(int frame, std::size_t bone) const {
+        return run.frames[static_cast<std::size_t>(frame)].bones[bone];
+    }
+    // True if the bone has data of this animation in the frame.
+    bool Counts(int frame, std::size_t bone) {
+        const eExportFrameBone& entry = Entry(frame, bone);
+        if (entry.flags == 0) {
+            return false;
+        }
+        eBoneCover& cover = covers[bone];
+        if (cover.node != entry.node) {
+            cover = {entry.node, AnimationTouchesNode(run, *entry.node, animation.selection)};
+        }
+        return cover.covered;
+    }
+};
+
+// Numbers the bones that have data in the animation. At most 255 can be told apart; a frame that needs more
+// ends the file.
+int NumberBones(eAnimationWriter& writer) {
+    const eExportAnimation& animation = writer.animation;
+    int count = 0;
+    writer.boneMap.assign(writer.run.boneNames.size(), kNoNumber);
+    writer.covers.assign(writer.run.boneNames.size(), {});
+    for (std::size_t bone = 0; bone < writer.boneMap.size() && count < kMaxAnimatedBones; ++bone) {
+        for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+            if (writer.Counts(frame, bone)) {
+                writer.boneMap[bone] = static_cast<std::uint8_t>(count++);
+                break;
+            }
+        }
+    }
+    return count;
+}
+
+void WriteHead(eAnimationWriter& writer) {
+    xIo::eFileStream& stream = writer.stream;
+    stream.Write("EANM", 4);
+    stream.WriteValue(kAnimationVersion);
+    stream.Write("FRMS", 4);
+    stream.WriteValue(
+        static_cast<std::uint32_t>(writer.animation.lastFrame - writer.animation.firstFrame + 1));
+    stream.Write("BMAP", 4);
+    stream.WriteValue(static_cast<std::uint32_t>(NumberBones(writer)));
+    for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
+        if (writer.boneMap[bone] != kNoNumber) {
+            stream.WriteString(writer.run.boneNames[bone].c_str());
+        }
+    }
+}
+
+// Three floats: a reader takes w as the negative root of what is left of the unit length.
+void WriteRotation(xIo::eFileStream& stream, const Quat& rotation) {
+    const float length = std::sqrt(rotation.x * rotation.x + rotation.y * rotation.y +
+                                   rotation.z * rotation.z + rotation.w * rotation.w);
+    const float factor = (rotation.w > 0 ? -1.0F : 1.0F) / (length > 0 ? length : 1.0F);
+    stream.WriteValue(rotation.x * factor);
+    stream.WriteValue(rotation.y * factor);
+    stream.WriteValue(rotation.z * factor);
+}
+
+void WriteBoneRecord(eAnimationWriter& writer, int frame, std::size_t bone) {
+    const eExportFrameBone& entry = writer.Entry(frame, bone);
+    xIo::eFileStream& stream = writer.stream;
+    stream.WriteByte(writer.boneMap[bone]);
+    const int flagsPosition = stream.Position();
+    stream.WriteValue(entry.flags);
+    if ((entry.flags & kFramePosition) != 0) {
+        stream.WriteValue(entry.position);
+    }
+    if ((entry.flags & kFrameRotation) != 0) {
+        WriteRotation(stream, entry.rotation);
+    }
+    if ((entry.flags & kFrameVertices) != 0 &&
+        !WriteVertexSection(writer.run, writer.animation, frame, bone, stream)) {
+        stream.Seek(flagsPosition, xIo::fromStart);
+        stream.WriteValue(static_cast<std::uint16_t>(entry.flags & ~kFrameVertices));
+        stream.Seek(0, xIo::fromEnd);
+    }
+}
+
+// False if the frame has more bones than its counter can tell.
+bool WriteFrame(eAnimationWriter& writer, int frame) {
+    std::vector<std::size_t> counting;
+    for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
+        if (writer.Counts(frame, bone)) {
+            counting.push_back(bone);
+        }
+    }
+    if (counting.size() > kMaxAnimatedBones) {
+        return false;
+    }
+    if (counting.empty()) {
+        return true;
+    }
+    xIo::eFileStream& stream = writer.stream;
+    stream.Write("FRM2", 4);
+    stream.WriteValue(static_cast<std::uint16_t>(frame - writer.animation.firstFrame));
+    stream.WriteByte(static_cast<std::uint8_t>(counting.size()));
+    for (const std::size_t bone : counting) {
+        WriteBoneRecord(writer, frame, bone);
+    }
+    return true;
+}
+
+void WriteFrames(eAnimationWriter& writer) {
+    for (int frame = writer.animation.firstFrame; frame <= writer.animation.lastFrame; ++frame) {
+        if (!WriteFrame(writer, frame)) {
+            const auto text =
+                format("Более 255 анимированых костей в анимации '%s'"_ansi) % writer.animation.name;
+            ShowError(writer.run.host->GetMAXHWnd(), text.Text());
+            return;
+        }
+    }
+}
+
+// A later animation over the same frames may have taken an end of this one: the engine then starts or ends
+// without a full pose.
+void WarnAboutLostEnds(eAnimationWriter& writer, std::size_t index) {
+    constexpr std::uint16_t kFullPose = kFramePosition | kFrameRotation;
+    const std::vector<eExportAnimation>& animations = writer.run.animations;
+    const auto taker = [&](int frame, std::size_t bone) -> const eExportAnimation* {
+        const eExportFrameBone& entry = writer.Entry(frame, bone);
+        if (entry.node == nullptr || (entry.flags & kFullPose) == kFullPose ||
+            !AnimationTouchesNode(writer.run, *entry.node, writer.animation.selection)) {
+            return nullptr;
+        }
+        const auto covers = [&](const eExportAnimation& other) {
+            return other.inRange && other.firstFrame <= frame && frame <= other.lastFrame &&
+                   AnimationTouchesNode(writer.run, *entry.node, other.selection);
+        };
+        const auto found = std::find_if(animations.begin() + static_cast<std::ptrdiff_t>(index) + 1,
+                                        animations.end(), covers);
+        return found == animations.end() ? nullptr : &*found;
+    };
+    for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
+        for (const int frame : {writer.animation.firstFrame, writer.animation.lastFrame}) {
+            if (const eExportAnimation* other = taker(frame, bone)) {
+                const auto text =
+                    format(
+                        "Анимации '%s' и '%s' пересекаются по кадрам.\nКрайний кадр анимации '%s' "
+                        "не содержит полной позы."_ansi) %
+                    writer.animation.name % other->name % writer.animation.name;
+                return ShowWarning(writer.run.host->GetMAXHWnd(), text.Text());
+            }
+        }
+    }
+}
+
+// The name of an animation's file is one word of a path; anything else would leave the model's folder.
+bool IsFileName(const std::string& name) {
+    return !name.empty() && name != "." && name != ".." && name.find_first_of("/\\:") == std::string::npos;
+}
+
+void WriteAnimationFile(Export& run, std::size_t index) {
+    const eExportAnimation& animation = run.animations[index];
+    if (!IsFileName(animation.binary)) {
+        const auto text =
+            format("Недопустимое имя файла '%s' в анимации '%s' модели '%s'.\nАнимация не записана."_ansi) %
+            animation.binary % animation.name % run.currentRoot->GetName();
+        return ShowError(run.host->GetMAXHWnd(), text.Text());
+    }
+    const eName path = (run.modelFolder / eName(animation.binary)).Append(".anm");
+    run.anmStream = std::make_unique<xIo::eFileStream>();
+    if (!run.anmStream->Open(path,
+                             xIo::streamRead | xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt)) {
+        run.anmStream.reset();
+        return;
+    }
+    eAnimationWriter writer{.run = run, .animation = animation, .stream = *run.anmStream};
+    WriteHead(writer);
+    WriteFrames(writer);
+    run.anmStream->Close();
+    run.anmStream.reset();
+    WarnAboutLostEnds(writer, index);
+}
+
+// Of two animations with one file the later one stands.
+void WarnAboutSharedFiles(Export& run) {
+    for (std::size_t later = 0; later < run.animations.size(); ++later) {
+        const eExportAnimation& second = run.animations[later];
+        for (std::size_t earlier = 0; earlier < later; ++earlier) {
+            const eExportAnimation& first = run.animations[earlier];
+            if (first.inRange && second.inRange && eName(first.binary) == eName(second.binary)) {
+                const auto text = format(
+                                      "Анимации '%s' и '%s' записываются в один файл '%s.anm'.\n"
+                                      "Останется последняя из них."_ansi) %
+                                  first.name % second.name % second.binary;
+                ShowWarning(run.host->GetMAXHWnd(), text.Text());
+                break;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void WriteAnimationFiles(Export& run) {
+    WarnAboutSharedFiles(run);
+    for (std::size_t index = 0; index < run.animations.size(); ++index) {
+        if (run.animations[index].inRange) {
+            WriteAnimationFile(run, index);
+        }
+    }
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "host/values.h"
@@ -18,12 +19,19 @@ inline constexpr std::uint16_t kFrameVisible = 0x0008;
 inline constexpr std::uint16_t kFrameHidden = 0x0010;
 inline constexpr std::uint16_t kFrameVertices = 0x0020;
 
-// What one bone stores in one frame; flags 0 means nothing.
+// The vertices of a mesh animated by frames, in one frame, in the order of the welded mesh.
+struct eExportFrameMesh {
+    std::vector<eExportVertex> vertices;
+    int vertexSize = 0;  // bytes of each vertex in the file
+};
+
+// What one bone stores in one frame; flags 0 means nothing. A long timeline has millions of these, so the
+// pose is kept as the files hold it, and the rare mesh apart: 48 bytes.
 struct eExportFrameBone {
-    host::Matrix3 matrix;                 // relative to the parent, translation in metres
-    std::vector<eExportVertex> vertices;  // of a mesh animated by frames, in the order of the welded mesh
-    int vertexSize = 0;                   // bytes of each vertex in the file
-    host::INode* node = nullptr;          // the node that filled this entry
+    host::Point3 position;                   // relative to the parent, metres
+    host::Quat rotation;                     // relative to the parent
+    host::INode* node = nullptr;             // the node that filled this entry
+    std::unique_ptr<eExportFrameMesh> mesh;  // null without vertices
     std::uint16_t flags = 0;
 };
 

@@ -1,3 +1,171 @@
 #include "animation/sample_node.h"
 
-void SampleNode(Export&, host::INode&, host::INode*) {}
+#include <optional>
+
+#include "animation/animation_table.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "platform/message_box.h"
+#include "scene/find_skin.h"
+#include "scene/master_scale.h"
+#include "scene/matrix_text.h"
+
+namespace {
+
+using host::Matrix3;
+using host::Point3;
+using host::Quat;
+
+constexpr float kPositionTolerance = 0.001F;
+constexpr float kRotationTolerance = 0.00001F;
+constexpr float kHandednessTolerance = 0.001F;
+constexpr float kVisible = 0.5F;
+
+// What does not change from sample to sample.
+struct eSampler {
+    Export& run;
+    host::INode& node;
+    host::INode& parent;
+    int bone;
+    float metresPerUnit;
+};
+
+struct ePose {
+    Point3 position;
+    Quat rotation;
+    bool mirrored = false;
+};
+
+// The nearest ancestor that is no group member.
+host::INode& ParentOf(const host::INode& node) {
+    host::INode* parent = node.GetParentNode();
+    while (parent->IsGroupMember()) {
+        parent = parent->GetParentNode();
+    }
+    return *parent;
+}
+
+// Brings a mirrored matrix to the right hand by turning its third axis round; true if it was mirrored.
+bool TakeOutMirror(Export& run, Matrix3& m) {
+    const Point3 third = host::CrossProd(m.GetRow(0), m.GetRow(1));
+    if (third.Equals(m.GetRow(2), kHandednessTolerance)) {
+        return false;
+    }
+    if (third.Equals(-m.GetRow(2), kHandednessTolerance)) {
+        m.SetRow(2, -m.GetRow(2));
+        return true;
+    }
+    platform::ShowMessageBox({.text = "Non-ortho", .title = "ERROR", .parent = run.host->GetMAXHWnd()});
+    return false;
+}
+
+ePose PoseAt(const eSampler& sampler, host::TimeValue time) {
+    Matrix3 relative =
+        NoScale(sampler.node.GetNodeTM(time)) * Inverse(NoScale(sampler.parent.GetNodeTM(time)));
+    relative.SetTrans(relative.GetTrans() * sampler.metresPerUnit);
+    if (sampler.bone == 0) {
+        relative = relative * sampler.run.mirrorMatrix;
+    }
+    const bool mirrored = TakeOutMirror(sampler.run, relative);
+    return {relative.GetTrans(), Quat(relative), mirrored};
+}
+
+void WriteRotation(xIo::xSdl::eWriter& writer, const Quat& q) {
+    writer.Word("orientation");
+    for (const float component : {q.x, q.y, q.z, q.w}) {
+        writer.Real(RoundForText(component));
+    }
+    writer.EndLine();
+}
+
+void ReportFrame(xIo::xSdl::eWriter& writer, int frame, const eExportFrameBone& entry) {
+    writer.Word("frame").Integer(frame).BlockBegin().EndLine();
+    if ((entry.flags & (kFrameVisible | kFrameHidden)) != 0) {
+        writer.Word("visibility").Integer((entry.flags & kFrameVisible) != 0 ? 1 : 0).EndLine();
+    }
+    if ((entry.flags & kFramePosition) != 0) {
+        writer.Word("position");
+        WritePoint3(writer, entry.position);
+        writer.EndLine();
+    }
+    if ((entry.flags & kFrameRotation) != 0) {
+        WriteRotation(writer, entry.rotation);
+    }
+    writer.BlockEndLine();
+}
+
+// What the engine carries forward at this point of the animation.
+struct eCarried {
+    std::optional<ePose> pose;
+    bool visible = true;
+};
+
+std::uint16_t ChangesSince(const eCarried& carried, const ePose& pose, bool visible, bool isEdge) {
+    std::uint16_t flags = 0;
+    if (isEdge || !pose.position.Equals(carried.pose->position, kPositionTolerance)) {
+        flags |= kFramePosition;
+    }
+    if (isEdge || !pose.rotation.Equals(carried.pose->rotation, kRotationTolerance)) {
+        flags |= kFrameRotation;
+    }
+    if (isEdge || visible != carried.visible) {
+        flags |= visible ? kFrameVisible : kFrameHidden;
+    }
+    if ((flags & (kFramePosition | kFrameRotation)) != 0 && pose.mirrored) {
+        flags |= kFrameMirrored;
+    }
+    return flags;
+}
+
+void StoreSample(const eSampler& sampler, eExportFrameBone& entry, const ePose& pose, bool visible,
+                 bool isEdge, eCarried& carried) {
+    entry.node = &sampler.node;
+    entry.flags = ChangesSince(carried, pose, visible, isEdge);
+    carried.visible = visible;
+    if ((entry.flags & (kFramePosition | kFrameRotation)) != 0) {
+        entry.position = pose.position;
+        entry.rotation = pose.rotation;
+        carried.pose = pose;
+    }
+}
+
+void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation) {
+    Export& run = sampler.run;
+    xIo::xSdl::eWriter& report = *run.animWriter;
+    const int ticks = run.host->GetTicksPerFrame();
+    const bool reverse = run.options.reverseAnimation;
+    host::TimeValue time = (reverse ? animation.lastFrame : animation.firstFrame) * ticks;
+    report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
+    eCarried carried;
+    for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+        const ePose pose = PoseAt(sampler, time);
+        const bool visible = sampler.node.GetVisibility(time) >= kVisible;
+        const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
+        eExportFrameBone& entry =
+            run.frames[static_cast<std::size_t>(frame)].bones[static_cast<std::size_t>(sampler.bone)];
+        StoreSample(sampler, entry, pose, visible, isEdge, carried);
+        if (entry.flags != 0) {
+            ReportFrame(report, frame, entry);
+        }
+        time += reverse ? -ticks : ticks;
+    }
+}
+
+}  // namespace
+
+void SampleNode(Export& run, host::INode& node, host::INode* commonTarget) {
+    const eSampler sampler{.run = run,
+                           .node = node,
+                           .parent = ParentOf(node),
+                           .bone = FindBoneIndex(node, commonTarget),
+                           .metresPerUnit = MasterScale(run)};
+    if (sampler.bone < 0) {
+        return;
+    }
+    for (const eExportAnimation& animation : run.animations) {
+        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
+            SampleAnimation(sampler, animation);
+        }
+    }
+}

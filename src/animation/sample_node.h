@@ -1,12 +1,16 @@
 #pragma once
 
+#include "host/node.h"
+
 class Export;
 
-namespace host {
-class INode;
-}  // namespace host
-
-// Samples every animation of the table that touches the node into the frame table, with key reduction, and
-// reports it on animWriter. `target` is the node whose merged mesh the node feeds, or null; a node whose bone
-// has no number is not sampled.
-void SampleNode(Export& run, host::INode& node, host::INode* target);
+// Samples every animation of the table that touches the node into the frame table, and reports on animWriter
+// what was stored. `commonTarget` is the node whose mesh this one feeds, or null; a node without bone number
+// has no entry and is left alone.
+//
+// A pose enters a frame only where it differs from the last one stored: position by more than 0.001 metres in
+// a component, rotation by more than 0.00001 in a component of the quaternion. First and last frame of an
+// animation always hold everything.
+//
+// Two evaluations of the host per frame; memory only for the text.
+void SampleNode(Export& run, host::INode& node, host::INode* commonTarget);

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstring>
+
+#include "mesh/export_vertex.h"
+
+// How a vertex lies in the mesh file and in the animation file. Its format word says which fields it has;
+// they follow one another without padding, little-endian:
+//
+//   field             present when                     size             content
+//   position          always                           12               x, y, z in metres, bone space
+//   weights           weightCount (bits 9, 10) not 0   4 * weightCount  the first weights; the next is 1 -
+//   sum bones             weightCount not 0                4                three palette indices, then 0
+//   normal            VF_NORMAL                        12               x, y, z, unit length
+//   colour            VF_COLOR                         4                blue, green, red, alpha
+//   map coordinates   uvCount (bits 4 to 7) not 0      8 * uvCount      per set u, v
+//   tangent           VF_TANGENT                       16               x, y, z, sign of the bitangent
+//
+// Bit 3 is never set; it counts 4 bytes in the size, and no field stands for it.
+
+inline int UvCount(VertexFormat format) {
+    return static_cast<int>(format >> kUvCountShift & 0xFU);
+}
+inline int WeightCount(VertexFormat format) {
+    return static_cast<int>(format >> kWeightCountShift & 0x3U);
+}
+
+// The bytes of one vertex.
+inline int VertexFormatSize(VertexFormat format) {
+    constexpr VertexFormat kUnnamedField = 0x0008;
+    int size = (format & VF_POSITION) != 0 ? 12 : 0;
+    size += (format & VF_NORMAL) != 0 ? 12 : 0;
+    size += (format & VF_COLOR) != 0 ? 4 : 0;
+    size += (format & kUnnamedField) != 0 ? 4 : 0;
+    size += 8 * UvCount(format);
+    size += (format & VF_TANGENT) != 0 ? 16 : 0;
+    const int weights = WeightCount(format);
+    return weights != 0 ? size + 4 * weights + 4 : size;
+}
+
+// Writes the fields that `format` has and returns the end of what it wrote.
+inline std::uint8_t* PackVertex(const eExportVertex& vertex, VertexFormat format, std::uint8_t* buffer) {
+    const auto put = [&buffer](const void* field, std::size_t size) {
+        std::memcpy(buffer, field, size);
+        buffer += size;
+    };
+    put(&vertex.position, 12);
+    if (const int weights = WeightCount(format); weights != 0) {
+        put(vertex.weights, 4 * static_cast<std::size_t>(weights < 2 ? weights : 2));
+        put(vertex.boneIndices, 4);
+    }
+    if ((format & VF_NORMAL) != 0) {
+        put(&vertex.normal, 12);
+    }
+    if ((format & VF_COLOR) != 0) {
+        put(&vertex.color, 4);
+    }
+    if (UvCount(format) > 0) {
+        put(&vertex.uv0, 8);
+    }
+    if (UvCount(format) > 1) {
+        put(&vertex.uv1, 8);
+    }
+    if ((format & VF_TANGENT) != 0) {
+        put(&vertex.tangent, 16);
+    }
+    return buffer;
+}
+inline std::uint8_t* PackVertex(const eExportVertex& vertex, std::uint8_t* buffer) {
+    return PackVertex(vertex, vertex.format, buffer);
+}
+
+// Reads the fields of `format` back; `buffer` holds VertexFormatSize(format) bytes.
+inline eExportVertex UnpackVertex(VertexFormat format, const std::uint8_t* buffer) {
+    eExportVertex vertex;
+    const auto take = [&buffer](void* field, std::size_t size) {
+        std::memcpy(field, buffer, size);
+        buffer += size;
+    };
+    vertex.format = format;
+    take(&vertex.position, 12);
+    if (const int weights = WeightCount(format); weights != 0) {
+        take(vertex.weights, 4 * static_cast<std::size_t>(weights < 2 ? weights : 2));
+        take(vertex.boneIndices, 4);
+    }
+    if ((format & VF_NORMAL) != 0) {
+        take(&vertex.normal, 12);
+    }
+    if ((format & VF_COLOR) != 0) {
+        take(&vertex.color, 4);
+    }
+    if (UvCount(format) > 0) {
+        take(&vertex.uv0, 8);
+    }
+    if (UvCount(format) > 1) {
+        take(&vertex.uv1, 8);
+    }
+    if ((format & VF_TANGENT) != 0) {
+        take(&vertex.tangent, 16);
+    }
+    return vertex;
+}
