@@ -17,6 +17,7 @@
 #include "io/sdl_writer.h"
 #include "io/stream_file.h"
 #include "material/export_material.h"
+#include "material/export_texture.h"
 #include "material/resource_set.h"
 #include "material/shade_context.h"
 #include "scene/export_bone.h"
@@ -81,6 +82,7 @@ public:
     eExportMaterialMap materialMap;
     eExportResourceSet modelResources;
     eExportResourceSet commonResources;
+    eTextureClaims textureClaims;  // of the whole run
     SContext shadeContext{sceneLights};
 
     // Folders and files of the current model.

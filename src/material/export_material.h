@@ -6,6 +6,10 @@
 
 #include "host/material.h"
 
+namespace host {
+class INode;
+}  // namespace host
+
 // One material of the engine. A texture field holds the game name of the texture without extension; empty
 // means that the slot is unused.
 struct eExportMaterial {
@@ -42,8 +46,9 @@ struct eExportMaterialKeyLess {
 struct eExportMaterialUse {
     float sizeU = 0;  // rough size of a generated texture in texels
     float sizeV = 0;
-    int index = 0;       // the number of entries that the map had when this one was added
-    int materialId = 0;  // of the first face that used the key
+    int index = 0;                      // the number of entries that the map had when this one was added
+    int materialId = 0;                 // of the first face that used the key
+    const host::INode* node = nullptr;  // of the mesh that used the key first
 };
 
 using eExportMaterialMap = std::map<eExportMaterialKey, eExportMaterialUse, eExportMaterialKeyLess>;

@@ -1,3 +1,5 @@
 #include "material/shade_context.h"
 
-SContext::SContext(const eSceneLights& lights) : lights_(&lights) { nLights = static_cast<int>(lights.size()); }
+SContext::SContext(const eSceneLights& lights) : lights_(&lights) {
+    nLights = static_cast<int>(lights.size());
+}

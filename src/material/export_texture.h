@@ -1,0 +1,35 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "io/name.h"
+
+namespace host {
+class Mtl;
+class Texmap;
+}  // namespace host
+
+// One texture slot of a material on its way from the host's map to a file; it lives for one step of the
+// material pass.
+struct eExportTexture {
+    host::Texmap* texmap = nullptr;  // may be null
+    int slot = 0;
+    int materialIndex = 0;   // index of the material's entry in the material map
+    std::string sourcePath;  // first file of the map, normalised; empty when there is none
+    eName name;              // engine name, with extension where the file is copied
+    bool isCopied = false;   // the file is taken over as it is, and `name` has its extension
+    bool inCommon = false;   // the file lies under commonTextureSource
+    eName targetPath;        // on disk, without the extension that the writing may add
+};
+
+// Who wrote a texture of the run: names are made from file names and counters, so two materials can claim
+// one.
+struct eTextureClaim {
+    std::string source;  // empty for a generated texture
+    const host::Mtl* material = nullptr;
+    std::string materialName;
+};
+
+// By target path without extension.
+using eTextureClaims = std::map<eName, eTextureClaim>;

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+#include "host/material.h"
+
+// The first file of a map, with lower case and forward slashes; empty if it has none. Files that are missing
+// from the disk count with `alsoMissing`.
+std::string FirstMapFile(const host::Texmap& map, bool alsoMissing);

@@ -1,0 +1,70 @@
+#include "material/normal_map.h"
+
+#include "host/values.h"
+
+namespace {
+
+enum eChannel { kBlue = 0, kGreen = 1, kRed = 2, kAlpha = 3 };
+
+std::uint8_t NormalByte(float component) {
+    return static_cast<std::uint8_t>((component + 1) * 0.5F * 255);
+}
+
+// A row of the height field with an element more at both ends, taken from the opposite end.
+std::vector<float> WrappedRow(const eTextureImage& heights, int y) {
+    const int row = (y + heights.height) % heights.height;
+    std::vector<float> wrapped(static_cast<std::size_t>(heights.width) + 2);
+    for (int x = -1; x <= heights.width; ++x) {
+        const int column = (x + heights.width) % heights.width;
+        wrapped[static_cast<std::size_t>(x + 1)] =
+            static_cast<float>(heights.Pixel(column, row)[kRed]) / 255.0F;
+    }
+    return wrapped;
+}
+
+}  // namespace
+
+eTextureImage NormalsFromPicture(const eTextureImage& picture) {
+    eTextureImage normals(picture.width, picture.height);
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            const std::uint8_t* source = picture.Pixel(x, y);
+            std::uint8_t* target = normals.Pixel(x, picture.height - 1 - y);
+            target[kBlue] = source[kBlue];
+            target[kGreen] = static_cast<std::uint8_t>(255 - source[kGreen]);
+            target[kRed] = 0;
+            target[kAlpha] = source[kRed];
+        }
+    }
+    return normals;
+}
+
+eTextureImage NormalsFromHeights(const eTextureImage& heights) {
+    eTextureImage normals(heights.width, heights.height);
+    if (heights.pixels.empty()) {
+        return normals;
+    }
+    std::vector<float> before = WrappedRow(heights, -1);
+    std::vector<float> row = WrappedRow(heights, 0);
+    for (int y = 0; y < heights.height; ++y) {
+        const std::vector<float> after = WrappedRow(heights, y + 1);
+        for (int x = 0; x < heights.width; ++x) {
+            const auto left = static_cast<std::size_t>(x);
+            const std::size_t here = left + 1;
+            const std::size_t right = left + 2;
+            const float dx =
+                before[right] + 2 * row[right] + after[right] - before[left] - 2 * row[left] - after[left];
+            const float dy = before[left] + 2 * before[here] + before[right] - after[left] - 2 * after[here] -
+                             after[right];
+            const host::Point3 normal = host::Normalize({-dx, dy, 1});
+            std::uint8_t* target = normals.Pixel(x, heights.height - 1 - y);
+            target[kBlue] = NormalByte(normal.z);
+            target[kGreen] = NormalByte(normal.y);
+            target[kRed] = 0;
+            target[kAlpha] = NormalByte(normal.x);
+        }
+        before = std::move(row);
+        row = after;
+    }
+    return normals;
+}

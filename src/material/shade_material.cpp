@@ -1,0 +1,20 @@
+#include "material/shade_material.h"
+
+#include "export/export.h"
+#include "material/dum_mtl.h"
+
+host::AColor ShadeMaterial(Export& run, host::Mtl* material, host::TimeValue t, const host::Point2& uv) {
+    static DumMtl nothing({0.5F, 0.6F, 0.5F});
+    SContext& context = run.shadeContext;
+    context.nLights = 0;
+    context.time = t;
+    context.normal = {0, 0, 1};
+    context.uv = uv;
+    context.duv = {0.01F, 0.01F};
+    context.point = {0, 0, 0};
+    context.ambientLight = {1, 1, 1};
+    context.node = run.bones.empty() ? nullptr : run.bones.front().node;
+    (material != nullptr ? *material : nothing).Shade(context);
+    const host::Color& color = context.out.c;
+    return {color.r, color.g, color.b, 1};
+}

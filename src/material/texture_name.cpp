@@ -1,0 +1,79 @@
+#include "material/texture_name.h"
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "export/export.h"
+#include "io/path.h"
+#include "material/map_files.h"
+#include "material/material_queries.h"
+
+namespace {
+
+// How the engine tells a name below commonTextureTarget from one beside the material.
+constexpr std::string_view kCommonMark = "$/";
+
+bool HasFile(const host::Texmap* map) {
+    return map != nullptr &&
+           (map->ClassID() == host::kBitmapClass || map->ClassID() == host::kNormalBumpClass);
+}
+
+std::string FindSource(const host::Texmap* map) {
+    if (!HasFile(map)) {
+        return {};
+    }
+    std::string path = FirstMapFile(*map, false);
+    return path.empty() ? FirstMapFile(*map, true) : path;
+}
+
+void NameCommonTexture(Export& run, eExportTexture& texture) {
+    const std::size_t root = run.options.commonTextureSource.Text().size();
+    const eName below(std::string_view(texture.sourcePath).substr(root));
+    const eName name = texture.isCopied ? below : below.Part(eName::WithoutExtension);
+    CreateFolders((run.options.resourceRoot / run.options.commonTextureTarget / name).Part(eName::Folder));
+    texture.name = eName(kCommonMark) / name;
+}
+
+}  // namespace
+
+bool ExtensionIsAccepted(std::string_view path) {
+    for (const std::string_view extension : {".bmp", ".tga", ".dds"}) {
+        if (path.find(extension) != std::string_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void MakeTextureName(Export& run, eExportTexture& texture, const host::Mtl* material) {
+    texture.inCommon = false;
+    texture.isCopied = false;
+    texture.sourcePath = FindSource(texture.texmap);
+    if (texture.sourcePath.empty()) {
+        texture.name = eName((format("tex%1%_%2%") % texture.materialIndex % texture.slot).Text());
+        return;
+    }
+    const std::string& commonSource = run.options.commonTextureSource.Text();
+    const eName source(texture.sourcePath);
+    texture.isCopied =
+        texture.texmap != SubTexmap(material, host::kBumpMap) && ExtensionIsAccepted(source.Text());
+    texture.inCommon =
+        EqualNoCase(std::string_view(texture.sourcePath).substr(0, commonSource.size()), commonSource);
+    if (texture.inCommon) {
+        NameCommonTexture(run, texture);
+    } else {
+        texture.name = source.Part(texture.isCopied ? eName::FileName : eName::Title);
+    }
+}
+
+void MakeTargetPath(Export& run, eExportTexture& texture) {
+    if (texture.inCommon) {
+        const eName below(std::string_view(texture.name.Text()).substr(kCommonMark.size()));
+        texture.targetPath = run.options.resourceRoot / run.options.commonTextureTarget / below;
+    } else {
+        texture.targetPath = run.commonFolder / texture.name;
+    }
+}
+
+std::string GetEngineTextureName(const eExportTexture& texture) {
+    return texture.isCopied ? texture.name.Part(eName::WithoutExtension).Text() : texture.name.Text();
+}

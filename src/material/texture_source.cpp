@@ -1,0 +1,102 @@
+#include "material/texture_source.h"
+
+#include <algorithm>
+
+#include "export/export.h"
+#include "material/material_queries.h"
+#include "material/shade_context.h"
+#include "material/shade_material.h"
+
+namespace {
+
+using host::AColor;
+using host::Point2;
+using host::Point3;
+
+std::uint8_t ColorByte(float channel) {
+    return static_cast<std::uint8_t>(std::clamp(channel, 0.0F, 1.0F) * 255.0F + 0.5F);
+}
+
+// Calls `sample` with the sample point of every pixel, both coordinates between 0 and 1.
+template <class Sample>
+eTextureImage RenderPixels(int width, int height, Sample sample) {
+    eTextureImage image(width, height);
+    std::uint8_t* pixel = image.pixels.data();
+    for (int y = 1; y <= height; ++y) {
+        const float v = static_cast<float>(y) / static_cast<float>(height + 1);
+        for (int x = 1; x <= width; ++x) {
+            const AColor color = sample(Point2{static_cast<float>(x) / static_cast<float>(width + 1), v});
+            *pixel++ = ColorByte(color.b);
+            *pixel++ = ColorByte(color.g);
+            *pixel++ = ColorByte(color.r);
+            *pixel++ = ColorByte(color.a);
+        }
+    }
+    return image;
+}
+
+// The context in which maps are evaluated alone: no lights, one per process.
+SContext& MapContext() {
+    static const eSceneLights noLights;
+    static SContext context(noLights);
+    return context;
+}
+
+AColor EvalMap(const eTextureSource& source, SContext& context) {
+    const eTextureRole& role = source.role;
+    if (role.isNormal || (!role.isBump && !role.isSpecular)) {
+        return source.map->EvalColor(context);
+    }
+    const float mono = source.map->EvalMono(context);
+    if (role.isBump) {
+        return {(mono - 0.5F) * role.bumpAmount + 0.5F, 0, 0, 1};
+    }
+    const float level = mono * role.specularAmount;
+    return {level, level, level, 1};
+}
+
+eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
+    SContext& context = MapContext();
+    context.time = t;
+    context.ambientLight = {1, 1, 1};
+    context.duv = {0.01F, 0.01F};
+    context.filterMaps = false;
+    const host::Matrix3 toMap = Inverse(source.map->GetUVTransform());
+    eTextureImage image = RenderPixels(source.width, source.height, [&](const Point2& p) {
+        const Point3 uv = Point3{p.x, p.y, 0} * toMap;
+        context.uv = {uv.x, uv.y};
+        context.boxPoint = {2 * p.x - 1, 2 * p.y - 1, -1};
+        return EvalMap(source, context);
+    });
+    context.filterMaps = true;
+    return image;
+}
+
+}  // namespace
+
+eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map) {
+    eTextureRole role;
+    if (map == nullptr) {
+        return role;
+    }
+    role.isBump = map == SubTexmap(material, host::kBumpMap);
+    role.isNormal = role.isBump && map->ClassID() == host::kNormalBumpClass;
+    role.isSpecular = map == SubTexmap(material, host::kSpecularLevelMap);
+    role.bumpAmount = role.isBump ? GetBumpAmount(material) : 0;
+    role.specularAmount = role.isSpecular ? GetSpecularAmount(material) : 0;
+    return role;
+}
+
+eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t) {
+    if (source.map == nullptr && source.material != nullptr) {
+        const host::Color color = source.material->GetDiffuse(0, false);
+        return RenderPixels(source.width, source.height, [&](const Point2&) {
+            return AColor{color.r, color.g, color.b, 1};
+        });
+    }
+    if (source.map != nullptr && source.map->ClassID() == host::kBitmapClass) {
+        return RenderMap(source, t);
+    }
+    return RenderPixels(source.width, source.height,
+                        [&](const Point2& p) { return ShadeMaterial(run, source.material, t, p); });
+}

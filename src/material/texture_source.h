@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "host/material.h"
+#include "material/texture_image.h"
+
+class Export;
+
+// What a texture map is in its material, which settles what becomes of it. Worked out from the material as
+// the map holds it, without a look inside a Sorrel material.
+struct eTextureRole {
+    bool isBump = false;      // the material's bump map
+    bool isNormal = false;    // a bump map that holds normals, not heights
+    bool isSpecular = false;  // the material's specular level map
+    float bumpAmount = 0;
+    float specularAmount = 0;
+};
+
+eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map);
+
+// What is evaluated into a picture: a map alone where it has a file, else the whole material; without map the
+// material's diffuse colour.
+struct eTextureSource {
+    host::Mtl* material = nullptr;
+    host::Texmap* map = nullptr;  // of a bump map with normals: the map of the normals
+    eTextureRole role;
+    int width = 0;  // pixels
+    int height = 0;
+};
+
+// Evaluates the picture at the time. Sample x of n lies at (x + 1) / (n + 1), so no sample reaches an edge;
+// the map's own tiling and offset do not change the picture.
+eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t);
