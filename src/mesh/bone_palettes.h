@@ -1,0 +1,8 @@
+#pragma once
+
+struct eExportBone;
+
+// Divides the faces of a skinned mesh into palettes of at most 25 bone numbers, none of them split, and
+// replaces the faces' bone numbers by places in their palettes. A palette takes, in face order, every face
+// whose new numbers still fit. Costs faces times palettes.
+void BuildBonePalettes(eExportBone& bone);
