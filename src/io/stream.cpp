@@ -131,7 +131,9 @@ void eStream::Read(void* data, int count) {
 }
 
 void eStream::ReadBehindBuffer(void* data, int count) {
-    Advance();
+    if (Remaining() >= count) {
+        Advance();
+    }
     Read(data, count);
 }
 

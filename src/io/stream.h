@@ -105,6 +105,7 @@ protected:
     std::uint8_t* bufferBegin = nullptr;  // owned (malloc)
     std::uint8_t* cursor = nullptr;
     std::uint8_t* bufferEnd = nullptr;
+    bool readPastEnd = false;
 
 private:
     void Wrote(int count) {
@@ -116,8 +117,6 @@ private:
     void WritePieces(const void* data, int count);
     void WriteBehindBuffer(const void* data, int count);
     void ReadBehindBuffer(void* data, int count);
-
-    bool readPastEnd = false;
 };
 
 }  // namespace xIo

@@ -45,6 +45,8 @@ bool eFileStream::Open(const std::string& path, std::uint32_t openFlags, int buf
     Close();
     flags = openFlags;
     finalPath = path;
+    readPastEnd = false;
+    size = 0;
     std::int64_t length = 0;
     if (!OpenMedium(length)) {
         flags |= streamOpenFailed;
@@ -78,6 +80,7 @@ bool eFileStream::OpenMedium(std::int64_t& length) {
 
 platform::eIoStatus eFileStream::TryToOpen(std::int64_t& length) {
     const platform::eFileAccess access = AccessOf(flags);
+    length = 0;
     platform::eIoStatus result = platform::FindOnDisk(finalPath, diskPath);
     if (result.IsOk()) {
         result = access == platform::eFileAccess::Read

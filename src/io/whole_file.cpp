@@ -46,7 +46,7 @@ struct eCopyStatus {
 };
 
 eCopyStatus CopyContent(platform::eFile& from, eNewFile& to) {
-    constexpr std::size_t pieceSize = 256 * 1024;
+    constexpr std::size_t pieceSize = 0x40000;
     std::vector<std::uint8_t> piece(pieceSize);
     eCopyStatus status;
     for (std::size_t got = pieceSize; status.IsOk() && got == pieceSize;) {

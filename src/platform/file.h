@@ -36,7 +36,7 @@ public:
     eIoStatus Seek(std::int64_t position);
     eIoStatus Truncate(std::int64_t length);
     eIoStatus Length(std::int64_t& length) const;
-    // Returns when the content has reached the disk.
+    // Returns when the content has reached the disk, or at once on a file system that can't tell.
     eIoStatus Sync();
 
 private:

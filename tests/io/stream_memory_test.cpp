@@ -91,6 +91,10 @@ TEST(MemoryStream, GivesZerosBeyondTheEnd) {
     stream.Seek(4, xIo::fromStart);
     EXPECT_EQ(stream.ReadValue<std::uint32_t>(), 0x6665u);
     EXPECT_TRUE(stream.ReadPastEnd());
+    for (int round = 0; round < 1000; ++round) {
+        EXPECT_EQ(stream.ReadValue<std::uint32_t>(), 0u);
+    }
+    EXPECT_EQ(stream.Position(), 6);
     char data[4] = "...";
     stream.Read(data, 4);
     EXPECT_EQ(std::string(data, 4), std::string(4, '\0'));
