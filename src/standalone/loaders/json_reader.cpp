@@ -299,28 +299,25 @@ bool eJsonReader::ReadWord(eJsonIndex value, std::span<const std::string_view> w
         field = static_cast<int>(word - words.begin());
         return true;
     }
-    ReportUnknownWord(value, words);
+    std::string known;
+    for (const std::string_view each : words) {
+        known += (known.empty() ? "\"" : ", \"") + std::string(each) + '"';
+    }
+    Report(value, "unknown word \"" + std::string(tree.Text(value)) + "\", expected one of " + known);
     return false;
 }
 
-void eJsonReader::ReportUnknownWord(eJsonIndex value, std::span<const std::string_view> known) {
-    std::string list;
-    for (const std::string_view word : known) {
-        list += (list.empty() ? "\"" : ", \"") + std::string(word) + '"';
-    }
-    Report(value, "unknown word \"" + std::string(tree.Text(value)) + "\", expected one of " + list);
-}
-
-eJsonIndex eJsonReader::DemandType(eJsonIndex object) {
+bool eJsonReader::ReadType(eJsonIndex object, std::span<const std::string_view> words, int& type) {
     if (!Expect(object, eJsonKind::Object)) {
-        return kNoJson;
+        return false;
     }
-    const eJsonIndex type = tree.FindMember(object, "type");
-    if (type == kNoJson) {
+    const eJsonIndex word = tree.FindMember(object, "type");
+    if (word == kNoJson) {
         Report(object, "the key \"type\" is missing");
-        return kNoJson;
+        return false;
     }
-    return Expect(type, eJsonKind::Text) ? type : kNoJson;
+    tree.values[word].isRead = true;
+    return ReadWord(word, words, type);
 }
 
 eMembers::eMembers(eJsonReader& documentReader, eJsonIndex value)

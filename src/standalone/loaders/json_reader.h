@@ -2,7 +2,6 @@
 // keeps the value it has, so that one run finds everything that is wrong with a document.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -64,9 +63,9 @@ public:
     // The key of a member as bytes of code page 1251.
     bool ReadKey(eJsonIndex member, std::string& field);
 
-    void ReportUnknownWord(eJsonIndex value, std::span<const std::string_view> known);
-    // The text of an object's member "type", or kNoJson.
-    eJsonIndex DemandType(eJsonIndex object);
+    // The same for the member "type" of an object, which must be there. With an unknown type nobody can say
+    // which other keys belong to the object.
+    bool ReadType(eJsonIndex object, std::span<const std::string_view> words, int& type);
 
     // Reports a value that is not of the kind.
     bool Expect(eJsonIndex value, eJsonKind kind);
@@ -143,24 +142,5 @@ private:
     bool isObject;
     bool isUnreadReported = true;
 };
-
-// The entry of the table whose `word` is the object's "type", or null, with a problem. With an unknown type
-// nobody can say which keys belong there, so the object's other members go without report.
-template <class Entry, std::size_t Size>
-const Entry* FindType(eJsonReader& reader, eJsonIndex object, const std::array<Entry, Size>& table) {
-    const eJsonIndex type = reader.DemandType(object);
-    if (type == kNoJson) {
-        return nullptr;
-    }
-    std::array<std::string_view, Size> words;
-    for (std::size_t i = 0; i < Size; ++i) {
-        if (table[i].word == reader.Tree().Text(type)) {
-            return &table[i];
-        }
-        words[i] = table[i].word;
-    }
-    reader.ReportUnknownWord(type, words);
-    return nullptr;
-}
 
 }  // namespace standalone

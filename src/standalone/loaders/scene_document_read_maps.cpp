@@ -106,28 +106,19 @@ eMapKind ReadOther(const eMapReading& reading) {
     return other;
 }
 
-struct eMapType {
-    std::string_view word;
-    eMapKind (*read)(const eMapReading&);
-};
+using eReadMap = eMapKind (*)(const eMapReading&);
 
-constexpr std::array<eMapType, 7> kMapTypes = {{
-    {"bitmap", ReadBitmap},
-    {"normalBump", ReadNormalBump},
-    {"mix", ReadMix},
-    {"rgbMultiply", ReadRgbMultiply},
-    {"vertexColor", ReadVertexColor},
-    {"checker", ReadChecker},
-    {"other", ReadOther},
-}};
+// By the place of the word in kMapWords.
+constexpr std::array<eReadMap, kMapWords.size()> kMapReaders = {
+    ReadBitmap, ReadNormalBump, ReadMix, ReadRgbMultiply, ReadVertexColor, ReadChecker, ReadOther};
 
 int ReadMapAt(eDocumentContext& context, eJsonIndex value, int level) {
     if (level > kMaxMapLevels) {
         context.json.Report(value, "maps nest deeper than " + std::to_string(kMaxMapLevels) + " levels");
         return -1;
     }
-    const eMapType* const type = FindType(context.json, value, kMapTypes);
-    if (type == nullptr) {
+    int type = 0;
+    if (!context.json.ReadType(value, kMapWords, type)) {
         return -1;
     }
     // The map's place comes before those of the maps below it.
@@ -135,12 +126,11 @@ int ReadMapAt(eDocumentContext& context, eJsonIndex value, int level) {
     context.scene.maps.emplace_back();
     eMapData data;
     eMembers members(context.json, value);
-    members.Find("type");
     members.Optional("name", data.name);
     if (const eJsonIndex uv = members.Find("uv"); uv != kNoJson) {
         ReadCoordinates(context, uv, data.coordinates);
     }
-    data.kind = type->read({context, members, level});
+    data.kind = kMapReaders[static_cast<std::size_t>(type)]({context, members, level});
     context.scene.maps[map] = std::move(data);
     return static_cast<int>(map);
 }

@@ -109,28 +109,20 @@ eMaterialKind ReadOther(eDocumentContext& context, eMembers& members) {
     return other;
 }
 
-struct eMaterialType {
-    std::string_view word;
-    eMaterialKind (*read)(eDocumentContext&, eMembers&);
-};
+using eReadMaterial = eMaterialKind (*)(eDocumentContext&, eMembers&);
 
-constexpr std::array<eMaterialType, 5> kMaterialTypes = {{
-    {"standard", ReadStandard},
-    {"multi", ReadMulti},
-    {"twoLayer", ReadTwoLayer},
-    {"sorrel", ReadSorrel},
-    {"other", ReadOther},
-}};
+// By the place of the word in kMaterialWords.
+constexpr std::array<eReadMaterial, kMaterialWords.size()> kMaterialReaders = {
+    ReadStandard, ReadMulti, ReadTwoLayer, ReadSorrel, ReadOther};
 
 void ReadMaterial(eDocumentContext& context, eJsonIndex value, eMaterialData& material) {
-    const eMaterialType* const type = FindType(context.json, value, kMaterialTypes);
-    if (type == nullptr) {
+    int type = 0;
+    if (!context.json.ReadType(value, kMaterialWords, type)) {
         return;
     }
     eMembers members(context.json, value);
-    members.Find("type");
     members.Optional("name", material.name);
-    material.kind = type->read(context, members);
+    material.kind = kMaterialReaders[static_cast<std::size_t>(type)](context, members);
 }
 
 std::vector<int> SubMaterials(const eMaterialKind& kind) {

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "standalone/loaders/scene_document_words.h"
+
 namespace standalone {
 namespace {
 
@@ -59,12 +61,10 @@ eModifierKind ReadOther(eDocumentContext&, eMembers& members, const eObjectKind&
     return other;
 }
 
-struct eModifierType {
-    std::string_view word;
-    eModifierKind (*read)(eDocumentContext&, eMembers&, const eObjectKind&);
-};
+using eReadModifier = eModifierKind (*)(eDocumentContext&, eMembers&, const eObjectKind&);
 
-constexpr std::array<eModifierType, 2> kModifierTypes = {{{"skin", ReadSkin}, {"other", ReadOther}}};
+// By the place of the word in kModifierWords.
+constexpr std::array<eReadModifier, kModifierWords.size()> kModifierReaders = {ReadSkin, ReadOther};
 
 }  // namespace
 
@@ -73,13 +73,12 @@ void ReadModifiers(eDocumentContext& context, eJsonIndex list, eObjectData& obje
         return;
     }
     for (const eJsonIndex element : context.json.Tree().Children(list)) {
-        const eModifierType* const type = FindType(context.json, element, kModifierTypes);
-        if (type == nullptr) {
-            continue;
+        int type = 0;
+        if (context.json.ReadType(element, kModifierWords, type)) {
+            eMembers members(context.json, element);
+            object.modifiers.push_back(
+                kModifierReaders[static_cast<std::size_t>(type)](context, members, object.kind));
         }
-        eMembers members(context.json, element);
-        members.Find("type");
-        object.modifiers.push_back(type->read(context, members, object.kind));
     }
 }
 

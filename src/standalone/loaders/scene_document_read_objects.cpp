@@ -132,36 +132,22 @@ eObjectKind ReadOther(eDocumentContext&, eMembers& members) {
     return other;
 }
 
-struct eObjectType {
-    std::string_view word;
-    eObjectKind (*read)(eDocumentContext&, eMembers&);
-};
+using eReadObject = eObjectKind (*)(eDocumentContext&, eMembers&);
 
-constexpr std::array<eObjectType, 12> kObjectTypes = {{
-    {"helper", ReadHelper},
-    {"target", ReadTarget},
-    {"box", ReadBox},
-    {"sphere", ReadSphere},
-    {"cylinder", ReadCylinder},
-    {"mesh", ReadMeshObject},
-    {"rectangle", ReadRectangle},
-    {"circle", ReadCircle},
-    {"line", ReadLine},
-    {"camera", ReadCamera},
-    {"light", ReadLight},
-    {"other", ReadOther},
-}};
+// By the place of the word in kObjectWords.
+constexpr std::array<eReadObject, kObjectWords.size()> kObjectReaders = {
+    ReadHelper,    ReadTarget, ReadBox,  ReadSphere, ReadCylinder, ReadMeshObject,
+    ReadRectangle, ReadCircle, ReadLine, ReadCamera, ReadLight,    ReadOther};
 
 }  // namespace
 
 void ReadObject(eDocumentContext& context, eJsonIndex value, eObjectData& object) {
-    const eObjectType* const type = FindType(context.json, value, kObjectTypes);
-    if (type == nullptr) {
+    int type = 0;
+    if (!context.json.ReadType(value, kObjectWords, type)) {
         return;
     }
     eMembers members(context.json, value);
-    members.Find("type");
-    object.kind = type->read(context, members);
+    object.kind = kObjectReaders[static_cast<std::size_t>(type)](context, members);
     if (const eJsonIndex modifiers = members.Find("modifiers"); modifiers != kNoJson) {
         ReadModifiers(context, modifiers, object);
     }

@@ -12,14 +12,10 @@
 #include "standalone/loaders/scene_document_read_nodes.h"
 #include "standalone/loaders/scene_document_read_objects.h"
 #include "standalone/loaders/scene_document_words.h"
+#include "standalone/loaders/scene_path.h"
 
 namespace standalone {
 namespace {
-
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.find_last_of("/\\");
-    return slash == std::string::npos ? std::string() : path.substr(0, slash);
-}
 
 // False where the rest of the document can't be understood.
 bool ReadVersion(eJsonReader& json, eMembers& top) {

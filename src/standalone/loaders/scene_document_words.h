@@ -5,16 +5,33 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
+#include <variant>
+
+#include "standalone/scene_data.h"
 
 namespace standalone {
 
 inline constexpr int kSceneDocumentVersion = 1;
 
+// The types of objects, modifiers, materials and maps, each by the place of its record in the variant.
+inline constexpr std::array<std::string_view, 12> kObjectWords = {"helper",   "target", "box",       "sphere",
+                                                                  "cylinder", "mesh",   "rectangle", "circle",
+                                                                  "line",     "camera", "light",     "other"};
+inline constexpr std::array<std::string_view, 2> kModifierWords = {"skin", "other"};
+inline constexpr std::array<std::string_view, 5> kMaterialWords = {"standard", "multi", "twoLayer", "sorrel",
+                                                                   "other"};
+inline constexpr std::array<std::string_view, 7> kMapWords = {
+    "bitmap", "normalBump", "mix", "rgbMultiply", "vertexColor", "checker", "other"};
+static_assert(kObjectWords.size() == std::variant_size_v<eObjectKind>);
+static_assert(kModifierWords.size() == std::variant_size_v<eModifierKind>);
+static_assert(kMaterialWords.size() == std::variant_size_v<eMaterialKind>);
+static_assert(kMapWords.size() == std::variant_size_v<eMapKind>);
+
 // By eLightKind.
 inline constexpr std::array<std::string_view, 4> kLightWords = {"omni", "spot", "directional", "ambient"};
 
 // By sub-map index.
-inline constexpr std::array<std::string_view, 12> kMapSlotWords = {
+inline constexpr std::array<std::string_view, kMapSlots> kMapSlotWords = {
     "ambient", "diffuse", "specular", "specularLevel", "glossiness", "selfIllumination",
     "opacity", "filter",  "bump",     "reflection",    "refraction", "displacement"};
 
