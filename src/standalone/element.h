@@ -13,24 +13,24 @@ template <class Base>
 class eElement : public Base {
 public:
     // `place` counts from 0 within the elements of one kind. The hold must outlive the element.
-    eElement(eHold& sceneHold, std::size_t place, std::uint32_t initialFlags = 0)
-        : hold(sceneHold), order(place + 1), flags(initialFlags) {}
+    eElement(eHold& hold, std::size_t place, std::uint32_t initialFlags = 0)
+        : elementHold(hold), order(place + 1), elementFlags(initialFlags) {}
     eElement(const eElement&) = delete;
     eElement& operator=(const eElement&) = delete;
 
-    std::uint32_t AnimatableFlags() const override { return flags; }
+    std::uint32_t AnimatableFlags() const override { return elementFlags; }
     void SetAnimatableFlags(std::uint32_t value) override {
-        if (value != flags) {
-            hold.Record([this, before = flags] { flags = before; });
-            flags = value;
+        if (value != elementFlags) {
+            elementHold.Record([this, before = elementFlags] { elementFlags = before; });
+            elementFlags = value;
         }
     }
     std::uintptr_t IdentityOrder() const override { return order; }
 
 private:
-    eHold& hold;
+    eHold& elementHold;
     std::uintptr_t order;
-    std::uint32_t flags;
+    std::uint32_t elementFlags;
 };
 
 }  // namespace standalone

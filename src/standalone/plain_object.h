@@ -8,8 +8,8 @@ namespace standalone {
 // An object that has nothing but its class: helpers, targets, and what the document gives by class alone.
 class ePlainObject : public eElement<host::Object> {
 public:
-    ePlainObject(eHold& sceneHold, std::size_t place, std::uint32_t superClassId, const host::ClassId& id)
-        : eElement(sceneHold, place), superClass(superClassId), classId(id) {}
+    ePlainObject(eHold& hold, std::size_t place, std::uint32_t superClassId, const host::ClassId& id)
+        : eElement(hold, place), superClass(superClassId), classId(id) {}
 
     std::uint32_t SuperClassID() const override { return superClass; }
     host::ClassId ClassID() const override { return classId; }

@@ -3,6 +3,9 @@
 #include <cmath>
 #include <utility>
 
+#include "standalone/mtl.h"
+#include "standalone/texmap.h"
+
 namespace standalone {
 
 namespace {
@@ -17,6 +20,12 @@ eNodeData RootData(const eSceneData& data) {
 }  // namespace
 
 eScene::eScene(eSceneData sceneData) : data(std::move(sceneData)), world(data), rootData(RootData(data)) {
+    for (std::size_t i = 0; i < data.maps.size(); ++i) {
+        maps.push_back(MakeTexmap(*this, i, data.maps[i]));
+    }
+    for (std::size_t i = 0; i < data.materials.size(); ++i) {
+        materials.push_back(MakeMtl(*this, i, data.materials[i]));
+    }
     objects.reserve(data.objects.size());
     for (std::size_t i = 0; i < data.objects.size(); ++i) {
         objects.push_back(std::make_unique<eSceneObject>(*this, data.objects[i], i));
@@ -33,6 +42,14 @@ eSceneNode* eScene::Node(int number) {
 
 eSceneObject* eScene::Object(int number) {
     return number < 0 ? nullptr : objects[static_cast<std::size_t>(number)].get();
+}
+
+host::Mtl* eScene::Material(int number) {
+    return number < 0 ? nullptr : materials[static_cast<std::size_t>(number)].get();
+}
+
+host::Texmap* eScene::Map(int number) {
+    return number < 0 ? nullptr : maps[static_cast<std::size_t>(number)].get();
 }
 
 host::TimeValue eScene::TimeOf(double frame) const {

@@ -4,7 +4,9 @@
 #include <memory>
 #include <vector>
 
+#include "host/material.h"
 #include "standalone/hold.h"
+#include "standalone/image_store.h"
 #include "standalone/recent_meshes.h"
 #include "standalone/scene_data.h"
 #include "standalone/scene_node.h"
@@ -25,6 +27,8 @@ public:
     // Null for -1, the number that stands for none.
     eSceneNode* Node(int number);
     eSceneObject* Object(int number);
+    host::Mtl* Material(int number);
+    host::Texmap* Map(int number);
 
     double FrameOf(host::TimeValue time) const { return static_cast<double>(time) / data.frameTicks; }
     host::TimeValue TimeOf(double frame) const;
@@ -33,9 +37,12 @@ public:
     eHold hold;
     eWorldMatrices world;
     eRecentMeshes recentMeshes;
+    eImageStore images;
 
 private:
     eNodeData rootData;
+    std::vector<std::unique_ptr<host::Texmap>> maps;
+    std::vector<std::unique_ptr<host::Mtl>> materials;
     std::vector<std::unique_ptr<eSceneObject>> objects;
     std::deque<eSceneNode> nodes;
     std::unique_ptr<eSceneNode> root;

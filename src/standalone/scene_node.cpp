@@ -30,7 +30,7 @@ float eSceneNode::GetVisibility(host::TimeValue t) const {
 }
 
 host::Mtl* eSceneNode::GetMtl() const {
-    return nullptr;
+    return scene.Material(data.material);
 }
 
 host::INode* eSceneNode::GetTarget() const {

@@ -10,8 +10,8 @@ namespace standalone {
 class eShapeObject : public eElement<host::Object> {
 public:
     // `kind` holds one of the three and must outlive the object.
-    eShapeObject(eHold& sceneHold, std::size_t place, const eObjectKind& shapeKind)
-        : eElement(sceneHold, place), kind(shapeKind) {}
+    eShapeObject(eHold& hold, std::size_t place, const eObjectKind& shapeKind)
+        : eElement(hold, place), kind(shapeKind) {}
 
     std::uint32_t SuperClassID() const override { return host::kShapeSuperClass; }
     host::ClassId ClassID() const override;

@@ -23,8 +23,8 @@ public:
 // A modifier of which only the class is known; it changes nothing.
 class eInertModifier : public eModifier {
 public:
-    eInertModifier(eHold& sceneHold, std::size_t place, const host::ClassId& id)
-        : eModifier(sceneHold, place), classId(id) {}
+    eInertModifier(eHold& hold, std::size_t place, const host::ClassId& id)
+        : eModifier(hold, place), classId(id) {}
 
     host::ClassId ClassID() const override { return classId; }
 

@@ -7,20 +7,6 @@
 
 namespace standalone {
 
-namespace {
-
-class eNoPictures : public host::BitmapManager {
-public:
-    host::Bitmap* Load(const host::BitmapInfo&, std::string* problem) override {
-        if (problem != nullptr) {
-            *problem = "pictures are not read";
-        }
-        return nullptr;
-    }
-};
-
-}  // namespace
-
 StandaloneHost::StandaloneHost(eSceneData sceneData) : scene(std::move(sceneData)) {
     nodesByName.reserve(scene.data.nodes.size());
     for (std::size_t i = 0; i < scene.data.nodes.size(); ++i) {
@@ -71,11 +57,6 @@ const std::string& StandaloneHost::GetNamedSelSetName(int set) {
 
 int StandaloneHost::GetNamedSelSetItemCount(int set) {
     return static_cast<int>(Set(set).nodes.size());
-}
-
-host::BitmapManager& StandaloneHost::TheManager() {
-    static eNoPictures manager;
-    return manager;
 }
 
 host::INode* StandaloneHost::GetNamedSelSetItem(int set, int item) {

@@ -65,7 +65,7 @@ public:
     host::INode* GetNamedSelSetItem(int set, int item) override;
 
     host::Hold& theHold() override { return scene.hold; }
-    host::BitmapManager& TheManager() override;
+    host::BitmapManager& TheManager() override { return scene.images; }
 
 private:
     const eSelectionSet& Set(int set) const {

@@ -1,0 +1,167 @@
+#include "standalone/texmap.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/ansi.h"
+#include "material/shade_context.h"
+#include "standalone/standalone_host.h"
+#include "support/pictures.h"
+#include "support/scene_builder.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace standalone;
+
+class Paths : public host::AssetEnumCallback {
+public:
+    void RecordAsset(const host::AssetUser& asset) override { found.push_back(asset.GetFullFilePath()); }
+    std::vector<std::string> found;
+};
+
+class Texmap : public ::testing::Test {
+protected:
+    Texmap() {
+        folder.Write("art/Row.png",
+                     support::Png({4, 1, 3, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}}));
+        builder.Settings().file = folder / "art/scene.json";
+    }
+
+    // The scene as built so far, and one of its maps in slot `map` of a material.
+    host::Texmap& Map(int map) {
+        eStandardMaterial material;
+        material.maps[host::kDiffuseMap].map = map;
+        builder.Node("n").Material(builder.Material("m", material));
+        host = std::make_unique<StandaloneHost>(builder.Build());
+        return *host->GetINodeByName("n")->GetMtl()->GetSubTexmap(host::kDiffuseMap);
+    }
+
+    host::AColor At(host::Texmap& map, float u, float v, bool filtered = false) {
+        context.uv = {u, v};
+        context.filterMaps = filtered;
+        return map.EvalColor(context);
+    }
+
+    support::eTempFolder folder;
+    support::eSceneBuilder builder;
+    std::unique_ptr<StandaloneHost> host;
+    eSceneLights noLights;
+    SContext context{noLights};
+};
+
+void ExpectColor(const host::AColor& color, float r, float g, float b) {
+    EXPECT_NEAR(color.r, r, 1e-5F);
+    EXPECT_NEAR(color.g, g, 1e-5F);
+    EXPECT_NEAR(color.b, b, 1e-5F);
+}
+
+// Would catch a transform applied in the wrong order or sense: tiling, then the turn, then the offset.
+TEST_F(Texmap, CoordinatesAreTiledThenTurnedThenMoved) {
+    host::Texmap& map = Map(builder.Map(
+        eCheckerMap{}, {.source = 2, .channel = 3, .offset = {10, 20}, .tiling = {2, 3}, .angle = 90}));
+    const host::Point3 point = host::Point3{1, 1, 5} * map.GetUVTransform();
+    EXPECT_TRUE(point.Equals({10 - 3, 20 + 2, 5}, 1e-5F));
+    EXPECT_EQ(map.GetUVWSource(), host::Texmap::kVertexColor);
+    EXPECT_EQ(map.GetMapChannel(), 3);
+}
+
+// Would catch a picture that is not found beside the document, crops counted from the top, a curve in the
+// wrong order, and filtering that ignores the context.
+TEST_F(Texmap, ABitmapShowsItsCroppedTexelsThroughItsCurve) {
+    host::Texmap& map = Map(builder.Map(eBitmapMap{.file = "row.PNG",
+                                                   .cropOrigin = {0.5F, 0},
+                                                   .cropSize = {0.5F, 1},
+                                                   .amount = 0.5F,
+                                                   .invert = true},
+                                        {.tiling = {2, 1}}));
+    ExpectColor(At(map, 0.1F, 0.5F), 0.5F, 0.5F, 0);
+    ExpectColor(At(map, 0.3F, 0.5F), 0, 0, 0);
+    ExpectColor(At(map, 0.6F, 0.5F), 0.5F, 0.5F, 0);  // the cropped part repeats
+    ExpectColor(At(map, 0.25F, 0.5F, true), 0.25F, 0.25F, 0);
+    EXPECT_NEAR(map.EvalMono(context), 0.5F / 3, 1e-5F);
+}
+
+// Would catch an asset list that hides missing files from those who ask for them, shows them to those who do
+// not, tells a folder for a picture, or spells a path otherwise than the document does.
+TEST_F(Texmap, AssetsAreListedAsTheyExist) {
+    folder.MakeFolder("art/folder.png");
+    const int present = builder.Map(eBitmapMap{.file = "row.PNG"});
+    const int missing = builder.Map(eBitmapMap{.file = "sub\\Лес.png"_ansi});
+    const int isFolder = builder.Map(eBitmapMap{.file = "folder.png"});
+    const int lost = builder.Map(eBitmapMap{.file = "X:/wood.tga"});
+    const int empty = builder.Map(eBitmapMap{});
+    const int inner = builder.Map(eMixMap{.maps = {present, missing, isFolder}});
+    const int outer = builder.Map(eMixMap{.maps = {inner, lost, empty}});
+    host::Texmap& map = Map(outer);
+    Paths existing, all;
+    map.EnumAuxFiles(existing, 0);
+    map.EnumAuxFiles(all, host::MtlBase::kListMissingFiles);
+    const std::string art = folder / "art/";
+    EXPECT_THAT(existing.found, ::testing::ElementsAre(art + "row.PNG"));
+    EXPECT_THAT(all.found, ::testing::ElementsAre(art + "row.PNG", art + "sub\\Лес.png"_ansi,
+                                                  art + "folder.png", "X:/wood.tga"));
+    EXPECT_EQ(map.IdentityOrder(), static_cast<std::uintptr_t>(outer) + 1);
+}
+
+// Would catch the wrong stand-in for a missing input, a mask that is ignored, and sub-maps out of order.
+TEST_F(Texmap, MapsOfMapsCombineTheirInputs) {
+    const int red = builder.Map(eOtherMap{.color = {1, 0, 0}}),
+              grey = builder.Map(eOtherMap{.color = {0.5F, 0.5F, 0.5F}});
+    const int quarter = builder.Map(eOtherMap{.color = {0.75F, 0, 0}});
+    const int byAmount = builder.Map(eMixMap{.maps = {red, grey, -1}, .amount = 0.5F});
+    const int byMask = builder.Map(eMixMap{.maps = {red, -1, quarter}, .amount = 1});
+    const int product = builder.Map(eRgbMultiplyMap{.maps = {byAmount, grey}});
+    const int halfEmpty = builder.Map(eRgbMultiplyMap{.maps = {-1, red}});
+    const int bump = builder.Map(eNormalBumpMap{.normal = red});
+    const int white = builder.Map(eVertexColorMap{});
+    eStandardMaterial material;
+    const int maps[] = {byAmount, byMask, product, halfEmpty, bump, white};
+    for (std::size_t i = 0; i < std::size(maps); ++i) {
+        material.maps[i].map = maps[i];
+    }
+    builder.Node("all").Material(builder.Material("all", material));
+    Map(red);
+    const host::Mtl& all = *host->GetINodeByName("all")->GetMtl();
+    ExpectColor(At(*all.GetSubTexmap(0), 0, 0), 0.75F, 0.25F, 0.25F);
+    ExpectColor(At(*all.GetSubTexmap(1), 0, 0), 0.75F, 0, 0);
+    ExpectColor(At(*all.GetSubTexmap(2), 0, 0), 0.375F, 0.125F, 0.125F);
+    ExpectColor(At(*all.GetSubTexmap(3), 0, 0), 1, 0, 0);
+    ExpectColor(At(*all.GetSubTexmap(4), 0, 0), 1, 0, 0);
+    ExpectColor(At(*all.GetSubTexmap(5), 0, 0), 1, 1, 1);
+    EXPECT_EQ(all.GetSubTexmap(1)->NumSubTexmaps(), 3);
+    EXPECT_EQ(all.GetSubTexmap(1)->GetSubTexmap(1), nullptr);
+}
+
+// Would catch cells of the wrong size and a pattern that is mirrored at 0.
+TEST_F(Texmap, CheckersHaveTwoByTwoCells) {
+    host::Texmap& map = Map(builder.Map(eCheckerMap{.colors = {host::Color{1, 0, 0}, host::Color{0, 0, 1}}}));
+    ExpectColor(At(map, 0.1F, 0.1F), 1, 0, 0);
+    ExpectColor(At(map, 0.6F, 0.1F), 0, 0, 1);
+    ExpectColor(At(map, 0.6F, 0.6F), 1, 0, 0);
+    ExpectColor(At(map, -0.1F, 0.1F), 0, 0, 1);
+    ExpectColor(At(map, -0.1F, -0.1F), 1, 0, 0);
+}
+
+// Would catch a problem that is swallowed, one bad file told as another's, and a missing picture that ends
+// the run instead of being black.
+TEST_F(Texmap, FilesThatAreNoPicturesSayWhy) {
+    folder.Write("art/text.png", "no picture at all, but long enough for any header");
+    host::Texmap& map = Map(builder.Map(eBitmapMap{.file = "text.png"}));
+    ExpectColor(At(map, 0.5F, 0.5F), 0, 0, 0);
+    std::string problem;
+    host::BitmapManager& manager = host->TheManager();
+    EXPECT_EQ(manager.Load({folder / "art/text.png"}, &problem), nullptr);
+    EXPECT_THAT(problem, ::testing::HasSubstr("not a picture"));
+    EXPECT_EQ(manager.Load({folder / "art/nothing.png"}, &problem), nullptr);
+    EXPECT_THAT(problem, ::testing::HasSubstr("o such file"));
+    EXPECT_EQ(manager.Load({folder / "art"}, &problem), nullptr);
+    EXPECT_THAT(problem, ::testing::HasSubstr("folder"));
+    host::Bitmap* bitmap = manager.Load({folder / "ART/ROW.PNG"}, &problem);
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(bitmap->Width(), 4);
+    EXPECT_FALSE(bitmap->HasAlpha());
+    bitmap->DeleteThis();
+}
+
+}  // namespace
