@@ -6,25 +6,17 @@
 #include <vector>
 
 #include "host/interface.h"
+#include "standalone/progress_sink.h"
 #include "standalone/scene.h"
 
 namespace standalone {
-
-// Shows how far the host's work has come.
-class eProgressSink {
-public:
-    virtual ~eProgressSink() = default;
-    virtual void Start(const std::string& title) = 0;  // code page 1251
-    virtual void Update(int percent) = 0;
-    virtual void End() = 0;
-};
 
 // A host without a modelling program: answers everything from the records of one scene.
 //
 //     StandaloneHost host(std::move(*loaded.scene));
 //     host.SetConfigFolder(folder);
-//     host.SetProgressSink(&terminal);
-//     host.SetCancelSource([&] { return terminal.IsCancelled(); });
+//     host.SetProgressSink(&face);
+//     host.SetCancelSource(platform::WasInterrupted);
 //     exporter.DoExport(name, nullptr, &host, silent, options);
 class StandaloneHost : public host::Interface {
 public:
