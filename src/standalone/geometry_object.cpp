@@ -1,5 +1,7 @@
 #include "standalone/geometry_object.h"
 
+#include <type_traits>
+
 #include "standalone/key_search.h"
 #include "standalone/overloaded.h"
 #include "standalone/scene.h"
@@ -81,9 +83,10 @@ host::Mesh& eGeometryObject::EvaluateMesh(eMeshObject& object, host::TimeValue t
 void eGeometryObject::ReleaseMesh() {
     tessellation.reset();
     if (auto* object = std::get_if<eMeshObject>(&kind)) {
-        object->mesh.faceNormals = {};
-        object->mesh.renderVerts = {};
-        object->mesh.renderNormals = {};
+        const auto release = [](auto& table) { std::decay_t<decltype(table)>().swap(table); };
+        release(object->mesh.faceNormals);
+        release(object->mesh.renderVerts);
+        release(object->mesh.renderNormals);
     }
 }
 
