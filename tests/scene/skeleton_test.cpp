@@ -1,0 +1,359 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/ansi.h"
+#include "support/scene_builder.h"
+#include "support/skeleton_walk.h"
+
+namespace {
+
+using namespace standalone;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+support::eNode Helper(support::eNode parent, const char* name) {
+    return parent.Child(name).Object(eHelperObject{});
+}
+
+support::eNode Box(support::eNode parent, const char* name) {
+    return parent.Child(name).Object(eBoxObject{1, 1, 1});
+}
+
+support::eNode Root(support::eSceneBuilder& scene) {
+    return scene.Node("root").Property("Model=m").Object(eHelperObject{});
+}
+
+// The text of one bone below the root, from its block on, without indentation.
+std::string BoneText(const support::eSkeletonWalk& walk) {
+    std::string text = walk.mdl.substr(walk.mdl.find('}') + 1);
+    std::erase(text, '\n');
+    while (text.find("\t{") != std::string::npos || text.find("\t}") != std::string::npos) {
+        const std::size_t at = std::min(text.find("\t{"), text.find("\t}"));
+        text.erase(at, 1);
+    }
+    return text.substr(0, text.rfind('}'));
+}
+
+// The bone "a" below the root, written from the properties.
+class eOneBone {
+public:
+    explicit eOneBone(const std::vector<std::string>& properties, std::uint32_t jointFlags = 0,
+                      int exportIK = 1)
+        : walk(Scene(properties, jointFlags)) {
+        walk.run.options.exportIK = exportIK;
+        walk.Do();
+    }
+    std::string Text() const { return BoneText(walk); }
+
+    support::eSkeletonWalk walk;
+
+private:
+    static eSceneData Scene(const std::vector<std::string>& properties, std::uint32_t jointFlags) {
+        support::eSceneBuilder scene;
+        support::eNode bone = Box(Root(scene), "A").JointFlags(jointFlags);
+        for (const std::string& property : properties) {
+            bone.Property(property);
+        }
+        return scene.Build();
+    }
+};
+
+// Would catch a bone that carries more or less than its own properties.
+TEST(Skeleton, TheHeaderTellsJointParametersAndColor) {
+    EXPECT_EQ(eOneBone({}).Text(), "{bone \"a\"}");
+    EXPECT_EQ(eOneBone({"IKType=Revolute"}).Text(), "{bone revolute \"a\"}");
+    EXPECT_EQ(eOneBone({"IKType=socket"}, 0, 0).Text(), "{bone socket \"a\"}");
+    EXPECT_EQ(eOneBone({"speed=1,5", "Color", "mode"}).Text(),
+              "{bone \"a\"{parameters \"speed=1.5;mode;\"}{color}}");
+    EXPECT_EQ(eOneBone({"Color=0xff00ff"}).Text(), "{bone \"a\"{color 0xff00ff}}");
+    EXPECT_EQ(eOneBone({}, 1U << 7 | 1U << 6).Text(), "{bone revolute \"a\"}");
+    EXPECT_EQ(eOneBone({}, 1U << 6).Text(), "{bone prizmatic \"a\"}");
+    EXPECT_EQ(eOneBone({}, 1U << 6, 0).Text(), "{bone \"a\"}");
+
+    const eOneBone unknown({"IKType=Hinge"});
+    EXPECT_EQ(unknown.Text(), "{bone \"a\"}");
+    EXPECT_THAT(unknown.walk.Messages(), ElementsAre("Ошибка: Неизвестный тип IK 'hinge' в кости 'A'"));
+}
+
+// Would catch limits of the wrong joint, swapped or missing ends, and numbers read with another separator.
+TEST(Skeleton, LimitsFollowTheJoint) {
+    EXPECT_EQ(eOneBone({"IKType=revolute", "IKMin=-1,5", "IKMax=2"}).Text(),
+              "{bone revolute \"a\"{limits -1.5 2}}");
+    EXPECT_EQ(eOneBone({"IKType=prizmatic", "IKMin=5", "IKMax=1"}).Text(),
+              "{bone prizmatic \"a\"{limits 1 5}}");
+    EXPECT_EQ(eOneBone({"IKType=revolute", "IKMin=5"}).Text(), "{bone revolute \"a\"{limits 0 5}}");
+    EXPECT_EQ(eOneBone({"IKType=revolute", "IKMax=-5"}).Text(), "{bone revolute \"a\"{limits -5 0}}");
+    EXPECT_EQ(eOneBone({"IKType=socket", "IKMin=1", "IKLimit=0,5"}).Text(),
+              "{bone socket \"a\"{limits 0.5}}");
+    EXPECT_EQ(eOneBone({"IKType=revolute", "IKLimit=1"}).Text(), "{bone revolute \"a\"}");
+    EXPECT_EQ(eOneBone({"IKSpeed=2"}).Text(), "{bone \"a\"}");
+    EXPECT_EQ(eOneBone({"IKSpeed=2", "IKTerminate"}).Text(), "{bone \"a\"{speed 2}{terminator}}");
+    EXPECT_EQ(eOneBone({"IKType=socket", "IKSpeed"}, 1U << 5).Text(),
+              "{bone socket \"a\"{speed 0}{terminator}}");
+    EXPECT_EQ(eOneBone({"IKType=revolute", "IKMin=1"}, 0, 0).Text(), "{bone revolute \"a\"}");
+}
+
+// Would catch marks of a view that are lost, in another order, or on another line.
+TEST(Skeleton, TheViewTellsHowItIsDrawn) {
+    EXPECT_EQ(eOneBone({"Poly"}).Text(), "{bone \"a\"{view poly \"a\"}}");
+    const eOneBone marked(
+        {"Poly", "NoGetShadows", "Ground", "Layer=top", "NoCastShadows", "DecalTarget", "NoGroupMesh"});
+    EXPECT_THAT(marked.walk.mdl,
+                HasSubstr("\t\t{view poly \"a\" {ground}{decal_target}{no_group_mesh}{shadow_caster 0}"
+                          "{shadow_receiver 0}\n\t\t\t{layer top}\n\t\t}\n"));
+    EXPECT_EQ(eOneBone({"Poly", "LODLastOff"}).Text(), "{bone \"a\"{view poly \"a\" {lod 0}}}");
+}
+
+// Would catch levels in blocks of their own, without entry, or a wrong last one.
+TEST(Skeleton, ViewsOfAllLevelsStandInTheirBone) {
+    const auto scene = [](bool lastOff) {
+        support::eSceneBuilder builder;
+        support::eNode root = Root(builder).Property("Poly");
+        Box(root, "a_lod2").Property("Poly");
+        support::eNode bone = Box(root, "a").Property("Poly");
+        if (lastOff) {
+            bone.Property("LODLastOff");
+        }
+        Box(root, "a_lod1").Property("Poly");
+        return builder.Build();
+    };
+    support::eSkeletonWalk walk(scene(false));
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"root\" {lod 0}"));
+    EXPECT_THAT(walk.mdl, HasSubstr("\t{bone \"a\"\n"
+                                    "\t\t{view poly \"a\" {lod 0}\n\t\t}\n"
+                                    "\t\t{view poly \"a_lod1\" {lod 1}\n\t\t}\n"
+                                    "\t\t{view poly \"a_lod2\" {lod 2 {last}}\n\t\t}\n"
+                                    "\t}\n"));
+    support::eSkeletonWalk open(scene(true));
+    open.Do();
+    EXPECT_THAT(open.mdl, HasSubstr("{view poly \"a_lod2\" {lod 2}"));
+}
+
+// Would catch matrices against the wrong parent, with scale, or in scene units.
+TEST(Skeleton, MatricesStandAgainstTheBoneAbove) {
+    support::eSceneBuilder scene;
+    scene.Settings().unitMetres = 0.01;
+    support::eNode root = Root(scene).Position(5, 6, 7);
+    support::eNode big = Helper(root, "big").Position(100, 0, 0).Scale(2, 2, 2);
+    Helper(big.Child("no_object").Position(0, 50, 0), "deep").Position(0, 0, 10).Visibility(0.4F);
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_EQ(walk.mdl,
+              "{bone \"root\"\n"
+              "\t{orientation\n\t\t1 \t 0 \t 0\n\t\t0 \t -1 \t 0\n\t\t0 \t 0 \t 1\n\t}\n"
+              "\t{bone \"big\"\n\t\t{Position 1 \t 0 \t 0}\n"
+              "\t\t{bone \"deep\"\n\t\t\t{Position 0 \t 0 \t 0.2}\n\t\t\t{visibility 0}\n\t\t}\n"
+              "\t}\n"
+              "}\n");
+    EXPECT_THAT(walk.Messages(), IsEmpty());
+}
+
+// Would catch a skewed bone that passes silently, or one that ends the walk.
+TEST(Skeleton, ASkewedBoneIsTold) {
+    support::eSceneBuilder scene;
+    Helper(Root(scene), "Skew").Matrix({{1, 0, 0}, {0.6F, 0.8F, 0}, {0, 0, 1}, {0, 0, 0}});
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.Messages(), ElementsAre("Ошибка: Матрица для кости 'skew' не ортогональна или содержит "
+                                             "неодинаковое масштабирование по осям!"));
+}
+
+// Would catch a hidden subtree that reaches the file or a list, and a hidden volume that is lost.
+TEST(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode hidden = Helper(root, "hidden").Hidden().Property("Land");
+    Helper(hidden, "below");
+    Box(hidden, "volume_below").Property("Volume");
+    Helper(root.Child("no_object").Hidden(), "below_no_object");
+    Box(root, "hidden_volume").Property("Volume").Hidden();
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("below")));
+    ASSERT_EQ(walk.run.models[0].volumes.size(), 1U);
+    EXPECT_EQ(walk.run.models[0].volumes[0]->GetName(), "hidden_volume");
+    EXPECT_FALSE(walk.run.landPatch);
+}
+
+// Would catch a node on the wrong list, twice or not at all, and bones below it.
+TEST(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode hull = Box(root, "hull").Property("Volume").Property("Obstacle").Property("Land");
+    Helper(hull, "inside");
+    Box(root, "gate").Property("Area");
+    Helper(root, "old").Property("Body");
+    Helper(root, "shot").Property("Preview");
+    root.Child("lamp").Object(eLightObject{});
+    Helper(root, "point").Property("SupportPoint").Position(1, -2.5F, 3);
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+
+    const eExportModel& model = walk.run.models[0];
+    using List = std::vector<host::INode*>;
+    EXPECT_EQ(model.volumes, (List{&walk.Node("hull")}));
+    EXPECT_EQ(model.zones, (List{&walk.Node("hull"), &walk.Node("gate")}));
+    EXPECT_EQ(model.bodies, (List{&walk.Node("old")}));
+    EXPECT_EQ(model.previews, (List{&walk.Node("shot")}));
+    EXPECT_EQ(walk.run.supportPoints[&walk.Root()].at(0), host::Point3(1, -2.5F, 3));
+    EXPECT_TRUE(walk.run.landPatch);
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("inside")));
+}
+
+// Would catch meshes read after they are written, written by the wrong node, or for nodes that ask for none.
+TEST(Skeleton, MeshesAreReadOnTheWayDownAndWrittenOnTheWayBack) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene).Property("Poly");
+    support::eNode arm = Box(root, "Arm").Property("Poly");
+    Box(arm, "plain");
+    Box(root, "ghost").Property("Poly").NotRenderable();
+    root.Child("ring").Object(eCircleObject{.radius = 1}).Property("Poly");
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.calls, ElementsAre("read root", "read Arm", "read plain", "write arm to own",
+                                        "read ghost", "write root to own"));
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("\"ring\"\n\t\t{view")));
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("view poly \"ghost\"")));
+}
+
+// Would catch geometry that options or the selection should have kept out.
+TEST(Skeleton, OptionsKeepGeometryOut) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    Box(root, "a").Property("Poly");
+    Box(root, "b").Property("Poly").Selected();
+    support::eSkeletonWalk selected(scene.Build());
+    exportSelected = true;
+    selected.Do();
+    EXPECT_THAT(selected.calls, ElementsAre("read b", "write b to own"));
+
+    support::eSkeletonWalk noMesh(scene.Build());
+    noMesh.run.options.exportMesh = 0;
+    noMesh.run.options.exportGeometry = 0;
+    noMesh.Do();
+    EXPECT_THAT(noMesh.calls, IsEmpty());
+}
+
+// Would catch an artist's "Poly" on nothing, or a voxel mesh, that goes unnoticed.
+TEST(Skeleton, MeshesThatCannotBeWrittenAreTold) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    Box(root, "Empty").Property("Poly");
+    Box(root, "Old").Property("Voxels=1");
+    support::eSkeletonWalk walk(scene.Build());
+    walk.emptyMeshes = {"empty"};
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.Messages(),
+                ElementsAre("Ошибка: 'Empty': Помечен как полигональный, но не содержит ни одного полигона.\n"
+                            "Необходимо убрать из параметров 'Poly' и переэкпортировать.",
+                            "Ошибка: 'Old': Экспорт воксельных мэшей больше не поддерживается."));
+    EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"empty\"}"));
+    EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"old\"\n\t\t\t{pivot 0 \t 0 \t 0}\n\t\t}"));
+}
+
+// Would catch a group whose members become bones, or whose parts miss the merged mesh.
+TEST(Skeleton, AGroupFeedsItsMergedMesh) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode group = Helper(root, "Group").GroupHead().Property("CommonMesh");
+    Box(Box(group, "part").GroupMember(), "inner").GroupMember();
+    Box(root, "other").Property("CommonMesh=group");
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.calls,
+                ElementsAre("read root", "read Group into Group", "read part into Group",
+                            "read inner into Group", "write group to own", "read other into Group"));
+    EXPECT_TRUE(walk.run.bones[1].commonMesh);
+    EXPECT_EQ(walk.run.bones[1].node, &walk.Node("other"));
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("view poly \"other\"")));
+}
+
+// Would catch a fault that goes on with a half-known mesh, or leaves the text without its closing braces.
+TEST(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
+    struct eFault {
+        const char* property;
+        const char* message;
+    };
+    for (const eFault& fault :
+         {eFault{"Mesh=nobody", "Ошибка: Кость 'nobody' для общего мэша не найдена!"},
+          eFault{"CommonMesh=nobody", "Ошибка: Кость 'nobody' для общего мэша не найдена!"},
+          eFault{"CommonMesh=volume",
+                 "Ошибка: Кость 'volume' для общего мэша находится не в родительской иерархии!"}}) {
+        support::eSceneBuilder scene;
+        support::eNode root = Root(scene).Property("Hold=x");
+        Helper(Helper(root, "outer"), "Broken").Property(fault.property);
+        Helper(root, "after");
+        Box(root, "volume").Property("Volume");
+        support::eSkeletonWalk walk(scene.Build());
+        EXPECT_FALSE(walk.Do());
+        EXPECT_THAT(walk.Messages(), ElementsAre(fault.message));
+        EXPECT_EQ(walk.messages.boxes[0].box.icon, platform::eBoxIcon::None);
+        EXPECT_THAT(walk.mdl, testing::EndsWith("\t{bone \"outer\"\n\t}\n}\n"));
+        EXPECT_EQ(walk.def, "");
+    }
+
+    support::eSceneBuilder scene;
+    support::eNode group = Helper(Root(scene), "group").GroupHead();
+    Helper(Helper(group, "member").GroupMember(), "Stranger");
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_FALSE(walk.Do());
+    EXPECT_THAT(walk.Messages(),
+                ElementsAre("Ошибка: Не относящаяся к группе кость 'Stranger' прилинкована внутрь группы!"));
+}
+
+// Would catch words lost or split wrongly, and a "Hold" read on another node than the root.
+TEST(Skeleton, HoldsOfTheRootReachTheDefinition) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene).Property(" hold =  a  b ").Property("Hold=").Property("HOLD=c");
+    Helper(root, "bone").Property("Hold=x");
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_EQ(walk.def, "{structure_bone\n\t{hold \"a\" \"b\"}\n\t{hold \"c\"}\n}\n");
+}
+
+// Would catch nested models written as bones, or places under the wrong name.
+TEST(Skeleton, NestedModelsBecomePlaces) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode deck = Helper(root, "Deck");
+    Helper(deck, "gun").Property("Model=Units\\Big Gun.v2\\Gun.Old");
+    support::eSkeletonWalk walk(scene.Build());
+    walk.run.structureMode = true;
+    EXPECT_TRUE(walk.Do());
+    EXPECT_EQ(walk.def, "{place \"deck\" \"gun\"}\n");
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("\"gun\"")));
+}
+
+// Would catch instances that are written twice, or shown under another name than they are written.
+TEST(Skeleton, InstancesShowTheFirstOfThem) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode left = Box(root, "wheel_l").Property("Poly");
+    root.Child("wheel_r").SameObject(left).Property("Poly");
+    root.Child("spare").SameObject(left);
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.calls, ElementsAre("read root", "read wheel_l of wheel_l", "write wheel_l to own",
+                                        "read wheel_r of wheel_l", "read spare of wheel_l"));
+    EXPECT_THAT(walk.mdl, HasSubstr("{bone \"wheel_r\"\n\t\t{view poly \"wheel_l\"}"));
+    EXPECT_THAT(walk.mdl, Not(HasSubstr("{bone \"spare\"\n\t\t{view")));
+    EXPECT_FALSE(walk.run.sharedMeshes.views.empty());
+}
+
+// Would catch a walk that goes on after the user's cancel, or an unbalanced text.
+TEST(Skeleton, ACancelledWalkClosesItsBlocks) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene).Property("Poly");
+    Helper(Helper(root, "first"), "second");
+    support::eSkeletonWalk walk(scene.Build());
+    int polls = 0;
+    walk.host.SetCancelSource([&polls] { return ++polls > 2; });
+    EXPECT_FALSE(walk.Do());
+    EXPECT_THAT(walk.mdl, testing::EndsWith("\t{bone \"first\"\n\t}\n}\n"));
+    EXPECT_THAT(walk.calls, ElementsAre("read root", "read first"));
+}
+
+}  // namespace

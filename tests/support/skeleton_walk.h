@@ -1,0 +1,103 @@
+// The walk over the bones of one model in memory, with a mesh stage that only takes notes.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "export/export.h"
+#include "io/stream_memory.h"
+#include "scene/bone_tree.h"
+#include "scene/bone_writer.h"
+#include "scene/mesh_stage.h"
+#include "standalone/standalone_host.h"
+#include "support/message_collector.h"
+
+namespace support {
+
+inline std::string TextOf(const xIo::eMemoryStream& stream) {
+    std::string text;
+    for (const std::uint8_t byte : stream.Content()) {
+        if (byte != '\r') {
+            text += static_cast<char>(byte);
+        }
+    }
+    return text;
+}
+
+//     support::eSkeletonWalk walk(scene.Build());
+//     walk.run.options.exportIK = 0;
+//     walk.Do();
+//     EXPECT_EQ(walk.mdl, ...);
+class eSkeletonWalk : private eMeshStage {
+public:
+    explicit eSkeletonWalk(standalone::eSceneData scene) : host(std::move(scene)) {
+        run.host = &host;
+        run.mirrorMatrix = host::ScaleMatrix({1, -1, 1});
+        exportSelected = false;
+    }
+    ~eSkeletonWalk() override {
+        exportSelected = false;
+        ForgetBoneNumbers(run);
+    }
+    eSkeletonWalk(const eSkeletonWalk&) = delete;
+    eSkeletonWalk& operator=(const eSkeletonWalk&) = delete;
+
+    host::INode& Root() { return *host.GetRootNode()->GetChildNode(0); }
+    host::INode& Node(const char* name) { return *host.GetINodeByName(name); }
+
+    // Numbers the bones of the scene's first root; true if an error was told.
+    bool Number() {
+        run.currentRoot = &Root();
+        run.models.resize(1);
+        run.boneCount = 0;
+        run.boneNames.clear();
+        return CollectBones(run, Root(), run.boneCount, false);
+    }
+
+    // Numbers and writes; the result is that of WriteBone.
+    bool Do() {
+        EXPECT_FALSE(Number());
+        xIo::eMemoryStream mdlStream, defStream;
+        run.bones.resize(static_cast<std::size_t>(run.boneCount));
+        run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.mdlWriter->Attach(&mdlStream);
+        run.defWriter->Attach(&defStream);
+        const bool goesOn = WriteBone(run, *this, Root(), nullptr, DetailEntry | RootBone);
+        run.mdlWriter.reset();
+        run.defWriter.reset();
+        mdl = TextOf(mdlStream);
+        def = TextOf(defStream);
+        return goesOn;
+    }
+
+    std::vector<std::string> Messages() const { return messages.Lines(); }
+    // Names of the bones by number.
+    std::vector<std::string> BoneNames() const { return {run.boneNames.begin(), run.boneNames.end()}; }
+
+    std::string mdl;
+    std::string def;
+    // "read NODE", with " of TARGET" and " into COMMON", and "write NAME to own" or "to common", in order.
+    std::vector<std::string> calls;
+    // Names of meshes that have nothing to write.
+    std::set<std::string> emptyMeshes;
+
+    eMessageCollector messages;
+    standalone::StandaloneHost host;
+    Export run;
+
+private:
+    void ExtractNodeMesh(Export&, host::INode& node, host::INode* meshTarget,
+                         host::INode* commonTarget) override {
+        calls.push_back("read " + node.GetName() +
+                        (meshTarget != nullptr ? " of " + meshTarget->GetName() : "") +
+                        (commonTarget != nullptr ? " into " + commonTarget->GetName() : ""));
+    }
+    bool WriteMesh(Export&, eExportResourceSet& set, const eName& name, int) override {
+        calls.push_back("write " + name.Text() + (&set == &run.commonResources ? " to common" : " to own"));
+        return !emptyMeshes.contains(name.Text());
+    }
+};
+
+}  // namespace support
