@@ -1,7 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 #include "base/ansi.h"
+#include "platform/write_fence.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -9,14 +12,34 @@ namespace {
 
 using namespace standalone;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+
+support::eNode Model(support::eSceneBuilder& scene, const char* name, const std::string& path) {
+    return scene.Node(name).Property("Model=" + path).Object(eHelperObject{});
+}
+
+support::eNode Box(support::eNode parent, const char* name) {
+    return parent.Child(name).Object(eBoxObject{1, 1, 1});
+}
+
+std::vector<std::string> ReportedRoots(const support::eExportRun& run, bool skipped) {
+    std::vector<std::string> roots;
+    for (const eModelReport& report : run.exporter.modelReports) {
+        if (report.skipped == skipped) {
+            roots.push_back(report.root);
+        }
+    }
+    return roots;
+}
 
 // Would catch any change of the text that the game reads: token order, blanks, tabs, line ends, rounding,
 // the mirrored root.
 TEST(Run, ASmallModelComesOutByteForByte) {
     support::eSceneBuilder scene;
-    support::eNode root = scene.Node("root").Property("Model=units/tank").Object(eHelperObject{});
-    support::eNode arm = root.Child("arm").Position(0, 0, 1).Object(eBoxObject{1, 1, 1});
+    support::eNode arm = Box(Model(scene, "root", "units/tank"), "arm").Position(0, 0, 1);
     arm.Property("Poly").Property("IKType=revolute").Property("IKMin=-1").Property("IKMax=1");
     arm.Property("speed=1,5");
     support::eExportRun run(scene.Build());
@@ -41,6 +64,214 @@ TEST(Run, ASmallModelComesOutByteForByte) {
               "\t}\r\n"
               "}\r\n");
     EXPECT_EQ(run.Read("units/tank/tank.def"), "{entity\r\n}\r\n");
+}
+
+// Would catch a header that differs between two builds of the same input.
+TEST(Run, TheHeaderTellsUserDateAndScene) {
+    support::eSceneBuilder scene;
+    scene.Settings().file = "d:/art/tank.max";
+    Model(scene, "root", "tank");
+    support::eExportRun run(scene.Build());
+    ::setenv("SOURCE_DATE_EPOCH", "1795062558", 1);
+    run.Do();
+    ::unsetenv("SOURCE_DATE_EPOCH");
+    EXPECT_THAT(run.Read("tank/tank.mdl"), testing::StartsWith(";Exported by:\t "));
+    EXPECT_THAT(
+        run.Read("tank/tank.mdl"),
+        HasSubstr("\r\n;Date:\t\t\t Thu Nov 19 04:29:18 2026\r\n;File:\t\t\t d:/art/tank.max\r\n{skeleton"));
+}
+
+// Would catch a run that writes something for an empty scene, or leaves the process's locale changed.
+TEST(Run, AnEmptySceneIsToldAndOnlyTheOptionsAreSaved) {
+    const std::string locale = std::setlocale(LC_NUMERIC, nullptr);
+    support::eSceneBuilder scene;
+    scene.Node("hidden").Property("Model=a").Object(eHelperObject{}).Hidden();
+    scene.Node("hull_lod1").Property("Model=b").Object(eHelperObject{});
+    support::eExportRun run(scene.Build());
+    EXPECT_EQ(run.Do(), 1);
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Ошибка: Нечего экспортировать!\nВозможно, скрыта корневая кость."));
+    EXPECT_FALSE(run.folder.Has("game"));
+    EXPECT_TRUE(run.folder.Has("config/zyrexport.cfg"));
+    EXPECT_EQ(std::setlocale(LC_NUMERIC, nullptr), locale);
+}
+
+// Would catch a cancelled dialog that leaves traces.
+TEST(Run, ACancelledDialogTouchesNothing) {
+    support::eSceneBuilder scene;
+    Model(scene, "root", "tank");
+    support::eExportRun run(scene.Build());
+    run.exporter.optionsDialog = [](Export&) { return false; };
+    EXPECT_EQ(run.Do(), 1);
+    EXPECT_FALSE(run.folder.Has("game"));
+    EXPECT_FALSE(run.folder.Has("config/zyrexport.cfg"));
+    EXPECT_EQ(run.host.GetCommandPanelTaskMode(), 2);
+}
+
+// Would catch another order of the models, a root that is dropped in silence, or an "XModel" that is written.
+TEST(Run, RootsAreExportedFromTheLastToTheFirst) {
+    support::eSceneBuilder scene;
+    Model(scene, "first", "a");
+    scene.Node("Stray").Object(eHelperObject{});
+    scene.Node("checked").Property("XModel=x").Object(eHelperObject{});
+    Model(scene, "last", "b");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Ошибка: В кости 'Stray' должно быть указано 'Model' или 'XModel'!"));
+    EXPECT_THAT(ReportedRoots(run, false), ElementsAre("last", "first"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("checked"));
+    EXPECT_FALSE(run.Has("x"));
+}
+
+// Would catch folders that depend on how an artist spells them.
+TEST(Run, ThePropertyGivesFolderAndName) {
+    support::eSceneBuilder scene;
+    Model(scene, "a", "Units\\Big Tank.v2");
+    Model(scene, "b", "Дом"_ansi);
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_TRUE(run.Has("units/big_tank.v2/big_tank.mdl"));
+    EXPECT_TRUE(run.Has("___/___.mdl"));
+    EXPECT_EQ(run.exporter.modelReports[1].folder, eName(run.folder / "game/units/big_tank.v2"));
+}
+
+// Would catch the game's own entity definition overwritten, or a model text that stays old.
+TEST(Run, ADefinitionOnceMadeIsNeverOverwritten) {
+    support::eSceneBuilder scene;
+    Model(scene, "root", "tank");
+    support::eExportRun run(scene.Build());
+    run.folder.Write("game/tank/tank.def", "mine");
+    run.folder.Write("game/tank/tank.mdl", "old");
+    run.Do();
+    EXPECT_EQ(run.Read("tank/tank.def"), "mine");
+    EXPECT_THAT(run.Read("tank/tank.mdl"), HasSubstr("{skeleton"));
+}
+
+// Would catch files that an option had switched off, and an animation list that stays without animations.
+TEST(Run, OptionsSwitchFilesOff) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene, "root", "tank").Property("animation=run,all,0-1");
+    scene.SelectionSet("all", {root});
+    Model(scene, "still", "still");
+    support::eExportRun run(scene.Build());
+    run.SetOptions([](eExportOptions& options) { options.exportMesh = 0; });
+    run.folder.Write("game/still/anim.txt", "old");
+    run.Do();
+    EXPECT_TRUE(run.Has("tank/anim.txt"));
+    EXPECT_FALSE(run.Has("still/anim.txt"));
+    EXPECT_FALSE(run.Has("tank/tank.mdl") || run.Has("tank/tank.def"));
+
+    support::eExportRun meshOnly(scene.Build());
+    meshOnly.SetOptions([](eExportOptions& options) { options.exportAnimation = 0; });
+    meshOnly.folder.Write("game/still/anim.txt", "old");
+    meshOnly.Do();
+    EXPECT_TRUE(meshOnly.Has("tank/tank.mdl"));
+    EXPECT_FALSE(meshOnly.Has("tank/anim.txt"));
+    EXPECT_EQ(meshOnly.Read("still/anim.txt"), "old");
+}
+
+// Would catch a faulty model that takes others with it, or loses its earlier files.
+TEST(Run, AFaultyModelIsLeftOut) {
+    support::eSceneBuilder scene;
+    Model(scene, "good", "good");
+    support::eNode bad = Model(scene, "bad", "bad");
+    Box(bad, "twin");
+    Box(Box(bad, "x"), "Twin");
+    support::eExportRun run(scene.Build());
+    run.folder.Write("game/bad/bad.mdl", "earlier");
+    run.Do();
+    EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Найдено повторяющееся имя кости: twin!"));
+    EXPECT_EQ(run.Read("bad/bad.mdl"), "earlier");
+    EXPECT_TRUE(run.Has("good/good.mdl"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("bad"));
+}
+
+// Would catch a cancelled model with an open end, models behind it that are touched, or lost options.
+TEST(Run, CancelClosesTheModelUnderWay) {
+    support::eSceneBuilder scene;
+    Model(scene, "never", "never");
+    Box(Box(Model(scene, "root", "tank"), "first"), "second");
+    support::eExportRun run(scene.Build());
+    int polls = 0;
+    run.host.SetCancelSource([&polls] { return ++polls > 2; });
+    run.Do();
+    EXPECT_THAT(run.Model("tank/tank.mdl"), EndsWith("\t\t{bone \"first\"\n\t\t}\n\t}\n}\n"));
+    EXPECT_EQ(run.Text("tank/tank.def"), "{entity\n}\n");
+    EXPECT_FALSE(run.Has("never") || run.Has("tank/tank.mdl.tmp"));
+    EXPECT_TRUE(run.folder.Has("config/zyrexport.cfg"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("never"));
+}
+
+// Would catch blocks out of order, sorted by letter case, or with wrong numbers.
+TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene, "Root", "tank");
+    support::eNode bone = root.Child("bone").Object(eHelperObject{});
+    bone.Child("p1").Property("SupportPoint").Position(12.9F, -12.9F, 0.5F);
+    bone.Child("p2").Property("SupportPoint").Position(3e9F, 0, 1);
+    root.Child("p0").Property("SupportPoint");
+    Box(root, "b_zone").Property("Area");
+    Box(root, "C_zone").Property("Obstacle=1");
+    Box(root, "A zone").Property("Obstacle");
+    Box(root, "off").Property("Obstacle=0");
+    root.Child("ground").Property("Body").Property("Land");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    const std::string text = run.Model("tank/tank.mdl");
+    EXPECT_THAT(text, HasSubstr("}\n{SupportPoints\n"
+                                "\t{bone \"root\"\n\t\t{point 0 0 0}\n\t}\n"
+                                "\t{bone \"bone\"\n\t\t{point 12 -12 0}\n\t\t{point 2147483647 0 1}\n\t}\n"
+                                "}\n{\"zones\"\n\t{obstacle \"a_zone\"\n"));
+    EXPECT_LT(text.find("a_zone"), text.find("\t{area \"b_zone\"\n"));
+    EXPECT_LT(text.find("b_zone"), text.find("\t{obstacle \"c_zone\"\n"));
+    EXPECT_THAT(text, Not(HasSubstr("\"off\"")));
+    EXPECT_EQ(run.Text("tank/tank.def"), "{entity\n\t{\"land_patch\"\n\t}\n}\n");
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Предупреждение: Следует убрать из модели все Body, поскольку они "
+                            "более не нужны."));
+}
+
+// Would catch a second volume of one name that replaces the first, or the block missing in one of the files.
+TEST(Run, VolumesOfOneNameAreTold) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene, "root", "tank");
+    Box(root, "Hull_vol").Property("Volume");
+    Box(root, "hull").Property("Volume");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Повторяющееся имя объема 'hull'!"));
+    EXPECT_THAT(run.Model("tank/tank.mdl"), HasSubstr("{\"volumes\"\n"));
+    EXPECT_THAT(run.Text("tank/tank.def"), HasSubstr("\t{\"volumes\"\n"));
+}
+
+// Would catch a scene that writes beyond the folders that the user has named.
+TEST(Run, AModelBeyondTheFenceIsRefused) {
+    support::eSceneBuilder scene;
+    Model(scene, "good", "good");
+    Model(scene, "Thief", "..\\..\\stolen");
+    support::eExportRun run(scene.Build());
+    platform::AddWriteRoot(run.folder / "game");
+    platform::AddWriteRoot(run.folder / "config");
+    run.Do();
+    platform::ClearWriteRoots();
+    ASSERT_EQ(run.messages.boxes.size(), 1U);
+    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("Кость 'Thief': путь '"));
+    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("../../stolen'"));
+    EXPECT_TRUE(run.Has("good/good.mdl"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("Thief"));
+}
+
+// Would catch marks or numbers of the run that stay in the artist's scene.
+TEST(Run, TheSceneIsLeftAsItWas) {
+    support::eSceneBuilder scene;
+    Box(Model(scene, "root", "tank"), "bone").JointFlags(0x80);
+    support::eExportRun run(scene.Build());
+    run.Do();
+    host::INode& bone = *run.host.GetINodeByName("bone");
+    EXPECT_EQ(bone.AnimatableFlags(), 0x80U);
+    EXPECT_EQ(bone.GetObjectRef()->AnimatableFlags(), 0U);
+    EXPECT_EQ(bone.GetRenderData(), nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,163 @@
+#include "animation/animation_table.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/ansi.h"
+#include "support/scene_builder.h"
+#include "support/skeleton_walk.h"
+
+namespace {
+
+using namespace standalone;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char* kNoSet =
+    "Предупреждение: Именованное выделение '%s' не найдено.\nИспользуется текущее выделение.";
+
+std::string NoSet(const std::string& name) {
+    return std::string(kNoSet).replace(std::string(kNoSet).find("%s"), 2, name);
+}
+
+// The table of a root with the property, in a scene of 100 frames with the selection set "All".
+class eTable {
+public:
+    explicit eTable(const std::vector<std::string>& properties, bool currentRangeOnly = false)
+        : walk(Scene(properties)) {
+        walk.run.currentRoot = &walk.Root();
+        walk.run.frameStart = 2;
+        walk.run.frameEnd = 40;
+        walk.run.options.currentRangeOnly = currentRangeOnly;
+        highest = ReadAnimations(walk.run);
+    }
+
+    const eExportAnimation& First() const { return walk.run.animations.at(0); }
+    std::string Block() {
+        xIo::eMemoryStream stream;
+        walk.run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
+        walk.run.defWriter->Attach(&stream);
+        WriteAnimationBlock(walk.run);
+        walk.run.defWriter.reset();
+        return support::TextOf(stream);
+    }
+
+    support::eSkeletonWalk walk;
+    int highest = -1;
+
+private:
+    static eSceneData Scene(const std::vector<std::string>& properties) {
+        support::eSceneBuilder scene;
+        support::eNode root = scene.Node("root");
+        for (const std::string& property : properties) {
+            root.Property(property);
+        }
+        scene.SelectionSet("Legs", {});
+        scene.SelectionSet("All", {root});
+        scene.SelectionSet("ALL", {});
+        return scene.Build();
+    }
+};
+
+// Would catch a declaration cut at the wrong place: each row is one that artists write.
+TEST(AnimationTable, DeclarationsAreCutAsArtistsWriteThem) {
+    struct eRow {
+        const char* declaration;
+        const char* name;
+        int selection, first, last;
+        const char* binary;
+        float speed;
+    };
+    for (const eRow& row : {
+             eRow{"animation=walk,legs,0-30,walk_fast,150", "walk", 0, 0, 30, "walk_fast", 150},
+             eRow{"animation=run,all,5-10,150", "run", 1, 5, 10, "run", 150},
+             eRow{"animation=run,all,5-10,fast", "run", 1, 5, 10, "fast", 0},
+             eRow{"animation=run,all,5 10,,150", "run", 1, 5, 10, "run", 150},
+             eRow{"animation=run,all,5 - 10, file , 12.5", "run", 1, 5, 10, "file", 12.5F},
+             eRow{" Animation =  run , all ,7", "run", 1, 7, 40, "run", 0},
+             eRow{"animation=run,all,x-10", "run", 1, 0, 10, "run", 0},
+         }) {
+        const eTable table({row.declaration});
+        ASSERT_THAT(table.walk.run.animations, SizeIs(1)) << row.declaration;
+        const eExportAnimation& read = table.First();
+        EXPECT_EQ(read.name, row.name) << row.declaration;
+        EXPECT_EQ(read.selection, row.selection) << row.declaration;
+        EXPECT_EQ(read.firstFrame, row.first) << row.declaration;
+        EXPECT_EQ(read.lastFrame, row.last) << row.declaration;
+        EXPECT_EQ(read.binary, row.binary) << row.declaration;
+        EXPECT_EQ(read.speed, row.speed) << row.declaration;
+        EXPECT_THAT(table.walk.Messages(), IsEmpty()) << row.declaration;
+    }
+}
+
+// Would catch a missing selection set that passes silently, or one that drops the animation.
+TEST(AnimationTable, AMissingSelectionSetIsToldAndTheHostRangeServes) {
+    const eTable bare({"animation=run"});
+    EXPECT_THAT(bare.walk.Messages(), ElementsAre(NoSet("")));
+    EXPECT_EQ(bare.First().firstFrame, 2);
+    EXPECT_EQ(bare.First().lastFrame, 40);
+    EXPECT_EQ(bare.First().selection, -1);
+
+    const eTable skipped({"animation=run,,0-10"});
+    EXPECT_THAT(skipped.walk.Messages(), ElementsAre(NoSet("0-10")));
+    EXPECT_EQ(skipped.First().lastFrame, 40);
+}
+
+// Would catch a broken range that reaches the frame table, or takes the others with it.
+TEST(AnimationTable, ABrokenRangeIsDropped) {
+    const eTable table({"animation=back,all,10-5", "animation=far,all,0-70000", "animation=good,all,1-3"});
+    EXPECT_THAT(table.walk.Messages(),
+                ElementsAre("Ошибка: В анимации 'back' конечный кадр меньше начального.\nАнимация пропущена.",
+                            "Ошибка: В анимации 'far' номер кадра больше 65535.\nАнимация пропущена."));
+    ASSERT_THAT(table.walk.run.animations, SizeIs(1));
+    EXPECT_EQ(table.First().name, "good");
+    EXPECT_EQ(table.highest, 3);
+    EXPECT_EQ(eTable({"Poly"}).highest, 0);
+}
+
+// Would catch an animation half outside the timeline that is sampled, or one outside that is forgotten.
+TEST(AnimationTable, TheCurrentRangeLimitsWhatIsSampled) {
+    const std::vector<std::string> declared = {"animation=in,all,2-40", "animation=out,all,1-40,file"};
+    eTable limited(declared, true);
+    EXPECT_TRUE(limited.walk.run.animations[0].inRange);
+    EXPECT_FALSE(limited.walk.run.animations[1].inRange);
+    EXPECT_EQ(limited.Block(), "{skeleton\n\t{animation\n\t\t{binary \"file\" {name \"out\"}}\n\t}\n}\n");
+    EXPECT_TRUE(eTable(declared).walk.run.animations[1].inRange);
+}
+
+// Would catch a block that tells what the game knows already, or leaves out what it can't know.
+TEST(AnimationTable, TheBlockListsWhatTheFileCannotTell) {
+    EXPECT_EQ(eTable({"animation=plain,all,0-1"}).Block(), "");
+    EXPECT_EQ(eTable({"animation=run,all,5-10,150", "animationresume=a,all,0-1", "animation=plain,all,0-1",
+                      "AnimationAuto=b,all,0-1,B,50"})
+                  .Block(),
+              "{skeleton\n"
+              "\t{animation\n"
+              "\t\t{binary \"run\" {speed 1.5}}\n"
+              "\t\t{binary \"a\" {resume}}\n"
+              "\t\t{binary \"B\" {name \"b\"}{speed 0.5}{autostart}}\n"
+              "\t}\n"
+              "}\n");
+}
+
+// Would catch members of a group judged apart from their head, and a set that covers others than its own.
+TEST(AnimationTable, AnimationsTouchTheNodesOfTheirSet) {
+    support::eSceneBuilder scene;
+    support::eNode head = scene.Node("head").GroupHead().Selected();
+    head.Child("member").GroupMember();
+    scene.Node("other");
+    scene.SelectionSet("heads", {head});
+    support::eSkeletonWalk walk(scene.Build());
+    const auto touches = [&walk](const char* node, int selection) {
+        return AnimationTouchesNode(walk.run, walk.Node(node), selection);
+    };
+    EXPECT_TRUE(touches("member", 0));
+    EXPECT_FALSE(touches("other", 0));
+    EXPECT_TRUE(touches("other", -1));
+    walk.run.options.selectedOnly = true;
+    EXPECT_FALSE(touches("other", -1));
+    EXPECT_TRUE(touches("member", -1));
+}
+
+}  // namespace

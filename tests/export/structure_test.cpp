@@ -1,0 +1,149 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/ansi.h"
+#include "support/export_run.h"
+#include "support/scene_builder.h"
+
+namespace {
+
+using namespace standalone;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+support::eNode Model(support::eSceneBuilder& scene, const char* name, const std::string& path) {
+    return scene.Node(name).Property("Model=" + path).Object(eHelperObject{});
+}
+
+support::eNode Nested(support::eNode parent, const char* name, const std::string& path) {
+    return parent.Child(name).Property("Model=" + path).Object(eHelperObject{});
+}
+
+support::eNode Mesh(support::eNode parent, const char* name) {
+    return parent.Child(name).Property("Poly").Object(eBoxObject{1, 1, 1});
+}
+
+std::vector<std::string> ExportedRoots(const support::eExportRun& run) {
+    std::vector<std::string> roots;
+    for (const eModelReport& report : run.exporter.modelReports) {
+        if (!report.skipped) {
+            roots.push_back(report.root);
+        }
+    }
+    return roots;
+}
+
+// A ship with a hull of its own and two guns that share one barrel.
+support::eSceneBuilder Ship(bool brokenStructure) {
+    support::eSceneBuilder scene;
+    support::eNode ship = Model(scene, "ship", "ship").Property("Structure").Property("Hold=cargo");
+    Mesh(ship, "hull");
+    if (brokenStructure) {
+        Mesh(ship, "Hull");
+    }
+    support::eNode front = Nested(ship, "front", "ship/front");
+    support::eNode barrel = Mesh(front, "barrel_f");
+    Mesh(front, "shield");
+    Nested(ship, "rear", "ship/Rear.v1").Child("barrel_r").Property("Poly").SameObject(barrel);
+    return scene;
+}
+
+// Would catch another order, views that look in the wrong folder, and a definition without its places.
+TEST(Structure, NestedModelsFollowAndShareTheCommonFolder) {
+    support::eExportRun run(Ship(false).Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(), IsEmpty());
+    EXPECT_THAT(ExportedRoots(run), ElementsAre("ship", "rear", "front"));
+    EXPECT_EQ(run.Text("ship/ship.def"),
+              "{entity\n"
+              "\t{\"placer\"}\n"
+              "\t{\"structure\"\n"
+              "\t\t{place \"ship\" \"front\"}\n"
+              "\t\t{place \"ship\" \"rear\"}\n"
+              "\t\t{structure_bone\n\t\t\t{hold \"cargo\"}\n\t\t}\n"
+              "\t}\n"
+              "}\n");
+    EXPECT_THAT(run.Model("ship/ship.mdl"), HasSubstr("{view poly \"common/hull\"}"));
+    EXPECT_THAT(run.Model("ship/ship.mdl"), Not(HasSubstr("barrel")));
+    EXPECT_THAT(run.Model("ship/front/front.mdl"), HasSubstr("{view poly \"../common/barrel_f\"}"));
+    EXPECT_THAT(run.Model("ship/front/front.mdl"), HasSubstr("{view poly \"shield\"}"));
+    EXPECT_THAT(run.Model("ship/rear.v1/rear.mdl"), HasSubstr("{view poly \"../common/barrel_f\"}"));
+    EXPECT_TRUE(run.Has("ship/common"));
+    EXPECT_EQ(run.exporter.modelReports[0].meshes, 1);
+    EXPECT_EQ(run.exporter.modelReports[2].meshes, 2);
+}
+
+// Would catch meshes that land in a common folder which nobody has settled.
+TEST(Structure, WithoutItsStructureANestedModelStandsAlone) {
+    support::eExportRun run(Ship(true).Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Найдено повторяющееся имя кости: hull!"));
+    EXPECT_THAT(ExportedRoots(run), ElementsAre("rear", "front"));
+    EXPECT_THAT(run.Model("ship/front/front.mdl"), HasSubstr("{view poly \"barrel_f\"}"));
+    EXPECT_THAT(run.Model("ship/rear.v1/rear.mdl"), HasSubstr("{view poly \"barrel_r\"}"));
+    EXPECT_FALSE(run.Has("ship/common") || run.Has("ship/ship.mdl"));
+}
+
+// Would catch a model behind a Structure that goes on filling its folder.
+TEST(Structure, AModelBehindItStandsAlone) {
+    support::eSceneBuilder scene;
+    support::eNode tank = Model(scene, "tank", "tank");
+    support::eNode left = Mesh(tank, "left");
+    tank.Child("right").Property("Poly").SameObject(left);
+    Mesh(Model(scene, "ship", "ship").Property("Structure"), "hull");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(), IsEmpty());
+    EXPECT_THAT(ExportedRoots(run), ElementsAre("ship", "tank"));
+    EXPECT_THAT(run.Model("tank/tank.mdl"), HasSubstr("{bone \"right\"\n\t\t\t{view poly \"left\"}"));
+    EXPECT_FALSE(run.Has("tank/common"));
+}
+
+// Would catch a view that the game finds no mesh for, and a wrong or missing reason.
+TEST(MissingMeshes, ViewsOfMeshesThatNobodyWritesAreTold) {
+    struct eCase {
+        std::function<void(support::eNode&)> spoil;
+        const char* reason;
+    };
+    const std::vector<eCase> cases = {
+        {[](support::eNode& first) { first.Property("Poly").Hidden(); }, "кость 'first' скрыта"},
+        {[](support::eNode&) {}, "у нее нет параметра 'Poly'"},
+        {[](support::eNode& first) { first.Property("Poly").NotRenderable(); },
+         "она исключена из визуализации"},
+        {[](support::eNode& first) { first.Property("Volume"); }, "она не является отдельной костью"},
+        {[](support::eNode& first) { first.Property("Poly").Property("Mesh=other"); },
+         "она сама показывает мэш другой кости"},
+    };
+    for (const eCase& spoiled : cases) {
+        support::eSceneBuilder scene;
+        support::eNode root = Model(scene, "root", "tank");
+        support::eNode first = root.Child("first").Object(eBoxObject{1, 1, 1});
+        spoiled.spoil(first);
+        root.Child("second").Property("Poly").SameObject(first);
+        Mesh(root, "other");
+        support::eExportRun run(scene.Build());
+        run.Do();
+        EXPECT_THAT(run.Messages(),
+                    ElementsAre(std::string("Ошибка: Кость 'second' показывает мэш кости 'first', "
+                                            "но этот мэш не записан: ") +
+                                spoiled.reason + "."));
+        EXPECT_THAT(run.Model("tank/tank.mdl"), HasSubstr("{view poly \"first\""));
+    }
+}
+
+// Would catch a mesh that stays in one model's folder while another looks for it in the common one.
+TEST(MissingMeshes, AMeshOfAnotherFolderIsTold) {
+    support::eSceneBuilder scene;
+    support::eNode ship = Model(scene, "ship", "ship").Property("Structure");
+    Mesh(Nested(ship, "front", "front"), "barrel");
+    Mesh(Nested(ship, "rear", "rear"), "copy").Property("Mesh=barrel");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Ошибка: Кость 'copy' показывает мэш кости 'barrel', но этот мэш не "
+                            "записан: он записан в папку своей модели, а не в общую."));
+}
+
+}  // namespace
