@@ -1,6 +1,7 @@
 #include "standalone/property_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 
@@ -18,11 +19,20 @@ std::string_view Trim(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+std::array<std::uint8_t, 256> MakeLowerBytes() {
+    std::array<std::uint8_t, 256> bytes{};
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<std::uint8_t>(platform::LowerAnsiByte(static_cast<char>(i)));
+    }
+    return bytes;
+}
+
 // FNV-1a over the lower-case letters.
 std::uint32_t HashKey(std::string_view key) {
+    static const std::array<std::uint8_t, 256> lowerBytes = MakeLowerBytes();
     std::uint32_t hash = 2166136261U;
     for (const char byte : key) {
-        hash = (hash ^ static_cast<unsigned char>(platform::LowerAnsiByte(byte))) * 16777619U;
+        hash = (hash ^ lowerBytes[static_cast<std::uint8_t>(byte)]) * 16777619U;
     }
     return hash;
 }
@@ -34,7 +44,8 @@ eUserProperties::eUserProperties(std::string_view text) {
     hashes.reserve(lineCount);
     lines.reserve(lineCount);
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        const auto isLineEnd = [](char byte) { return byte == '\r' || byte == '\n'; };
+        const auto end = static_cast<std::size_t>(std::ranges::find_if(text, isLineEnd) - text.begin());
         const std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
         if (line.empty()) {
