@@ -98,8 +98,8 @@ struct Color {
     float b = 0;
 
     friend Color operator*(const Color& c, float f) { return {c.r * f, c.g * f, c.b * f}; }
-    friend Color operator*(const Color& a, const Color& b) { return {a.r * b.r, a.g * b.g, a.b * b.b}; }
-    friend Color operator+(const Color& a, const Color& b) { return {a.r + b.r, a.g + b.g, a.b + b.b}; }
+    friend Color operator*(const Color& c, const Color& d) { return {c.r * d.r, c.g * d.g, c.b * d.b}; }
+    friend Color operator+(const Color& c, const Color& d) { return {c.r + d.r, c.g + d.g, c.b + d.b}; }
     Color& operator+=(const Color& c) { return *this = *this + c; }
     friend bool operator==(const Color&, const Color&) = default;
 };

@@ -8,4 +8,8 @@ struct eOverloaded : Cases... {
     using Cases::operator()...;
 };
 
+// For compilers that can't deduce an aggregate's arguments themselves.
+template <class... Cases>
+eOverloaded(Cases...) -> eOverloaded<Cases...>;
+
 }  // namespace standalone
