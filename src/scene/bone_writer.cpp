@@ -48,10 +48,11 @@ eBoneStep LookAt(Export& run, host::INode& node, host::INode* commonTarget, std:
 }
 
 // A hidden bone takes its subtree with it, and so does any other hidden node that the numbering has left out.
-// A detail level is written through its bone only.
+// A detail level is written through its bone only; one that no bone has called for has no number.
 bool IsLeftOut(const eBoneStep& step) {
     const bool isDetail = step.isBone && step.level != 0 && (step.flags & DetailEntry) == 0;
-    return isDetail || ((step.isBone || step.isLoneNode) && step.node.IsNodeHidden());
+    const bool isUnnumbered = step.isBone && step.index < 0;
+    return isDetail || isUnnumbered || ((step.isBone || step.isLoneNode) && step.node.IsNodeHidden());
 }
 
 // The root stands at the origin whatever its place in the scene, mirrored into the engine's space.

@@ -26,15 +26,16 @@ bool IsKept(char byte) {
 }
 
 std::string PairsOf(const std::string& buffer) {
-    std::string text;
-    text.reserve(buffer.size());
+    std::string text(buffer.size(), '\0');
+    char* out = text.data();
     for (const char byte : buffer) {
         if (byte == kLineEnd) {
-            text += kPairEnd;
+            *out++ = kPairEnd;
         } else if (IsKept(byte)) {
-            text += byte;
+            *out++ = byte;
         }
     }
+    text.resize(static_cast<std::size_t>(out - text.data()));
     return text;
 }
 

@@ -59,7 +59,8 @@ std::string_view ePropText::UpToStop(const char* begin) const {
 
 bool ePropText::HasKey(const char* pair, std::string_view key) const {
     const auto left = static_cast<std::size_t>(End() - pair);
-    if (left < key.size() || !EqualNoAsciiCase({pair, key.size()}, key)) {
+    if (left < key.size() || LowerAsciiByte(pair[0]) != LowerAsciiByte(key[0]) ||
+        !EqualNoAsciiCase({pair, key.size()}, key)) {
         return false;
     }
     const char* next = pair + key.size();

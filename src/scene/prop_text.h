@@ -17,8 +17,8 @@ public:
     bool Seek(int index);
     // Stands on the next pair. False, at the end of the text, if there is none.
     bool Next();
-    // Stands on the first pair with the key, letter case ignored. False, at the end of the text, if there is
-    // none.
+    // Stands on the first pair with the key, which is not empty, letter case ignored. False, at the end of
+    // the text, if there is none.
     bool Find(std::string_view key);
 
     // Of the current pair; a value ends at a second "=".

@@ -343,6 +343,37 @@ TEST(Skeleton, InstancesShowTheFirstOfThem) {
     EXPECT_FALSE(walk.run.sharedMeshes.views.empty());
 }
 
+// Would catch meshes of a Structure where nobody finds them, and those of a nested model in the wrong folder.
+TEST(Skeleton, AStructureKeepsItsMeshesInTheCommonSet) {
+    support::eSceneBuilder scene;
+    support::eNode root = Root(scene);
+    support::eNode left = Box(root, "left").Property("Poly");
+    root.Child("right").SameObject(left).Property("Poly");
+    Box(root, "own").Property("Poly");
+    support::eSkeletonWalk walk(scene.Build());
+    walk.run.commonPending = walk.run.structureMode = true;
+    walk.run.commonPrefix = "common/";
+    EXPECT_TRUE(walk.Do());
+    EXPECT_THAT(walk.calls, testing::IsSupersetOf({"write left to common", "write own to common"}));
+    EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"common/own\"}"));
+
+    support::eSkeletonWalk nested(scene.Build());
+    nested.run.commonPending = true;
+    nested.run.commonPrefix = "../common/";
+    EXPECT_TRUE(nested.Do());
+    EXPECT_THAT(nested.calls, testing::IsSupersetOf({"write left to common", "write own to own"}));
+    EXPECT_THAT(nested.mdl, HasSubstr("{view poly \"../common/left\"}"));
+}
+
+// Would catch a root that has no number, as its name says that it is a detail level.
+TEST(Skeleton, ARootThatIsADetailLevelWritesNothing) {
+    support::eSceneBuilder scene;
+    Box(scene.Node("gun_lod1").Property("Poly").Object(eHelperObject{}), "below");
+    support::eSkeletonWalk walk(scene.Build());
+    EXPECT_TRUE(walk.Do());
+    EXPECT_EQ(walk.mdl, "");
+}
+
 // Would catch a walk that goes on after the user's cancel, or an unbalanced text.
 TEST(Skeleton, ACancelledWalkClosesItsBlocks) {
     support::eSceneBuilder scene;
