@@ -8,6 +8,7 @@
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "io/file_failure.h"
+#include "io/path.h"
 #include "platform/file_events.h"
 #include "platform/message_box.h"
 
@@ -128,6 +129,16 @@ bool eFileStream::Close() {
         TellWriteFailure(finalPath, status);
     }
     return status.IsOk();
+}
+
+void eFileStream::Abandon() {
+    if (!file.IsOpen()) {
+        return;
+    }
+    Remember(file.Close());
+    if (UsesTemporary()) {
+        RemovePath(finalPath + temporarySuffix);
+    }
 }
 
 void eFileStream::GiveFinalName() {

@@ -30,6 +30,8 @@ public:
     // True if all went well: what was written is complete under the final name. A rename that fails asks the
     // user whether to try again, and a refusal is fatal. Nothing to do on a closed stream.
     bool Close();
+    // Closes a file that is written without giving it its final name, and removes the .tmp.
+    void Abandon();
     bool IsOpen() const { return file.IsOpen(); }
 
     // The first failure of the medium; ok while there is none.

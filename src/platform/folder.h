@@ -1,6 +1,7 @@
 // Folders and the names in them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,8 @@ namespace platform {
 struct eFolderEntry {
     std::string name;  // code page 1251
     bool isFolder = false;
+    std::int64_t size = 0;       // bytes of a file
+    std::uint64_t identity = 0;  // the same for all paths to one folder; 0 where the system can't tell
 };
 
 // True if the path can be reached; the file is not opened.
@@ -24,9 +27,9 @@ bool IsFolder(std::string_view path, ePathForm form = ePathForm::Resource);
 eIoStatus MakeFolder(std::string_view path, ePathForm form = ePathForm::Resource);
 
 // Everything in the folder but "." and "..", in byte order of the names. Names that code page 1251 can't hold
-// are left out.
+// are left out; they go to `nameless`, as they stand on disk, if it is not null.
 eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries,
-                     ePathForm form = ePathForm::Resource);
+                     ePathForm form = ePathForm::Resource, std::vector<std::string>* nameless = nullptr);
 
 // Removes a file, or a folder with all its content. Links are removed, not followed. Tells the file observer
 // of each file. Stops at the first failure.

@@ -14,4 +14,8 @@ std::string AccountName();
 // POSIX, where no such form exists.
 std::optional<std::string> NetworkPath(std::string_view path);
 
+// Where the user keeps documents, in code page 1251; empty if the system can't tell. Made if it does not
+// exist.
+std::string DocumentsFolder();
+
 }  // namespace platform

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <utility>
 
 #include "platform/code_page.h"
 #include "platform/file_events.h"
@@ -43,6 +44,23 @@ eIoStatus ListNames(const std::string& native, std::vector<std::string>& names) 
     const eIoStatus status = StatusFromErrno(errno);
     std::sort(names.begin(), names.end());
     return status;
+}
+
+// Device and number together name a folder; two devices whose numbers meet this way are not mixed up in
+// practice, where one or two are mounted.
+std::uint64_t IdentityOf(const struct stat& status) {
+    return static_cast<std::uint64_t>(status.st_dev) << 48 ^ static_cast<std::uint64_t>(status.st_ino);
+}
+
+// A link is what it leads to; one that leads nowhere is an empty file.
+eFolderEntry DescribeEntry(std::string name, const std::string& native) {
+    struct stat status;
+    if (::stat(native.c_str(), &status) != 0) {
+        return {std::move(name)};
+    }
+    const bool isFolder = S_ISDIR(status.st_mode);
+    return {std::move(name), isFolder, isFolder ? 0 : static_cast<std::int64_t>(status.st_size),
+            IdentityOf(status)};
 }
 
 eIoStatus RemoveFileNatively(const std::string& native) {
@@ -92,7 +110,8 @@ eIoStatus MakeFolder(std::string_view path, ePathForm form) {
     return StatusOf(::mkdir(native.c_str(), 0777), errno);
 }
 
-eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, ePathForm form) {
+eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, ePathForm form,
+                     std::vector<std::string>* nameless) {
     std::string native;
     std::vector<std::string> names;
     eIoStatus status = MakeNative(path, form, native);
@@ -102,7 +121,9 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, 
     entries.clear();
     for (const std::string& name : names) {
         if (std::optional<std::string> ansi = AnsiFromUtf8(name)) {
-            entries.push_back({std::move(*ansi), IsFolder(NativeJoin(native, name), ePathForm::Native)});
+            entries.push_back(DescribeEntry(std::move(*ansi), NativeJoin(native, name)));
+        } else if (nameless != nullptr) {
+            nameless->push_back(name);
         }
     }
     return status;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/code_page.h"
+#include "platform/folder.h"
 
 namespace platform {
 
@@ -19,6 +20,17 @@ std::string AccountName() {
 
 std::optional<std::string> NetworkPath(std::string_view) {
     return std::nullopt;
+}
+
+std::string DocumentsFolder() {
+    const char* documents = std::getenv("XDG_DOCUMENTS_DIR");
+    const char* home = std::getenv("HOME");
+    if (documents == nullptr && home == nullptr) {
+        return {};
+    }
+    const std::string folder = documents != nullptr ? documents : std::string(home) + "/Documents";
+    MakeFolder(folder, ePathForm::Native);
+    return AnsiFromUtf8(folder).value_or(std::string());
 }
 
 }  // namespace platform

@@ -1,0 +1,37 @@
+#include "base/diagnostics.h"
+#include "base/format.h"
+#include "io/name.h"
+#include "io/repository.h"
+#include "io/repository_table.h"
+#include "io/sdl_reader.h"
+#include "io/zip_storage.h"
+
+namespace xIo::xRepository {
+namespace {
+
+void CacheResource(const std::string& name) {
+    eStorage* storage = FindStorage(name);
+    if (storage == nullptr) {
+        Warn(__FILE__, __LINE__, (format("Can't find file for caching: %1%") % name).Text());
+    } else if (auto* entry = dynamic_cast<eZipStorage*>(storage)) {
+        entry->FillCache();
+    } else {
+        OpenResolved(name);
+    }
+}
+
+}  // namespace
+
+void LoadFileCache() {
+    xSdl::eReader reader;
+    reader.Open("/set/file_cache.set");
+    if (reader.PeekIs(xSdl::kTokenIdent)) {
+        reader.Ident();  // the block may have a name
+    }
+    while (reader.PeekIs(xSdl::kTokenString)) {
+        CacheResource(eName(reader.String()));
+    }
+    reader.SkipBlock();
+}
+
+}  // namespace xIo::xRepository
