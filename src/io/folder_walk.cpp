@@ -1,6 +1,7 @@
 #include "io/folder_walk.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "io/name.h"
 #include "platform/folder.h"
@@ -15,8 +16,9 @@ public:
         : excluded(excludedFolders), visit(visitor) {}
 
     // Both end in a slash.
-    void Enter(const std::string& name, const std::string& path, std::uint64_t identity) {
-        if (identity != 0 && std::ranges::find(above, identity) != above.end()) {
+    void Enter(const std::string& name, const std::string& path) {
+        const auto identity = platform::FolderIdentity(path);
+        if (std::ranges::find(above, identity) != above.end()) {
             return;
         }
         above.push_back(identity);
@@ -35,7 +37,7 @@ public:
             if (!entry.isFolder) {
                 visit({name + own, path + own, entry.size});
             } else if (std::ranges::find(excluded, own) == excluded.end()) {
-                Enter(name + own + '/', path + own + '/', entry.identity);
+                Enter(name + own + '/', path + own + '/');
             }
         }
         above.pop_back();
@@ -47,7 +49,7 @@ private:
     const std::vector<std::string>& excluded;
     const std::function<void(const eWalkedFile&)>& visit;
     std::string problems;
-    std::vector<std::uint64_t> above;  // identities of the folders that the walk stands in
+    std::vector<std::optional<std::uint64_t>> above;  // identities of the folders that the walk stands in
 };
 
 std::string WithSlash(const std::string& text) {
@@ -60,7 +62,7 @@ std::string WalkFolder(const std::string& prefix, const std::string& folder,
                        const std::vector<std::string>& excludedFolders,
                        const std::function<void(const eWalkedFile&)>& visit) {
     eWalk walk(excludedFolders, visit);
-    walk.Enter(WithSlash(prefix), WithSlash(folder), 0);
+    walk.Enter(WithSlash(prefix), WithSlash(folder));
     return walk.Problems();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,13 +15,16 @@ namespace platform {
 struct eFolderEntry {
     std::string name;  // code page 1251
     bool isFolder = false;
-    std::int64_t size = 0;       // bytes of a file
-    std::uint64_t identity = 0;  // the same for all paths to one folder; 0 where the system can't tell
+    std::int64_t size = 0;  // bytes of a file
 };
 
 // True if the path can be reached; the file is not opened.
 bool Exists(std::string_view path, ePathForm form = ePathForm::Resource);
 bool IsFolder(std::string_view path, ePathForm form = ePathForm::Resource);
+
+// The same number for all paths to one folder, through links and other spellings; nothing if it can't be
+// reached.
+std::optional<std::uint64_t> FolderIdentity(std::string_view path);
 
 // Makes one folder; its parent must exist. Reason Exists if the name is taken already. Besides what the write
 // fence allows, the folders above an allowed root may be made.

@@ -46,12 +46,6 @@ eIoStatus ListNames(const std::string& native, std::vector<std::string>& names) 
     return status;
 }
 
-// Device and number together name a folder; two devices whose numbers meet this way are not mixed up in
-// practice, where one or two are mounted.
-std::uint64_t IdentityOf(const struct stat& status) {
-    return static_cast<std::uint64_t>(status.st_dev) << 48 ^ static_cast<std::uint64_t>(status.st_ino);
-}
-
 // A link is what it leads to; one that leads nowhere is an empty file.
 eFolderEntry DescribeEntry(std::string name, const std::string& native) {
     struct stat status;
@@ -59,8 +53,7 @@ eFolderEntry DescribeEntry(std::string name, const std::string& native) {
         return {std::move(name)};
     }
     const bool isFolder = S_ISDIR(status.st_mode);
-    return {std::move(name), isFolder, isFolder ? 0 : static_cast<std::int64_t>(status.st_size),
-            IdentityOf(status)};
+    return {std::move(name), isFolder, isFolder ? 0 : static_cast<std::int64_t>(status.st_size)};
 }
 
 eIoStatus RemoveFileNatively(const std::string& native) {
@@ -93,6 +86,17 @@ bool Exists(std::string_view path, ePathForm form) {
 bool IsFolder(std::string_view path, ePathForm form) {
     struct stat status;
     return ReadStatus(path, form, status) && S_ISDIR(status.st_mode);
+}
+
+// Device and number together name a folder. Devices have small numbers, so that the two do not meet.
+std::optional<std::uint64_t> FolderIdentity(std::string_view path) {
+    constexpr int kDeviceShift = 48;
+    struct stat status;
+    if (!ReadStatus(path, ePathForm::Resource, status)) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint64_t>(status.st_dev) << kDeviceShift ^
+           static_cast<std::uint64_t>(status.st_ino);
 }
 
 eIoStatus MakeFolder(std::string_view path, ePathForm form) {
