@@ -4,25 +4,17 @@
 
 #include "base/ansi.h"
 #include "standalone/scene.h"
+#include "standalone/scene_path.h"
 
 namespace standalone {
 
 namespace {
 
-bool IsAbsolute(const std::string& path) {
-    return path.starts_with('/') || path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
-}
-
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.find_last_of("/\\");
-    return slash == std::string::npos ? std::string() : path.substr(0, slash);
-}
-
 eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
     if (!bitmap.onDisk.empty()) {
         return {bitmap.onDisk, platform::ePathForm::Native};
     }
-    if (bitmap.file.empty() || IsAbsolute(bitmap.file)) {
+    if (bitmap.file.empty() || IsAbsolutePath(bitmap.file)) {
         return {bitmap.file};
     }
     const std::string folder = scene.folder.empty() ? FolderOf(scene.file) : scene.folder;

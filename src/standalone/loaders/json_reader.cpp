@@ -85,6 +85,21 @@ bool eJsonReader::ExpectCount(eJsonIndex list, std::size_t count) {
     return false;
 }
 
+eJsonChildren eJsonReader::Elements(eJsonIndex list) {
+    const bool isList = list != kNoJson && Expect(list, eJsonKind::Array);
+    return isList ? tree.Children(list) : tree.NoChildren();
+}
+
+eJsonChildren eJsonReader::Elements(eJsonIndex list, std::size_t count) {
+    const bool isList = list != kNoJson && ExpectCount(list, count);
+    return isList ? tree.Children(list) : tree.NoChildren();
+}
+
+eJsonChildren eJsonReader::Entries(eJsonIndex object) {
+    const bool isObject = object != kNoJson && Expect(object, eJsonKind::Object);
+    return isObject ? tree.Children(object) : tree.NoChildren();
+}
+
 bool eJsonReader::Read(eJsonIndex value, bool& field) {
     if (!Expect(value, eJsonKind::Boolean)) {
         return false;

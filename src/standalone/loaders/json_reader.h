@@ -67,6 +67,12 @@ public:
     // which other keys belong to the object.
     bool ReadType(eJsonIndex object, std::span<const std::string_view> words, int& type);
 
+    // The values of a list, the members of an object; none for kNoJson, and none, with a problem, for another
+    // kind of value or number of elements.
+    eJsonChildren Elements(eJsonIndex list);
+    eJsonChildren Elements(eJsonIndex list, std::size_t count);
+    eJsonChildren Entries(eJsonIndex object);
+
     // Reports a value that is not of the kind.
     bool Expect(eJsonIndex value, eJsonKind kind);
     bool ExpectCount(eJsonIndex list, std::size_t count);

@@ -88,6 +88,7 @@ public:
     // Of an array or object; 0 for every other value.
     std::size_t Count(eJsonIndex value) const;
     eJsonChildren Children(eJsonIndex value) const { return {values.data(), value + 1, values[value].end}; }
+    eJsonChildren NoChildren() const { return {values.data(), 0, 0}; }
     // The first member of that key, or kNoJson. Linear in the members.
     eJsonIndex FindMember(eJsonIndex object, std::string_view key) const;
 

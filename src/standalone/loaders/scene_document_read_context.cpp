@@ -1,5 +1,8 @@
 #include "standalone/loaders/scene_document_read_context.h"
 
+#include <cmath>
+#include <limits>
+
 #include "base/ansi.h"
 
 namespace standalone {
@@ -38,17 +41,10 @@ bool ReadNodeReference(eDocumentContext& context, eJsonIndex value, int& node) {
     return true;
 }
 
-bool ReadNodeReferences(eDocumentContext& context, eJsonIndex list, std::vector<int>& nodes) {
-    if (!context.json.Expect(list, eJsonKind::Array)) {
-        return false;
+void ReadNodeReferences(eDocumentContext& context, eJsonIndex list, std::vector<int>& nodes) {
+    for (const eJsonIndex element : context.json.Elements(list)) {
+        ReadNodeReference(context, element, nodes.emplace_back(-1));
     }
-    bool isGood = true;
-    for (const eJsonIndex element : context.json.Tree().Children(list)) {
-        int node = -1;
-        isGood = ReadNodeReference(context, element, node) && isGood;
-        nodes.push_back(node);
-    }
-    return isGood;
 }
 
 bool ReadMaterialReference(eDocumentContext& context, eJsonIndex value, int& material) {
@@ -57,6 +53,12 @@ bool ReadMaterialReference(eDocumentContext& context, eJsonIndex value, int& mat
 
 bool ReadObjectReference(eDocumentContext& context, eJsonIndex value, int& object) {
     return ReadIdReference(context.json, context.objectIds, "object", value, object);
+}
+
+void CheckFrame(eDocumentContext& context, eJsonIndex place, double frame) {
+    if (std::fabs(frame) * context.scene.frameTicks > std::numeric_limits<host::TimeValue>::max()) {
+        context.json.Report(place, "the frame is too far away to be counted in ticks");
+    }
 }
 
 }  // namespace standalone

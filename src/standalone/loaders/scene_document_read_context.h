@@ -29,8 +29,12 @@ struct eDocumentContext {
 
 // A reference as an index; a missing target is reported.
 bool ReadNodeReference(eDocumentContext& context, eJsonIndex value, int& node);
-bool ReadNodeReferences(eDocumentContext& context, eJsonIndex list, std::vector<int>& nodes);
+void ReadNodeReferences(eDocumentContext& context, eJsonIndex list, std::vector<int>& nodes);
 bool ReadMaterialReference(eDocumentContext& context, eJsonIndex value, int& material);
 bool ReadObjectReference(eDocumentContext& context, eJsonIndex value, int& object);
+
+// Reports a frame whose time in ticks lies beyond what the host can count. The frame's ticks are read
+// already.
+void CheckFrame(eDocumentContext& context, eJsonIndex place, double frame);
 
 }  // namespace standalone

@@ -30,15 +30,12 @@ void ReadCoordinates(eDocumentContext& context, eJsonIndex value, eMapCoordinate
 void ReadInputs(const eMapReading& reading, std::span<int> inputs) {
     const eJsonIndex list = reading.members.Find("maps");
     eJsonReader& json = reading.context.json;
-    if (list == kNoJson || !json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
-    if (json.Tree().Count(list) > inputs.size()) {
+    if (list != kNoJson && json.Tree().Count(list) > inputs.size()) {
         json.Report(list, "expected at most " + std::to_string(inputs.size()) + " maps");
         return;
     }
     std::size_t input = 0;
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         if (!json.Tree().Is(element, eJsonKind::Null)) {
             inputs[input] = ReadMapAt(reading.context, element, reading.level + 1);
         }

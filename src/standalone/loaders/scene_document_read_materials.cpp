@@ -19,11 +19,7 @@ void ReadSlot(eDocumentContext& context, eJsonIndex value, eMapSlot& slot) {
 }
 
 void ReadSlots(eDocumentContext& context, eMembers& members, eMapSlots& slots) {
-    const eJsonIndex value = members.Find("maps");
-    if (value == kNoJson || !context.json.Expect(value, eJsonKind::Object)) {
-        return;
-    }
-    for (const eJsonIndex member : context.json.Tree().Children(value)) {
+    for (const eJsonIndex member : context.json.Entries(members.Find("maps"))) {
         const auto slot =
             std::find(kMapSlotWords.begin(), kMapSlotWords.end(), context.json.Tree().Key(member));
         if (slot == kMapSlotWords.end()) {
@@ -59,11 +55,7 @@ eMaterialKind ReadStandard(eDocumentContext& context, eMembers& members) {
 
 eMaterialKind ReadMulti(eDocumentContext& context, eMembers& members) {
     eMultiMaterial multi;
-    const eJsonIndex list = members.Demand("materials");
-    if (list == kNoJson || !context.json.Expect(list, eJsonKind::Array)) {
-        return multi;
-    }
-    for (const eJsonIndex element : context.json.Tree().Children(list)) {
+    for (const eJsonIndex element : context.json.Elements(members.Demand("materials"))) {
         ReadSubMaterial(context, element, multi.materials.emplace_back(-1));
     }
     return multi;
@@ -71,12 +63,9 @@ eMaterialKind ReadMulti(eDocumentContext& context, eMembers& members) {
 
 eMaterialKind ReadTwoLayer(eDocumentContext& context, eMembers& members) {
     eTwoLayerMaterial layers;
-    const eJsonIndex list = members.Demand("materials");
-    if (list == kNoJson || !context.json.ExpectCount(list, layers.materials.size())) {
-        return layers;
-    }
     std::size_t layer = 0;
-    for (const eJsonIndex element : context.json.Tree().Children(list)) {
+    for (const eJsonIndex element :
+         context.json.Elements(members.Demand("materials"), layers.materials.size())) {
         ReadSubMaterial(context, element, layers.materials[layer++]);
     }
     return layers;
@@ -176,10 +165,10 @@ eNesting MeasureNesting(const std::vector<eMaterialData>& materials) {
 }
 
 // Whoever walks a material walks what it holds, by recursion.
-void CheckNesting(eDocumentContext& context, eJsonIndex section) {
+void CheckNesting(eDocumentContext& context, const eJsonChildren& section) {
     const eNesting nesting = MeasureNesting(context.scene.materials);
     std::size_t material = 0;
-    for (const eJsonIndex value : context.json.Tree().Children(section)) {
+    for (const eJsonIndex value : section) {
         if (!nesting.isSettled[material]) {
             context.json.Report(value, "the material holds itself, or one that does");
         } else if (nesting.levels[material] > kMaxMaterialLevels) {
@@ -192,9 +181,9 @@ void CheckNesting(eDocumentContext& context, eJsonIndex section) {
 
 }  // namespace
 
-void ReadMaterials(eDocumentContext& context, eJsonIndex section) {
+void ReadMaterials(eDocumentContext& context, const eJsonChildren& section) {
     std::size_t material = 0;
-    for (const eJsonIndex value : context.json.Tree().Children(section)) {
+    for (const eJsonIndex value : section) {
         ReadMaterial(context, value, context.scene.materials[material++]);
     }
     CheckNesting(context, section);

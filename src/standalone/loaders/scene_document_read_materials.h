@@ -6,6 +6,6 @@
 namespace standalone {
 
 // Fills the records that stand in the scene already, one per material; the ids are known.
-void ReadMaterials(eDocumentContext& context, eJsonIndex section);
+void ReadMaterials(eDocumentContext& context, const eJsonChildren& section);
 
 }  // namespace standalone

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "standalone/loaders/scene_document_words.h"
+#include "standalone/loaders/sort_by_frame.h"
 
 namespace standalone {
 namespace {
@@ -14,11 +15,8 @@ namespace {
 // a sign.
 template <class Number>
 void ReadCorners(eJsonReader& json, eJsonIndex value, std::size_t count, Number (&numbers)[3]) {
-    if (!json.ExpectCount(value, 3)) {
-        return;
-    }
     std::size_t corner = 0;
-    for (const eJsonIndex element : json.Tree().Children(value)) {
+    for (const eJsonIndex element : json.Elements(value, 3)) {
         std::int64_t number = 0;
         if (json.ReadIndex(element, count, number, std::is_signed_v<Number>)) {
             numbers[corner] = static_cast<Number>(number);
@@ -28,11 +26,8 @@ void ReadCorners(eJsonReader& json, eJsonIndex value, std::size_t count, Number 
 }
 
 void ReadFaces(eJsonReader& json, eJsonIndex list, host::Mesh& mesh) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
     mesh.faces.reserve(json.Tree().Count(list));
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         host::Face& face = mesh.faces.emplace_back();
         face.smGroup = 1;
         ReadCorners(json, element, mesh.verts.size(), face.v);
@@ -49,11 +44,8 @@ void ReadPerFace(eJsonReader& json, eJsonIndex value, std::int64_t highest, host
         }
         return;
     }
-    if (!json.ExpectCount(value, mesh.faces.size())) {
-        return;
-    }
     auto face = mesh.faces.begin();
-    for (const eJsonIndex element : json.Tree().Children(value)) {
+    for (const eJsonIndex element : json.Elements(value, mesh.faces.size())) {
         if (json.ReadWithin(element, 0, highest, number)) {
             set(*face, number);
         }
@@ -62,10 +54,7 @@ void ReadPerFace(eJsonReader& json, eJsonIndex value, std::int64_t highest, host
 }
 
 void ReadHiddenFaces(eJsonReader& json, eJsonIndex list, host::Mesh& mesh) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         std::int64_t face = 0;
         if (json.ReadIndex(element, mesh.faces.size(), face)) {
             mesh.faces[static_cast<std::size_t>(face)].flags |= host::Face::kHidden;
@@ -89,25 +78,17 @@ bool ReadChannelNumber(eJsonReader& json, eJsonIndex member, int& channel) {
 void ReadChannel(eJsonReader& json, eJsonIndex member, std::size_t faceCount, host::MapChannel& map) {
     eMembers members(json, member);
     members.Required("vertices", map.verts);
-    const eJsonIndex faces = members.Demand("faces");
-    if (faces == kNoJson || !json.ExpectCount(faces, faceCount)) {
-        return;
-    }
     // The exporter itself refuses a vertex alpha channel that points beyond its table.
     const std::size_t count = map.channel == host::Mesh::kVertexAlphaChannel
                                   ? std::size_t{std::numeric_limits<std::uint32_t>::max()}
                                   : map.verts.size();
-    map.faces.reserve(faceCount);
-    for (const eJsonIndex element : json.Tree().Children(faces)) {
+    for (const eJsonIndex element : json.Elements(members.Demand("faces"), faceCount)) {
         ReadCorners(json, element, count, map.faces.emplace_back().t);
     }
 }
 
 void ReadMaps(eJsonReader& json, eJsonIndex value, host::Mesh& mesh) {
-    if (!json.Expect(value, eJsonKind::Object)) {
-        return;
-    }
-    for (const eJsonIndex member : json.Tree().Children(value)) {
+    for (const eJsonIndex member : json.Entries(value)) {
         host::MapChannel map;
         if (ReadChannelNumber(json, member, map.channel)) {
             ReadChannel(json, member, mesh.faces.size(), map);
@@ -117,11 +98,8 @@ void ReadMaps(eJsonReader& json, eJsonIndex value, host::Mesh& mesh) {
 }
 
 void ReadExplicitNormals(eJsonReader& json, eJsonIndex list, host::MeshNormalSpec& normals) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
     normals.explicitNormals.assign(normals.normals.size(), false);
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         std::int64_t normal = 0;
         if (json.ReadIndex(element, normals.normals.size(), normal)) {
             normals.explicitNormals[static_cast<std::size_t>(normal)] = true;
@@ -136,12 +114,7 @@ void ReadNormals(eJsonReader& json, eJsonIndex value, std::size_t faceCount, hos
     if (const eJsonIndex list = members.Find("explicit"); list != kNoJson) {
         ReadExplicitNormals(json, list, normals);
     }
-    const eJsonIndex faces = members.Demand("faces");
-    if (faces == kNoJson || !json.ExpectCount(faces, faceCount)) {
-        return;
-    }
-    normals.faceNormals.reserve(faceCount * 3);
-    for (const eJsonIndex element : json.Tree().Children(faces)) {
+    for (const eJsonIndex element : json.Elements(members.Demand("faces"), faceCount)) {
         std::int32_t corners[3] = {-1, -1, -1};
         ReadCorners(json, element, normals.normals.size(), corners);
         normals.faceNormals.insert(normals.faceNormals.end(), corners, corners + 3);
@@ -149,10 +122,7 @@ void ReadNormals(eJsonReader& json, eJsonIndex value, std::size_t faceCount, hos
 }
 
 void ReadVertexKeys(eJsonReader& json, eJsonIndex list, eMeshObject& object) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         eVertexKey& key = object.vertexKeys.emplace_back();
         eMembers members(json, element);
         members.Required("frame", key.frame);
@@ -161,9 +131,7 @@ void ReadVertexKeys(eJsonReader& json, eJsonIndex list, eMeshObject& object) {
             json.Read(vertices, key.vertices);
         }
     }
-    std::stable_sort(
-        object.vertexKeys.begin(), object.vertexKeys.end(),
-        [](const eVertexKey& left, const eVertexKey& right) { return left.frame < right.frame; });
+    SortByFrame(object.vertexKeys);
 }
 
 void ReadFaceAttributes(eJsonReader& json, eMembers& members, host::Mesh& mesh) {

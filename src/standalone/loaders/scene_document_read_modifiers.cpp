@@ -20,16 +20,11 @@ void ReadWeight(eJsonReader& json, eJsonIndex value, std::size_t boneCount, eSki
 }
 
 void ReadWeights(eJsonReader& json, eJsonIndex list, eSkinModifier& skin) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
     skin.firstWeight.reserve(json.Tree().Count(list) + 1);
     skin.firstWeight.push_back(0);
-    for (const eJsonIndex vertex : json.Tree().Children(list)) {
-        if (json.Expect(vertex, eJsonKind::Array)) {
-            for (const eJsonIndex pair : json.Tree().Children(vertex)) {
-                ReadWeight(json, pair, skin.bones.size(), skin.weights.emplace_back());
-            }
+    for (const eJsonIndex vertex : json.Elements(list)) {
+        for (const eJsonIndex pair : json.Elements(vertex)) {
+            ReadWeight(json, pair, skin.bones.size(), skin.weights.emplace_back());
         }
         skin.firstWeight.push_back(static_cast<std::uint32_t>(skin.weights.size()));
     }
@@ -47,7 +42,9 @@ eModifierKind ReadSkin(eDocumentContext& context, eMembers& members, const eObje
         (mesh == nullptr || context.json.ExpectCount(weights, mesh->mesh.verts.size()))) {
         ReadWeights(context.json, weights, skin);
     }
-    members.Optional("bindFrame", skin.bindFrame);
+    if (members.Optional("bindFrame", skin.bindFrame)) {
+        CheckFrame(context, members.Find("bindFrame"), skin.bindFrame);
+    }
     const eJsonIndex matrices = members.Find("bindMatrices");
     if (matrices != kNoJson && context.json.ExpectCount(matrices, skin.bones.size())) {
         context.json.Read(matrices, skin.bindMatrices);
@@ -69,10 +66,7 @@ constexpr std::array<eReadModifier, kModifierWords.size()> kModifierReaders = {R
 }  // namespace
 
 void ReadModifiers(eDocumentContext& context, eJsonIndex list, eObjectData& object) {
-    if (!context.json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
-    for (const eJsonIndex element : context.json.Tree().Children(list)) {
+    for (const eJsonIndex element : context.json.Elements(list)) {
         int type = 0;
         if (context.json.ReadType(element, kModifierWords, type)) {
             eMembers members(context.json, element);

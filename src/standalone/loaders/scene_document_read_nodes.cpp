@@ -1,11 +1,11 @@
 #include "standalone/loaders/scene_document_read_nodes.h"
 
-#include <algorithm>
 #include <array>
 
 #include "base/ansi.h"
 #include "standalone/loaders/scene_document_read_objects.h"
 #include "standalone/loaders/scene_document_words.h"
+#include "standalone/loaders/sort_by_frame.h"
 
 namespace standalone {
 namespace {
@@ -74,21 +74,12 @@ void ReadGroup(eJsonReader& json, eJsonIndex value, eNodeData& node) {
 }
 
 void ReadJointFlags(eJsonReader& json, eJsonIndex value, std::uint32_t& flags) {
-    if (!json.Expect(value, eJsonKind::Array)) {
-        return;
-    }
-    for (const eJsonIndex element : json.Tree().Children(value)) {
+    for (const eJsonIndex element : json.Elements(value)) {
         std::int64_t bit = 0;
         if (json.ReadWithin(element, 0, kJointFlagBits - 1, bit)) {
             flags |= 1U << bit;
         }
     }
-}
-
-template <class Key>
-void SortByFrame(std::vector<Key>& keys) {
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const Key& left, const Key& right) { return left.frame < right.frame; });
 }
 
 void ReadVisibilityKey(eJsonReader& json, eJsonIndex value, eVisibilityKey& key) {
@@ -143,11 +134,8 @@ void ReadTransformKey(eJsonReader& json, eJsonIndex value, bool isBesideMatrix, 
 }
 
 void ReadKeys(eJsonReader& json, eJsonIndex list, eNodeData& node) {
-    if (!json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
     node.keys.reserve(json.Tree().Count(list));
-    for (const eJsonIndex element : json.Tree().Children(list)) {
+    for (const eJsonIndex element : json.Elements(list)) {
         ReadTransformKey(json, element, node.transform.matrix.has_value(), node.keys.emplace_back());
     }
     SortByFrame(node.keys);

@@ -64,11 +64,7 @@ eObjectKind ReadCircle(eDocumentContext&, eMembers& members) {
 
 eObjectKind ReadLine(eDocumentContext& context, eMembers& members) {
     eLineObject line;
-    const eJsonIndex splines = members.Demand("splines");
-    if (splines == kNoJson || !context.json.Expect(splines, eJsonKind::Array)) {
-        return line;
-    }
-    for (const eJsonIndex element : context.json.Tree().Children(splines)) {
+    for (const eJsonIndex element : context.json.Elements(members.Demand("splines"))) {
         eSpline& spline = line.splines.emplace_back();
         eMembers parts(context.json, element);
         parts.Required("points", spline.points);

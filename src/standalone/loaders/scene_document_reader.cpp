@@ -1,8 +1,6 @@
 #include "standalone/loaders/scene_document_reader.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <limits>
 
 #include "base/ansi.h"
@@ -12,7 +10,7 @@
 #include "standalone/loaders/scene_document_read_nodes.h"
 #include "standalone/loaders/scene_document_read_objects.h"
 #include "standalone/loaders/scene_document_words.h"
-#include "standalone/loaders/scene_path.h"
+#include "standalone/scene_path.h"
 
 namespace standalone {
 namespace {
@@ -57,52 +55,41 @@ void ReadRange(eJsonReader& json, eJsonIndex range, eSceneData& scene) {
     }
 }
 
-void ReadTime(eJsonReader& json, eMembers& top, eSceneData& scene) {
+void ReadTime(eDocumentContext& context, eMembers& top) {
+    eSceneData& scene = context.scene;
+    top.Optional("frameTicks", 1, std::numeric_limits<host::TimeValue>::max(), scene.frameTicks);
     const eJsonIndex range = top.Find("range");
     if (range != kNoJson) {
-        ReadRange(json, range, scene);
+        ReadRange(context.json, range, scene);
     }
-    top.Optional("frameTicks", 1, std::numeric_limits<int>::max(), scene.frameTicks);
-    // The host counts time in ticks of an int.
-    for (const int frame : {scene.firstFrame, scene.lastFrame}) {
-        if (std::abs(std::int64_t{frame} * scene.frameTicks) > std::numeric_limits<int>::max()) {
-            json.Report(range != kNoJson ? range : top.Object(),
-                        "frame " + std::to_string(frame) + " is too far for times in ticks");
-        }
-    }
+    const eJsonIndex place = range != kNoJson ? range : top.Object();
+    CheckFrame(context, place, scene.firstFrame);
+    CheckFrame(context, place, scene.lastFrame);
 }
 
-void ReadSettings(eJsonReader& json, eMembers& top, eSceneData& scene) {
-    if (top.Optional("unitMetres", scene.unitMetres) && !(scene.unitMetres > 0)) {
-        json.Report(top.Find("unitMetres"), "the number must be above 0");
+void ReadSettings(eDocumentContext& context, eMembers& top) {
+    if (top.Optional("unitMetres", context.scene.unitMetres) && !(context.scene.unitMetres > 0)) {
+        context.json.Report(top.Find("unitMetres"), "the number must be above 0");
     }
-    ReadTime(json, top, scene);
-    top.Optional("ambient", scene.ambient);
+    ReadTime(context, top);
+    top.Optional("ambient", context.scene.ambient);
 }
 
-// One record per member of the section, in its order; the result is false where the section is no object.
+// One record per member of the section, in its order.
 template <class Record>
-bool CollectIds(eJsonReader& json, eJsonIndex section, std::vector<Record>& records,
+void CollectIds(eJsonReader& json, const eJsonChildren& section, std::vector<Record>& records,
                 std::unordered_map<std::string_view, int>& ids) {
-    if (!json.Expect(section, eJsonKind::Object)) {
-        return false;
-    }
-    records.reserve(json.Tree().Count(section));
-    for (const eJsonIndex member : json.Tree().Children(section)) {
+    for (const eJsonIndex member : section) {
         ids.try_emplace(json.Tree().Key(member), static_cast<int>(records.size()));
         json.ReadKey(member, records.emplace_back().id);
         if (json.Tree().Key(member).empty()) {
             json.Report(member, "an id must not be empty");
         }
     }
-    return true;
 }
 
 void ReadSelectionSets(eDocumentContext& context, eJsonIndex list) {
-    if (!context.json.Expect(list, eJsonKind::Array)) {
-        return;
-    }
-    for (const eJsonIndex element : context.json.Tree().Children(list)) {
+    for (const eJsonIndex element : context.json.Elements(list)) {
         eSelectionSet& set = context.scene.selectionSets.emplace_back();
         eMembers members(context.json, element);
         members.Optional("name", set.name);
@@ -114,31 +101,21 @@ void ReadSelectionSets(eDocumentContext& context, eJsonIndex list) {
 
 // Names and ids first, so that what refers to them may stand anywhere in the document.
 void ReadSections(eDocumentContext& context, eMembers& top) {
-    const eJsonIndex materials = top.Find("materials");
-    const eJsonIndex objects = top.Find("objects");
-    const eJsonIndex nodes = top.Find("nodes");
-    const eJsonIndex selectionSets = top.Find("selectionSets");
-    const bool hasMaterials =
-        materials != kNoJson &&
-        CollectIds(context.json, materials, context.scene.materials, context.materialIds);
-    const bool hasObjects =
-        objects != kNoJson && CollectIds(context.json, objects, context.scene.objects, context.objectIds);
-    if (nodes != kNoJson) {
+    const eJsonChildren materials = context.json.Entries(top.Find("materials"));
+    const eJsonChildren objects = context.json.Entries(top.Find("objects"));
+    CollectIds(context.json, materials, context.scene.materials, context.materialIds);
+    CollectIds(context.json, objects, context.scene.objects, context.objectIds);
+    if (const eJsonIndex nodes = top.Find("nodes"); nodes != kNoJson) {
         CollectNodes(context, nodes);
     }
-    if (hasMaterials) {
-        ReadMaterials(context, materials);
-    }
-    if (hasObjects) {
-        std::size_t object = 0;
-        for (const eJsonIndex value : context.json.Tree().Children(objects)) {
-            ReadObject(context, value, context.scene.objects[object++]);
-        }
+
+    ReadMaterials(context, materials);
+    std::size_t object = 0;
+    for (const eJsonIndex value : objects) {
+        ReadObject(context, value, context.scene.objects[object++]);
     }
     ReadNodes(context);
-    if (selectionSets != kNoJson) {
-        ReadSelectionSets(context, selectionSets);
-    }
+    ReadSelectionSets(context, top.Find("selectionSets"));
 }
 
 void ReadDocument(eDocumentContext& context, const std::string& ownPath) {
@@ -147,7 +124,7 @@ void ReadDocument(eDocumentContext& context, const std::string& ownPath) {
         return;
     }
     ReadFile(top, ownPath, context.scene);
-    ReadSettings(context.json, top, context.scene);
+    ReadSettings(context, top);
     ReadSections(context, top);
 }
 

@@ -13,15 +13,28 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// The text itself, or with the first number that makes it new. It joins those taken.
-std::string UniqueText(const std::string& text, std::unordered_set<std::string>& taken,
-                       std::string (*keyOf)(std::string_view)) {
-    std::string unique = text;
-    for (int number = 2; !taken.insert(keyOf(unique)).second; ++number) {
-        unique = text + '_' + std::to_string(number);
+// Texts of which no two are equal once keyOf has looked at them.
+class eUniqueTexts {
+public:
+    explicit eUniqueTexts(std::string (*textKey)(std::string_view)) : keyOf(textKey) {}
+
+    void Take(const std::string& text) { taken.insert(keyOf(text)); }
+
+    // The text itself, or with the first number that makes it new.
+    std::string MakeUnique(const std::string& text) {
+        std::string unique = text;
+        int& number = lastNumber.try_emplace(keyOf(text), 1).first->second;
+        while (!taken.insert(keyOf(unique)).second) {
+            unique = text + '_' + std::to_string(++number);
+        }
+        return unique;
     }
-    return unique;
-}
+
+private:
+    std::string (*keyOf)(std::string_view);
+    std::unordered_set<std::string> taken;
+    std::unordered_map<std::string, int> lastNumber;  // of those tried with the text
+};
 
 std::string SameText(std::string_view text) {
     return std::string(text);
@@ -58,17 +71,17 @@ std::vector<bool> FindReferencedNodes(const eSceneData& scene) {
 void SettleNodeNames(eDocumentOutput& output) {
     const std::vector<bool> isReferenced = FindReferencedNodes(output.scene);
     std::unordered_map<std::string, std::size_t> firstOfName;
-    std::unordered_set<std::string> taken;
+    eUniqueTexts names(LowerAnsi);
     for (std::size_t node = 0; node < output.scene.nodes.size(); ++node) {
         const std::string& name = output.scene.nodes[node].name;
         output.nodeNames.push_back(name);
         firstOfName.try_emplace(LowerAnsi(name), node);
-        taken.insert(LowerAnsi(name));
+        names.Take(name);
     }
     for (std::size_t node = 0; node < output.nodeNames.size(); ++node) {
         std::string& name = output.nodeNames[node];
         if (isReferenced[node] && firstOfName.at(LowerAnsi(name)) != node) {
-            const std::string unique = UniqueText(name, taken, LowerAnsi);
+            const std::string unique = names.MakeUnique(name);
             output.warnings.push_back("a second node \"" + ToUtf8(name) +
                                       "\" is referred to: it is written as \"" + ToUtf8(unique) + '"');
             name = unique;
@@ -77,10 +90,9 @@ void SettleNodeNames(eDocumentOutput& output) {
 }
 
 void SettleMaterialIds(eDocumentOutput& output) {
-    std::unordered_set<std::string> taken;
+    eUniqueTexts ids(SameText);
     for (const eMaterialData& material : output.scene.materials) {
-        output.materialIds.push_back(
-            UniqueText(material.id.empty() ? "material" : material.id, taken, SameText));
+        output.materialIds.push_back(ids.MakeUnique(material.id.empty() ? "material" : material.id));
     }
 }
 
@@ -92,12 +104,11 @@ void SettleObjectIds(eDocumentOutput& output) {
             ++uses[At(node.object)];
         }
     }
-    std::unordered_set<std::string> taken;
+    eUniqueTexts ids(SameText);
     for (std::size_t object = 0; object < uses.size(); ++object) {
         const std::string& id = output.scene.objects[object].id;
         const bool isInline = id.empty() && uses[object] == 1;
-        output.objectIds.push_back(isInline ? std::string()
-                                            : UniqueText(id.empty() ? "object" : id, taken, SameText));
+        output.objectIds.push_back(isInline ? std::string() : ids.MakeUnique(id.empty() ? "object" : id));
     }
 }
 

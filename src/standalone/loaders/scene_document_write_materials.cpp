@@ -5,14 +5,10 @@
 
 #include "base/ansi.h"
 #include "standalone/loaders/scene_document_words.h"
+#include "standalone/scene_path.h"
 
 namespace standalone {
 namespace {
-
-bool IsRelative(std::string_view file) {
-    const bool hasDrive = file.size() > 1 && file[1] == ':';
-    return !file.empty() && !hasDrive && file.front() != '/' && file.front() != '\\';
-}
 
 void WriteMap(eDocumentOutput& output, int map);
 
@@ -40,7 +36,7 @@ void WriteBitmap(eDocumentOutput& output, const eBitmapMap& bitmap) {
             "an image that lies inside the scene file is expected beside the document as \"" +
             ToUtf8(bitmap.file) + '"');
     }
-    const bool isBesideScene = bitmap.onDisk.empty() && IsRelative(bitmap.file);
+    const bool isBesideScene = bitmap.onDisk.empty() && !bitmap.file.empty() && !IsAbsolutePath(bitmap.file);
     json.MemberUnless(std::string(), "file",
                       (isBesideScene ? output.bitmapFolder : std::string()) + bitmap.file);
     if (bitmap.cropOrigin != standard.cropOrigin || bitmap.cropSize != standard.cropSize) {

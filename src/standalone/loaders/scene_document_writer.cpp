@@ -9,7 +9,7 @@
 #include "standalone/loaders/scene_document_write_materials.h"
 #include "standalone/loaders/scene_document_write_nodes.h"
 #include "standalone/loaders/scene_document_write_objects.h"
-#include "standalone/loaders/scene_path.h"
+#include "standalone/scene_path.h"
 
 namespace standalone {
 namespace {
