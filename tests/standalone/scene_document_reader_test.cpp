@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "base/ansi.h"
+#include "standalone/loaders/file_content.h"
 #include "standalone/loaders/load_scene.h"
 #include "standalone/loaders/scene_format.h"
 #include "support/source_tree.h"
@@ -31,6 +32,12 @@ eSceneData Read(std::string_view text, const std::string& path = "/scenes/a.scen
 eObjectData ReadObject(const std::string& object) {
     const eSceneData scene = Read(R"({"scene": 1, "nodes": [{"name": "n", "object": )" + object + "}]}");
     return scene.objects.empty() ? eObjectData{} : scene.objects.front();
+}
+
+std::string FileOfTree(const char* name) {
+    std::string content;
+    EXPECT_TRUE(ReadFileContent((support::SourceTree() / name).string(), content).IsOk()) << name;
+    return content;
 }
 
 // Would catch a default that differs from the format's.
@@ -344,7 +351,7 @@ TEST(SceneFormat, TheContentDecides) {
     EXPECT_THAT(LoadScene(folder / "none").problems, testing::SizeIs(1));
 }
 
-// Would catch an example that no longer keeps to the grammar.
+// Would catch an example that no longer keeps to the grammar, and one in the manual that is no example.
 TEST(SceneDocumentReader, TheExamplesAreGood) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(support::SourceTree() / "examples")) {
@@ -355,6 +362,8 @@ TEST(SceneDocumentReader, TheExamplesAreGood) {
         }
     }
     EXPECT_GE(count, 10);
+    EXPECT_THAT(FileOfTree("docs/scene-document.md"),
+                testing::HasSubstr(FileOfTree("examples/tank.scene.json")));
 }
 
 }  // namespace
