@@ -19,8 +19,8 @@ constexpr std::size_t kDeepestSource = 64;
 constexpr std::size_t kDeepestControl = 256;
 // The most text to which defines and includes of one reader may unfold; a few defines that each call the next
 // one twice would grow beyond any memory. What a source costs beside its text is counted, too.
-constexpr std::size_t kMostUnfolded = std::size_t{1} << 28;
-constexpr std::size_t kCostOfSource = 1024;
+constexpr std::size_t kMostUnfolded = std::size_t{1} << 26;
+constexpr std::size_t kCostOfSource = 256;
 // Bytes looked through for a parameter that count as one byte of text.
 constexpr std::size_t kCostOfSearch = 8;
 
@@ -189,7 +189,7 @@ void eReader::SkipBlock() {
             --parentheses;
         } else if (type == kTokenClose) {
             // The block is left inside of a mod test that began before.
-            if (ClosingControl() != eControl::Mod) {
+            if (ClosingControl() != eControl::modControl) {
                 Error("SDL: unexpected \")\"");
             }
             controls.pop_back();
@@ -214,7 +214,7 @@ const eToken& eReader::GiveString(const eToken& token) {
 }
 
 bool eReader::IsInsideMod() const {
-    return std::ranges::find(controls, eControl::Mod, &eControl::kind) != controls.end();
+    return std::ranges::find(controls, eControl::modControl, &eControl::kind) != controls.end();
 }
 
 // Tokens come from the innermost source; controls are carried out until one gives a token.
@@ -243,7 +243,7 @@ const eToken& eReader::Resolve() {
                 }
                 break;
             case kTokenClose:
-                if (ClosingControl() == eControl::Number) {
+                if (ClosingControl() == eControl::numberControl) {
                     return Give(token);
                 }
                 controls.pop_back();
@@ -373,7 +373,7 @@ void eReader::Mod() {
     const std::vector<std::string>& mods = LoadingMods().names;
     const bool isLoaded = std::ranges::find(mods, Unescaped(token.text)) != mods.end();
     if (isLoaded != isReversed) {
-        PushControl(eControl::Mod);
+        PushControl(eControl::modControl);
     } else {
         SkipParentheses("SDL: expected \")\"");
     }
@@ -390,7 +390,7 @@ void eReader::SkipParentheses(const char* atEnd) {
 }
 
 void eReader::ReadArithmetic(const eToken& first) {
-    PushControl(eControl::Number);
+    PushControl(eControl::numberControl);
     eNumber result = NumberOf(first);
     while (Resolve().type != kTokenClose) {
         const char operation = current.text.size() == 1 ? current.text[0] : '\0';
@@ -496,7 +496,7 @@ bool eReader::ReplaceAll(std::string& text, const std::string& parameter, const 
 void eReader::Charge(std::size_t bytes) {
     unfolded += bytes;
     if (unfolded > kMostUnfolded) {
-        Error("SDL: includes and defines unfold to more than 256 megabytes");
+        Error("SDL: includes and defines unfold to more than 64 megabytes");
     }
 }
 

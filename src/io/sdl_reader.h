@@ -71,7 +71,7 @@ private:
     using eParameters = std::map<std::string, std::string>;
     // An open parenthesis, and how many sources were open there.
     struct eControl {
-        enum eKind { Number, Mod } kind;
+        enum eKind { numberControl, modControl } kind;
         std::size_t source;
     };
     struct eSource {

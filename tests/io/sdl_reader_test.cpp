@@ -247,13 +247,13 @@ TEST_F(SdlReader, LimitsWhatUnfolds) {
     }
     EXPECT_EQ(FailText([&] { Read(deep); }), "SDL: parentheses are nested too deeply");
     EXPECT_EQ(FailText([&] { Read(growing + "(\"x49\")"); }),
-              "SDL: includes and defines unfold to more than 256 megabytes");
+              "SDL: includes and defines unfold to more than 64 megabytes");
     std::string marks;
     for (int mark = 0; mark < 100000; ++mark) {
         marks += "%1%";
     }
     EXPECT_EQ(FailText([&] { Read("(define \"x\" " + marks + ")(\"x\" args(\"" + marks + "\"))"); }),
-              "SDL: includes and defines unfold to more than 256 megabytes");
+              "SDL: includes and defines unfold to more than 64 megabytes");
 }
 
 // Would catch: a file of another kind that is read as an empty text.
