@@ -1,0 +1,57 @@
+#include "inspect/inspect.h"
+
+#include <cstring>
+
+#include "inspect/animation_view.h"
+#include "inspect/bmp_view.h"
+#include "inspect/material_view.h"
+#include "inspect/model_view.h"
+#include "inspect/sdl_tree.h"
+
+namespace inspect {
+
+namespace {
+
+bool BeginsWith(std::span<const std::uint8_t> content, std::string_view tag) {
+    return content.size() >= tag.size() && std::memcmp(content.data(), tag.data(), tag.size()) == 0;
+}
+
+bool EndsWith(const std::string& name, std::string_view ending) {
+    return name.ends_with(ending);
+}
+
+eDescription DescribeText(const std::string& fileName, const eSdlBlock& file) {
+    if (file.Find("skeleton") != nullptr) {
+        return DescribeModel(file);
+    }
+    return EndsWith(fileName, ".material") ? DescribeMaterials(file) : DescribeEntity(file);
+}
+
+eInspection InspectText(const std::string& fileName, std::span<const std::uint8_t> content) {
+    eInspection result;
+    const std::string text(content.begin(), content.end());
+    const eSdlBlock file = ReadSdlTree(text, result.problem);
+    if (result.problem.empty() && file.Blocks().empty()) {
+        result.problem = "the file is none that the export writes";
+    }
+    if (result.problem.empty()) {
+        result.description = DescribeText(fileName, file);
+    }
+    return result;
+}
+
+}  // namespace
+
+eInspection InspectContent(const std::string& fileName, std::span<const std::uint8_t> content) {
+    eInspection result;
+    if (BeginsWith(content, "EANM")) {
+        result.description = DescribeAnimation(content, result.problem);
+    } else if (BeginsWith(content, "BM")) {
+        result.description = DescribeBmp(content, result.problem);
+    } else {
+        result = InspectText(fileName, content);
+    }
+    return result;
+}
+
+}  // namespace inspect
