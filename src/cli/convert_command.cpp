@@ -1,0 +1,80 @@
+#include "cli/convert_command.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "base/ansi.h"
+#include "cli/exit_code.h"
+#include "cli/native_file.h"
+#include "cli/scene_file.h"
+#include "cli/terminal_text.h"
+#include "standalone/loaders/scene_document_writer.h"
+
+namespace cli {
+
+namespace {
+
+// Pictures that the scene file embeds lie in a temporary folder by now; the document needs them beside it.
+// False if one can't be kept; the user has been told.
+bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::path& document) {
+    const std::filesystem::path folder = document.stem().stem().string() + "_images";
+    for (standalone::eMapData& map : scene.maps) {
+        auto* bitmap = std::get_if<standalone::eBitmapMap>(&map.kind);
+        if (bitmap == nullptr || bitmap->onDisk.empty()) {
+            continue;
+        }
+        const std::filesystem::path file = folder / std::filesystem::path(bitmap->onDisk).filename();
+        const std::filesystem::path target = document.parent_path() / file;
+        std::error_code error;
+        std::filesystem::create_directories(target.parent_path(), error);
+        std::filesystem::copy_file(bitmap->onDisk, target, std::filesystem::copy_options::overwrite_existing,
+                                   error);
+        if (error) {
+            TellError(target.string() + " can't be written: " + error.message());
+            return false;
+        }
+        bitmap->file = FromUtf8(file.string()).text;
+        bitmap->onDisk.clear();
+    }
+    return true;
+}
+
+int RunConvert(const std::string& source, const std::string& target) {
+    auto scene = ReadScene(source, false);
+    if (!scene) {
+        return kExitUsage;
+    }
+    if (!KeepEmbeddedPictures(*scene, target)) {
+        return kExitErrors;
+    }
+    const auto written = standalone::WriteSceneDocument(*scene, std::filesystem::absolute(target).string());
+    for (const std::string& warning : written.warnings) {
+        TellWarning(target + ": " + warning);
+    }
+    const std::string problem = WriteNativeFile(target, written.text);
+    if (!problem.empty()) {
+        TellError(target + " can't be written: " + problem);
+        return kExitErrors;
+    }
+    return kExitDone;
+}
+
+}  // namespace
+
+void AddConvertCommand(CLI::App& program, std::function<int()>& action) {
+    struct eArguments {
+        std::string source;
+        std::string target;
+    };
+    const auto arguments = std::make_shared<eArguments>();
+    CLI::App& command = *program.add_subcommand("convert", "Write a scene as a scene document");
+    command.add_option("SCENE", arguments->source, "Scene document or glTF file")->required();
+    command.add_option("OUT", arguments->target, "The scene document to write, NAME.scene.json")->required();
+    command.callback([arguments, &action] {
+        action = [arguments] { return RunConvert(arguments->source, arguments->target); };
+    });
+}
+
+}  // namespace cli

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace cli {
+
+// How the program ends.
+enum eExitCode {
+    kExitDone = 0,         // warnings allowed
+    kExitFatal = 1,        // a fatal error
+    kExitUsage = 2,        // wrong usage, or a file that can't be read: nothing was written
+    kExitErrors = 3,       // came to its end, but showed errors
+    kExitCancelled = 130,  // the user stopped it
+};
+
+}  // namespace cli

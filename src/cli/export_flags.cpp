@@ -1,0 +1,71 @@
+#include "cli/export_flags.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "cli/option_path.h"
+#include "export/dialog_logic.h"
+#include "export/export.h"
+
+namespace cli {
+
+namespace {
+
+// The most bytes of a path that the dialog's fields take.
+constexpr std::size_t kLongestPath = 260;
+
+bool SetPathField(std::string& field, const std::optional<std::string>& flag, bool isFolder,
+                  const char* name) {
+    if (!flag) {
+        return true;
+    }
+    const std::optional<std::string> path = isFolder ? FolderOption(*flag) : OptionPath(*flag);
+    if (!path || path->size() > kLongestPath) {
+        const char* fault =
+            path ? "%s: the path is longer than 260 bytes" : "%s: code page 1251 lacks a character of it";
+        ShowError(nullptr, (format(fault) % name).Text());
+        return false;
+    }
+    field = *path;
+    return true;
+}
+
+void SetFlagField(bool& field, const std::optional<bool>& flag) {
+    field = flag.value_or(field);
+}
+
+// As the dialog's spinner does, but told.
+void SetStaticFrame(const Export& run, eDialogFields& fields, int frame) {
+    fields.staticFrame = std::max(run.frameStart, std::min(frame, run.frameEnd));
+    if (fields.staticFrame != frame) {
+        const auto text = format("--static-frame %d lies outside the animation range %d to %d: %d is used") %
+                          frame % run.frameStart % run.frameEnd % fields.staticFrame;
+        ShowWarning(nullptr, text.Text());
+    }
+}
+
+}  // namespace
+
+bool ApplyFlags(Export& run, const eExportFlags& flags) {
+    eDialogFields fields = ShowDialogFields(run);
+    SetFlagField(fields.exportMesh, flags.mesh);
+    SetFlagField(fields.exportAnimation, flags.animation);
+    SetFlagField(fields.exportGeometry, flags.geometry);
+    SetFlagField(fields.exportIK, flags.ik);
+    SetFlagField(fields.exportLightsCameras, flags.lightsCameras);
+    SetFlagField(fields.selectedOnly, flags.animateSelected);
+    SetFlagField(fields.currentRangeOnly, flags.animateCurrentRange);
+    SetFlagField(fields.reverseAnimation, flags.animateReverse);
+    if (flags.staticFrame) {
+        SetStaticFrame(run, fields, *flags.staticFrame);
+    }
+    return SetPathField(fields.resourceRoot, flags.resourceRoot, true, "--resource-root") &&
+           SetPathField(fields.commonTextureSource, flags.commonSource, true, "--common-source") &&
+           SetPathField(fields.commonTextureTarget, flags.commonTarget, false, "--common-target") &&
+           TakeDialogFields(run, fields, nullptr);
+}
+
+}  // namespace cli

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class Export;
+
+namespace cli {
+
+// What the user asked of `zyrexport export`. Texts are UTF-8; what is not set keeps its stored value.
+struct eExportFlags {
+    std::string scene;
+    std::optional<std::string> resourceRoot;
+    std::optional<std::string> commonSource;
+    std::optional<std::string> commonTarget;
+    std::optional<bool> mesh;
+    std::optional<bool> animation;
+    std::optional<bool> geometry;
+    std::optional<bool> ik;
+    std::optional<bool> lightsCameras;
+    std::optional<bool> animateSelected;
+    std::optional<bool> animateCurrentRange;
+    std::optional<bool> animateReverse;
+    std::optional<int> staticFrame;
+    bool exportSelected = false;
+    bool silent = false;
+    bool noFence = false;
+    bool quiet = false;
+    bool verbose = false;
+    std::string config;
+    std::vector<std::string> drives;  // X=DIR
+    std::string asModel;
+    std::optional<double> fps;
+    std::string report;
+};
+
+// Sets the dialog's fields from the flags and presses its button: the same checks and messages as in the
+// dialog. False if a field was refused; the user has been told.
+bool ApplyFlags(Export& run, const eExportFlags& flags);
+
+}  // namespace cli

@@ -1,0 +1,234 @@
+#include "cli/export_run.h"
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "base/ansi.h"
+#include "base/diagnostics.h"
+#include "cli/config_folder.h"
+#include "cli/exit_code.h"
+#include "cli/interrupt.h"
+#include "cli/option_path.h"
+#include "cli/run_record.h"
+#include "cli/scene_file.h"
+#include "cli/terminal_text.h"
+#include "export/export.h"
+#include "platform/drive_table.h"
+#include "platform/write_fence.h"
+#include "standalone/standalone_host.h"
+#include "standalone/terminal_face.h"
+
+namespace cli {
+
+namespace {
+
+using standalone::eMessageKind;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kNative = platform::ePathForm::Native;
+
+bool MapDrives(const std::vector<std::string>& drives) {
+    for (const std::string& drive : drives) {
+        const bool isWellFormed = drive.size() > 2 && drive[1] == '=' && HasDrive(drive.substr(0, 1) + ":");
+        if (!isWellFormed || !std::filesystem::is_directory(drive.substr(2))) {
+            TellError("--drive " + drive +
+                      (isWellFormed ? ": there is no such folder" : ": X=DIR is wanted"));
+            return false;
+        }
+        platform::MapDrive(drive[0], std::filesystem::absolute(drive.substr(2)).string());
+    }
+    return true;
+}
+
+// True if the platform can reach the resource root; otherwise the user is told.
+bool IsReachable(const eName& resourceRoot) {
+    const std::string& path = resourceRoot.Text();
+    if (!HasDrive(path) || platform::DriveFolder(path[0])) {
+        return true;
+    }
+    TellError("the resource root " + ToUtf8(path) +
+              " lies on a drive that is not there: name another one with " +
+              "--resource-root DIR, or the drive's folder with --drive " + path[0] + "=DIR");
+    return false;
+}
+
+// One call of the exporter, with everything that watches it.
+class eExportCall {
+public:
+    eExportCall(const eExportFlags& exportFlags, standalone::eSceneData scene)
+        : flags(exportFlags), face(Terminal(exportFlags)), host(std::move(scene)), fatalReport(*this) {
+        record.scene = flags.scene;
+        host.SetProgressSink(&face);
+        host.SetCancelSource(IsInterrupted);
+        previousObserver =
+            platform::SetFileObserver([this](platform::eFileAction action, const std::string& path) {
+                record.files[path] = action;
+                if (flags.verbose) {
+                    TellFile(action, path);
+                }
+            });
+        previousLog = xDebug::SetLogSink([this](const std::string& text) { TakeLogRecord(text); });
+        previousHandler = xDebug::SetErrorHandler(&fatalReport);
+    }
+    ~eExportCall() {
+        xDebug::SetErrorHandler(previousHandler);
+        xDebug::SetLogSink(previousLog);
+        platform::SetFileObserver(previousObserver);
+        platform::ClearWriteRoots();
+    }
+    eExportCall(const eExportCall&) = delete;
+    eExportCall& operator=(const eExportCall&) = delete;
+
+    int Run() {
+        if (!PrepareConfig() || (flags.silent && !PrepareRoot(exporter->options.resourceRoot))) {
+            return kExitUsage;
+        }
+        exporter->optionsDialog = [this](Export& run) {
+            isRefused = !ApplyFlags(run, flags) || !PrepareRoot(run.options.resourceRoot);
+            return !isRefused;
+        };
+        constexpr std::uint32_t kExportSelected = 1;
+        exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent,
+                           flags.exportSelected ? kExportSelected : 0);
+        record.cancelled = IsInterrupted();
+        const int exitCode = isRefused ? kExitUsage : ExitCode();
+        Finish(exitCode);
+        return record.exitCode;
+    }
+
+private:
+    // A fatal error ends the process: the report is written before.
+    class eFatalReport : public xDebug::eErrorHandler {
+    public:
+        explicit eFatalReport(eExportCall& exportCall) : call(exportCall) {}
+        void ShowError(const std::string& text) override {
+            eErrorHandler::ShowError(text);
+            call.Finish(kExitFatal);
+        }
+
+    private:
+        eExportCall& call;
+    };
+
+    static standalone::eTerminal Terminal(const eExportFlags& flags) {
+        standalone::eTerminal terminal = standalone::StandardTerminal();
+        terminal.onlyErrors = flags.quiet;
+        return terminal;
+    }
+
+    bool PrepareConfig() {
+        const std::string folder = ConfigFolder(flags.config);
+        if (folder.empty()) {
+            TellError("no folder for the options is known: name one with --config DIR");
+            return false;
+        }
+        const std::optional<std::string> ansi = FolderOption(folder);
+        std::error_code error;
+        std::filesystem::create_directories(folder, error);
+        if (!ansi || error) {
+            TellError("--config " + folder + ": " +
+                      (ansi ? error.message() : "code page 1251 lacks a character of it"));
+            return false;
+        }
+        host.SetConfigFolder(*ansi);
+        return true;
+    }
+
+    // Nothing is written anywhere else: a scene is data from outside.
+    bool PrepareRoot(const eName& resourceRoot) {
+        if (!IsReachable(resourceRoot)) {
+            return false;
+        }
+        if (flags.resourceRoot && !HasDrive(*flags.resourceRoot)) {
+            // A folder that is made for the user has the spelling that he typed.
+            std::error_code error;
+            std::filesystem::create_directories(*flags.resourceRoot, error);
+        }
+        if (!flags.noFence) {
+            platform::AddWriteRoot(resourceRoot.Text());
+            platform::AddWriteRoot(ConfigFolder(flags.config), kNative);
+        }
+        return true;
+    }
+
+    // Warnings of the base library are shown like the boxes; of a fatal error the box tells already.
+    void TakeLogRecord(const std::string& text) {
+        if (!text.starts_with("==")) {
+            const std::string line = text.substr(0, text.find_last_not_of("\r\n") + 1);
+            logged.push_back({eMessageKind::Warning, "", line});
+            if (!flags.quiet) {
+                TellWarning(ToUtf8(line));
+            }
+        }
+    }
+
+    int ExitCode() const {
+        if (record.cancelled) {
+            return kExitCancelled;
+        }
+        return face.ErrorCount() > 0 ? kExitErrors : kExitDone;
+    }
+
+    void Finish(int exitCode) {
+        record.options = exporter->options;
+        record.models = exporter->modelReports;
+        record.messages = face.Messages();
+        record.messages.insert(record.messages.end(), logged.begin(), logged.end());
+        record.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+        record.exitCode = exitCode;
+        if (!flags.report.empty()) {
+            platform::ClearWriteRoots();
+            const std::string problem = WriteReport(record, flags.report);
+            if (!problem.empty()) {
+                TellError("the report " + flags.report + " can't be written: " + problem);
+                record.exitCode = exitCode == kExitDone ? kExitErrors : exitCode;
+            }
+        }
+        if (!flags.quiet) {
+            TellSummary();
+        }
+    }
+
+    void TellSummary() const {
+        std::printf("%d models written, %d files changed, %d errors, %d warnings, %.2f seconds%s\n",
+                    record.WrittenModels(), record.ChangedFiles(),
+                    record.CountMessages(eMessageKind::Error) + record.CountMessages(eMessageKind::Fatal),
+                    record.CountMessages(eMessageKind::Warning), record.seconds,
+                    record.cancelled ? ", cancelled" : "");
+        std::fflush(stdout);
+    }
+
+    const eExportFlags& flags;
+    const Clock::time_point begin = Clock::now();
+    eRunRecord record;
+    standalone::eTerminalFace face;
+    standalone::StandaloneHost host;
+    std::unique_ptr<Export> exporter = std::make_unique<Export>();
+    std::vector<standalone::eShownMessage> logged;
+    bool isRefused = false;
+    eFatalReport fatalReport;
+    platform::eFileObserver previousObserver;
+    xDebug::eLogSink previousLog;
+    xDebug::eErrorHandler* previousHandler = nullptr;
+};
+
+}  // namespace
+
+int RunExport(const eExportFlags& flags) {
+    if (!MapDrives(flags.drives)) {
+        return kExitUsage;
+    }
+    auto scene = ReadScene(flags.scene, flags.quiet);
+    if (!scene) {
+        return kExitUsage;
+    }
+    CatchInterrupts();
+    eExportCall call(flags, std::move(*scene));
+    return call.Run();
+}
+
+}  // namespace cli

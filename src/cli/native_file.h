@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+// Writes a whole file under the name that the user typed, through a temporary name beside it. Empty, or why
+// it could not be written.
+std::string WriteNativeFile(const std::string& path, std::string_view content);
+
+}  // namespace cli

@@ -1,0 +1,28 @@
+#include "cli/option_path.h"
+
+#include <filesystem>
+
+#include "base/ansi.h"
+
+namespace cli {
+
+bool HasDrive(const std::string& path) {
+    return path.size() >= 2 && path[1] == ':' &&
+           ((path[0] >= 'a' && path[0] <= 'z') || (path[0] >= 'A' && path[0] <= 'Z'));
+}
+
+std::optional<std::string> OptionPath(const std::string& typed) {
+    eFromUtf8 converted = FromUtf8(typed);
+    return converted.IsExact() ? std::optional(std::move(converted.text)) : std::nullopt;
+}
+
+std::optional<std::string> FolderOption(const std::string& typed) {
+    if (typed.empty() || HasDrive(typed)) {
+        return OptionPath(typed);
+    }
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(typed, error);
+    return OptionPath(error ? typed : absolute.lexically_normal().string());
+}
+
+}  // namespace cli

@@ -1,0 +1,31 @@
+#include "cli/program.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "cli/convert_command.h"
+#include "cli/exit_code.h"
+#include "cli/export_command.h"
+#include "cli/inspect_command.h"
+#include "cli/options_command.h"
+
+namespace cli {
+
+int RunProgram(int argc, char** argv) {
+    CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
+    program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
+    program.require_subcommand(1);
+    std::function<int()> action;
+    AddExportCommand(program, action);
+    AddConvertCommand(program, action);
+    AddInspectCommand(program, action);
+    AddOptionsCommand(program, action);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? kExitDone : kExitUsage;
+    }
+    return action();
+}
+
+}  // namespace cli

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "export/options.h"
+#include "export/run_report.h"
+#include "platform/file_events.h"
+#include "standalone/terminal_face.h"
+
+namespace cli {
+
+// What a run has done, for the report file and the closing line.
+struct eRunRecord {
+    std::string scene;  // as the user named it, UTF-8
+    eExportOptions options;
+    std::vector<eModelReport> models;
+    std::vector<standalone::eShownMessage> messages;
+    std::map<std::string, platform::eFileAction> files;  // by path on disk; the last action of each file
+    bool cancelled = false;
+    double seconds = 0;
+    int exitCode = 0;
+
+    int CountMessages(standalone::eMessageKind kind) const;
+    int WrittenModels() const;
+    int ChangedFiles() const;
+};
+
+// The report as JSON text, UTF-8; keys in a fixed order, files sorted by path with their present sizes.
+std::string ReportText(const eRunRecord& record);
+
+// Writes the report through a temporary name. Empty, or why it could not be written.
+std::string WriteReport(const eRunRecord& record, const std::string& path);
+
+}  // namespace cli

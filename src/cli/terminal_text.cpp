@@ -1,0 +1,33 @@
+#include "cli/terminal_text.h"
+
+#include <cstdio>
+
+namespace cli {
+
+void TellError(const std::string& text) {
+    std::fprintf(stderr, "error: %s\n", text.c_str());
+}
+
+void TellWarning(const std::string& text) {
+    std::fprintf(stderr, "warning: %s\n", text.c_str());
+}
+
+void TellFile(platform::eFileAction action, const std::string& path) {
+    std::printf("%s %s\n", ActionWord(action), path.c_str());
+}
+
+const char* ActionWord(platform::eFileAction action) {
+    switch (action) {
+        case platform::eFileAction::Written:
+            return "written";
+        case platform::eFileAction::Copied:
+            return "copied";
+        case platform::eFileAction::Kept:
+            return "kept";
+        case platform::eFileAction::Deleted:
+            break;
+    }
+    return "deleted";
+}
+
+}  // namespace cli
