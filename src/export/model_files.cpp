@@ -34,6 +34,10 @@ void RemoveAnimationList(const Export& run) {
 
 }  // namespace
 
+eModelFiles::~eModelFiles() {
+    run.defWriter.reset();
+}
+
 void eModelFiles::OpenModelText() {
     run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
     run.mdlWriter->OpenFile(run.options.exportMesh != 0 ? eName(run.basePath).Append(".mdl") : kNullDevice);

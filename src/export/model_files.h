@@ -11,6 +11,10 @@ class Export;
 class eModelFiles {
 public:
     explicit eModelFiles(Export& run_) : run(run_) {}
+    // Lets no writer outlive its stream, should a fatal error throw through the model.
+    ~eModelFiles();
+    eModelFiles(const eModelFiles&) = delete;
+    eModelFiles& operator=(const eModelFiles&) = delete;
 
     // mdlWriter, with the comment lines that tell where the file comes from.
     void OpenModelText();

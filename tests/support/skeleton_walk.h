@@ -1,6 +1,8 @@
 // The walk over the bones of one model in memory, with a mesh stage that only takes notes.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <set>
 #include <string>
 #include <vector>
