@@ -1,7 +1,5 @@
 #pragma once
 
-class Export;
-
 namespace host {
 class INode;
 class Modifier;

@@ -113,7 +113,7 @@ TEST(BoneTree, EveryPairOfEqualNamesIsTold) {
                                              "Ошибка: Найдено повторяющееся имя кости: arm!"));
 }
 
-// Would catch lights that are off, hidden from the run by the option, or lit by a node inside a group.
+// Would catch lights that are off, hidden, or switched out by the option.
 TEST(BoneTree, LightsAreCollectedOnTheWay) {
     support::eSceneBuilder scene;
     support::eNode root = Root(scene);
