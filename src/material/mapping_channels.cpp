@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "base/ansi.h"
 #include "base/format.h"
@@ -10,20 +11,17 @@
 
 namespace {
 
-// Deeper than any artist nests maps: maps that contain each other are walked no further.
-constexpr int kMaxDepth = 64;
-
-bool CheckMaps(const host::MtlBase& element, host::TimeValue t, int depth) {
-    if (depth == kMaxDepth) {
-        return false;
-    }
+// `path` holds the maps on the way down: a map that contains itself is not walked again.
+bool CheckMaps(const host::MtlBase& element, host::TimeValue t, std::vector<const host::Texmap*>& path) {
     bool told = false;
     for (int i = 0; i < element.NumSubTexmaps(); ++i) {
         host::Texmap* map = element.GetSubTexmap(i);
-        if (map == nullptr) {
+        if (map == nullptr || std::ranges::find(path, map) != path.end()) {
             continue;
         }
-        told |= CheckMaps(*map, t, depth + 1);
+        path.push_back(map);
+        told |= CheckMaps(*map, t, path);
+        path.pop_back();
         map->LoadMapFiles(t);
         if (map->GetUVWSource() == host::Texmap::kWorldXYZ) {
             const auto text =
@@ -45,5 +43,6 @@ bool CheckMappingChannels(Export& run, host::Mtl* material, const host::Face& fa
         const int count = std::max(material->NumSubMtls(), 1);
         material = material->GetSubMtl(face.getMatID() % count);
     }
-    return material != nullptr && CheckMaps(*material, run.StaticTime(), 0);
+    std::vector<const host::Texmap*> path;
+    return material != nullptr && CheckMaps(*material, run.StaticTime(), path);
 }
