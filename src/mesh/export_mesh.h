@@ -23,6 +23,15 @@ struct eExportFaceSkin {
     std::uint8_t bones[3][kInfluencesPerCorner] = {};
     float weights[3][kInfluencesPerCorner] = {};  // sum 1 where any bone is assigned
     std::int32_t palette = -1;                    // number of the face's palette
+
+    // Every corner follows the entry for no bone.
+    static eExportFaceSkin WithoutBones() {
+        eExportFaceSkin skin;
+        for (auto& corner : skin.weights) {
+            corner[0] = 1;
+        }
+        return skin;
+    }
 };
 
 // The bones that one sub-mesh sees, by rising number; the value 0, for no bone, takes an entry like any bone.

@@ -2,15 +2,14 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "mesh/corner_normal.h"
-#include "mesh/face_material.h"
-#include "mesh/face_skin.h"
+#include "mesh/face_reader.h"
+#include "mesh/grow.h"
+#include "mesh/node_reading.h"
 #include "mesh/skin_switch.h"
 #include "mesh/vertex_light.h"
 #include "scene/find_skin.h"
@@ -23,49 +22,27 @@ namespace {
 using host::Matrix3;
 using host::Point3;
 
-// One reading of one node.
-struct eReading {
-    Export& run;
-    host::INode& node;
-    host::INode& root;  // whose space the mesh stands in
-    eExportBone& bone;
-    host::Modifier* skin;  // null without
-    host::TimeValue time;
-    int meshFrame;
-
-    eExportMeshFrame& Frame() const { return bone.mesh.frames[static_cast<std::size_t>(meshFrame)]; }
-    bool IsFirstFrame() const { return meshFrame == 0; }
-    void Tell(const char* text) const {
-        ShowError(run.host->GetMAXHWnd(), (format(text) % node.GetName()).Text());
-    }
-};
-
-struct eReadingSpace {
-    Matrix3 toBone;        // object points to the root's space; the root's own scale is taken out
-    Matrix3 normalMatrix;  // the transposed inverse, for normals
-    bool mirrored = false;
-
-    // The host's corner that is stored as corner c.
-    int HostCorner(int c) const { return mirrored ? 2 - c : c; }
-};
-
 // The host's command panel shows its modify mode while a modifier is switched, and what it showed before
 // after.
 class eModifyMode {
 public:
     explicit eModifyMode(host::Interface& hostInterface)
-        : host_(hostInterface), before_(hostInterface.GetCommandPanelTaskMode()) {
+        : host(hostInterface), before(hostInterface.GetCommandPanelTaskMode()) {
         constexpr int kModifyMode = 2;
-        host_.SetCommandPanelTaskMode(kModifyMode);
+        host.SetCommandPanelTaskMode(kModifyMode);
     }
-    ~eModifyMode() { host_.SetCommandPanelTaskMode(before_); }
+    ~eModifyMode() { host.SetCommandPanelTaskMode(before); }
     eModifyMode(const eModifyMode&) = delete;
     eModifyMode& operator=(const eModifyMode&) = delete;
 
 private:
-    host::Interface& host_;
-    int before_;
+    host::Interface& host;
+    int before;
 };
+
+void TellOfNode(const eNodeReading& reading, const char* text) {
+    ShowError(reading.run.host->GetMAXHWnd(), (format(text) % reading.node.GetName()).Text());
+}
 
 host::INode& RootOf(host::INode& node, const eExportBone& bone, host::INode* commonTarget) {
     if (commonTarget != nullptr) {
@@ -75,22 +52,24 @@ host::INode& RootOf(host::INode& node, const eExportBone& bone, host::INode* com
     return isInGroup && bone.node != nullptr ? *bone.node : node;
 }
 
-// All nodes of one mesh are skinned, or none.
-bool FitsRoot(const eReading& reading) {
+bool FitsRoot(const eNodeReading& reading) {
     const bool rootIsSkinned = FindSkin(reading.root) != nullptr;
     if (reading.skin != nullptr && !rootIsSkinned) {
         ShowError(reading.run.host->GetMAXHWnd(), "Скиновый мэш в нескиновой группе!"_ansi);
         return false;
     }
-    if (reading.skin == nullptr && rootIsSkinned) {
-        reading.Tell(
-            "Мэш '%s' без скина в скиновой группе!\nНеобходимо добавить ему скин с теми же костями."_ansi);
-        return false;
+    if (reading.skin == nullptr && rootIsSkinned && reading.IsFirstFrame()) {
+        const auto text =
+            format(
+                "Мэш '%s' без скина входит в скиновый мэш '%s': его вершины не следуют за костями.\n"
+                "Необходимо добавить ему скин с теми же костями."_ansi) %
+            reading.node.GetName() % reading.root.GetName();
+        ShowWarning(reading.run.host->GetMAXHWnd(), text.Text());
     }
     return true;
 }
 
-eReadingSpace MakeSpace(const eReading& reading) {
+eReadingSpace MakeSpace(const eNodeReading& reading) {
     const Matrix3 objectTM = reading.node.GetObjTMAfterWSM(reading.time);
     eReadingSpace space;
     space.toBone = objectTM * Inverse(NoScale(reading.root.GetNodeTM(reading.time)));
@@ -102,7 +81,7 @@ eReadingSpace MakeSpace(const eReading& reading) {
     return space;
 }
 
-void PrepareRootLights(const eReading& reading) {
+void PrepareRootLights(const eNodeReading& reading) {
     const Matrix3 boneMatrix = Inverse(NoScale(reading.root.GetObjTMAfterWSM(reading.time)));
     if (reading.IsFirstFrame()) {
         reading.bone.matrix = boneMatrix;
@@ -125,22 +104,22 @@ std::optional<bool> HasVertexAlpha(const host::Mesh& mesh) {
     return faces.size() == mesh.faces.size() ? std::optional(true) : std::nullopt;
 }
 
-void AppendVertices(const eReading& reading, const eReadingSpace& space, const host::Mesh& mesh) {
+void AppendVertices(const eNodeReading& reading, const eReadingSpace& space, const host::Mesh& mesh) {
     const float scale = MasterScale(reading.run);
     std::vector<Point3>& positions = reading.Frame().positions;
-    positions.reserve(positions.size() + mesh.verts.size());
+    ReserveMore(positions, mesh.verts.size());
     for (const Point3& vertex : mesh.verts) {
         positions.push_back((vertex * space.toBone) * scale);
     }
 }
 
-// The bones of the skin, from the root of the mesh alone. False if there are too many.
-bool FillSkinBones(const eReading& reading) {
+// The bones of the skin. False if there are too many.
+bool FillSkinBones(const eNodeReading& reading) {
     const host::ISkin* skin = reading.skin->GetInterface(host::Modifier::kSkinInterface);
     std::vector<host::INode*>& bones = reading.bone.mesh.skinBones;
     for (int i = 0; skin != nullptr && i < skin->GetNumBones(); ++i) {
         if (bones.size() == kBonesPerSkin) {
-            reading.Tell("Слишком много костей для скиннинга мэша '%s'"_ansi);
+            TellOfNode(reading, "Слишком много костей для скиннинга мэша '%s'"_ansi);
             return false;
         }
         bones.push_back(skin->GetBone(i));
@@ -148,177 +127,7 @@ bool FillSkinBones(const eReading& reading) {
     return true;
 }
 
-const host::ISkinContextData* SkinContext(const eReading& reading) {
-    host::ISkin* skin =
-        reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
-    return skin != nullptr ? skin->GetContextInterface(reading.node) : nullptr;
-}
-
-// The context in which a blend map is evaluated for a corner; one for the process.
-SContext& BlendContext() {
-    static const eSceneLights noLights;
-    static SContext context(noLights);
-    return context;
-}
-
-// Everything that the faces of one reading ask.
-class eFaceReader {
-public:
-    eFaceReader(const eReading& reading, const eReadingSpace& space, const host::Mesh& mesh,
-                bool hasVertexAlpha, std::size_t base)
-        : reading_(reading),
-          space_(space),
-          mesh_(mesh),
-          base_(static_cast<std::uint32_t>(base)),
-          frame_(reading.Frame()),
-          materials_(reading.run, reading.node.GetMtl(), mesh),
-          box_(mesh),
-          light_(reading.run, reading.root, reading.time),
-          colorVerts_(mesh.vertCol()),
-          colorFaces_(mesh.vcFace()) {
-        if (hasVertexAlpha) {
-            alphaVerts_ = mesh.mapVerts(host::Mesh::kVertexAlphaChannel);
-            alphaFaces_ = mesh.mapFaces(host::Mesh::kVertexAlphaChannel);
-        }
-        if (const host::ISkinContextData* skin = SkinContext(reading);
-            skin != nullptr && reading.IsFirstFrame()) {
-            skin_.emplace(*skin);
-        }
-        ReserveFaces();
-    }
-
-    void ReadFace(int index) {
-        const host::Face& face = mesh_.faces[static_cast<std::size_t>(index)];
-        const eFaceMaterial& material = materials_.Of(face);
-        if (reading_.IsFirstFrame()) {
-            StoreFace(face, material);
-        }
-        ReadNormals(index);
-        frame_.mapCoords0.push_back(material.first.Of(index, space_.mirrored, box_));
-        frame_.mapCoords1.push_back(material.second.Of(index, space_.mirrored, box_));
-        ReadColors(index, material);
-    }
-
-private:
-    void ReserveFaces() {
-        const std::size_t count = frame_.faceNormals.size() + mesh_.faces.size();
-        frame_.faceNormals.reserve(count);
-        frame_.cornerNormals.reserve(count);
-        frame_.mapCoords0.reserve(count);
-        frame_.mapCoords1.reserve(count);
-        frame_.colors.reserve(count);
-    }
-
-    void StoreFace(const host::Face& face, const eFaceMaterial& material) {
-        eExportMesh& mesh = reading_.bone.mesh;
-        host::Face stored = face;
-        std::uint32_t vertices[3];
-        for (int c = 0; c < 3; ++c) {
-            vertices[c] = face.v[space_.HostCorner(c)];
-            stored.v[c] = vertices[c] + base_;
-        }
-        mesh.faceNodes.push_back(&reading_.node);
-        mesh.faces.push_back(stored);
-        mesh.faceMaterials.emplace_back(material.leaf, face.getMatID());
-        if (reading_.skin != nullptr) {
-            mesh.faceSkins.push_back(skin_ ? skin_->ReadFaceSkin(vertices, reading_.bone.bonesPerVertex)
-                                           : eExportFaceSkin{});
-        }
-    }
-
-    void ReadNormals(int index) {
-        eCorners<Point3> normals;
-        for (int c = 0; c < 3; ++c) {
-            const Point3 normal = GetCornerNormal(mesh_, index, space_.HostCorner(c));
-            normals[static_cast<std::size_t>(c)] =
-                host::Normalize(VectorTransform(space_.normalMatrix, normal));
-        }
-        frame_.cornerNormals.push_back(normals);
-        const Point3& faceNormal = mesh_.faceNormals[static_cast<std::size_t>(index)];
-        frame_.faceNormals.push_back(host::Normalize(VectorTransform(space_.normalMatrix, faceNormal)));
-    }
-
-    void ReadColors(int index, const eFaceMaterial& material) {
-        const auto face = static_cast<std::size_t>(index);
-        eCorners<Point3> blend{};
-        if (material.maps.blend != nullptr) {
-            blend = material.blend.Of(index, space_.mirrored, box_);
-        }
-        eCorners<host::AColor> colors;
-        for (int c = 0; c < 3; ++c) {
-            const auto corner = static_cast<std::size_t>(c);
-            const int hostCorner = space_.HostCorner(c);
-            const Point3& position = mesh_.verts[mesh_.faces[face].v[hostCorner]];
-            const host::Color light = light_.At(position, frame_.cornerNormals.back()[corner]);
-            const host::Color tint = TintOf(face, hostCorner, material);
-            colors[corner] = {tint.r * light.r, tint.g * light.g, tint.b * light.b,
-                              AlphaOf(face, hostCorner, material, blend[corner])};
-        }
-        frame_.colors.push_back(colors);
-    }
-
-    host::Color VertexColor(std::size_t face, int hostCorner) const {
-        const Point3& color = colorVerts_[colorFaces_[face].t[hostCorner]];
-        return {color.x, color.y, color.z};
-    }
-
-    host::Color TintOf(std::size_t face, int hostCorner, const eFaceMaterial& material) const {
-        const bool isTinted = !colorVerts_.empty() && !material.maps.vertexBlended;
-        return isTinted ? VertexColor(face, hostCorner) : host::Color{1, 1, 1};
-    }
-
-    float AlphaOf(std::size_t face, int hostCorner, const eFaceMaterial& material,
-                  const Point3& blend) const {
-        if (material.maps.blend != nullptr) {
-            return 1 - BlendOf(face, hostCorner, material, blend);
-        }
-        float alpha = material.opacity;
-        if (!alphaVerts_.empty()) {
-            alpha *= alphaVerts_[alphaFaces_[face].t[hostCorner]].x;
-        }
-        return alpha;
-    }
-
-    // The amount of the second layer. The coordinates were turned over for the file, the map wants them back.
-    float BlendOf(std::size_t face, int hostCorner, const eFaceMaterial& material, const Point3& uvw) const {
-        if (material.maps.vertexBlended) {
-            return colorVerts_.empty() ? 0.0F : VertexColor(face, hostCorner).r;
-        }
-        SContext& context = BlendContext();
-        context.time = reading_.time;
-        context.ambientLight = {1, 1, 1};
-        context.duv = {0.01F, 0.01F};
-        context.uv = {uvw.x, 1 - uvw.y};
-        context.point = {2 * uvw.x - 1, 2 * (1 - uvw.y) - 1, 2 * uvw.z - 1};
-        return material.maps.blend->EvalMono(context);
-    }
-
-    const eReading& reading_;
-    const eReadingSpace& space_;
-    const host::Mesh& mesh_;
-    std::uint32_t base_;  // what the node's own vertex numbers become
-    eExportMeshFrame& frame_;
-    eFaceMaterials materials_;
-    eObjectBox box_;
-    eVertexLight light_;
-    std::span<const Point3> colorVerts_;
-    std::span<const host::TVFace> colorFaces_;
-    std::span<const Point3> alphaVerts_;
-    std::span<const host::TVFace> alphaFaces_;
-    std::optional<eFaceSkinReader> skin_;
-};
-
-void ReadFaces(const eReading& reading, const eReadingSpace& space, const host::Mesh& mesh,
-               bool hasVertexAlpha, std::size_t base) {
-    eFaceReader reader(reading, space, mesh, hasVertexAlpha, base);
-    for (int i = 0; i < mesh.getNumFaces(); ++i) {
-        if (!mesh.faces[static_cast<std::size_t>(i)].Hidden()) {
-            reader.ReadFace(i);
-        }
-    }
-}
-
-void ReadTriangles(const eReading& reading) {
+void ReadTriangles(const eNodeReading& reading) {
     const eTriangleMesh triangles(reading.node, reading.time);
     if (!triangles.IsValid()) {
         return;
@@ -329,7 +138,7 @@ void ReadTriangles(const eReading& reading) {
     const std::optional<bool> hasVertexAlpha = HasVertexAlpha(mesh);
     if (!hasVertexAlpha) {
         if (reading.IsFirstFrame()) {
-            reading.Tell("Испорченный канал вертескной альфы в '%s'"_ansi);
+            TellOfNode(reading, "Испорченный канал вертескной альфы в '%s'"_ansi);
         }
         return;
     }
@@ -337,48 +146,41 @@ void ReadTriangles(const eReading& reading) {
     PrepareRootLights(reading);
     const std::size_t base = reading.Frame().positions.size();
     AppendVertices(reading, space, mesh);
-    const bool readsBones =
+    const bool ownsBoneTable =
         reading.skin != nullptr && &reading.node == &reading.root && reading.IsFirstFrame();
-    if (!readsBones || FillSkinBones(reading)) {
-        ReadFaces(reading, space, mesh, *hasVertexAlpha, base);
+    if (!ownsBoneTable || FillSkinBones(reading)) {
+        eFaceReader(reading, space, mesh, *hasVertexAlpha, base).ReadFaces();
     }
-}
-
-// A node can feed only the frames that the mesh of its target has.
-bool HasFrame(const eReading& reading) {
-    const std::size_t frames = reading.bone.mesh.frames.size();
-    if (static_cast<std::size_t>(reading.meshFrame) < frames) {
-        return true;
-    }
-    if (static_cast<std::size_t>(reading.meshFrame) == frames || frames == 0) {
-        reading.Tell(
-            "Мэш '%s' анимирован по кадрам, а общий мэш, в который он входит, нет.\n"
-            "Необходимо указать 'CommonMesh' без имени у общего мэша."_ansi);
-    }
-    return false;
 }
 
 }  // namespace
 
-void ExtractMesh(Export& run, host::INode& node, host::TimeValue time, host::INode* commonTarget) {
+eExportBone* BoneOfMesh(Export& run, const host::INode& node, const host::INode* commonTarget) {
     const int index = FindBoneIndex(node, commonTarget);
-    if (index < 0 || static_cast<std::size_t>(index) >= run.bones.size() ||
-        run.bones[static_cast<std::size_t>(index)].hasMesh == 0) {
-        return;
+    if (index < 0 || static_cast<std::size_t>(index) >= run.bones.size()) {
+        return nullptr;
     }
     eExportBone& bone = run.bones[static_cast<std::size_t>(index)];
-    const eReading reading{.run = run,
-                           .node = node,
-                           .root = RootOf(node, bone, commonTarget),
-                           .bone = bone,
-                           .skin = FindSkin(node),
-                           .time = time,
-                           .meshFrame = run.meshFrame};
+    return bone.hasMesh != 0 ? &bone : nullptr;
+}
+
+void ExtractMesh(Export& run, host::INode& node, host::TimeValue time, host::INode* commonTarget) {
+    eExportBone* bone = BoneOfMesh(run, node, commonTarget);
+    if (bone == nullptr || static_cast<std::size_t>(run.meshFrame) >= bone->mesh.frames.size()) {
+        return;
+    }
+    const eNodeReading reading{.run = run,
+                               .node = node,
+                               .root = RootOf(node, *bone, commonTarget),
+                               .bone = *bone,
+                               .skin = FindSkin(node),
+                               .time = time,
+                               .meshFrame = run.meshFrame};
     if (host::Mtl* material = node.GetMtl()) {
         host::Interval valid = host::kForever;
         material->Update(time, valid);
     }
-    if (!HasFrame(reading) || !FitsRoot(reading)) {
+    if (!FitsRoot(reading)) {
         return;
     }
     const eModifyMode modifyMode(*run.host);

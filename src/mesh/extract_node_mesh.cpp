@@ -1,48 +1,56 @@
 #include "mesh/extract_node_mesh.h"
 
-#include <utility>
+#include <algorithm>
 
 #include "animation/animation_table.h"
 #include "animation/sample_node.h"
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
 #include "export/export.h"
+#include "mesh/animated_part.h"
 #include "mesh/extract_mesh.h"
 #include "scene/node_name.h"
 
 namespace {
 
-// Reads one animation of a mesh that is animated by frames. Frame 0 was read as the static frame.
-void ReadAnimatedFrames(Export& run, host::INode& node, host::INode* commonTarget,
-                        const eExportAnimation& animation) {
-    const int ticks = run.host->GetTicksPerFrame();
-    host::TimeValue first = animation.firstFrame * ticks;
-    host::TimeValue last = animation.lastFrame * ticks;
-    host::TimeValue step = ticks;
-    run.meshFrame = animation.firstFrame;
-    if (animation.firstFrame == 0) {
-        run.meshFrame = 1;
-        first += step;
+// True, and told, if the mesh that the node feeds has been written already.
+bool ComesTooLate(Export& run, const host::INode& node, const eExportBone& bone,
+                  const host::INode* commonTarget) {
+    if (!bone.isWritten || commonTarget == nullptr) {
+        return false;
     }
-    if (run.options.reverseAnimation) {
-        std::swap(first, last);
-        step = -step;
-    }
-    for (host::TimeValue time = first; step > 0 ? time <= last : time >= last; time += step) {
-        ExtractMesh(run, node, time, commonTarget);
-        ++run.meshFrame;
-    }
+    const auto text =
+        format(
+            "Мэш '%s' не попал в общий мэш '%s': тот уже записан.\nНеобходимо прилинковать узел ниже общего "
+            "мэша или поставить его раньше."_ansi) %
+        node.GetName() % commonTarget->GetName();
+    ShowError(run.host->GetMAXHWnd(), text.Text());
+    return true;
 }
 
 void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
+    eExportBone* bone = BoneOfMesh(run, node, commonTarget);
+    if (bone == nullptr || ComesTooLate(run, node, *bone, commonTarget)) {
+        return;
+    }
+    // A node may feed a mesh whose own node comes later in the walk.
+    bone->mesh.frames.resize(std::max<std::size_t>(bone->mesh.frames.size(), 1));
     run.meshFrame = 0;
+    const eExportMeshFrame& firstFrame = bone->mesh.frames.front();
+    const eFrameExtent begin = ExtentOf(firstFrame);
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
-    if (run.options.exportAnimation != 0 && commonTarget != nullptr) {
-        for (const eExportAnimation& animation : run.animations) {
-            if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
-                ReadAnimatedFrames(run, node, commonTarget, animation);
-            }
+    const eFrameExtent end = ExtentOf(firstFrame);
+    // What could not be read once has been told, and is not read again for every frame.
+    if (run.options.exportAnimation == 0 || commonTarget == nullptr || begin == end) {
+        return;
+    }
+    eAnimatedPart part(run, node, *commonTarget, *bone, begin, end);
+    for (const eExportAnimation& animation : run.animations) {
+        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
+            part.ReadFrames(animation);
         }
     }
-    run.meshFrame = 0;
 }
 
 }  // namespace

@@ -17,6 +17,8 @@ host::Texmap* InputOf(const host::Texmap& map, int input) {
 }  // namespace
 
 eFaceMaps ChooseFaceMaps(host::Mtl* leaf) {
+    // A wrapped material has the layers of the one inside, as its textures have.
+    leaf = WithoutSorrel(leaf);
     if (leaf == nullptr) {
         return {};
     }

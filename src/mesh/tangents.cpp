@@ -1,5 +1,6 @@
 #include "mesh/tangents.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <vector>
@@ -21,8 +22,13 @@ struct eBasis {
     Point3 bitangent;
 };
 
+bool IsFinite(const Point3& p) {
+    return std::isfinite(host::DotProd(p, p));
+}
+
 // The directions in which u and v grow over a face (Lengyel, "Computing Tangent Space Basis Vectors for an
-// Arbitrary Mesh", 2001). Nothing if the face has no area in map space.
+// Arbitrary Mesh", 2001). Nothing if the face has no area in map space, or so little that a direction is
+// beyond the range of numbers.
 std::optional<eBasis> BasisOf(const host::Face& face, const eExportMeshFrame& frame, std::size_t index) {
     const eCorners<Point3>& uv = frame.mapCoords0[index];
     const Point3& p0 = frame.positions[face.v[0]];
@@ -33,10 +39,8 @@ std::optional<eBasis> BasisOf(const host::Face& face, const eExportMeshFrame& fr
     const float dv1 = uv[1].y - uv[0].y;
     const float dv2 = uv[2].y - uv[0].y;
     const float r = 1 / (dv2 * du1 - dv1 * du2);
-    if (!std::isfinite(r)) {
-        return std::nullopt;
-    }
-    return eBasis{r * (dv2 * e1 - dv1 * e2), r * (du1 * e2 - du2 * e1)};
+    const eBasis basis{r * (dv2 * e1 - dv1 * e2), r * (du1 * e2 - du2 * e1)};
+    return IsFinite(basis.tangent) && IsFinite(basis.bitangent) ? std::optional(basis) : std::nullopt;
 }
 
 Point4 TangentAt(const Point3& normal, const eBasis& basis) {
@@ -44,6 +48,15 @@ Point4 TangentAt(const Point3& normal, const eBasis& basis) {
     const Point3 xyz = host::Normalize(t - normal * host::DotProd(normal, t));
     const bool isLeft = host::DotProd(host::CrossProd(normal, t), basis.bitangent) < 0;
     return {xyz.x, xyz.y, xyz.z, isLeft ? -1.0F : 1.0F};
+}
+
+// Any unit vector at right angles to the normal: from the axis that lies farthest from it.
+Point4 AnyTangentAt(const Point3& normal) {
+    Point3 axis;
+    const Point3 size{std::fabs(normal.x), std::fabs(normal.y), std::fabs(normal.z)};
+    axis[size.x <= size.y && size.x <= size.z ? 0 : size.y <= size.z ? 1 : 2] = 1;
+    const Point3 xyz = host::Normalize(axis - normal * host::DotProd(normal, axis));
+    return {xyz.x, xyz.y, xyz.z, 1};
 }
 
 std::vector<bool> FacesWithBump(const eExportMesh& mesh) {
@@ -75,7 +88,8 @@ eFrameResult ComputeFrame(const eExportMesh& mesh, const std::vector<bool>& bump
         const std::optional<eBasis> basis = BasisOf(mesh.faces[i], frame, i);
         result = basis ? result : eFrameResult::FlatFaces;
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            frame.tangents[i][corner] = TangentAt(frame.cornerNormals[i][corner], basis.value_or(eBasis{}));
+            const Point3& normal = frame.cornerNormals[i][corner];
+            frame.tangents[i][corner] = basis ? TangentAt(normal, *basis) : AnyTangentAt(normal);
         }
     }
     return result;
@@ -105,8 +119,8 @@ void ComputeTangents(Export& run, eExportBone& bone) {
     if (hasFlatFaces) {
         const auto text =
             format(
-                "В мэше '%s' есть треугольники без площади в текстурных координатах.\nНеобходимо "
-                "исправить развертку: карта нормалей на них не действует."_ansi) %
+                "В мэше '%s' есть треугольники без площади в текстурных координатах: у карты нормалей нет на "
+                "них направления.\nНеобходимо исправить развертку."_ansi) %
             bone.node->GetName();
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
     }

@@ -26,4 +26,5 @@ struct eExportBone {
     bool colorsAllWhite = false;
     int bonesPerVertex = 0;  // 0, 2 or 3; never 1
     int vertexCount = 0;     // vertices of the mesh as written
+    bool isWritten = false;  // WriteMesh has come to an end for it, whatever the result
 };
