@@ -1,5 +1,8 @@
 #include "mesh/mesh_file.h"
 
+#include "io/stream_file.h"
+#include "mesh/mesh_format.h"
+
 void AddMeshEntry(eExportResourceSet& set, const eName& name) {
     constexpr int kFirstCapacity = 256;
     if (set.meshBodies == nullptr) {
@@ -9,4 +12,22 @@ void AddMeshEntry(eExportResourceSet& set, const eName& name) {
     set.meshTable.push_back({name.Text(), static_cast<std::uint32_t>(offset)});
 }
 
-void WriteMeshFile(eExportResourceSet&, const eName&) {}
+void WriteMeshFile(eExportResourceSet& set, const eName& folder) {
+    if (set.meshTable.empty()) {
+        return;
+    }
+    xIo::eFileStream file;
+    file.Open(folder / ".mesh", xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt);
+    file.Write(mesh_format::kFileTag, 4);
+    file.Write(mesh_format::kTableTag, 4);
+    file.WriteValue(static_cast<std::uint32_t>(set.meshTable.size()));
+    for (const eMeshTableEntry& entry : set.meshTable) {
+        file.WriteString(entry.name.c_str());
+        file.WriteValue(entry.offset);
+    }
+    set.meshBodies->Seek(0, xIo::fromStart);
+    file.WriteFrom(*set.meshBodies, -1);
+    file.Close();
+    set.meshTable.clear();
+    set.meshBodies.reset();
+}

@@ -25,6 +25,13 @@ inline int WeightCount(VertexFormat format) {
     return static_cast<int>(format >> kWeightCountShift & 0x3U);
 }
 
+// `bones` influences per vertex need one weight less; 0 stands for a mesh without skin.
+inline VertexFormat MakeVertexFormat(bool normal, bool color, int uvCount, int bones, bool tangent) {
+    return VF_POSITION | (normal ? VF_NORMAL : 0) | (color ? VF_COLOR : 0) |
+           static_cast<VertexFormat>(uvCount) << kUvCountShift | (tangent ? VF_TANGENT : 0) |
+           static_cast<VertexFormat>(bones > 0 ? bones - 1 : 0) << kWeightCountShift;
+}
+
 // The bytes of one vertex.
 inline int VertexFormatSize(VertexFormat format) {
     constexpr VertexFormat kUnnamedField = 0x0008;

@@ -1,5 +1,159 @@
 #include "mesh/write_mesh.h"
 
-bool WriteMesh(Export&, xIo::eStream&, int) {
+#include <cmath>
+#include <string>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "mesh/animated_texture.h"
+#include "mesh/bone_palettes.h"
+#include "mesh/frame_extent.h"
+#include "mesh/mesh_assembly.h"
+#include "mesh/mesh_body_writer.h"
+#include "mesh/mirrored_sharing.h"
+#include "mesh/renumber.h"
+#include "mesh/sub_mesh.h"
+#include "mesh/tangents.h"
+#include "mesh/vertex_light.h"
+#include "mesh/weld.h"
+#include "scene/find_skin.h"
+
+namespace {
+
+std::string Named(const char* text, const eExportBone& bone) {
+    return (format(text) % bone.node->GetName()).Text();
+}
+
+// Tells what is wrong with the bone's mesh, and that it is not written.
+bool Refuse(Export& run, const eExportBone& bone, const char* text) {
+    ShowError(run.host->GetMAXHWnd(), Named(text, bone));
+    return false;
+}
+
+void StartProgress(Export& run, const std::string& title) {
+    run.host->ProgressStart(title);
+    run.host->ProgressUpdate(0);
+}
+
+bool HasFaces(Export& run, const eExportBone& bone) {
+    const eExportMesh& mesh = bone.mesh;
+    if (mesh.frames.empty() || mesh.frames.front().positions.empty()) {
+        return Refuse(run, bone, "Кость '%s' помечена как полигональная, но не содержит треугольников!"_ansi);
+    }
+    if (mesh.faces.empty()) {
+        return Refuse(run, bone,
+                      "Кость '%s' помечена как полигональная, но все её грани скрыты!\n"
+                      "Необходимо показать грани или убрать из параметров 'Poly'."_ansi);
+    }
+    return true;
+}
+
+// Nodes that an animation leaves out stand still in its frames.
+void CompleteFrames(eExportMesh& mesh) {
+    const eFrameExtent whole = ExtentOf(mesh.frames.front());
+    for (std::size_t frame = 1; frame < mesh.frames.size(); ++frame) {
+        if (!mesh.frames[frame].positions.empty()) {
+            FillFromFirstFrame(mesh, mesh.frames[frame], whole);
+        }
+    }
+}
+
+// A mesh is skinned as a whole: the faces of nodes without skin then follow no bone.
+bool PrepareSkin(eExportBone& bone) {
+    eExportMesh& mesh = bone.mesh;
+    if (mesh.faceSkins.empty() && FindSkin(*bone.node) == nullptr) {
+        return false;
+    }
+    mesh.faceSkins.resize(mesh.faces.size(), eExportFaceSkin::WithoutBones());
+    BuildBonePalettes(bone);
+    return true;
+}
+
+bool IsFinite(const eExportVertex& v) {
+    // One operation that meets every number finds out if one of them is not finite.
+    const float sum = (v.position.x + v.position.y + v.position.z) + (v.normal.x + v.normal.y + v.normal.z) +
+                      (v.uv0.x + v.uv0.y) + (v.uv1.x + v.uv1.y);
+    return std::isfinite(sum * 0.0F);
+}
+
+bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembly) {
+    constexpr std::size_t kMostTriangles = 65535;
+    if (assembly.vertices.size() >= eVertexWeld::kMostVertices) {
+        return Refuse(run, bone, "Более 65535 вершин в '%s'!"_ansi);
+    }
+    if (assembly.triangles > kMostTriangles) {
+        return Refuse(run, bone,
+                      "Более 65535 треугольников в '%s'!\nНеобходимо разделить мэш на несколько узлов."_ansi);
+    }
+    for (const eExportVertex& vertex : assembly.vertices) {
+        if (!IsFinite(vertex)) {
+            return Refuse(run, bone,
+                          "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
+                          "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
+        }
+    }
+    return true;
+}
+
+host::Box3 BoundsOf(const std::vector<eExportVertex>& vertices) {
+    host::Box3 box;
+    for (const eExportVertex& vertex : vertices) {
+        box += vertex.position;
+    }
+    return box;
+}
+
+void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
+    ShowWarning(run.host->GetMAXHWnd(), Named(text, bone));
+}
+
+void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
+                   bool skinned) {
+    if (IsSharedMirrored(run, *bone.node)) {
+        WarnOfBone(run, bone, "Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi);
+    }
+    const eAnimatedTextureBlock animatedTexture(run, *bone.node);
+    eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);
+    if (subMeshes.lostTriangles) {
+        WarnOfBone(run, bone, "Есть вырожденные треугольники в мэше '%s'. Используйте WELD."_ansi);
+    }
+    eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices);
+    bone.vertexCount = static_cast<int>(mesh.vertices.size());
+    WriteMeshBody(run, stream,
+                  {.bounds = BoundsOf(assembly.vertices),
+                   .skinned = skinned,
+                   .format = assembly.format,
+                   .absent = bone.colorsAllWhite ? VF_COLOR : 0,
+                   .bone = bone,
+                   .subMeshes = subMeshes,
+                   .mesh = mesh});
+    bone.mesh.vertexRemap = std::move(mesh.vertexRemap);
+}
+
+}  // namespace
+
+bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
+    eExportBone& bone = run.bones[static_cast<std::size_t>(boneIndex)];
+    bone.isWritten = true;
+    if (!HasFaces(run, bone)) {
+        return false;
+    }
+    StartProgress(run, "Подготовка мэша к триангуляции..."_ansi);
+    CompleteFrames(bone.mesh);
+    const bool lit = PrepareLights(run, *bone.node, bone.matrix);
+    ComputeTangents(run, bone);
+    ++run.meshCounter;
+    StartProgress(run, (format("Триангуляция %s (%d of %d)..."_ansi) % bone.node->GetName() %
+                        run.meshCounter % run.boneCount)
+                           .Text());
+    const bool skinned = PrepareSkin(bone);
+    bone.colorsAllWhite = true;
+    const eMeshAssembly assembly = AssembleMesh(run, boneIndex, lit, skinned);
+    if (!FitsFile(run, bone, assembly)) {
+        return false;
+    }
+    WriteAssembly(run, stream, bone, assembly, skinned);
     return true;
 }

@@ -1,0 +1,12 @@
+#pragma once
+
+class Export;
+
+namespace host {
+class INode;
+}  // namespace host
+
+// True if a node that shows the mesh of `owner` by the property "Mesh" is mirrored against it, so that the
+// one mesh can't serve both. Nodes below one that shows the mesh are not looked at. Linear in the nodes of
+// the scene.
+bool IsSharedMirrored(const Export& run, host::INode& owner);

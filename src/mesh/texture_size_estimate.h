@@ -1,0 +1,11 @@
+#pragma once
+
+#include "host/values.h"
+#include "material/export_material.h"
+#include "mesh/export_mesh.h"
+
+// Moves the rough size of the material's generated textures towards what one triangle needs: texels per unit
+// of texture, from the lengths of the edges in metres. A running mean that favours the last triangles, below
+// 256.
+void EstimateTextureSize(eExportMaterialUse& use, const eCorners<host::Point3>& positions,
+                         const eCorners<host::Point3>& mapCoords);

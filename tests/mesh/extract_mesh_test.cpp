@@ -1,0 +1,300 @@
+#include "mesh/extract_mesh.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/ansi.h"
+#include "mesh/mesh_run.h"
+
+namespace {
+
+using namespace mesh_test;
+using namespace standalone;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+void ExpectNear(const host::Point3& actual, const host::Point3& expected) {
+    EXPECT_TRUE(actual.Equals(expected, 1e-5F))
+        << actual.x << " " << actual.y << " " << actual.z << " instead of " << expected.x << " " << expected.y
+        << " " << expected.z;
+}
+
+// Catches positions that stay in scene units, or in the world's or the object's space.
+TEST(ExtractMesh, PositionsAreMetresInTheBonesSpace) {
+    for (const float units : {1.0F, 100.0F}) {
+        support::eSceneBuilder scene;
+        scene.Settings().unitMetres = 1.0 / units;
+        support::eNode node = MeshNode(Model(scene), "hat", TexturedTriangle());
+        node.Position(7 * units, 5, 3).Rotation({0, 0, 1}, 90).Scale(units, units, units);
+        node.Offset({.position = {1, 0, 0}});
+        eMeshRun run(scene);
+        ExpectNear(run.Soup("hat").positions[0], {1, 0, 0});
+        ExpectNear(run.Soup("hat").positions[1], {3, 0, 0});
+        ExpectNear(run.Soup("hat").positions[2], {1, 2, 0});
+    }
+}
+
+// Catches a mirrored node whose faces turn their back, and lists that keep the host's corner order.
+TEST(ExtractMesh, AMirroredNodeKeepsItsFacesVisible) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps.push_back({0, {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{{0, 1, 2}}}});
+    const int map = scene.Map(eCheckerMap{});
+    support::eNode node = MeshNode(Model(scene), "hat", mesh).Scale(-1, 1, 1);
+    node.Material(scene.Material("iron", TexturedMaterial(map)));
+    eMeshRun run(scene);
+    // The bone's own space is mirrored too, so the winding shows in the world.
+    const host::Matrix3 world = NoScale(run.host.GetINodeByName("hat")->GetNodeTM(0));
+    const eExportMesh& soup = run.Bone("hat").mesh;
+    const eExportMeshFrame& frame = soup.frames.front();
+    EXPECT_THAT(soup.faces[0].v, ElementsAre(2, 1, 0));
+    const host::Point3 p0 = frame.positions[soup.faces[0].v[0]] * world;
+    const host::Point3 normal = host::CrossProd(frame.positions[soup.faces[0].v[1]] * world - p0,
+                                                frame.positions[soup.faces[0].v[2]] * world - p0);
+    EXPECT_GT(host::DotProd(normal, VectorTransform(world, frame.cornerNormals[0][0])), 0);
+    ExpectNear(frame.mapCoords0[0][0], {0, 0, 0});
+    ExpectNear(frame.mapCoords0[0][1], {1, 1, 0});
+    ExpectNear(frame.mapCoords0[0][2], {0, 1, 0});
+    EXPECT_EQ(frame.colors[0][0].b, 1);
+    EXPECT_EQ(frame.colors[0][2].r, 1);
+}
+
+// Catches normals that go through the matrix of the positions: under an uneven scale they lean over.
+TEST(ExtractMesh, NormalsStayAtRightAnglesUnderUnevenScale) {
+    support::eSceneBuilder scene;
+    const host::Mesh slope = support::TriangleMesh({{0, 0, 0}, {0, 1, 0}, {-1, 0, 1}}, {{0, 1, 2}});
+    support::eNode group =
+        Model(scene).Child("group").GroupHead().Property("Poly").Object(eMeshObject{TexturedTriangle()});
+    group.Child("member").GroupMember().Scale(4, 1, 1).Object(eMeshObject{slope});
+    eMeshRun run(scene);
+    const eExportMesh& soup = run.Bone("group").mesh;
+    ASSERT_EQ(soup.faces.size(), 2U);
+    const auto& v = soup.faces[1].v;
+    const std::vector<host::Point3>& positions = soup.frames[0].positions;
+    for (const host::Point3& normal : soup.frames[0].cornerNormals[1]) {
+        EXPECT_NEAR(host::DotProd(normal, positions[v[1]] - positions[v[0]]), 0, 1e-5F);
+        EXPECT_NEAR(host::DotProd(normal, positions[v[2]] - positions[v[0]]), 0, 1e-5F);
+        EXPECT_NEAR(host::Length(normal), 1, 1e-5F);
+    }
+}
+
+// Catches hidden faces in the file, and vertex numbers that shift when one is left out.
+TEST(ExtractMesh, HiddenFacesAreLeftOutAndTheirVerticesStay) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = support::GridMesh(2, 1);
+    mesh.faces[1].flags |= host::Face::kHidden;
+    MeshNode(Model(scene), "hat", mesh);
+    eMeshRun run(scene);
+    const eExportMesh& soup = run.Bone("hat").mesh;
+    EXPECT_EQ(soup.faces.size(), 3U);
+    EXPECT_EQ(soup.frames[0].positions.size(), 6U);
+    EXPECT_EQ(soup.frames[0].mapCoords0.size(), 3U);
+    EXPECT_EQ(run.Mesh("hat").vertexCount, 5U);
+}
+
+// Catches an unusable channel taken for another one, and a box that is not turned over like other
+// coordinates.
+TEST(ExtractMesh, CoordinatesWithoutAChannelComeFromTheObjectsBox) {
+    for (const eMapCoordinates& uv :
+         {eMapCoordinates{.source = 1}, eMapCoordinates{.source = 0, .channel = 5}}) {
+        support::eSceneBuilder scene;
+        const int map = scene.Map(eCheckerMap{}, uv);
+        MeshNode(Model(scene), "hat", TexturedTriangle())
+            .Material(scene.Material("iron", TexturedMaterial(map)));
+        eMeshRun run(scene);
+        ExpectNear(run.Soup("hat").mapCoords0[0][0], {0, 1, 0});
+        ExpectNear(run.Soup("hat").mapCoords0[0][1], {1, 1, 0});
+        ExpectNear(run.Soup("hat").mapCoords0[0][2], {0, 0, 0});
+    }
+}
+
+// Catches the map's tiling and offset left out, or applied behind the flip.
+TEST(ExtractMesh, CoordinatesGoThroughTheMapsTransform) {
+    support::eSceneBuilder scene;
+    const int map = scene.Map(eCheckerMap{}, {.offset = {0.25F, 0.5F}, .tiling = {2, 3}});
+    MeshNode(Model(scene), "hat", TexturedTriangle()).Material(scene.Material("iron", TexturedMaterial(map)));
+    eMeshRun run(scene);
+    ExpectNear(run.Soup("hat").mapCoords0[0][1], {2.25F, 0.5F, 0});
+    ExpectNear(run.Soup("hat").mapCoords0[0][2], {0.25F, -2.5F, 0});
+}
+
+// Catches a face without material that asks a map all the same, or loses the vertex alpha.
+TEST(ExtractMesh, AFaceWithoutMaterialHasAlphaFromItsChannelAlone) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}, {0.25F, 0, 0}}, {{{0, 1, 0}}}});
+    MeshNode(Model(scene), "hat", mesh);
+    eMeshRun run(scene);
+    ExpectNear(run.Soup("hat").mapCoords0[0][1], {0, 1, 0});
+    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0.5F);
+    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][1].a, 0.25F);
+}
+
+// Catches opacity and vertex alpha that replace each other.
+TEST(ExtractMesh, OpacityAndVertexAlphaMultiply) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}}, {{{0, 0, 0}}}});
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("glass", eStandardMaterial{.opacity = 0.5F}));
+    eMeshRun run(scene);
+    EXPECT_NEAR(run.Soup("hat").colors[0][0].a, 0.25F, 1e-6F);
+}
+
+// Catches an index beyond the channel that is followed, or that is told once per frame.
+TEST(ExtractMesh, ABrokenVertexAlphaChannelIsToldAndLeavesTheNodeOut) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}}, {{{0, 1, 0}}}});
+    MeshNode(Model(scene), "Шляпа"_ansi, mesh);
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Messages().front(), "Ошибка: Испорченный канал вертескной альфы в 'Шляпа'");
+    EXPECT_FALSE(run.Has("units/tank/.mesh"));
+}
+
+// Catches the wrong layer order, a colour that blends and tints at once, and coordinates of the wrong layer.
+TEST(ExtractMesh, AMixByVertexColourPutsTheRedIntoAlpha) {
+    support::eSceneBuilder scene;
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps.push_back({0, {{0.25F, 0.5F, 0.75F}}, {{{0, 0, 0}}}});
+    const int first = scene.Map(eCheckerMap{}, {.offset = {10, 0}});
+    const int second = scene.Map(eCheckerMap{}, {.offset = {20, 0}});
+    const int blend = scene.Map(eVertexColorMap{});
+    const int mix = scene.Map(eMixMap{.maps = {first, second, blend}});
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("moss", TexturedMaterial(mix)));
+    eMeshRun run(scene);
+    const eExportMeshFrame& soup = run.Soup("hat");
+    EXPECT_EQ(soup.mapCoords0[0][0].x, 10);
+    EXPECT_EQ(soup.mapCoords1[0][0].x, 20);
+    EXPECT_FLOAT_EQ(soup.colors[0][0].a, 0.75F);
+    EXPECT_EQ(soup.colors[0][0].g, 1);
+}
+
+// Catches a blend map asked at turned-over coordinates, and one moved by its own transform twice.
+TEST(ExtractMesh, AMixByAMapIsAskedAtTheCorner) {
+    support::eSceneBuilder scene;
+    // White where v lies in the lower half, black above.
+    const int blend = scene.Map(eCheckerMap{.colors = {host::Color{1, 1, 1}, host::Color{0, 0, 0}}});
+    const int mix = scene.Map(eMixMap{.maps = {scene.Map(eCheckerMap{}), scene.Map(eCheckerMap{}), blend}});
+    host::Mesh mesh = TexturedTriangle();
+    mesh.maps[0].verts = {{0.1F, 0.1F, 0}, {0.2F, 0.2F, 0}, {0.1F, 0.9F, 0}};
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("moss", TexturedMaterial(mix)));
+    eMeshRun run(scene);
+    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0);
+    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][2].a, 1);
+}
+
+// Catches ids beyond the list, a slot that is empty, and a walk that stops one level down.
+TEST(ExtractMesh, TheLeafMaterialIsFoundByIdModuloTheSlots) {
+    support::eSceneBuilder scene;
+    const int iron = scene.Material("iron", eStandardMaterial{});
+    const int wood = scene.Material("wood", eStandardMaterial{});
+    const int inner = scene.Material("inner", eMultiMaterial{{iron, wood}});
+    const int outer = scene.Material("outer", eMultiMaterial{{inner, -1, iron}});
+    host::Mesh mesh = support::GridMesh(2, 1);
+    for (std::uint16_t i = 0; i < 4; ++i) {
+        mesh.faces[i].setMatID(i);
+    }
+    MeshNode(Model(scene), "hat", mesh).Material(outer);
+    eMeshRun run(scene);
+    const auto& found = run.Bone("hat").mesh.faceMaterials;
+    EXPECT_EQ(found[0].first->GetName(), "iron");
+    EXPECT_EQ(found[1].first, nullptr);
+    EXPECT_EQ(found[2].first->GetName(), "iron");
+    EXPECT_EQ(found[3].first->GetName(), "wood");  // id 3: slot 0 of the outer, 1 of the inner
+    EXPECT_EQ(found[3].second, 3U);
+}
+
+// Catches specified normals that are taken without being explicit, or from the wrong corner of a mirrored
+// face.
+TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
+    for (const bool mirrored : {false, true}) {
+        support::eSceneBuilder scene;
+        host::Mesh mesh = TexturedTriangle();
+        mesh.specifiedNormals = host::MeshNormalSpec{
+            .normals = {{0, 1, 0}, {1, 0, 0}}, .faceNormals = {0, 1, -1}, .explicitNormals = {true, false}};
+        support::eNode node = MeshNode(Model(scene), "hat", mesh);
+        node.Scale(1, 1, mirrored ? -1.0F : 1.0F);
+        eMeshRun run(scene);
+        const auto& normals = run.Soup("hat").cornerNormals[0];
+        ExpectNear(normals[mirrored ? 2 : 0], {0, 1, 0});
+        ExpectNear(normals[1], {0, 0, 1});
+        ExpectNear(normals[mirrored ? 0 : 2], {0, 0, 1});
+    }
+}
+
+// Catches light from lamps that leave the node out, a sum without the ambient share, and normals that repeat
+// the light that lies in the colours.
+TEST(ExtractMesh, LightIsBakedIntoTheColours) {
+    support::eSceneBuilder scene;
+    scene.Settings().ambient = {0.5F, 0.5F, 0.5F};
+    support::eNode root = Model(scene);
+    MeshNode(root, "lit", TexturedTriangle());
+    support::eNode dark = MeshNode(root, "dark", TexturedTriangle());
+    root.Child("sun").Object(eLightObject{
+        .kind = eLightKind::Directional, .color = {0.25F, 0, 0}, .listedNodes = {dark.Number()}});
+    eMeshRun run(scene);
+    const host::AColor& lit = run.Soup("lit").colors[0][0];
+    EXPECT_FLOAT_EQ(lit.r, 0.5F);  // half of the ambient light, and the lamp straight from above
+    EXPECT_FLOAT_EQ(lit.g, 0.25F);
+    EXPECT_EQ(run.Soup("dark").colors[0][0].r, 1);
+    const eFileMesh litMesh = run.Mesh("lit");
+    EXPECT_EQ(litMesh.subMeshes[0].format, 0x0017);
+    EXPECT_EQ(litMesh.Vertex(litMesh.subMeshes[0], 0).color, 0xFF804040U);
+    EXPECT_EQ(run.Mesh("dark").subMeshes[0].format, 0x0013);
+}
+
+// Catches warnings told once per map instead of once per face that meets it.
+TEST(ExtractMesh, WorldCoordinatesAreToldForEachFace) {
+    support::eSceneBuilder scene;
+    const int map = scene.Map(eCheckerMap{}, {.source = 3}, "rain");
+    host::Mesh mesh = support::GridMesh(1, 1);
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("wet", TexturedMaterial(map)));
+    eMeshRun run(scene);
+    const std::string told =
+        "Предупреждение: Неподдерживаемый канал текстурирования в материале 'rain'. Будет использоваться "
+        "'Object XYZ'.";
+    EXPECT_THAT(run.Messages(), ElementsAre(told, told));
+}
+
+// Catches a second coordinate set that comes from the wrong map.
+TEST(ExtractMesh, EachKindOfMaterialHasItsMaps) {
+    const auto mapAt = [](support::eSceneBuilder& scene, float u) {
+        return scene.Map(eCheckerMap{}, {.offset = {u, 0}});
+    };
+    const auto coordinates = [](support::eSceneBuilder& scene, int material) {
+        MeshNode(Model(scene), "hat", TexturedTriangle()).Material(material);
+        eMeshRun run(scene);
+        const eExportMeshFrame& soup = run.Soup("hat");
+        return std::pair(soup.mapCoords0[0][0].x, soup.mapCoords1[0][0].x);
+    };
+    {
+        support::eSceneBuilder scene;
+        eStandardMaterial bumped = TexturedMaterial(mapAt(scene, 10));
+        bumped.maps[host::kBumpMap].map = mapAt(scene, 20);
+        bumped.maps[host::kSpecularLevelMap].map = mapAt(scene, 30);
+        EXPECT_EQ(coordinates(scene, scene.Material("m", bumped)), std::pair(10.0F, 20.0F));
+    }
+    {
+        support::eSceneBuilder scene;
+        eStandardMaterial shiny = TexturedMaterial(mapAt(scene, 10));
+        shiny.maps[host::kBumpMap] = {.map = mapAt(scene, 20), .amount = 0};
+        shiny.maps[host::kSpecularLevelMap].map = mapAt(scene, 30);
+        EXPECT_EQ(coordinates(scene, scene.Material("m", shiny)), std::pair(10.0F, 30.0F));
+    }
+    {
+        support::eSceneBuilder scene;
+        const int product = scene.Map(eRgbMultiplyMap{{mapAt(scene, 10), mapAt(scene, 20)}});
+        EXPECT_EQ(coordinates(scene, scene.Material("m", TexturedMaterial(product))),
+                  std::pair(10.0F, 20.0F));
+    }
+    for (const bool wrapped : {false, true}) {
+        support::eSceneBuilder scene;
+        const int lower = scene.Material("a", TexturedMaterial(mapAt(scene, 10)));
+        const int upper = scene.Material("b", TexturedMaterial(mapAt(scene, 20)));
+        int layered = scene.Material("m", eTwoLayerMaterial{{lower, upper}});
+        layered = wrapped ? scene.Material("w", eSorrelMaterial{.material = layered}) : layered;
+        EXPECT_EQ(coordinates(scene, layered), std::pair(10.0F, 20.0F));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,111 @@
+// A whole export whose meshes a test looks into: the file, and the face soup of the last model.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "mesh/mesh_check.h"
+#include "mesh/mesh_reader.h"
+#include "scene/bone_tree.h"
+#include "support/export_run.h"
+#include "support/scene_builder.h"
+
+namespace mesh_test {
+
+inline std::span<const std::uint8_t> BytesOf(const std::string& file) {
+    return {reinterpret_cast<const std::uint8_t*>(file.data()), file.size()};
+}
+
+class eMeshRun : public support::eExportRun {
+public:
+    explicit eMeshRun(const support::eSceneBuilder& scene) : eExportRun(scene.Build()) { Do(); }
+
+    // The slot of the bone, its soup still filled.
+    eExportBone& Bone(const char* node) {
+        for (std::size_t i = 0; i < exporter.bones.size(); ++i) {
+            if (exporter.boneNames[i] == eName(node)) {
+                return exporter.bones[i];
+            }
+        }
+        ADD_FAILURE() << "no bone " << node;
+        return exporter.bones.front();
+    }
+    eExportMeshFrame& Soup(const char* node) { return Bone(node).mesh.frames.front(); }
+
+    // A mesh of the file, which must be sound; an empty mesh if it is not there. What it points to lives as
+    // long as the run.
+    eFileMesh Mesh(const std::string& name, const std::string& model = "units/tank") {
+        file = Read(model + "/.mesh");
+        std::string problem;
+        const std::optional<eMeshFileContent> content = ReadMeshFile(BytesOf(file), problem);
+        EXPECT_TRUE(content || file.empty()) << problem;
+        for (const eFileMesh& mesh : content.value_or(eMeshFileContent{}).meshes) {
+            EXPECT_TRUE(CheckMesh(mesh).empty()) << CheckMesh(mesh).front();
+            if (mesh.name == name) {
+                return mesh;
+            }
+        }
+        return {};
+    }
+
+private:
+    std::string file;
+};
+
+// A run that stands before the meshes of the scene's first root: bones are numbered, slots are empty.
+class eMeshReading {
+public:
+    explicit eMeshReading(const support::eSceneBuilder& scene) : host(scene.Build()) {
+        run.host = &host;
+        run.currentRoot = host.GetRootNode()->GetChildNode(0);
+        run.models.resize(1);
+        EXPECT_FALSE(CollectBones(run, *run.currentRoot, run.boneCount, false));
+        run.bones.resize(static_cast<std::size_t>(run.boneCount));
+    }
+    ~eMeshReading() { ForgetBoneNumbers(run); }
+    eMeshReading(const eMeshReading&) = delete;
+    eMeshReading& operator=(const eMeshReading&) = delete;
+
+    host::INode& Node(const char* name) { return *host.GetINodeByName(name); }
+    // The slot of the node as the walk leaves it before the mesh is read.
+    eExportBone& Slot(const char* name, std::size_t frames = 1) {
+        eExportBone& bone = run.bones[static_cast<std::size_t>(NodeIndex(Node(name), nullptr))];
+        bone.node = &Node(name);
+        bone.hasMesh = 1;
+        bone.mesh.frames.resize(frames);
+        return bone;
+    }
+
+    standalone::StandaloneHost host;
+    Export run;
+    support::eMessageCollector messages;
+};
+
+// The root of the model that Mesh looks for.
+inline support::eNode Model(support::eSceneBuilder& scene) {
+    return scene.Node("root").Property("Model=units/tank").Object(standalone::eHelperObject{});
+}
+
+// A node with a mesh of its own, marked for export.
+inline support::eNode MeshNode(support::eNode parent, const std::string& name, const host::Mesh& mesh) {
+    return parent.Child(name).Property("Poly").Object(standalone::eMeshObject{mesh, {}});
+}
+
+// One triangle in the x-y plane, with map channel 1.
+inline host::Mesh TexturedTriangle() {
+    host::Mesh mesh = support::TriangleMesh({{0, 0, 0}, {2, 0, 0}, {0, 2, 0}}, {{0, 1, 2}});
+    mesh.maps.push_back({1, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{{0, 1, 2}}}});
+    return mesh;
+}
+
+// A standard material with a map in its diffuse slot.
+inline standalone::eStandardMaterial TexturedMaterial(int map) {
+    standalone::eStandardMaterial material;
+    material.maps[host::kDiffuseMap].map = map;
+    return material;
+}
+
+}  // namespace mesh_test

@@ -1,0 +1,275 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <set>
+
+#include "mesh/bone_palettes.h"
+#include "mesh/extract_mesh.h"
+#include "mesh/face_skin.h"
+#include "mesh/mesh_run.h"
+
+namespace {
+
+using namespace mesh_test;
+using namespace standalone;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+// The weights of three vertices, as a modifier would give them.
+class eWeights : public host::ISkinContextData {
+public:
+    std::vector<std::pair<int, float>> ofVertex[3];
+
+    int GetNumAssignedBones(int vertex) const override { return static_cast<int>(ofVertex[vertex].size()); }
+    int GetAssignedBone(int vertex, int i) const override {
+        return ofVertex[vertex][static_cast<std::size_t>(i)].first;
+    }
+    float GetBoneWeight(int vertex, int i) const override {
+        return ofVertex[vertex][static_cast<std::size_t>(i)].second;
+    }
+};
+
+// The first corner of a face whose first vertex has the influences, and what the reading makes known.
+struct eReadCorner {
+    std::vector<std::pair<int, float>> influences;
+    int bonesPerVertex = 0;
+    bool leftOutBones = false;
+};
+
+eReadCorner ReadCorner(const std::vector<std::pair<int, float>>& assigned, int boneCount = 255) {
+    eWeights weights;
+    weights.ofVertex[0] = assigned;
+    eFaceSkinReader reader(weights, boneCount);
+    eReadCorner result;
+    const eExportFaceSkin face = reader.ReadFaceSkin({0, 1, 2}, result.bonesPerVertex);
+    for (int k = 0; k < kInfluencesPerCorner; ++k) {
+        result.influences.emplace_back(face.bones[0][k], face.weights[0][k]);
+    }
+    result.leftOutBones = reader.HasLeftOutBones();
+    return result;
+}
+
+// Catches a selection that is not the heaviest three, a sum that is not 1, and an order of equal weights that
+// hangs on the sort.
+TEST(FaceSkin, TheThreeHeaviestInfluencesStay) {
+    EXPECT_THAT(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.125F}, {7, 0.75F}, {8, 0.5F}}).influences,
+                ElementsAre(Pair(8, 0.75F / 1.75F), Pair(6, 0.5F / 1.75F), Pair(9, 0.5F / 1.75F)));
+    EXPECT_EQ(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.25F}}).bonesPerVertex, 3);
+}
+
+// Catches one bone with the layout of one, and a weight that is not brought to 1.
+TEST(FaceSkin, OneInfluenceHasTheLayoutOfTwo) {
+    const eReadCorner corner = ReadCorner({{0, 0.5F}});
+    EXPECT_THAT(corner.influences, ElementsAre(Pair(1, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_EQ(corner.bonesPerVertex, 2);
+}
+
+// Catches divisions by nothing, and numbers that are none in the order of weights or in the file.
+TEST(FaceSkin, WorthlessWeightsLeaveTheCornerWithoutBones) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinite = std::numeric_limits<float>::infinity();
+    EXPECT_THAT(ReadCorner({}).influences, ElementsAre(Pair(0, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_THAT(ReadCorner({{1, 0.0005F}, {2, 0.0009F}}).influences,
+                ElementsAre(Pair(0, 0.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_THAT(ReadCorner({{1, nan}, {2, infinite}, {3, 0.5F}}).influences,
+                ElementsAre(Pair(4, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_EQ(ReadCorner({{1, 0}}).bonesPerVertex, 0);
+}
+
+// Catches bone numbers that the table of the file lacks.
+TEST(FaceSkin, BonesOutsideTheTableAreLeftOut) {
+    const eReadCorner corner = ReadCorner({{2, 0.75F}, {1, 0.25F}, {-1, 0.5F}}, 2);
+    EXPECT_THAT(corner.influences, ElementsAre(Pair(2, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_TRUE(corner.leftOutBones);
+}
+
+eExportFaceSkin FaceWithBones(std::initializer_list<int> numbers) {
+    eExportFaceSkin face;
+    auto number = numbers.begin();
+    for (auto& corner : face.bones) {
+        for (std::uint8_t& bone : corner) {
+            bone = static_cast<std::uint8_t>(number == numbers.end() ? *numbers.begin() : *number++);
+        }
+    }
+    return face;
+}
+
+// Catches a 0 that is not counted, a limit of 24 or 26, and a palette that is filled at the cost of a split.
+TEST(BonePalettes, APaletteHolds25NumbersWithTheZero) {
+    const auto palettesFor = [](int bones) {
+        eExportBone bone;
+        for (int i = 1; i <= bones; ++i) {
+            bone.mesh.faceSkins.push_back(FaceWithBones({0, i}));
+        }
+        BuildBonePalettes(bone);
+        return bone.palettes.size();
+    };
+    EXPECT_EQ(palettesFor(24), 1U);
+    EXPECT_EQ(palettesFor(25), 2U);
+}
+
+// Catches a pass that stops at the first face that does not fit.
+TEST(BonePalettes, ALaterFaceThatFitsStillGoesIn) {
+    eExportBone bone;
+    bone.mesh.faceSkins = {FaceWithBones({0, 1, 2, 3, 4, 5, 6, 7, 8}),
+                           FaceWithBones({9, 10, 11, 12, 13, 14, 15, 16, 17}),
+                           FaceWithBones({18, 19, 20, 21, 22}),  // 23 in use
+                           FaceWithBones({23, 24, 25}),          // no room
+                           FaceWithBones({23}),
+                           FaceWithBones({24}),
+                           FaceWithBones({1, 9, 24})};
+    BuildBonePalettes(bone);
+    std::vector<int> palettes;
+    for (const eExportFaceSkin& face : bone.mesh.faceSkins) {
+        palettes.push_back(face.palette);
+    }
+    EXPECT_THAT(palettes, ElementsAre(0, 0, 0, 1, 0, 0, 0));
+    EXPECT_EQ(bone.palettes[0].count, 25);
+    EXPECT_EQ(bone.palettes[1].count, 3);
+    EXPECT_EQ(bone.palettes[1].entries[0], 23);
+}
+
+// Catches a face that gets bones it had not, or that stays without palette; and palettes that are too large
+// or unsorted.
+TEST(BonePalettes, RandomSkinsKeepTheirBones) {
+    std::mt19937 random(11);
+    for (const int bones : {3, 24, 40, 255}) {
+        eExportBone bone;
+        std::uniform_int_distribution<int> number(0, bones);
+        for (int i = 0; i < 500; ++i) {
+            bone.mesh.faceSkins.push_back(
+                FaceWithBones({number(random), number(random), number(random), number(random), number(random),
+                               number(random), number(random), number(random), number(random)}));
+        }
+        const std::vector<eExportFaceSkin> before = bone.mesh.faceSkins;
+        BuildBonePalettes(bone);
+        for (const eBonePalette& palette : bone.palettes) {
+            ASSERT_LE(palette.count, kBonesPerPalette);
+            const std::set<int> sorted(palette.entries, palette.entries + palette.count);
+            EXPECT_EQ(sorted.size(), palette.count);
+            EXPECT_TRUE(std::is_sorted(palette.entries, palette.entries + palette.count));
+        }
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            const eExportFaceSkin& face = bone.mesh.faceSkins[i];
+            const eBonePalette& palette = bone.palettes.at(static_cast<std::size_t>(face.palette));
+            for (int k = 0; k < 9; ++k) {
+                const std::uint8_t local = face.bones[k / 3][k % 3];
+                ASSERT_LT(local, palette.count);
+                EXPECT_EQ(palette.entries[local], before[i].bones[k / 3][k % 3]);
+            }
+        }
+    }
+}
+
+// A triangle below the parent that follows a bone, below the root, which has moved up by 1 since the bind
+// pose.
+support::eNode MovedSkin(support::eNode root, support::eNode parent, const std::string& name) {
+    support::eNode node = MeshNode(parent, name, TexturedTriangle());
+    support::eNode bone = root.Child(name + "_bone").Object(eHelperObject{});
+    bone.Key({.frame = 0, .position = host::Point3{0, 0, 0}});
+    bone.Key({.frame = 10, .position = host::Point3{0, 0, 1}});
+    return node.Skin({bone}, {{{0, 1}}, {{0, 1}}, {{0, 1}}});
+}
+
+float HeightOf(const char* property) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    support::eNode node = MovedSkin(root, root, "hat");
+    if (*property != '\0') {
+        node.Property(property);
+    }
+    eMeshReading reading(scene);
+    reading.host.SetCommandPanelTaskMode(5);
+    eExportBone& bone = reading.Slot("hat");
+    ExtractMesh(reading.run, *bone.node, 10 * reading.host.GetTicksPerFrame(), nullptr);
+    EXPECT_EQ(reading.host.GetCommandPanelTaskMode(), 5);
+    const auto& stack = dynamic_cast<const host::IDerivedObject&>(*bone.node->GetObjectRef());
+    EXPECT_EQ(stack.GetModifier(0)->AnimatableFlags() & host::Modifier::kDisabledFlag, 0U);
+    return bone.mesh.frames[0].positions[0].z;
+}
+
+// Catches a skinned mesh that comes out deformed, a modifier or panel left as the reading needs it, and the
+// two ways round it.
+TEST(Skin, TheMeshComesInItsRestPose) {
+    EXPECT_EQ(HeightOf(""), 0);
+    EXPECT_EQ(HeightOf("OldSkin"), 1);
+    EXPECT_EQ(HeightOf("NoSkin"), 1);
+}
+
+// Catches a table that wraps at 8 bits, and faces without their table.
+TEST(Skin, TooManyBonesAreTold) {
+    support::eSceneBuilder scene;
+    support::eNode node = MeshNode(Model(scene), "hat", TexturedTriangle());
+    std::vector<support::eNode> bones;
+    for (int i = 0; i < 256; ++i) {
+        bones.push_back(node.Child("b" + std::to_string(i)).Object(eHelperObject{}));
+    }
+    node.Skin(bones, {{{0, 1}}, {{0, 1}}, {{0, 1}}});
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Messages().front(), "Ошибка: Слишком много костей для скиннинга мэша 'hat'");
+    EXPECT_EQ(run.Bone("hat").mesh.skinBones.size(), 255U);
+    EXPECT_FALSE(run.Has("units/tank/.mesh"));
+}
+
+// Catches a group that mixes skinned and rigid parts the wrong way: the skin is lost, or a record is missing.
+TEST(Skin, PartsWithoutSkinInASkinnedGroupFollowNoBone) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    support::eNode head = MovedSkin(root, root, "hat").GroupHead();
+    head.Child("feather").GroupMember().Object(eMeshObject{support::GridMesh(1, 1), {}});
+    eMeshRun run(scene);
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre("Предупреждение: Мэш 'feather' без скина входит в скиновый мэш 'hat': его вершины не "
+                    "следуют за костями.\nНеобходимо добавить ему скин с теми же костями."));
+    const eFileMesh mesh = run.Mesh("hat");
+    EXPECT_TRUE(mesh.skinned);
+    EXPECT_EQ(mesh.indices.size(), 9U);
+    EXPECT_EQ(run.Bone("hat").mesh.faceSkins.size(), 3U);
+}
+
+// Catches a skinned part that goes into a mesh without bone table.
+TEST(Skin, ASkinnedPartOfAGroupWithoutSkinIsLeftOut) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    support::eNode head = MeshNode(root, "hat", TexturedTriangle()).GroupHead();
+    MovedSkin(root, head, "feather").GroupMember();
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Messages().front(), "Ошибка: Скиновый мэш в нескиновой группе!");
+    EXPECT_FALSE(run.Mesh("hat").skinned);
+    EXPECT_EQ(run.Mesh("hat").indices.size(), 3U);
+}
+
+// Catches sub-meshes that see more than 25 bones, and palettes that lead to other bones than the weights.
+TEST(Skin, AMeshOfManyBonesIsDividedByPalettes) {
+    support::eSceneBuilder scene;
+    constexpr int kBones = 60;
+    support::eNode node = MeshNode(Model(scene), "hat", support::GridMesh(kBones, 1));
+    std::vector<support::eNode> bones;
+    std::vector<std::vector<eSkinWeight>> weights;
+    for (int i = 0; i <= kBones; ++i) {
+        bones.push_back(node.Child("b" + std::to_string(i)).Object(eHelperObject{}));
+    }
+    for (int v = 0; v < 2 * (kBones + 1); ++v) {
+        const int column = v % (kBones + 1);
+        weights.push_back({{column, 0.75F}, {(column + 1) % kBones, 0.25F}});
+    }
+    node.Skin(bones, weights);
+    eMeshRun run(scene);
+    const eFileMesh mesh = run.Mesh("hat");
+    EXPECT_GE(mesh.subMeshes.size(), 3U);
+    for (const eFileSubMesh& subMesh : mesh.subMeshes) {
+        for (std::size_t i = subMesh.firstVertex; i < subMesh.firstVertex + subMesh.vertexCount; ++i) {
+            const eExportVertex vertex = mesh.Vertex(subMesh, i);
+            const int bone = subMesh.palette[vertex.boneIndices[0]];
+            EXPECT_EQ(mesh.bones[static_cast<std::size_t>(bone - 1)],
+                      "b" + std::to_string(static_cast<int>(vertex.position.x)));
+            EXPECT_EQ(vertex.weights[0], 0.75F);
+        }
+    }
+}
+
+}  // namespace
