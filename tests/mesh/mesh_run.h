@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "mesh/extract_node_mesh.h"
 #include "mesh/mesh_check.h"
 #include "mesh/mesh_reader.h"
 #include "scene/bone_tree.h"

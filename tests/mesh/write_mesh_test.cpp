@@ -1,0 +1,226 @@
+#include "mesh/write_mesh.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "io/stream_memory.h"
+#include "mesh/mesh_run.h"
+
+namespace {
+
+using namespace mesh_test;
+using namespace standalone;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// Two triangles over a common edge that rises in the middle, so that their normals differ where not smoothed.
+host::Mesh Roof(std::uint32_t left, std::uint32_t right) {
+    host::Mesh mesh =
+        support::TriangleMesh({{0, 0, 1}, {0, 2, 1}, {-1, 1, 0}, {1, 1, 0}}, {{0, 1, 2}, {1, 0, 3}});
+    mesh.faces[0].smGroup = left;
+    mesh.faces[1].smGroup = right;
+    return mesh;
+}
+
+std::size_t VerticesOf(const host::Mesh& mesh) {
+    support::eSceneBuilder scene;
+    MeshNode(Model(scene), "hat", mesh);
+    eMeshRun run(scene);
+    return run.Mesh("hat").vertexCount;
+}
+
+// Catches edges that are smoothed across groups, and vertices that are not shared inside one.
+TEST(WriteMesh, AnEdgeIsSharedWithinASmoothingGroup) {
+    EXPECT_EQ(VerticesOf(Roof(1, 1)), 4U);
+    EXPECT_EQ(VerticesOf(Roof(1, 2)), 6U);
+    host::Mesh flat = support::GridMesh(1, 1);
+    flat.faces[1].smGroup = 2;
+    EXPECT_EQ(VerticesOf(flat), 6U);
+}
+
+// Catches a weld without its tolerance of a millimetre, or one that counts in scene units.
+TEST(WriteMesh, VerticesLessThanAMillimetreApartAreOne) {
+    const auto verticesAt = [](float gap) {
+        return VerticesOf(
+            support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, gap, 0}, {1 + gap, 1, 0}, {0, 1, 0}},
+                                  {{0, 1, 2}, {3, 4, 5}}));
+    };
+    EXPECT_EQ(verticesAt(0.0005F), 4U);
+    EXPECT_EQ(verticesAt(0.002F), 6U);
+}
+
+// Catches a colour channel that is dropped for a part of a mesh, and one that is kept for white.
+TEST(WriteMesh, ColoursStayWhereAnyOfThemIsNotWhite) {
+    const auto formatWith = [](const host::Point3& color) {
+        support::eSceneBuilder scene;
+        host::Mesh mesh = support::GridMesh(1, 1);
+        mesh.maps.push_back({0, {{1, 1, 1}, color}, {{{0, 0, 0}}, {{0, 1, 0}}}});
+        MeshNode(Model(scene), "hat", mesh);
+        eMeshRun run(scene);
+        const eFileMesh file = run.Mesh("hat");
+        return std::pair(file.subMeshes[0].format, file.stride);
+    };
+    EXPECT_EQ(formatWith({1, 1, 1}), std::pair(std::uint16_t{0x0013}, std::size_t{32}));
+    EXPECT_EQ(formatWith({1, 0.5F, 1}), std::pair(std::uint16_t{0x0017}, std::size_t{36}));
+}
+
+// Catches sub-meshes in the order of pointers, ids or faces, a stride of the first format, and fields of one
+// format read at the places of another.
+TEST(WriteMesh, SubMeshesComeByMaterialNameEachWithItsFormat) {
+    support::eSceneBuilder scene;
+    eStandardMaterial bumped = TexturedMaterial(scene.Map(eCheckerMap{}));
+    bumped.maps[host::kBumpMap].map = scene.Map(eCheckerMap{});
+    const int wood = scene.Material("Wood", bumped);
+    const int iron = scene.Material("iron", eStandardMaterial{.twoSided = true});
+    host::Mesh mesh = support::GridMesh(2, 1);
+    mesh.faces[2].setMatID(1);
+    mesh.faces[3].setMatID(1);
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("both", eMultiMaterial{{wood, iron}}));
+    eMeshRun run(scene);
+    const eFileMesh file = run.Mesh("hat");
+    ASSERT_EQ(file.subMeshes.size(), 2U);
+    EXPECT_EQ(file.subMeshes[0].material, "iron");
+    EXPECT_EQ(file.subMeshes[0].format, 0x0013);
+    EXPECT_EQ(file.subMeshes[0].flags, 1);
+    EXPECT_EQ(file.subMeshes[1].material, "wood");
+    EXPECT_EQ(file.subMeshes[1].format, 0x0113);
+    EXPECT_EQ(file.subMeshes[1].flags, 0);
+    EXPECT_EQ(file.subMeshes[1].firstTriangle, 2);
+    EXPECT_EQ(file.subMeshes[1].firstVertex, 4);
+    EXPECT_EQ(file.stride, 48U);
+    const eExportVertex vertex = file.Vertex(file.subMeshes[1], 4);
+    EXPECT_NEAR(vertex.tangent.x, 1, 1e-6F);
+    EXPECT_EQ(vertex.tangent.w, -1);
+    // Behind the 32 bytes of a plain vertex the stride is zero.
+    for (std::size_t i = 32; i < file.stride; ++i) {
+        EXPECT_EQ(file.vertices[i], 0);
+    }
+}
+
+// Catches lost triangles that nobody tells, and an empty sub-mesh in the file.
+TEST(WriteMesh, DegenerateAndRepeatedTrianglesAreTold) {
+    const std::string warning =
+        "Предупреждение: Есть вырожденные треугольники в мэше 'hat'. Используйте WELD.";
+    support::eSceneBuilder scene;
+    host::Mesh mesh = support::GridMesh(1, 1);
+    mesh.faces.push_back({{0, 1, 1}, 1, 0});
+    mesh.maps[0].faces.push_back({{0, 1, 1}});
+    mesh.faces.push_back(mesh.faces[0]);
+    mesh.maps[0].faces.push_back(mesh.maps[0].faces[0]);
+    MeshNode(Model(scene), "hat", mesh);
+    eMeshRun run(scene);
+    EXPECT_THAT(run.Messages(), ElementsAre(warning));
+    EXPECT_EQ(run.Mesh("hat").indices.size(), 6U);
+
+    support::eSceneBuilder nothing;
+    MeshNode(Model(nothing), "hat", support::TriangleMesh({{0, 0, 0}, {1, 0, 0}}, {{0, 1, 1}}));
+    eMeshRun failing(nothing);
+    EXPECT_THAT(failing.Messages(), ElementsAre("Error: GenerateStrips failed!"));
+    const eFileMesh empty = failing.Mesh("hat");
+    EXPECT_EQ(empty.name, "hat");
+    EXPECT_THAT(empty.subMeshes, IsEmpty());
+    EXPECT_EQ(empty.vertexCount, 0U);
+}
+
+// The messages about a mesh that can't be written; the file must not exist.
+std::vector<std::string> MessagesOfRefused(const host::Mesh& mesh, const eMapCoordinates& coordinates = {}) {
+    support::eSceneBuilder scene;
+    const int material = scene.Material("iron", TexturedMaterial(scene.Map(eCheckerMap{}, coordinates)));
+    MeshNode(Model(scene), "hat", mesh).Material(material);
+    eMeshRun run(scene);
+    EXPECT_FALSE(run.Has("units/tank/.mesh"));
+    EXPECT_THAT(run.Messages(), Contains(HasSubstr("'hat': Помечен как полигональный")));
+    return run.Messages();
+}
+
+// Catches half a body in the file, a header that wraps at 16 bits, and numbers that no engine can draw.
+TEST(WriteMesh, WhatTheFileCannotHoldIsToldAndLeftOut) {
+    EXPECT_THAT(MessagesOfRefused(host::Mesh{}),
+                Contains("Ошибка: Кость 'hat' помечена как полигональная, но не содержит треугольников!"));
+    host::Mesh hidden = TexturedTriangle();
+    hidden.faces[0].flags |= host::Face::kHidden;
+    EXPECT_THAT(MessagesOfRefused(hidden), Contains(HasSubstr("все её грани скрыты!")));
+    EXPECT_THAT(MessagesOfRefused(support::GridMesh(64, 512)),  // 65 times 513 vertices, 65536 triangles
+                Contains(HasSubstr("Ошибка: Более 65535 треугольников в 'hat'!")));
+    EXPECT_THAT(MessagesOfRefused(support::GridMesh(1, 1), {.tiling = {3e38F, 3e38F}, .angle = 45}),
+                Contains(HasSubstr("координаты не являются числами!")));
+}
+
+host::Mesh LooseTriangles(std::size_t vertices) {
+    host::Mesh mesh;
+    for (std::size_t i = 0; i < vertices; ++i) {
+        mesh.verts.push_back({static_cast<float>(i % 256), static_cast<float>(i / 256), 0});
+    }
+    for (std::uint32_t i = 0; i + 2 < vertices; i += 3) {
+        mesh.faces.push_back({{i, i + 1, i + 2}, 1, 0});
+    }
+    // The last vertices share a triangle with earlier ones where their number is no multiple of three.
+    const auto last = static_cast<std::uint32_t>(vertices - 1);
+    mesh.faces.push_back({{last, last - 1, 0}, 1, 0});
+    return mesh;
+}
+
+// Catches a limit that is off by one in either direction.
+TEST(WriteMesh, AMeshHasAtMost65534Vertices) {
+    support::eSceneBuilder scene;
+    MeshNode(Model(scene), "hat", LooseTriangles(65534));
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("hat").vertexCount, 65534U);
+    EXPECT_THAT(MessagesOfRefused(LooseTriangles(65535)), Contains("Ошибка: Более 65535 вершин в 'hat'!"));
+}
+
+// Catches the text behind the comma, and blocks left open around the mesh.
+TEST(WriteMesh, AnAnimatedTextureHasItsBlockInTheBone) {
+    support::eSceneBuilder scene;
+    MeshNode(Model(scene), "hat", TexturedTriangle()).Property("AniTex=water,5");
+    eMeshRun run(scene);
+    EXPECT_THAT(run.Text("units/tank/tank.mdl"), HasSubstr("\t\t{bone \"hat\"\n"
+                                                           "\t\t\t{view poly \"hat\"}\n"
+                                                           "\t\t\t{animation {texture {name \"water\"}\n"
+                                                           "\t\t\t\t\t{texture}\n"
+                                                           "\t\t\t\t}\n"
+                                                           "\t\t\t}\n"));
+}
+
+// Catches a mirror that is not told, one told of the owner itself, and a comparison that minds letter case.
+TEST(WriteMesh, AMirroredNodeThatSharesTheMeshIsTold) {
+    const auto messagesFor = [](float scale) {
+        support::eSceneBuilder scene;
+        support::eNode root = Model(scene);
+        MeshNode(root, "wheel", TexturedTriangle()).Scale(-1, 1, 1);
+        MeshNode(root, "other", TexturedTriangle()).Property("Mesh=Wheel").Scale(scale, 1, 1);
+        return eMeshRun(scene).Messages();
+    };
+    EXPECT_THAT(
+        messagesFor(1),
+        ElementsAre("Предупреждение: Инверсный общий полигональный мэш в 'wheel' не поддерживается!"));
+    EXPECT_THAT(messagesFor(-1), IsEmpty());
+}
+
+// Catches material names without the way to the shared folder.
+TEST(WriteMesh, MaterialsOfAStructureAreNamedThroughTheCommonFolder) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene).Property("Structure");
+    MeshNode(root, "hat", TexturedTriangle()).Material(scene.Material("iron", eStandardMaterial{}));
+    MeshNode(root, "cap", TexturedTriangle());
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("hat", "units/tank/common").subMeshes[0].material, "common/iron");
+    EXPECT_EQ(run.Mesh("cap", "units/tank/common").subMeshes[0].material, "common/");
+}
+
+// Catches a cancel that is not asked for, or that leaves a broken body.
+TEST(WriteMesh, ACancelledMeshHoldsWhatWasGathered) {
+    support::eSceneBuilder scene;
+    MeshNode(Model(scene), "hat", support::GridMesh(20, 20));
+    eMeshReading reading(scene);
+    eExportBone& bone = reading.Slot("hat");
+    ExtractNodeMesh(reading.run, *bone.node, nullptr, nullptr);
+    reading.host.SetCancelSource([] { return true; });
+    xIo::eMemoryStream body;
+    EXPECT_TRUE(WriteMesh(reading.run, body, NodeIndex(*bone.node, nullptr)));
+    EXPECT_EQ(bone.vertexCount, 10);  // the first 8 of 800 triangles: one percent
+}
+
+}  // namespace
