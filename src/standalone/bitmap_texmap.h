@@ -15,8 +15,8 @@ public:
 
     host::ClassId ClassID() const override { return host::kBitmapClass; }
 
-    void LoadMapFiles(host::TimeValue) override { Picture(); }
-    // Filtered where the context says so.
+    // Filtered where the context says so. The picture is decoded when it is first asked for: most maps are
+    // only asked where their file is.
     host::AColor EvalColor(host::ShadeContext& context) override;
     void EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const override;
 

@@ -7,10 +7,11 @@
 namespace standalone {
 
 void eCamera::UpdateTargDistance(host::TimeValue t, host::INode& node) {
-    if (const host::INode* target = node.GetTarget()) {
-        hold.Record([this, before = targetDistance] { targetDistance = before; });
-        targetDistance = Length(target->GetNodeTM(t).GetTrans() - node.GetNodeTM(t).GetTrans());
-    }
+    hold.Record([this, before = targetDistance] { targetDistance = before; });
+    const host::INode* target = node.GetTarget();
+    targetDistance = target != nullptr
+                         ? Length(target->GetNodeTM(t).GetTrans() - node.GetNodeTM(t).GetTrans())
+                         : data.targetDistance;
 }
 
 host::CameraState eCamera::EvalCameraState(host::TimeValue) const {

@@ -14,7 +14,7 @@ public:
     std::uint32_t SuperClassID() const override { return host::kCameraSuperClass; }
     host::ClassId ClassID() const override { return {0x1001, 0}; }
 
-    // With a target node the distance is that of the two nodes at the time.
+    // With a target node the distance is that of the two nodes at the time, else that of the document.
     void UpdateTargDistance(host::TimeValue t, host::INode& node) override;
     host::CameraState EvalCameraState(host::TimeValue) const override;
 

@@ -46,23 +46,30 @@ host::AColor eImage::Texel(int column, int row) const {
     return {byteValues[values[0]], byteValues[values[1]], byteValues[values[2]], byteValues[values[3]]};
 }
 
+namespace {
+
+// The texel at a place counted in texels; the last one behind the end, where rounding leads, and the first
+// one for what is no number.
+int TexelAt(float place, int count) {
+    return place >= 0 ? std::min(static_cast<int>(place), count - 1) : 0;
+}
+
+}  // namespace
+
 host::AColor eImage::Nearest(float u, float v) const {
-    // Rounding can bring a fraction just below 0 to 1.
-    const int column = std::min(static_cast<int>(Fraction(u) * static_cast<float>(width)), width - 1);
-    const int row = std::min(static_cast<int>(Fraction(v) * static_cast<float>(height)), height - 1);
-    return Texel(column, row);
+    return Texel(TexelAt(Fraction(u) * static_cast<float>(width), width),
+                 TexelAt(Fraction(v) * static_cast<float>(height), height));
 }
 
 host::AColor eImage::Bilinear(float u, float v) const {
-    // From the middle of the first texel; half a texel before it lies the last one.
-    const float x = Fraction(u) * static_cast<float>(width) - 0.5F;
-    const float y = Fraction(v) * static_cast<float>(height) - 0.5F;
-    const float left = std::floor(x), below = std::floor(y);
-    const auto wrap = [](float place, int count) { return (static_cast<int>(place) + count) % count; };
-    const int x0 = wrap(left, width), x1 = (x0 + 1) % width;
-    const int y0 = wrap(below, height), y1 = (y0 + 1) % height;
-    return Between(Between(Texel(x0, y0), Texel(x1, y0), x - left),
-                   Between(Texel(x0, y1), Texel(x1, y1), x - left), y - below);
+    // Counted from the middle of the texel before the first, so that whole numbers are the right neighbours.
+    const float x = Fraction(u) * static_cast<float>(width) + 0.5F;
+    const float y = Fraction(v) * static_cast<float>(height) + 0.5F;
+    const int right = TexelAt(x, width + 1), left = (right + width - 1) % width;
+    const int above = TexelAt(y, height + 1), below = (above + height - 1) % height;
+    const float fx = x - std::floor(x), fy = y - std::floor(y);
+    return Between(Between(Texel(left, below), Texel(right % width, below), fx),
+                   Between(Texel(left, above % height), Texel(right % width, above % height), fx), fy);
 }
 
 }  // namespace standalone

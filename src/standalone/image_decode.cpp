@@ -14,6 +14,7 @@
 #include <cstring>
 
 #include "standalone/image.h"
+#include "standalone/jpeg_tables.h"
 
 namespace standalone {
 
@@ -60,9 +61,11 @@ struct eFormat {
     bool alphaMayBeIdle;  // the format has an alpha channel whether it is used or not
 };
 
+constexpr std::string_view kJpegBegin = "\xFF\xD8";
+
 constexpr eFormat kFormats[] = {
     {"\x89PNG", 8 * 1032, false},  // deflate brings 1032 bytes into one; 1 bit a texel
-    {"\xFF\xD8", 512, false},      // a block of 64 texels has one bit at least
+    {kJpegBegin, 512, false},      // a block of 64 texels has one bit at least
     {"GIF8", 4096, true},          // a code of 12 bits stands for 4096 texels at most
     {"BM", 8, true},               // 1 bit a texel
     {"8BPS", 64, false},           // runs of 128 in two bytes
@@ -70,7 +73,11 @@ constexpr eFormat kFormats[] = {
 };
 
 const eFormat& FormatOf(std::span<const std::uint8_t> file) {
-    const std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
+    std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
+    // A jpg marker may have any number of these bytes before it.
+    while (text.starts_with("\xFF\xFF")) {
+        text.remove_prefix(1);
+    }
     return *std::ranges::find_if(kFormats,
                                  [&](const eFormat& format) { return text.starts_with(format.begin); });
 }
@@ -131,6 +138,9 @@ bool AllOpaque(const Value* values, std::size_t texelCount) {
 
 eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
     eHeader header;
+    if (FormatOf(file).begin == kJpegBegin && !HuffmanTablesFit(file)) {
+        return {nullptr, "the picture is broken: bad Huffman table"};
+    }
     if (!ReadHeader(file, header)) {
         return {nullptr, "not a picture of a known format"};
     }

@@ -44,7 +44,7 @@ const eImage* eImageStore::Find(const eImageFile& file, std::string* problem) {
 }
 
 void eImageStore::MakeRoom() {
-    constexpr std::size_t kBudget = std::size_t{256} << 20;
+    constexpr std::size_t kBudget = std::size_t{128} << 20;
     constexpr std::size_t kKept = 8;
     std::size_t bytes = 0;
     std::size_t pictures = 0;

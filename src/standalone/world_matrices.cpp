@@ -8,13 +8,16 @@ namespace {
 
 // 64 MB: a hundred bones through ten thousand frames.
 constexpr std::size_t kMostPages = 80000;
+// Behind so many frames of the range nothing is remembered: no animation file counts further.
+constexpr std::int64_t kMostFrames = 65536;
 
 }  // namespace
 
 eWorldMatrices::eWorldMatrices(const eSceneData& scene)
     : frameTicks(scene.frameTicks),
       firstFrame(scene.firstFrame),
-      frameCount(std::max(0, scene.lastFrame - scene.firstFrame + 1)),
+      frameCount(static_cast<int>(
+          std::clamp<std::int64_t>(std::int64_t{scene.lastFrame} - scene.firstFrame + 1, 0, kMostFrames))),
       nodes(scene.nodes.size()) {
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const eNodeData& data = scene.nodes[i];

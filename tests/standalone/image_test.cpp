@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "support/pictures.h"
 
@@ -96,6 +97,10 @@ TEST(Image, SamplesLieWhereTexelsAre) {
     EXPECT_FLOAT_EQ(image.Bilinear(0.375F, 0.5F).r, 85 / 255.F) << "the middle of a texel is the texel";
     EXPECT_FLOAT_EQ(image.Bilinear(0.5F, 0.123F).r, 127.5F / 255);
     EXPECT_FLOAT_EQ(image.Bilinear(0, 0.5F).r, 0.5F) << "between the last and the first";
+    EXPECT_FLOAT_EQ(image.Bilinear(0.9375F, 0.5F).r, 0.75F);
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_FLOAT_EQ(image.Nearest(none, none).r, 0) << "coordinates of a broken mesh";
+    image.Bilinear(none, std::numeric_limits<float>::infinity());
 }
 
 // Would catch memory taken for a size that only the header promises.
@@ -110,6 +115,18 @@ TEST(Image, AHeaderThatPromisesMoreThanTheFileHoldsIsRefused) {
         big[offset + 1] = '\x30';
     }
     EXPECT_EQ(Decode(big).image, nullptr);
+}
+
+// Would catch a broken table handed on to the image library, which writes behind its own memory then.
+TEST(Image, AHuffmanTableOfTooManyCodesIsRefused) {
+    std::string file = support::Jpg({1, 1, 1, {9}});
+    const std::size_t table = file.find("\xFF\xC4");
+    ASSERT_NE(table, std::string::npos);
+    for (std::size_t length = 5; length < 8; ++length) {
+        file[table + length] = '\xFF';
+    }
+    EXPECT_EQ(Decode(file).problem, "the picture is broken: bad Huffman table");
+    EXPECT_EQ(Decode("\xFF" + file).problem, "the picture is broken: bad Huffman table");
 }
 
 // Would catch the missing end of a file read as zeros, in each format and at every length.
