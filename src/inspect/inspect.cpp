@@ -5,8 +5,10 @@
 #include "inspect/animation_view.h"
 #include "inspect/bmp_view.h"
 #include "inspect/material_view.h"
+#include "inspect/mesh_view.h"
 #include "inspect/model_view.h"
 #include "inspect/sdl_tree.h"
+#include "mesh/mesh_format.h"
 
 namespace inspect {
 
@@ -46,6 +48,8 @@ eInspection InspectContent(const std::string& fileName, std::span<const std::uin
     eInspection result;
     if (BeginsWith(content, "EANM")) {
         result.description = DescribeAnimation(content, result.problem);
+    } else if (BeginsWith(content, mesh_format::kFileTag)) {
+        result.description = DescribeMeshes(content, result.problem);
     } else if (BeginsWith(content, "BM")) {
         result.description = DescribeBmp(content, result.problem);
     } else {
