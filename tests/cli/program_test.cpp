@@ -1,0 +1,191 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/program.h"
+#include "support/source_tree.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using support::eProgramResult;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr const char* kArm = R"({"scene": 1, "nodes": [
+    {"name": "root", "properties": ["Model=units/arm"], "object": {"type": "helper"}, "children": [
+        {"name": "arm", "object": {"type": "helper"}, "transform": {"position": [0, 0, 1]}}]}]})";
+
+class Program : public testing::Test {
+protected:
+    Program() { folder.MakeFolder("game"); }
+
+    eProgramResult Run(const std::string& arguments) { return support::RunProgram(folder, arguments); }
+    eProgramResult Export(const std::string& scene, const std::string& flags = {}) {
+        folder.Write("scene.scene.json", scene);
+        return Run("export '" + (folder / "scene.scene.json") + "' --resource-root '" + (folder / "game") +
+                   "' --config '" + (folder / "config") + "' " + flags);
+    }
+
+    support::eTempFolder folder;
+};
+
+// A build farm decides by the exit status, and wrong usage must leave no trace.
+TEST_F(Program, RefusesWrongUsageWithoutWriting) {
+    EXPECT_EQ(Run("").exitCode, 2);
+    EXPECT_EQ(Run("--help").exitCode, 0);
+    EXPECT_EQ(Run("export --help").exitCode, 0);
+    EXPECT_EQ(Run("export").exitCode, 2);
+    EXPECT_EQ(Run("explode").exitCode, 2);
+    EXPECT_EQ(Export(kArm, "--no-such-flag").exitCode, 2);
+    EXPECT_EQ(Export(kArm, "--silent").exitCode, 2) << "no option flag goes with --silent";
+    EXPECT_EQ(Export(kArm, "--drive C:/tmp").exitCode, 2);
+    EXPECT_EQ(Export(kArm, "--common-target ''").exitCode, 2);
+    EXPECT_FALSE(folder.Has("game/units"));
+    EXPECT_FALSE(folder.Has("config/zyrexport.cfg"));
+}
+
+TEST_F(Program, TellsWhatAnUnreadableSceneHas) {
+    const eProgramResult missing = Run("export '" + (folder / "none.glb") + "'");
+    EXPECT_EQ(missing.exitCode, 2);
+    EXPECT_THAT(missing.errors, HasSubstr("none.glb"));
+    const eProgramResult broken = Export(R"({"scene": 1, "nodes": [{"name": "a", "oops": 1}]})");
+    EXPECT_EQ(broken.exitCode, 2);
+    EXPECT_THAT(broken.errors, HasSubstr("/nodes/0"));
+    EXPECT_FALSE(folder.Has("game/units"));
+}
+
+TEST_F(Program, ExportsAndReports) {
+    const eProgramResult result = Export(kArm, "--report '" + (folder / "report.json") + "'");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_THAT(result.errors, IsEmpty());
+    EXPECT_THAT(folder.Read("game/units/arm/arm.mdl"), HasSubstr("{Position 0 \t 0 \t 1}"));
+    const auto report = nlohmann::ordered_json::parse(folder.Read("report.json"));
+    std::vector<std::string> keys;
+    for (const auto& member : report.items()) {
+        keys.push_back(member.key());
+    }
+    EXPECT_THAT(
+        keys, ElementsAre("scene", "options", "models", "messages", "files", "cancelled", "seconds", "exit"));
+    EXPECT_EQ(report["models"][0]["bones"], 2);
+    EXPECT_EQ(report["exit"], 0);
+    bool foundModel = false;
+    for (const auto& file : report["files"]) {
+        foundModel |= file["path"] == folder / "game/units/arm/arm.mdl" && file["action"] == "written" &&
+                      file["bytes"] == folder.Read("game/units/arm/arm.mdl").size();
+    }
+    EXPECT_TRUE(foundModel);
+}
+
+// What a scene says must not lead out of the resource tree.
+TEST_F(Program, KeepsWritesBelowTheResourceRoot) {
+    std::string scene = kArm;
+    scene.replace(scene.find("units/arm"), 9, "../beyond");
+    const eProgramResult fenced = Export(scene);
+    EXPECT_EQ(fenced.exitCode, 3);
+    EXPECT_THAT(fenced.errors, HasSubstr("root"));
+    EXPECT_FALSE(folder.Has("beyond"));
+    EXPECT_EQ(Export(scene, "--no-fence").exitCode, 0);
+    EXPECT_TRUE(folder.Has("beyond/beyond.mdl"));
+}
+
+TEST_F(Program, AsksForTheDriveOfAStudiosPath) {
+    folder.Write("scene.scene.json", kArm);
+    const std::string call =
+        "export '" + (folder / "scene.scene.json") + "' --silent --config '" + (folder / "config") + "'";
+    const eProgramResult refused = Run(call);
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_THAT(refused.errors, HasSubstr("--drive d=DIR"));
+    const eProgramResult mapped = Run(call + " --drive D='" + folder.Path() + "'");
+    EXPECT_EQ(mapped.exitCode, 0) << mapped.errors;
+    EXPECT_TRUE(folder.Has("thegame/units/arm/arm.mdl"));
+}
+
+TEST_F(Program, ShowsErrorsOfTheSceneAndGoesOn) {
+    const eProgramResult empty = Export(R"({"scene": 1})");
+    EXPECT_EQ(empty.exitCode, 3);
+    EXPECT_THAT(empty.errors, HasSubstr("error: Нечего экспортировать!\n  Возможно, скрыта корневая кость."));
+    EXPECT_TRUE(folder.Has("config/zyrexport.cfg"));
+    const eProgramResult far = Export(kArm, "--static-frame 1000 --quiet");
+    EXPECT_EQ(far.exitCode, 0);
+    EXPECT_THAT(far.output, IsEmpty());
+}
+
+TEST_F(Program, StoresOptionsForTheNextCall) {
+    const std::string config = " --config '" + (folder / "config") + "'";
+    EXPECT_EQ(Export(kArm, "--no-animation --animate-reverse").exitCode, 0);
+    const eProgramResult shown = Run("options" + config);
+    EXPECT_EQ(shown.exitCode, 0);
+    EXPECT_THAT(shown.output, HasSubstr("exportAnimation=0\n"));
+    EXPECT_THAT(shown.output, HasSubstr("exportMesh=1\n"));
+    EXPECT_THAT(shown.output, HasSubstr("reverseAnimation=1\n"));
+    EXPECT_THAT(shown.output, HasSubstr("resourceRoot=" + (folder / "game")));
+    EXPECT_EQ(Run("options exportAnimation=1" + config).exitCode, 0);
+    EXPECT_THAT(Run("options" + config).output, HasSubstr("exportAnimation=1\n"));
+    EXPECT_EQ(Run("options exportAnimation=2" + config).exitCode, 2);
+    EXPECT_EQ(Run("options noSuchOption=1" + config).exitCode, 2);
+}
+
+// The folder has the spelling that the user typed; what the scene names is in lower case.
+TEST_F(Program, MakesTheResourceRootAsTyped) {
+    folder.Write("scene.scene.json", kArm);
+    const eProgramResult result = Run("export '" + (folder / "scene.scene.json") + "' --resource-root '" +
+                                      (folder / "Game Of Мы") + "' --config '" + (folder / "config") + "'");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_TRUE(folder.Has("Game Of Мы/units/arm/arm.mdl"));
+}
+
+// A file where a folder has to be: nobody can answer the box, so the run ends with the fatal error, and the
+// report tells it.
+TEST_F(Program, EndsWithAFatalErrorWhereItCannotWrite) {
+    folder.Write("game/units", "a file");
+    const eProgramResult result = Export(kArm, "--report '" + (folder / "report.json") + "'");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.errors, HasSubstr("open error"));
+    const auto report = nlohmann::json::parse(folder.Read("report.json"));
+    EXPECT_EQ(report["exit"], 1);
+    EXPECT_EQ(report["messages"].back()["kind"], "fatal");
+    EXPECT_EQ(folder.Read("game/units"), "a file");
+}
+
+TEST_F(Program, SaysWhatIsInWrittenFiles) {
+    ASSERT_EQ(Export(kArm).exitCode, 0);
+    const eProgramResult text = Run("inspect '" + (folder / "game") + "'");
+    EXPECT_EQ(text.exitCode, 0) << text.errors;
+    EXPECT_THAT(text.output, HasSubstr("bone: arm"));
+    const eProgramResult json = Run("inspect --json '" + (folder / "game/units/arm/arm.mdl") + "'");
+    EXPECT_EQ(nlohmann::json::parse(json.output)[0]["boneCount"], 2);
+    folder.Write("junk.mesh", "PMSHjunk");
+    EXPECT_EQ(Run("inspect '" + (folder / "junk.mesh") + "'").exitCode, 2);
+    EXPECT_EQ(Run("inspect '" + (folder / "none") + "'").exitCode, 2);
+}
+
+// A converted scene exports to the same model.
+TEST_F(Program, ConvertsToAnEqualScene) {
+    folder.Write("scene.scene.json", kArm);
+    const std::string converted = folder / "converted.scene.json";
+    EXPECT_EQ(Run("convert '" + (folder / "scene.scene.json") + "' '" + converted + "'").exitCode, 0);
+    ASSERT_EQ(Export(kArm).exitCode, 0);
+    const std::string first = folder.Read("game/units/arm/arm.mdl");
+    ASSERT_EQ(Export(folder.Read("converted.scene.json")).exitCode, 0);
+    const std::string second = folder.Read("game/units/arm/arm.mdl");
+    const auto skeleton = [](const std::string& text) { return text.substr(text.find("{skeleton")); };
+    EXPECT_EQ(skeleton(first), skeleton(second));
+}
+
+TEST_F(Program, GivesTheSameBytesForTheSameSourceDate) {
+    ::setenv("SOURCE_DATE_EPOCH", "1000000000", 1);
+    ASSERT_EQ(Export(kArm).exitCode, 0);
+    const std::string first = folder.Read("game/units/arm/arm.mdl");
+    ASSERT_EQ(Export(kArm).exitCode, 0);
+    EXPECT_EQ(folder.Read("game/units/arm/arm.mdl"), first);
+    EXPECT_THAT(first, HasSubstr("Sun Sep  9 01:46:40 2001"));
+    ::unsetenv("SOURCE_DATE_EPOCH");
+}
+
+}  // namespace
