@@ -21,7 +21,7 @@ void Check(bool isTrue) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    standalone::LooksLikeSceneDocument(text);
+    standalone::SceneFormatOf(text);
     const standalone::eLoadResult read = standalone::ReadSceneDocument(text, "/fuzz/a.scene.json");
     Check(read.scene.has_value() == read.problems.empty());
     if (read.scene) {

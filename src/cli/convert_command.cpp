@@ -41,8 +41,8 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
     return true;
 }
 
-int RunConvert(const std::string& source, const std::string& target) {
-    auto scene = ReadScene(source, false);
+int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target) {
+    auto scene = ReadScene(source, flags, false);
     if (!scene) {
         return kExitUsage;
     }
@@ -67,13 +67,17 @@ void AddConvertCommand(CLI::App& program, std::function<int()>& action) {
     struct eArguments {
         std::string source;
         std::string target;
+        eSceneFlags sceneFlags;
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand("convert", "Write a scene as a scene document");
     command.add_option("SCENE", arguments->source, "Scene document or glTF file")->required();
     command.add_option("OUT", arguments->target, "The scene document to write, NAME.scene.json")->required();
+    AddSceneFlags(command, arguments->sceneFlags);
     command.callback([arguments, &action] {
-        action = [arguments] { return RunConvert(arguments->source, arguments->target); };
+        action = [arguments] {
+            return RunConvert(arguments->source, arguments->sceneFlags, arguments->target);
+        };
     });
 }
 

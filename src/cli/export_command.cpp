@@ -50,7 +50,9 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
     const auto flags = std::make_shared<eExportFlags>();
     CLI::App& command = *program.add_subcommand("export", "Export a scene to the resource tree");
     command.add_option("SCENE", flags->scene, "Scene document or glTF file")->required();
-    const std::vector<CLI::Option*> optionFlags = AddOptionFlags(command, *flags);
+    std::vector<CLI::Option*> optionFlags = AddOptionFlags(command, *flags);
+    const std::vector<CLI::Option*> sceneFlags = AddSceneFlags(command, flags->sceneFlags);
+    optionFlags.insert(optionFlags.end(), sceneFlags.begin(), sceneFlags.end());
     CLI::Option* silent = command.add_flag("--silent", flags->silent, "Use the fixed silent options");
     for (CLI::Option* option : optionFlags) {
         silent->excludes(option);

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/scene_flags.h"
+
 class Export;
 
 namespace cli {
@@ -30,8 +32,7 @@ struct eExportFlags {
     bool verbose = false;
     std::string config;
     std::vector<std::string> drives;  // X=DIR
-    std::string asModel;
-    std::optional<double> fps;
+    eSceneFlags sceneFlags;
     std::string report;
 };
 

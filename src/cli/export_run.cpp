@@ -222,7 +222,7 @@ int RunExport(const eExportFlags& flags) {
     if (!MapDrives(flags.drives)) {
         return kExitUsage;
     }
-    auto scene = ReadScene(flags.scene, flags.quiet);
+    auto scene = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
     if (!scene) {
         return kExitUsage;
     }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
@@ -9,6 +10,10 @@
 
 #include "host/mesh.h"
 #include "host/values.h"
+
+namespace platform {
+class eTemporaryFolder;
+}  // namespace platform
 
 // A scene as plain records: what loaders fill, the stand-alone host answers from, and the scene document is
 // written from. Names that refer to nodes, objects, materials and maps have become indices into the flat
@@ -404,6 +409,8 @@ struct eSceneData {
     std::vector<eObjectData> objects{};      // in document order
     std::vector<eNodeData> nodes{};          // depth first, parents before children
     std::vector<int> roots{};                // children of the scene root, in order
+    // Files that eBitmapMap::onDisk names, where a loader had to write them; kept as long as the scene.
+    std::shared_ptr<platform::eTemporaryFolder> temporaryFiles{};
 
     friend bool operator==(const eSceneData&, const eSceneData&) = default;
 };

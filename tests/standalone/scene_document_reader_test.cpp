@@ -333,13 +333,16 @@ TEST(SceneDocumentReader, DeepTreesAreReadUpToALimit) {
 
 // Would catch a format told by the file's name, and a glTF file taken for a scene document.
 TEST(SceneFormat, TheContentDecides) {
-    EXPECT_TRUE(LooksLikeSceneDocument("\xEF\xBB\xBF \n{\"scene\": 1}"));
-    EXPECT_TRUE(LooksLikeSceneDocument(R"({"nodes": [{"asset": 1}], "file": "\"asset\": {", "scene)"));
-    EXPECT_TRUE(LooksLikeSceneDocument(R"({"file": "asset", "scene": 1})"));
-    EXPECT_FALSE(
-        LooksLikeSceneDocument(R"({"scene": 1, "nodes": [{"name": "a"}], "asset" : {"version": "2.0"}})"));
-    EXPECT_FALSE(LooksLikeSceneDocument("glTF\2"));
-    EXPECT_FALSE(LooksLikeSceneDocument(" "));
+    const auto isDocument = [](std::string_view bytes) {
+        return SceneFormatOf(bytes) == eSceneFormat::Document;
+    };
+    EXPECT_TRUE(isDocument("\xEF\xBB\xBF \n{\"scene\": 1}"));
+    EXPECT_TRUE(isDocument(R"({"nodes": [{"asset": 1}], "file": "\"asset\": {", "scene)"));
+    EXPECT_TRUE(isDocument(R"({"file": "asset", "scene": 1})"));
+    EXPECT_EQ(SceneFormatOf(R"({"scene": 1, "nodes": [{"name": "a"}], "asset" : {"version": "2.0"}})"),
+              eSceneFormat::Gltf);
+    EXPECT_EQ(SceneFormatOf("glTF\2"), eSceneFormat::Gltf);
+    EXPECT_EQ(SceneFormatOf(" "), eSceneFormat::Unknown);
 
     const support::eTempFolder folder;
     folder.Write("сцена.bin", R"({"scene": 1, "nodes": [{"name": "a"}]})");

@@ -1,13 +1,22 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "standalone/load_result.h"
 
 namespace standalone {
 
+struct eLoadOptions {
+    // Frames a second of a file that counts time in seconds; where it is left out the file's own word counts,
+    // or else 30.
+    std::optional<double> fps{};
+    // Path in code page 1251: makes a model of a scene without properties (as_model.h).
+    std::string asModel{};
+};
+
 // Reads a scene file of any known format; its content decides which, not its name. The path is as the
 // operating system spells it, UTF-8.
-eLoadResult LoadScene(const std::string& path);
+eLoadResult LoadScene(const std::string& path, const eLoadOptions& options = {});
 
 }  // namespace standalone

@@ -5,6 +5,7 @@
 namespace standalone {
 namespace {
 
+constexpr std::string_view kBinaryGltf = "glTF";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -41,13 +42,19 @@ bool HasTopLevelKey(std::string_view json, std::string_view key) {
 
 }  // namespace
 
-bool LooksLikeSceneDocument(std::string_view text) {
-    if (text.starts_with(kByteOrderMark)) {
-        text.remove_prefix(kByteOrderMark.size());
+eSceneFormat SceneFormatOf(std::string_view bytes) {
+    if (bytes.starts_with(kBinaryGltf)) {
+        return eSceneFormat::Gltf;
     }
-    const std::size_t start = text.find_first_not_of(kBlanks);
+    if (bytes.starts_with(kByteOrderMark)) {
+        bytes.remove_prefix(kByteOrderMark.size());
+    }
+    const std::size_t start = bytes.find_first_not_of(kBlanks);
+    if (start == std::string_view::npos || bytes[start] != '{') {
+        return eSceneFormat::Unknown;
+    }
     // Every glTF file must tell its version under "asset".
-    return start != std::string_view::npos && text[start] == '{' && !HasTopLevelKey(text, "asset");
+    return HasTopLevelKey(bytes, "asset") ? eSceneFormat::Gltf : eSceneFormat::Document;
 }
 
 }  // namespace standalone

@@ -4,8 +4,10 @@
 
 namespace standalone {
 
-// True for what begins as a JSON object and is no glTF file: whether it keeps to the grammar, or breaks off,
-// is for the reader of scene documents to say. Looks at the keys of the outermost object only.
-bool LooksLikeSceneDocument(std::string_view text);
+enum class eSceneFormat { Unknown, Document, Gltf };
+
+// The format that a file begins as: whether it keeps to the grammar, or breaks off, is for its reader to say.
+// Looks at the first bytes, and at the keys of the outermost object of a JSON text.
+eSceneFormat SceneFormatOf(std::string_view bytes);
 
 }  // namespace standalone

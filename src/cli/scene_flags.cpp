@@ -1,0 +1,19 @@
+#include "cli/scene_flags.h"
+
+namespace cli {
+
+std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags) {
+    constexpr double kSlowest = 0.01;
+    constexpr double kFastest = 10000;
+    return {
+        command
+            .add_option("--as-model", flags.asModel,
+                        "Export a scene without properties as the model of that path")
+            ->type_name("PATH"),
+        command.add_option("--fps", flags.fps, "Frames a second of a glTF file")
+            ->type_name("N")
+            ->check(CLI::Range(kSlowest, kFastest)),
+    };
+}
+
+}  // namespace cli

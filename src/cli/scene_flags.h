@@ -1,0 +1,19 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+// How to understand a scene that doesn't say it itself. Texts are UTF-8.
+struct eSceneFlags {
+    std::string asModel;
+    std::optional<double> fps;
+};
+
+// Adds `--as-model PATH` and `--fps N`.
+std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags);
+
+}  // namespace cli
