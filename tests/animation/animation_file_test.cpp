@@ -56,7 +56,7 @@ protected:
 
 // Frames without news cost nothing, and both ends hold a full pose.
 TEST_F(AnimationFile, KeepsTwoRecordsOfAStaticBone) {
-    eNode root = Root({"animation=run,all,0-29", "animation=still,all,7-7"});
+    eNode root = Root({"animation=run,all,0-29", "animation=still,all,40-40"});
     eNode still = root.Child("still").Position(1, 2, 3).Object(standalone::eHelperObject{});
     eNode mover = root.Child("mover").Object(standalone::eHelperObject{});
     mover.Key({.frame = 0, .position = host::Point3{0, 0, 0}})

@@ -83,8 +83,8 @@ TEST(StripDifferential, LargerMeshes) {
     }
 }
 
-// Two hubs, 0 and 1, with very many triangles each, some with both, and triangles without them, all on the same
-// `others` vertices.
+// Two hubs, 0 and 1, with very many triangles each, some with both, and triangles without them, all on the
+// same `others` vertices.
 eIndexMesh TwoHubs(std::size_t triangles, std::size_t others, unsigned seed) {
     std::mt19937 random(seed);
     const auto other = [&] { return 2 + random() % others; };
