@@ -183,8 +183,8 @@ eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
     }
     if (values == nullptr) {
         const char* const reason = stbi_failure_reason();
-        return {nullptr, std::string("the picture is broken") + (reason != nullptr ? ": " : "") +
-                             (reason != nullptr ? reason : "")};
+        return {nullptr, reason != nullptr ? std::string("the picture is broken: ") + reason
+                                           : "the picture is broken"};
     }
     bool hasAlpha = channels == 2 || channels == 4;
     if (hasAlpha && FormatOf(file).alphaMayBeIdle) {
