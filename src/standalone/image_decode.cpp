@@ -1,4 +1,16 @@
+#include <cstdlib>
+
+// What the image library may take in one piece. It believes the lengths that a file claims.
+static std::size_t mostBytes = 0;
+
+static void* Allocate(void* old, std::size_t size) {
+    return size <= mostBytes ? std::realloc(old, size) : nullptr;
+}
+
 // The image library is compiled here and used nowhere else.
+#define STBI_MALLOC(size) Allocate(nullptr, size)
+#define STBI_REALLOC(old, size) Allocate(old, size)
+#define STBI_FREE(old) std::free(old)
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
 #define STBI_ONLY_PNG
@@ -35,7 +47,8 @@ int Read(void* user, char* data, int size) {
     const std::size_t got = std::min(source.file.size() - source.position, static_cast<std::size_t>(size));
     std::memcpy(data, source.file.data() + source.position, got);
     source.position += got;
-    source.ranOut |= got == 0 || (size != kBufferSize && got < static_cast<std::size_t>(size));
+    const bool isShort = got < static_cast<std::size_t>(size);
+    source.ranOut |= isShort && (got == 0 || size != kBufferSize);
     return static_cast<int>(got);
 }
 
@@ -96,7 +109,15 @@ bool IsDeepPsd(std::span<const std::uint8_t> file) {
            file[kDepth + 1] == 16;
 }
 
+// The library's own tables; the file's content, which it gathers in a buffer that doubles; and for each texel
+// four channels of 16 bits, twice while it converts them.
+void LimitAllocation(std::span<const std::uint8_t> file, std::uint64_t texels) {
+    constexpr std::size_t kTables = std::size_t{1} << 20;
+    mostBytes = kTables + 2 * file.size() + 16 * static_cast<std::size_t>(texels);
+}
+
 bool ReadHeader(std::span<const std::uint8_t> file, eHeader& header) {
+    LimitAllocation(file, 0);
     eSource source{file};
     if (stbi_info_from_callbacks(&kCallbacks, &source, &header.width, &header.height, &header.channels) ==
         0) {
@@ -147,6 +168,8 @@ eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
     if (const std::string problem = HeaderProblem(file, header); !problem.empty()) {
         return {nullptr, problem};
     }
+    LimitAllocation(file,
+                    static_cast<std::uint64_t>(header.width) * static_cast<std::uint64_t>(header.height));
     eSource source{file};
     constexpr int kChannels = 4;
     int width = 0, height = 0, channels = 0;
@@ -159,7 +182,9 @@ eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
         return {nullptr, "the file ends early"};
     }
     if (values == nullptr) {
-        return {nullptr, std::string("the picture is broken: ") + stbi_failure_reason()};
+        const char* const reason = stbi_failure_reason();
+        return {nullptr, reason != nullptr ? std::string("the picture is broken: ") + reason
+                                           : "the picture is broken"};
     }
     bool hasAlpha = channels == 2 || channels == 4;
     if (hasAlpha && FormatOf(file).alphaMayBeIdle) {

@@ -6,15 +6,14 @@ namespace standalone {
 
 namespace {
 
-// 64 MB: a hundred bones through ten thousand frames.
-constexpr std::size_t kMostPages = 80000;
 // Behind so many frames of the range nothing is remembered: no animation file counts further.
 constexpr std::int64_t kMostFrames = 65536;
 
 }  // namespace
 
-eWorldMatrices::eWorldMatrices(const eSceneData& scene)
-    : frameTicks(scene.frameTicks),
+eWorldMatrices::eWorldMatrices(const eSceneData& scene, std::size_t pageLimit)
+    : mostPages(pageLimit),
+      frameTicks(scene.frameTicks),
       firstFrame(scene.firstFrame),
       frameCount(static_cast<int>(
           std::clamp<std::int64_t>(std::int64_t{scene.lastFrame} - scene.firstFrame + 1, 0, kMostFrames))),
@@ -120,7 +119,7 @@ eWorldMatrices::ePage& eWorldMatrices::PageOf(int movingNode, int frame) {
 
 // A new page, or the first one that nobody has used since the hand last passed (the clock algorithm).
 std::uint32_t eWorldMatrices::TakePage() {
-    if (pages.size() < kMostPages) {
+    if (pages.size() < mostPages) {
         pages.emplace_back();
         return static_cast<std::uint32_t>(pages.size());
     }

@@ -18,8 +18,11 @@ namespace standalone {
 // memory is bounded; frames that have not been asked for long are forgotten first.
 class eWorldMatrices {
 public:
-    // Copies what it needs.
-    explicit eWorldMatrices(const eSceneData& scene);
+    // 64 MB: a hundred bones through ten thousand frames.
+    static constexpr std::size_t kMostPages = 80000;
+
+    // Copies what it needs. A page of memory holds 16 frames of one node.
+    explicit eWorldMatrices(const eSceneData& scene, std::size_t mostPages = kMostPages);
 
     // In ticks, at any time.
     host::Matrix3 At(int node, host::TimeValue time);
@@ -59,6 +62,7 @@ private:
     ePage& PageOf(int movingNode, int frame);
     std::uint32_t TakePage();
 
+    std::size_t mostPages;
     int frameTicks;
     int firstFrame;
     int frameCount;

@@ -142,12 +142,12 @@ TEST(SceneNode, PositionKeysReplaceTheFourthRowOfAMatrix) {
     ExpectNear(Find(host, "n").GetNodeTM(0), {{1, 0, 0}, {0.5F, 1, 0}, {0, 0, -1}, {1, 2, 3}});
 }
 
-// Would catch a matrix cache that answers with another time, node or frame's matrix: any order of questions
-// must give what a fresh host gives.
-TEST(SceneNode, TheOrderOfQuestionsDoesNotMatter) {
-    support::eSceneBuilder scene;
-    scene.Settings().lastFrame = 200;
-    support::eNode node = scene.Node("n0");
+// Would catch a matrix cache that answers with another time, node or frame's matrix, or with that of a page
+// which has been given to another node: any order of questions must give what a fresh cache gives.
+TEST(WorldMatrices, TheOrderOfQuestionsDoesNotMatter) {
+    support::eSceneBuilder builder;
+    builder.Settings().lastFrame = 200;
+    support::eNode node = builder.Node("n0");
     for (int i = 1; i <= 6; ++i) {
         node.Key({.frame = 0, .position = host::Point3{0, 0, 0}});
         node.Key({.frame = 100.0 * i,
@@ -155,16 +155,19 @@ TEST(SceneNode, TheOrderOfQuestionsDoesNotMatter) {
                   .rotation = support::RotationAbout({1, 1, 0}, 170)});
         node = node.Child("n" + std::to_string(i));
     }
-    StandaloneHost host(scene.Build());
-    unsigned state = 1;
-    for (int i = 0; i < 1000; ++i) {
-        state = state * 1664525U + 1013904223U;
-        const std::string name = "n" + std::to_string((state >> 8) % 7);
-        // Mostly whole frames inside the range, some outside it or between two.
-        const host::TimeValue time = static_cast<int>(state >> 12 & 255U) * kTicks + (i % 7 == 0 ? 13 : 0);
-        StandaloneHost fresh(scene.Build());
-        EXPECT_EQ(Find(host, name.c_str()).GetNodeTM(time), Find(fresh, name.c_str()).GetNodeTM(time))
-            << name << " at " << time;
+    const eSceneData scene = builder.Build();
+    for (const std::size_t pages : {std::size_t{1}, std::size_t{5}, eWorldMatrices::kMostPages}) {
+        eWorldMatrices matrices(scene, pages);
+        unsigned state = 1;
+        for (int i = 0; i < 1000; ++i) {
+            state = state * 1664525U + 1013904223U;
+            const int number = static_cast<int>((state >> 8) % 7);
+            // Mostly whole frames inside the range, some outside it or between two.
+            const host::TimeValue time =
+                static_cast<int>(state >> 12 & 255U) * kTicks + (i % 7 == 0 ? 13 : 0);
+            EXPECT_EQ(matrices.At(number, time), eWorldMatrices(scene).At(number, time))
+                << number << " at " << time << " with " << pages << " pages";
+        }
     }
 }
 
