@@ -25,7 +25,9 @@ std::vector<float> ColumnsOf(const host::Matrix3& m) {
     std::vector<float> numbers;
     for (int row = 0; row < 4; ++row) {
         const host::Point3& r = m.GetRow(row);
-        numbers.insert(numbers.end(), {r.x, r.y, r.z, row == 3 ? 1.0F : 0.0F});
+        for (const float number : {r.x, r.y, r.z, row == 3 ? 1.0F : 0.0F}) {
+            numbers.push_back(number);
+        }
     }
     return numbers;
 }
@@ -52,7 +54,9 @@ struct eSkinnedFile {
         support::eGltfText file;
         std::vector<float> positions;
         for (const host::Point3& p : kVertices) {
-            positions.insert(positions.end(), {p.x, p.y, p.z});
+            for (const float coordinate : {p.x, p.y, p.z}) {
+                positions.push_back(coordinate);
+            }
         }
         file.Floats("VEC3", positions);
         file.Bytes("VEC4", {0, 0, 0, 0, 1, 9, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0});
