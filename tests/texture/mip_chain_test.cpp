@@ -1,0 +1,106 @@
+// The levels: how many, and that each averages the one above without losing or doubling a pixel.
+#include "texture/mip_chain.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+eImageSource Source(const std::vector<std::uint8_t>& rgba, int width, int height) {
+    return {rgba.data(), 4 * width, pixelLayoutRgba, {0, 0, width - 1, height - 1}};
+}
+
+std::vector<std::uint8_t> Rounded(const eFloatImage& image) {
+    ePixelImage strip;
+    RoundRows(image, 0, image.height, strip);
+    return strip.rgba;
+}
+
+TEST(MipChain, CountsLevelsDownToOnePixel) {
+    EXPECT_EQ(FullLevelCount(256, 64), 9U);
+    EXPECT_EQ(FullLevelCount(1, 1), 1U);
+    EXPECT_EQ(FullLevelCount(2, 2), 2U);
+    EXPECT_EQ(FullLevelCount(1, 12), 4U);
+    EXPECT_EQ(FullLevelCount(65535, 3), 16U);
+}
+
+// Would catch: channels mixed up, rounding in between, a column left out on one of the paths.
+TEST(MipChain, AveragesFourPixels) {
+    const std::vector<std::uint8_t> pixels = {10, 20, 30, 40, 11, 24, 30, 41,  //
+                                              10, 20, 30, 40, 10, 20, 30, 41,  //
+                                              1,  2,  3,  4,  1,  2,  3,  4,   //
+                                              10, 20, 30, 42, 10, 20, 30, 40,  //
+                                              10, 20, 34, 40, 13, 20, 30, 40,  //
+                                              2,  3,  4,  5,  2,  3,  4,  255};
+    const eFloatImage half = HalvedImage(Source(pixels, 6, 2));
+    ASSERT_EQ(half.width, 3U);
+    ASSERT_EQ(half.height, 1U);
+    EXPECT_THAT((std::array{half.pixels[0][0], half.pixels[0][1], half.pixels[0][2], half.pixels[0][3]}),
+                ElementsAre(10.25F, 21.0F, 30.0F, 40.75F));
+    EXPECT_THAT(Rounded(half), ElementsAre(10, 21, 30, 41, 11, 20, 31, 40, 2, 3, 4, 67));
+}
+
+// Would catch: a small level made from rounded ones, which drifts by one after a few levels.
+TEST(MipChain, RoundsOnceOnly) {
+    std::vector<std::uint8_t> pixels;
+    for (int i = 0; i < 16 * 16; i++) {
+        const auto value = static_cast<std::uint8_t>((i % 2 == 0 && i / 16 % 2 == 0) ? 103 : 101);
+        pixels.insert(pixels.end(), {value, value, value, value});
+    }
+    eFloatImage level = HalvedImage(Source(pixels, 16, 16));
+    while (level.width > 1) {
+        level = HalvedImage(level);
+    }
+    EXPECT_FLOAT_EQ(level.pixels[0][0], 101.5F);
+}
+
+// An odd side has no pairs: would catch a last column that is left out or weighs double.
+TEST(MipChain, KeepsTheMeanAtOddSides) {
+    std::mt19937 random(3);
+    for (const auto& [width, height] : {std::pair{7, 5}, {3, 1}, {1, 3}, {5, 4}, {9, 9}, {2, 7}, {31, 2}}) {
+        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(4 * width * height));
+        double sum = 0;
+        for (std::uint8_t& byte : pixels) {
+            byte = static_cast<std::uint8_t>(random());
+        }
+        for (std::size_t i = 0; i < pixels.size(); i += 4) {
+            sum += pixels[i];
+        }
+        const double mean = sum / (width * height);
+        const eFloatImage half = HalvedImage(Source(pixels, width, height));
+        double halfSum = 0;
+        for (const eFloatLanes& pixel : half.pixels) {
+            halfSum += static_cast<double>(pixel[0]);
+        }
+        EXPECT_NEAR(halfSum / static_cast<double>(half.pixels.size()), mean, 1e-3)
+            << width << " by " << height;
+    }
+}
+
+// Would catch: shares that don't belong to the place of the pixel.
+TEST(MipChain, SharesAnOddSideByPlace) {
+    const std::vector<std::uint8_t> pixels = {100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 200, 0, 0};
+    const eFloatImage half = HalvedImage(Source(pixels, 5, 1));
+    ASSERT_EQ(half.width, 2U);
+    EXPECT_FLOAT_EQ(half.pixels[0][0], 40.0F);
+    EXPECT_FLOAT_EQ(half.pixels[1][0], 0.0F);
+    EXPECT_FLOAT_EQ(half.pixels[0][1], 0.0F);
+    EXPECT_FLOAT_EQ(half.pixels[1][1], 80.0F);
+}
+
+TEST(MipChain, LeavesOneColourAlone) {
+    const std::vector<std::uint8_t> pixels(4 * 12 * 20, 127);
+    eFloatImage level = HalvedImage(Source(pixels, 12, 20));
+    for (; level.width > 1 || level.height > 1; level = HalvedImage(level)) {
+        EXPECT_THAT(Rounded(level), Each(127));
+    }
+    EXPECT_THAT(Rounded(level), Each(127));
+}
+
+}  // namespace
