@@ -261,6 +261,80 @@ def materials():
     }
 
 
+def roof(smoothing):
+    """A gable of two slopes; with one smoothing group its ridge is round, with two it is an edge."""
+    return {
+        "type": "mesh",
+        "vertices": [[-1, -1, 0], [1, -1, 0], [-1, 0, 1], [1, 0, 1], [-1, 1, 0], [1, 1, 0]],
+        "faces": [[0, 1, 3], [0, 3, 2], [2, 3, 5], [2, 5, 4]],
+        "smoothing": smoothing,
+    }
+
+
+def yard():
+    """What becomes of meshes: hard edges by smoothing groups, a mirrored node, light baked into the vertices of
+    all but the node that the lamp leaves out, and a fence whose parts are merged into one mesh."""
+    lamp = {"type": "light", "kind": "omni", "color": [1, 0.9, 0.7], "exclude": ["sign"]}
+    arrow = {
+        "type": "mesh",
+        "vertices": [[0, 0, 0], [1, 0, 0], [0, 0, 2]],
+        "faces": [[0, 1, 2]],
+        "maps": {"1": {"vertices": [[0, 0, 0], [1, 0, 0], [0, 1, 0]], "faces": [[0, 1, 2]]}},
+    }
+    post = ["CommonMesh=fence"]
+    return {
+        "scene": 1,
+        "ambient": [0.4, 0.4, 0.5],
+        "materials": {"wood": {"type": "standard", "name": "wood", "diffuse": [0.5, 0.35, 0.2], "twoSided": True}},
+        "nodes": [
+            node("yard", ["Model=buildings/yard"], object=HELPER, children=[
+                node("round_roof", ["Poly"], transform=at(0, 0, 3), object=roof(1), material="wood"),
+                node("sharp_roof", ["Poly"], transform=at(3, 0, 3), object=roof([1, 1, 2, 2]), material="wood"),
+                node("sign", ["Poly"], transform=at(-4, 0, 0), object=arrow, material="wood"),
+                node("sign_left", ["Poly"], transform={"position": [-5, 0, 0], "scale": [-1, 1, 1]},
+                     object=arrow, material="wood"),
+                node("fence", ["CommonMesh"], transform=at(0, 5, 0), object=box(6, 0.1, 0.1), material="wood",
+                     children=[
+                         node("post_left", post, transform=at(-2.5, 0, 0), object=box(0.2, 0.2, 1.5)),
+                         node("post_right", post, transform=at(2.5, 0, 0), object=box(0.2, 0.2, 1.5)),
+                     ]),
+                node("lamp", transform=at(0, -3, 4), object=lamp),
+            ]),
+        ],
+    }
+
+
+def waving_flag():
+    """A mesh that is animated by frames: its vertices move, and every frame of the animation holds them."""
+    columns = 4
+    rest = [[0.5 * x, 0, 0.5 * z] for z in (0, 1) for x in range(columns + 1)]
+    bent = [[0.5 * x, 0.2 * (x if x % 2 else -x), 0.5 * z] for z in (0, 1) for x in range(columns + 1)]
+    faces = []
+    for x in range(columns):
+        above = x + columns + 1
+        faces += [[x, x + 1, above + 1], [x, above + 1, above]]
+    cloth = {
+        "type": "mesh",
+        "vertices": rest,
+        "faces": faces,
+        "vertexKeys": [
+            {"frame": 0, "vertices": rest},
+            {"frame": 5, "vertices": bent},
+            {"frame": 10, "vertices": rest},
+        ],
+    }
+    return {
+        "scene": 1,
+        "range": [0, 10],
+        "selectionSets": [{"name": "cloth", "nodes": ["cloth"]}],
+        "nodes": [
+            node("flagpole", ["Model=props/flagpole", "animation=wave,cloth,0-10"], object=HELPER, children=[
+                node("cloth", ["CommonMesh"], transform=at(0, 0, 3), object=cloth),
+            ]),
+        ],
+    }
+
+
 def animations():
     """Two animations of one timeline, each for the nodes of a selection set."""
     turn = [
@@ -323,8 +397,8 @@ TEXTURES = {
 }
 
 EXAMPLES = [
-    tank, arm, structure, levels_of_detail, preview_group, gameplay, skinned_strip, materials, animations,
-    russian_names,
+    tank, arm, structure, levels_of_detail, preview_group, gameplay, skinned_strip, materials, yard, waving_flag,
+    animations, russian_names,
 ]
 
 

@@ -22,7 +22,8 @@ inline std::span<const std::uint8_t> BytesOf(const std::string& file) {
 
 class eMeshRun : public support::eExportRun {
 public:
-    explicit eMeshRun(const support::eSceneBuilder& scene) : eExportRun(scene.Build()) { Do(); }
+    explicit eMeshRun(const support::eSceneBuilder& scene) : eMeshRun(scene.Build()) {}
+    explicit eMeshRun(standalone::eSceneData scene) : eExportRun(std::move(scene)) { Do(); }
 
     // The slot of the bone, its soup still filled.
     eExportBone& Bone(const char* node) {
