@@ -1,3 +1,232 @@
 #include "material/write_materials.h"
 
-void WriteMaterials(Export&, bool) {}
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "material/material_queries.h"
+#include "material/sorrel.h"
+#include "material/texture_name.h"
+#include "material/texture_slot.h"
+#include "material/write_texture.h"
+
+namespace {
+
+using host::Mtl;
+using host::Texmap;
+
+// What is read of a material before its record is made.
+struct eMaterialTraits {
+    int slots = 1;
+    bool twoLayer = false;
+    bool hasBump = false;
+    bool hasSpecular = false;
+    bool multiply = false;
+    eSorrelParameters sorrel;
+
+    bool IsEnvmap() const { return sorrel.environment != 0; }
+};
+
+eMaterialTraits ReadTraits(Mtl* material) {
+    eMaterialTraits traits;
+    traits.sorrel = ReadSorrelParameters(material);
+    if (traits.IsEnvmap()) {
+        traits.slots =
+            1 + (traits.sorrel.mask != nullptr ? 1 : 0) + (traits.sorrel.environmentMap != nullptr ? 1 : 0);
+        return traits;
+    }
+    traits.slots = GetSlotCount(material);
+    traits.twoLayer = IsTwoLayer(material);
+    traits.hasBump = GetBumpAmount(material) > 0;
+    traits.hasSpecular = GetSpecularAmount(material) > 0;
+    traits.multiply = IsMultiply(material);
+    return traits;
+}
+
+const char* TypeOf(const eMaterialTraits& traits) {
+    if (traits.IsEnvmap()) {
+        return "envmap";
+    }
+    if (traits.slots == 1) {
+        return "simple";
+    }
+    if (traits.slots == 2 && traits.multiply) {
+        return "multiply";
+    }
+    return traits.twoLayer ? "blend" : "bump";
+}
+
+const char* BlendOf(const Mtl* material, const eSorrelParameters& sorrel) {
+    static constexpr const char* kBlends[] = {"none", "test", "blend", "add", "sub"};
+    if (sorrel.blend >= 0 && sorrel.blend < static_cast<int>(std::size(kBlends))) {
+        return kBlends[sorrel.blend];
+    }
+    return material != nullptr && material->GetXParency(0, false) > 0 ? "blend" : "none";
+}
+
+Texmap* TexmapOfSlot(Mtl* material, const eMaterialTraits& traits, int slot) {
+    if (!traits.IsEnvmap() || slot == 0) {
+        return GetSlotTexmap(material, slot);
+    }
+    const eSorrelParameters& sorrel = traits.sorrel;
+    return slot == 1 && sorrel.mask != nullptr ? sorrel.mask : sorrel.environmentMap;
+}
+
+std::string& FieldOfSlot(eExportMaterial& record, const eMaterialTraits& traits, int slot) {
+    if (slot == 0) {
+        return record.diffuse;
+    }
+    if (traits.IsEnvmap()) {
+        return slot == 1 && traits.sorrel.mask != nullptr ? record.mask : record.envmap;
+    }
+    if (traits.twoLayer) {
+        return record.diffuse1;
+    }
+    return slot == 1 && traits.hasBump ? record.bump : record.specular;
+}
+
+// Texture names are made from file names and counters: two textures that claim one name are told, as the
+// later one replaces the earlier.
+void ClaimTexture(Export& run, const eExportTexture& texture, const Mtl* material) {
+    const eName name =
+        texture.isCopied ? texture.targetPath.Part(eName::WithoutExtension) : texture.targetPath;
+    const eTextureClaim claim{texture.sourcePath, material, GetMaterialName(material)};
+    const auto [entry, isNew] = run.textureClaims.try_emplace(name, claim);
+    const eTextureClaim earlier = entry->second;
+    const bool isSame =
+        earlier.source == claim.source && (!claim.source.empty() || earlier.material == material);
+    if (isNew || isSame) {
+        return;
+    }
+    entry->second = claim;
+    const auto text =
+        format(
+            "Текстура '%s' материала '%s' (карта '%s') заменяет текстуру материала '%s' с тем же именем."_ansi) %
+        name.Text() % claim.materialName %
+        (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()) % earlier.materialName;
+    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+}
+
+std::string MakeSlotTexture(Export& run, Mtl* material, Texmap* map, int slot, const eExportMaterialUse& use,
+                            host::TimeValue t) {
+    eExportTexture texture;
+    texture.texmap = map;
+    texture.slot = slot;
+    texture.materialIndex = use.index;
+    MakeTextureName(run, texture, material);
+    MakeTargetPath(run, texture);
+    ClaimTexture(run, texture, material);
+    WriteTexture(run, texture, material, static_cast<int>(use.sizeU), static_cast<int>(use.sizeV), t);
+    return GetEngineTextureName(texture);
+}
+
+eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUse& use) {
+    const eMaterialTraits traits = ReadTraits(material);
+    const host::TimeValue t = run.frameStart * run.host->GetTicksPerFrame();
+    eExportMaterial record;
+    record.name = GetMaterialName(material);
+    record.type = TypeOf(traits);
+    if (material != nullptr) {
+        host::Interval valid = host::kForever;
+        material->Update(t, valid);
+    }
+    for (int slot = 0; slot < traits.slots; ++slot) {
+        FieldOfSlot(record, traits, slot) =
+            MakeSlotTexture(run, material, TexmapOfSlot(material, traits, slot), slot, use, t);
+    }
+    if (traits.IsEnvmap() && traits.sorrel.mask == nullptr) {
+        record.amount = traits.sorrel.strength;
+    }
+    if (traits.hasSpecular) {
+        record.color = GetSpecularColor(material);
+    }
+    record.blend = BlendOf(material, traits.sorrel);
+    record.modulate2x = traits.multiply && traits.sorrel.modulate2x != 0;
+    return record;
+}
+
+// Two different materials with one name: the first record stays.
+void CheckDuplicateNames(Export& run) {
+    std::set<std::string> keys;
+    for (const auto& [key, use] : run.materialMap) {
+        const std::string name = GetMaterialName(key.material);
+        const std::string text = (format("%s~^&*%d") % name % key.group).Text();
+        if (!keys.insert(LowerAnsi(text)).second) {
+            ShowError(run.host->GetMAXHWnd(),
+                      (format("Повторяющееся имя материала '%s'!"_ansi) % name).Text());
+        }
+    }
+}
+
+// A material gets its record by its first palette; one that occurs in later palettes alone has none.
+void WarnWithoutRecord(Export& run, const Mtl* material, const eExportMaterialUse& use) {
+    const auto text =
+        format(
+            "Материал '%s' мэша '%s' не записан: он используется только в дополнительных палитрах "
+            "костей.\nНеобходимо упростить скиннинг или разделить мэш."_ansi) %
+        GetMaterialName(material) % (use.node != nullptr ? use.node->GetName() : std::string());
+    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+}
+
+void AddRecord(eExportResourceSet& set, eExportMaterial record) {
+    if (std::ranges::find(set.materials, record.name, &eExportMaterial::name) == set.materials.end()) {
+        set.materials.push_back(std::move(record));
+    }
+}
+
+// Progress in whole percent; asks for a cancel whenever another percent is done.
+class ePercentProgress {
+public:
+    ePercentProgress(host::Interface& hostInterface, std::size_t steps)
+        : host(hostInterface), step(100.0F / static_cast<float>(std::max<std::size_t>(steps, 1))) {}
+
+    // False if the user has cancelled.
+    bool Advance() {
+        total += step;
+        sum += step;
+        if (sum < 1) {
+            return true;
+        }
+        sum = 0;
+        if (host.GetCancel()) {
+            return false;
+        }
+        host.ProgressUpdate(static_cast<int>(total));
+        return true;
+    }
+
+private:
+    host::Interface& host;
+    float step;
+    float sum = 0;
+    float total = 0;
+};
+
+}  // namespace
+
+void WriteMaterials(Export& run, bool useCommon) {
+    CheckDuplicateNames(run);
+    run.host->ProgressStart("Запись текстур..."_ansi);
+    eExportResourceSet& set = useCommon ? run.commonResources : run.modelResources;
+    ePercentProgress progress(*run.host, run.materialMap.size());
+    const Mtl* previous = nullptr;  // the map is ordered by material, then by palette
+    for (const auto& [key, use] : run.materialMap) {
+        if (key.group != 0) {
+            if (key.material != previous) {
+                WarnWithoutRecord(run, key.material, use);
+            }
+            previous = key.material;
+            continue;
+        }
+        previous = key.material;
+        AddRecord(set, MakeMaterial(run, key.material, use));
+        if (!progress.Advance()) {
+            break;
+        }
+    }
+}

@@ -25,7 +25,9 @@ eCorners<host::Point4> TangentsFor(const std::vector<host::Point3>& coordinates,
     mesh.maps[0].verts = coordinates;
     MeshNode(Model(scene), "hat", mesh).Material(scene.Material("rock", bumped));
     eMeshRun run(scene);
-    EXPECT_THAT(run.Messages(), messages);
+    std::vector<std::string> aboutMesh = run.Messages();
+    std::erase_if(aboutMesh, [](const std::string& line) { return line.find("Текстура") != line.npos; });
+    EXPECT_THAT(aboutMesh, messages);
     return run.Soup("hat").tangents[0];
 }
 

@@ -1,0 +1,165 @@
+#include "material/write_texture.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/ansi.h"
+#include "base/diagnostics.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "io/whole_file.h"
+#include "material/bmp_file.h"
+#include "material/map_files.h"
+#include "material/material_queries.h"
+#include "material/normal_map.h"
+#include "material/texture_name.h"
+#include "material/texture_source.h"
+#include "platform/file_events.h"
+#include "platform/file_time.h"
+#include "texture/compress_image.h"
+
+namespace {
+
+constexpr int kPlainColorSide = 2;
+constexpr int kDxt5Format = 3;
+
+// What is to be done for one slot.
+struct eTexturePlan {
+    bool copy = false;
+    std::string copySource;
+    eTextureSource picture;
+    int bitsPerPixel = 24;
+    eName target;  // with its extension
+};
+
+struct eTextureRequest {
+    Export& run;
+    const eExportTexture& texture;
+    host::Mtl* material;
+    host::TimeValue time;
+
+    eName Target(const eTextureRole& role) const {
+        return eName(texture.targetPath).Append(role.isBump ? ".dds" : ".bmp");
+    }
+    void Tell(const std::string& file, const char* reason) const {
+        const auto text = format("Текстура '%s' (материал '%s', карта '%s') не записана:\n%s"_ansi) % file %
+                          GetMaterialName(material) %
+                          (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()) % reason;
+        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    }
+};
+
+// Takes the size and the depth of the picture from its file; false if it can't be read.
+bool TakeBitmap(const eTextureRequest& request, const std::string& source, eTexturePlan& plan) {
+    std::string problem;
+    host::Bitmap* bitmap = request.run.host->TheManager().Load({source}, &problem);
+    if (bitmap == nullptr) {
+        request.Tell(source, ("файл изображения не читается.\n"_ansi + problem).c_str());
+        return false;
+    }
+    const eTextureRole& role = plan.picture.role;
+    plan.picture.width = bitmap->Width();
+    plan.picture.height = bitmap->Height();
+    plan.bitsPerPixel = (bitmap->HasAlpha() || role.isBump) && !role.isSpecular ? 32 : 24;
+    bitmap->DeleteThis();
+    return true;
+}
+
+// A map with a file. Nothing if there is nothing to write.
+std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTexturePlan plan) {
+    host::Texmap& map = *plan.picture.map;
+    map.LoadMapFiles(request.time);
+    const std::string source = FirstMapFile(map, false);
+    if (source.empty()) {
+        const auto text = format("The texture %s (material %s, map %s) is missing") %
+                          FirstMapFile(map, true) % GetMaterialName(request.material) % map.GetName();
+        Warn(__FILE__, __LINE__, text.Text());
+        return std::nullopt;
+    }
+    plan.copy = ExtensionIsAccepted(source) && plan.picture.role.bumpAmount == 0;
+    plan.copySource = source;
+    plan.target = plan.copy ? request.texture.targetPath : request.Target(plan.picture.role);
+    if (!IsNewer(source, plan.target)) {
+        platform::TellFileEvent(platform::eFileAction::Kept, plan.target.Text());
+        return std::nullopt;
+    }
+    // The host need not know the engine's own format to copy a file of it.
+    const bool isUsable =
+        (plan.copy && eName(source).Part(eName::Extension) == ".dds") || TakeBitmap(request, source, plan);
+    return isUsable ? std::optional(std::move(plan)) : std::nullopt;
+}
+
+std::optional<eTexturePlan> PlanTexture(const eTextureRequest& request, int width, int height) {
+    eTexturePlan plan;
+    host::Texmap* map = request.texture.texmap;
+    plan.picture.material = request.material;
+    plan.picture.role = RoleOf(request.material, map);
+    plan.picture.map = plan.picture.role.isNormal && map->NumSubTexmaps() > 0 ? map->GetSubTexmap(0) : map;
+    plan.picture.width = width;
+    plan.picture.height = height;
+    plan.target = request.Target(plan.picture.role);
+    if (plan.picture.map == nullptr) {
+        plan.picture.width = kPlainColorSide;
+        plan.picture.height = kPlainColorSide;
+        return plan;
+    }
+    return plan.picture.map->ClassID() == host::kBitmapClass ? PlanBitmap(request, std::move(plan)) : plan;
+}
+
+// A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
+// own texture for it.
+void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, const eTextureImage& image) {
+    const eTextureImage normals =
+        plan.picture.role.isNormal ? NormalsFromPicture(image) : NormalsFromHeights(image);
+    std::vector<std::uint8_t> content;
+    const auto append = [&content](const void* buffer, std::size_t byteCount, const eMipInfo*,
+                                   std::intptr_t) {
+        const auto* bytes = static_cast<const std::uint8_t*>(buffer);
+        content.insert(content.end(), bytes, bytes + byteCount);
+        return 0;
+    };
+    CompressionOptions options;
+    options.g_texture_format = kDxt5Format;
+    options.rescaleFilter = 2;
+    const int result = CompressImage(normals.pixels.data(), static_cast<unsigned>(normals.width),
+                                     static_cast<unsigned>(normals.height), normals.width * 4,
+                                     pixelLayoutBgra, options, append);
+    if (result != compressDone) {
+        content.clear();
+        request.Tell(plan.target, "стороны карты нормалей должны быть равны 1, 2 или кратны 4."_ansi);
+    }
+    xIo::WriteWholeFile(plan.target, content);
+}
+
+void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
+    const eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
+    if (plan.picture.role.isBump) {
+        WriteNormalMap(request, plan, image);
+    } else {
+        xIo::WriteWholeFile(plan.target, MakeBmp(image, plan.bitsPerPixel));
+    }
+}
+
+}  // namespace
+
+bool IsNewer(const std::string& source, const std::string& target) {
+    const auto sourceTime = platform::LastWriteTime(source);
+    const auto targetTime = platform::LastWriteTime(target);
+    return sourceTime && (!targetTime || *targetTime < *sourceTime);
+}
+
+void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* material, int width, int height,
+                  host::TimeValue t) {
+    const eTextureRequest request{.run = run, .texture = texture, .material = material, .time = t};
+    const std::optional<eTexturePlan> plan = PlanTexture(request, width, height);
+    if (!plan) {
+        return;
+    }
+    if (plan->copy) {
+        xIo::CopyWholeFile(plan->copySource, plan->target);
+    } else {
+        MakeTexture(request, *plan);
+    }
+}
