@@ -103,12 +103,12 @@ void BreakIfAttached() {
     }
 }
 
-[[noreturn]] void ThrowCustom(const std::string& message) {
+[[noreturn]] void ThrowCustom(const std::string& message, const std::string& report) {
     exceptionUnderWay = true;
     if (breakOnErrors.value != 0) {
         BreakIfAttached();
     }
-    throw eEx_Custom(message, xCheckPoint::InnermostLocation());
+    throw eEx_Custom(message, xCheckPoint::InnermostLocation(), report);
 }
 
 void OnUnhandledException(const char* name) {
@@ -198,7 +198,7 @@ void Fail(const char* sourceFile, int line, const std::string& message) {
         LogHandledException(report);
     }
     if ((mode & throwInstead) != 0) {
-        ThrowCustom(message);
+        ThrowCustom(message, report);
     }
     CurrentHandler().ShowError(report);
     BreakIfAttached();

@@ -33,11 +33,14 @@ public:
 // Thrown by Fail in the mode throwInstead.
 class eEx_Custom : public eException {
 public:
-    eEx_Custom(std::string messageText, std::string checkPointLocation)
-        : message(std::move(messageText)), location(std::move(checkPointLocation)) {}
+    eEx_Custom(std::string messageText, std::string checkPointLocation, std::string wholeReport)
+        : message(std::move(messageText)),
+          location(std::move(checkPointLocation)),
+          report(std::move(wholeReport)) {}
 
     const std::string message;
     const std::string location;  // Location() of the innermost check-point, empty without one
+    const std::string report;    // as a box would have shown it
 };
 
 // Thrown when the user chooses Retry in a box that offers it.

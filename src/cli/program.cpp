@@ -8,6 +8,7 @@
 #include "cli/export_command.h"
 #include "cli/inspect_command.h"
 #include "cli/options_command.h"
+#include "cli/pak_command.h"
 
 namespace cli {
 
@@ -19,6 +20,7 @@ int RunProgram(int argc, char** argv) {
     AddExportCommand(program, action);
     AddConvertCommand(program, action);
     AddInspectCommand(program, action);
+    AddPakCommand(program, action);
     AddOptionsCommand(program, action);
     try {
         program.parse(argc, argv);

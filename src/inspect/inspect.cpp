@@ -22,29 +22,29 @@ bool EndsWith(const std::string& name, std::string_view ending) {
     return name.ends_with(ending);
 }
 
-eDescription DescribeText(const std::string& fileName, const eSdlBlock& file) {
+eDescription DescribeText(const std::string& name, const eSdlBlock& file) {
     if (file.Find("skeleton") != nullptr) {
         return DescribeModel(file);
     }
-    return EndsWith(fileName, ".material") ? DescribeMaterials(file) : DescribeEntity(file);
+    return EndsWith(name, ".material") ? DescribeMaterials(file) : DescribeEntity(file);
 }
 
-eInspection InspectText(const std::string& fileName, std::span<const std::uint8_t> content) {
+eInspection InspectText(const std::string& name, std::span<const std::uint8_t> content) {
     eInspection result;
     const std::string text(content.begin(), content.end());
-    const eSdlBlock file = ReadSdlTree(text, result.problem);
+    const eSdlBlock file = ReadSdlTree(name, text, result.problem);
     if (result.problem.empty() && file.Blocks().empty()) {
         result.problem = "the file is none that the export writes";
     }
     if (result.problem.empty()) {
-        result.description = DescribeText(fileName, file);
+        result.description = DescribeText(name, file);
     }
     return result;
 }
 
 }  // namespace
 
-eInspection InspectContent(const std::string& fileName, std::span<const std::uint8_t> content) {
+eInspection InspectContent(const std::string& name, std::span<const std::uint8_t> content) {
     eInspection result;
     if (BeginsWith(content, "EANM")) {
         result.description = DescribeAnimation(content, result.problem);
@@ -53,7 +53,7 @@ eInspection InspectContent(const std::string& fileName, std::span<const std::uin
     } else if (BeginsWith(content, "BM")) {
         result.description = DescribeBmp(content, result.problem);
     } else {
-        result = InspectText(fileName, content);
+        result = InspectText(name, content);
     }
     return result;
 }

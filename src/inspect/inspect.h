@@ -14,7 +14,8 @@ struct eInspection {
 };
 
 // Says what is in a file that the export writes. The kind is found by content, for text by its first block
-// and the name: `fileName` is the last part of the path, UTF-8.
-eInspection InspectContent(const std::string& fileName, std::span<const std::uint8_t> content);
+// and the name, in code page 1251: that of the resource, or the last part of a loose file's path. What a text
+// includes is looked up in the repository.
+eInspection InspectContent(const std::string& name, std::span<const std::uint8_t> content);
 
 }  // namespace inspect

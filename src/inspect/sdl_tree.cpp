@@ -1,35 +1,49 @@
 #include "inspect/sdl_tree.h"
 
-#include "io/sdl_parser.h"
+#include "base/ansi.h"
+#include "base/failure_report.h"
+#include "io/repository.h"
+#include "io/sdl_reader.h"
 
 namespace inspect {
 
 namespace {
 
-using xIo::xSdl::eParser;
-using xIo::xSdl::eToken;
+using xIo::xSdl::eReader;
 
 // Deeper than any skeleton: what nests deeper is no text of the system.
 constexpr std::size_t kDeepestBlock = 4096;
 
-std::string PlainText(const eToken& token) {
-    if (token.type != xIo::xSdl::kTokenString && token.type != xIo::xSdl::kTokenSingleString) {
-        return std::string(token.text);
-    }
-    std::string plain;
-    for (std::size_t i = 0; i < token.text.size(); ++i) {
-        char c = token.text[i];
-        if (c == '\\' && i + 1 < token.text.size()) {
-            c = token.text[++i];
-            c = c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
+void ReadBlocks(eReader& reader, eSdlBlock& root) {
+    std::vector<eSdlBlock*> open{&root};
+    for (;;) {
+        const xIo::xSdl::eToken& token = reader.Next();
+        switch (token.type) {
+            case xIo::xSdl::kTokenEnd:
+                if (open.size() > 1) {
+                    Fail(__FILE__, __LINE__, "SDL: block terminator expected");
+                }
+                return;
+            case xIo::xSdl::kTokenError:
+                Fail(__FILE__, __LINE__, "SDL: unexpected token");
+            case xIo::xSdl::kTokenBlockBegin:
+                if (open.size() == kDeepestBlock) {
+                    Fail(__FILE__, __LINE__, "SDL: blocks are nested too deeply");
+                }
+                open.back()->items.push_back({{}, false, std::make_unique<eSdlBlock>()});
+                open.push_back(open.back()->items.back().block.get());
+                break;
+            case xIo::xSdl::kTokenBlockEnd:
+                if (open.size() == 1) {
+                    Fail(__FILE__, __LINE__, "SDL: block start expected");
+                }
+                open.pop_back();
+                break;
+            default:
+                open.back()->items.push_back(
+                    {std::string(token.text), token.type == xIo::xSdl::kTokenString, nullptr});
         }
-        plain += c;
     }
-    return plain;
-}
-
-std::string AtLine(const char* what, const eToken& token) {
-    return std::string(what) + " in line " + std::to_string(token.line);
 }
 
 }  // namespace
@@ -78,40 +92,15 @@ std::string eSdlBlock::ValueOf(std::string_view name) const {
     return values.empty() ? std::string() : values.front();
 }
 
-eSdlBlock ReadSdlTree(const std::string& text, std::string& problem) {
+eSdlBlock ReadSdlTree(const std::string& name, const std::string& text, std::string& problem) {
     eSdlBlock root;
-    std::vector<eSdlBlock*> open{&root};
-    eParser parser("", text);
-    problem.clear();
-    for (;;) {
-        const eToken& token = parser.Next();
-        switch (token.type) {
-            case xIo::xSdl::kTokenEnd:
-                problem = open.size() > 1 ? AtLine("a block is not closed", token) : "";
-                return root;
-            case xIo::xSdl::kTokenError:
-                problem = AtLine("a character or a string is broken", token);
-                return root;
-            case xIo::xSdl::kTokenBlockBegin:
-                if (open.size() == kDeepestBlock) {
-                    problem = AtLine("blocks are nested too deeply", token);
-                    return root;
-                }
-                open.back()->items.push_back({{}, false, std::make_unique<eSdlBlock>()});
-                open.push_back(open.back()->items.back().block.get());
-                break;
-            case xIo::xSdl::kTokenBlockEnd:
-                if (open.size() == 1) {
-                    problem = AtLine("a block is closed that is not open", token);
-                    return root;
-                }
-                open.pop_back();
-                break;
-            default:
-                open.back()->items.push_back(
-                    {PlainText(token), token.type == xIo::xSdl::kTokenString, nullptr});
-        }
-    }
+    problem = ToUtf8(FailureReport([&] {
+        const xIo::xRepository::eFolderScope folder(xIo::xRepository::FolderOf(name));
+        eReader reader;
+        reader.OpenText(name, text);
+        ReadBlocks(reader, root);
+    }));
+    return root;
 }
 
 }  // namespace inspect

@@ -33,8 +33,9 @@ struct eSdlBlock {
     std::string ValueOf(std::string_view name) const;
 };
 
-// Reads a whole text, whose items are those of a nameless outermost block. With a problem, which names the
-// line, the tree holds what stood before it.
-eSdlBlock ReadSdlTree(const std::string& text, std::string& problem);
+// Reads a whole text as the engine does, includes and defines unfolded; the items are those of a nameless
+// outermost block. `name` is the text's own in the repository, for what it includes. The problem is the
+// report of the fatal error in UTF-8, with the lines around it; the tree holds what stood before it.
+eSdlBlock ReadSdlTree(const std::string& name, const std::string& text, std::string& problem);
 
 }  // namespace inspect

@@ -120,7 +120,7 @@ std::string FindFiles(const std::string& folder, const std::string& target, eFil
     if (!platform::IsFolder(folder)) {
         return folder + ": there is no such folder";
     }
-    const std::string own = platform::DiskPath(target);
+    const std::string own = platform::DiskPath(target, platform::ePathForm::Native);
     std::string problem = WalkFolder("", folder, {}, [&](const eWalkedFile& file) {
         const std::string place = platform::DiskPath(file.path);
         if (place != own && place != own + temporarySuffix) {
@@ -160,7 +160,7 @@ ePackedFolder WritePak(const std::string& folder, const std::string& target) {
         return result;
     }
     eFileStream stream;
-    if (!stream.Open(target, streamWrite | streamTruncate)) {
+    if (!stream.OpenNative(target, streamWrite | streamTruncate)) {
         result.problem = target + ": " + stream.Status().Text();
         return result;
     }

@@ -5,11 +5,12 @@
 #include <limits>
 #include <system_error>
 
+#include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "io/file_failure.h"
-#include "io/path.h"
 #include "platform/file_events.h"
+#include "platform/folder.h"
 #include "platform/message_box.h"
 
 namespace xIo {
@@ -44,8 +45,21 @@ eFileStream::~eFileStream() {
 
 bool eFileStream::Open(const std::string& path, std::uint32_t openFlags, int bufferSize) {
     Close();
-    flags = openFlags;
     finalPath = path;
+    pathForm = platform::ePathForm::Resource;
+    return OpenPaths(openFlags, bufferSize);
+}
+
+bool eFileStream::OpenNative(const std::string& path, std::uint32_t openFlags, int bufferSize) {
+    Close();
+    finalPath = FromUtf8(path).text;
+    diskPath = path;
+    pathForm = platform::ePathForm::Native;
+    return OpenPaths(openFlags, bufferSize);
+}
+
+bool eFileStream::OpenPaths(std::uint32_t openFlags, int bufferSize) {
+    flags = openFlags;
     readPastEnd = false;
     size = 0;
     std::int64_t length = 0;
@@ -82,9 +96,13 @@ bool eFileStream::OpenMedium(std::int64_t& length) {
 platform::eIoStatus eFileStream::TryToOpen(std::int64_t& length) {
     const platform::eFileAccess access = AccessOf(flags);
     length = 0;
-    platform::eIoStatus result = platform::FindOnDisk(finalPath, diskPath);
+    const bool isNative = pathForm == platform::ePathForm::Native;
+    platform::eIoStatus result;
+    if (!isNative) {
+        result = platform::FindOnDisk(finalPath, diskPath);
+    }
     if (result.IsOk()) {
-        result = access == platform::eFileAccess::Read
+        result = access == platform::eFileAccess::Read && !isNative
                      ? file.Open(finalPath + OpenSuffix(), access)
                      : file.Open(diskPath + OpenSuffix(), access, platform::ePathForm::Native);
     }
@@ -137,7 +155,7 @@ void eFileStream::Abandon() {
     }
     Remember(file.Close());
     if (UsesTemporary()) {
-        RemovePath(finalPath + temporarySuffix);
+        platform::RemoveTree(diskPath + temporarySuffix, platform::ePathForm::Native);
     }
 }
 

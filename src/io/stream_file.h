@@ -27,6 +27,8 @@ public:
     // streamPrompt the user is asked whether to try again, and a refusal is fatal. A path that the write
     // fence does not allow is told and never asked.
     bool Open(const std::string& path, std::uint32_t openFlags, int bufferSize = fileBufferSize);
+    // The same for a path as the operating system spells it.
+    bool OpenNative(const std::string& path, std::uint32_t openFlags, int bufferSize = fileBufferSize);
     // True if all went well: what was written is complete under the final name. A rename that fails asks the
     // user whether to try again, and a refusal is fatal. Nothing to do on a closed stream.
     bool Close();
@@ -44,6 +46,7 @@ protected:
     void Fill() override;
 
 private:
+    bool OpenPaths(std::uint32_t openFlags, int bufferSize);
     bool OpenMedium(std::int64_t& length);
     platform::eIoStatus TryToOpen(std::int64_t& length);
     const char* OpenSuffix() const { return UsesTemporary() ? temporarySuffix : ""; }
@@ -54,8 +57,9 @@ private:
     bool SeekMedium(std::int64_t position);
     void Remember(const platform::eIoStatus& result);
 
-    std::string finalPath;
-    std::string diskPath;  // where finalPath lies, looked up once at open
+    std::string finalPath;  // as it is told
+    std::string diskPath;   // where it lies, looked up once at open
+    platform::ePathForm pathForm = platform::ePathForm::Resource;
     platform::eFile file;
     platform::eIoStatus status;
     std::int64_t mediumPosition = 0;

@@ -37,6 +37,6 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries,
 
 // Removes a file, or a folder with all its content. Links are removed, not followed. Tells the file observer
 // of each file. Stops at the first failure.
-eIoStatus RemoveTree(std::string_view path);
+eIoStatus RemoveTree(std::string_view path, ePathForm form = ePathForm::Resource);
 
 }  // namespace platform

@@ -133,9 +133,9 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, 
     return status;
 }
 
-eIoStatus RemoveTree(std::string_view path) {
+eIoStatus RemoveTree(std::string_view path, ePathForm form) {
     std::string native;
-    const eIoStatus status = MakeNativeForWriting(path, ePathForm::Resource, native);
+    const eIoStatus status = MakeNativeForWriting(path, form, native);
     return status.IsOk() ? RemoveNatively(native) : status;
 }
 

@@ -1,0 +1,111 @@
+#include "cli/inspect_source.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "base/ansi.h"
+#include "base/failure_report.h"
+#include "cli/option_path.h"
+#include "io/name.h"
+#include "io/repository.h"
+
+namespace cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace xRepository = xIo::xRepository;
+
+constexpr std::string_view kContainerEnding = ".pak";
+
+bool IsContainer(const std::string& path) {
+    return EqualNoAsciiCase(fs::path(path).extension().string(), kContainerEnding);
+}
+
+// What the export writes; what else lies in a resource folder is passed over.
+bool IsOurs(const eName& name) {
+    const std::string extension = name.Part(eName::Extension);
+    const char* const kKinds[] = {".mdl", ".def", ".mesh", ".material", ".anm", ".dds", ".bmp"};
+    return std::ranges::find(kKinds, extension) != std::end(kKinds);
+}
+
+// Whether a name is asked for: all of the tree, a folder of it that ends in a slash, or the one name.
+bool IsAskedFor(const std::string& name, const std::string& asked) {
+    return asked.empty() || (asked.ends_with('/') ? name.starts_with(asked) : name == asked);
+}
+
+eInspectedFile ReadResource(const std::string& name) {
+    eInspectedFile file{ToUtf8(name), name, {}, {}};
+    file.problem = ToUtf8(FailureReport([&] {
+        const auto stream = xRepository::OpenResource(name);
+        file.content.resize(static_cast<std::size_t>(stream->Size()));
+        stream->Read(file.content.data(), stream->Size());
+    }));
+    return file;
+}
+
+void ReadTree(const eContainerPath& typed, const std::function<void(const eInspectedFile&)>& visit) {
+    const std::optional<std::string> path = FolderOption(typed.path);
+    const std::optional<std::string> asked = OptionPath(typed.name);
+    if (!path || !asked) {
+        visit({typed.path, {}, {}, "the path has a character that code page 1251 lacks"});
+        return;
+    }
+    const bool isContainer = IsContainer(typed.path);
+    const std::string problem =
+        FailureReport([&] { xRepository::Mount(isContainer ? "/mounted.pak" : "/", *path); });
+    if (!problem.empty()) {
+        visit({typed.path, {}, {}, ToUtf8(problem)});
+        return;
+    }
+    const std::string resolved = eName(*asked);
+    bool isFound = resolved.empty();
+    for (const std::string& name : xRepository::Names()) {
+        const bool isOneName = !resolved.empty() && !resolved.ends_with('/');
+        if (IsAskedFor(name, resolved) && (isOneName || IsOurs(name))) {
+            isFound = true;
+            visit(ReadResource(name));
+        }
+    }
+    if (!isFound) {
+        visit({typed.path + ":" + typed.name, {}, {}, "there is no such file in the container"});
+    }
+}
+
+void ReadLooseFile(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit) {
+    eInspectedFile file{typed, FromUtf8(fs::path(typed).filename().string()).text, {}, {}};
+    std::ifstream stream(typed, std::ios::binary);
+    file.content.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+    if (stream.bad() || !stream.is_open()) {
+        file.problem = "the file can't be read";
+    }
+    xRepository::Settings().mountOnDemand = true;
+    xRepository::Settings().basePath = FolderOption(fs::absolute(typed).parent_path()).value_or("");
+    visit(file);
+}
+
+}  // namespace
+
+eContainerPath SplitContainer(const std::string& typed) {
+    const std::size_t colon = typed.rfind(":/");
+    if (colon != std::string::npos && IsContainer(typed.substr(0, colon))) {
+        return {typed.substr(0, colon), typed.substr(colon + 1)};
+    }
+    return {typed, {}};
+}
+
+void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit) {
+    const eContainerPath split = SplitContainer(typed);
+    std::error_code error;
+    if (fs::is_directory(split.path, error) || IsContainer(split.path)) {
+        ReadTree(split, visit);
+    } else {
+        ReadLooseFile(typed, visit);
+    }
+    xRepository::Clear();
+    xRepository::Settings() = {};
+}
+
+}  // namespace cli
