@@ -4,6 +4,7 @@
 
 #include "inspect/animation_view.h"
 #include "inspect/bmp_view.h"
+#include "inspect/dds_view.h"
 #include "inspect/material_view.h"
 #include "inspect/mesh_view.h"
 #include "inspect/model_view.h"
@@ -50,6 +51,8 @@ eInspection InspectContent(const std::string& name, std::span<const std::uint8_t
         result.description = DescribeAnimation(content, result.problem);
     } else if (BeginsWith(content, mesh_format::kFileTag)) {
         result.description = DescribeMeshes(content, result.problem);
+    } else if (BeginsWith(content, "DDS ")) {
+        result.description = DescribeDds(content, result.problem);
     } else if (BeginsWith(content, "BM")) {
         result.description = DescribeBmp(content, result.problem);
     } else {
