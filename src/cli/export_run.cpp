@@ -158,11 +158,7 @@ private:
     // Warnings of the base library are shown like the boxes; of a fatal error the box tells already.
     void TakeLogRecord(const std::string& text) {
         if (!text.starts_with("==")) {
-            const std::string line = text.substr(0, text.find_last_not_of("\r\n") + 1);
-            logged.push_back({eMessageKind::Warning, "", line});
-            if (!flags.quiet) {
-                TellWarning(ToUtf8(line));
-            }
+            face.TellWarning(text.substr(0, text.find_last_not_of("\r\n") + 1));
         }
     }
 
@@ -177,7 +173,6 @@ private:
         record.options = exporter->options;
         record.models = exporter->modelReports;
         record.messages = face.Messages();
-        record.messages.insert(record.messages.end(), logged.begin(), logged.end());
         record.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
         record.exitCode = exitCode;
         if (!flags.report.empty()) {
@@ -208,7 +203,6 @@ private:
     standalone::eTerminalFace face;
     standalone::StandaloneHost host;
     std::unique_ptr<Export> exporter = std::make_unique<Export>();
-    std::vector<standalone::eShownMessage> logged;
     bool isRefused = false;
     eFatalReport fatalReport;
     platform::eFileObserver previousObserver;

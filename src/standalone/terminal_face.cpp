@@ -1,5 +1,7 @@
 #include "standalone/terminal_face.h"
 
+#include <utility>
+
 #include <algorithm>
 #include <iostream>
 
@@ -42,10 +44,19 @@ eMessageKind KindOf(const platform::eMessageBox& box) {
 
 }  // namespace
 
-platform::eBoxAnswer eTerminalFace::Show(const platform::eMessageBox& box) {
-    messages.push_back({KindOf(box), box.title, box.text});
+void eTerminalFace::TellWarning(const std::string& text) {
+    Tell({eMessageKind::Warning, "", text});
+    DrawProgress();
+}
+
+void eTerminalFace::Tell(eShownMessage message) {
+    messages.push_back(std::move(message));
     EraseProgress();
     Print(messages.back());
+}
+
+platform::eBoxAnswer eTerminalFace::Show(const platform::eMessageBox& box) {
+    Tell({KindOf(box), box.title, box.text});
     const platform::eBoxAnswer answer =
         box.buttons == platform::eBoxButtons::Ok ? platform::eBoxAnswer::Ok : Ask();
     DrawProgress();

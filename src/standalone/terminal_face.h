@@ -46,13 +46,17 @@ public:
     void Update(int percent) override;
     void End() override;
 
-    // All boxes so far, those that were not printed too.
+    // A warning that comes without a box, code page 1251; it is printed and kept like one with a box.
+    void TellWarning(const std::string& text);
+
+    // All messages so far in their order, those that were not printed too.
     const std::vector<eShownMessage>& Messages() const { return messages; }
     // Fatal ones are errors.
     int ErrorCount() const;
     int WarningCount() const;
 
 private:
+    void Tell(eShownMessage message);
     platform::eBoxAnswer Show(const platform::eMessageBox& box);
     void Print(const eShownMessage& message);
     platform::eBoxAnswer Ask();

@@ -148,6 +148,7 @@ TEST_F(Program, EndsWithAFatalErrorWhereItCannotWrite) {
     EXPECT_THAT(result.errors, HasSubstr("open error"));
     const auto report = nlohmann::json::parse(folder.Read("report.json"));
     EXPECT_EQ(report["exit"], 1);
+    EXPECT_EQ(report["messages"].back()["kind"], "fatal");
     EXPECT_EQ(folder.Read("game/units"), "a file");
 }
 
