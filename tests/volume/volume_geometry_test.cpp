@@ -93,6 +93,14 @@ TEST(Convexity, AgreesWithThePlainTest) {
     }
 }
 
+// A vertex just above or below the tolerance of 0.01: a coarse look beforehand must not lose the one above.
+TEST(Convexity, DecidesCloseToTheTolerance) {
+    for (const float slope : {0.0095F, 0.0099F, 0.0102F, 0.0105F, 0.012F}) {
+        const Mesh mesh = MakeMesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {10, 0, 10 * slope}}, {{0, 1, 2}});
+        EXPECT_EQ(IsConvex(mesh), slope < 0.01F) << slope;
+    }
+}
+
 TEST(Convexity, TakesATetrahedronAndRefusesADent) {
     const Mesh tetrahedron =
         MakeMesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{0, 2, 1}, {0, 1, 3}, {1, 2, 3}, {0, 3, 2}});
