@@ -94,6 +94,25 @@ eExportResourceSet& SetOf(Export& run, const eBoneStep& step) {
     return isCommon ? run.commonResources : run.modelResources;
 }
 
+// A mesh is found by its name alone. Bones of one model have names of their own, but models that share a set
+// may each have a bone of that name.
+void TellTakenName(Export& run, const eBoneStep& step) {
+    const eMeshOwner own{&step.node, run.currentRoot};
+    const auto [entry, isFree] = run.sharedMeshes.owners.try_emplace(step.meshName.Text(), own);
+    if (isFree) {
+        return;
+    }
+    const eMeshOwner& first = entry->second;
+    const auto text =
+        format(
+            "Мэши кости '%s' модели '%s' и кости '%s' модели '%s' попали в общую папку под одним именем "
+            "'%s', "
+            "и вместо второго будет показан первый.\nНеобходимо переименовать одну из костей."_ansi) %
+        first.node->GetName() % first.root->GetName() % own.node->GetName() % own.root->GetName() %
+        step.meshName.Text();
+    ShowError(run.host->GetMAXHWnd(), text.Text());
+}
+
 void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
     const eExportResourceSet* shared = run.commonPending ? &run.commonResources : &run.modelResources;
     eMeshFate fate = eMeshFate::Empty;
@@ -151,6 +170,9 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
                           "Необходимо убрать из параметров 'Poly' и переэкпортировать."_ansi) %
                    slot.node->GetName())
                       .Text());
+    }
+    if (isWritten && step.targetSet == &run.commonResources) {
+        TellTakenName(run, step);
     }
     RememberFate(run, step, isWritten);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -20,9 +21,16 @@ enum class eMeshFate {
     Empty,      // it had nothing to write
 };
 
+// A node whose mesh was written, and the root of the model that it was walked in.
+struct eMeshOwner {
+    host::INode* node = nullptr;
+    host::INode* root = nullptr;
+};
+
 // The views of other nodes' meshes and the meshes written so far: told against each other once all models
 // that share a folder have been walked (missing_meshes.h).
 struct eSharedMeshes {
     std::vector<eSharedView> views;  // in the order of the walk
     std::unordered_map<const host::INode*, eMeshFate> fates;
+    std::unordered_map<std::string, eMeshOwner> owners;  // by the name of a mesh in the shared set
 };

@@ -86,6 +86,23 @@ TEST(Structure, WithoutItsStructureANestedModelStandsAlone) {
     EXPECT_FALSE(run.Has("ship/common") || run.Has("ship/ship.mdl"));
 }
 
+// Would catch a mesh that is never found because another model's took its name in the common folder.
+TEST(Structure, TwoMeshesOfOneNameInTheCommonFolderAreTold) {
+    support::eSceneBuilder clash;
+    support::eNode ship = Model(clash, "ship", "ship").Property("Structure");
+    for (const char* part : {"front", "rear"}) {
+        support::eNode barrel = Mesh(Nested(ship, part, "ship/" + std::string(part)), "barrel");
+        barrel.Child(std::string("spare_") + part).Property("Poly").SameObject(barrel);
+    }
+    support::eExportRun run(clash.Build());
+    run.Do();
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre("Ошибка: Мэши кости 'barrel' модели 'rear' и кости 'barrel' модели 'front' попали "
+                    "в общую папку под одним именем 'barrel', и вместо второго будет показан первый.\n"
+                    "Необходимо переименовать одну из костей."));
+}
+
 // Would catch a model behind a Structure that goes on filling its folder.
 TEST(Structure, AModelBehindItStandsAlone) {
     support::eSceneBuilder scene;
