@@ -6,17 +6,13 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::NodeNamed;
-using support::ObjectOf;
-using support::ProblemsOf;
-using support::SceneOf;
+using namespace support;
 using testing::ElementsAre;
 
 constexpr int kTicks = 160;
 
 host::Matrix3 At(eScene& scene, const std::string& name, double frame) {
-    return scene.Node(support::NumberOf(scene.data, name))->GetNodeTM(static_cast<int>(frame * kTicks));
+    return scene.Node(NumberOf(scene.data, name))->GetNodeTM(static_cast<int>(frame * kTicks));
 }
 
 // One channel per sampler, in order: "node path" pairs, then input, output and interpolation of each.
@@ -35,7 +31,7 @@ std::string Animation(const std::string& name, const std::vector<std::array<std:
 // Would catch straight lines that bend, turns the long way round, keys beside their frames, and parts of one
 // node that disturb one another.
 TEST(GltfAnimation, LinearKeysStayStraight) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("SCALAR", {0.33333334F, 1});  // frames 10 and 30
     file.Floats("VEC3", {0, 0, 0, 2, 4, 6});
     file.Floats("SCALAR", {0, 2});
@@ -61,7 +57,7 @@ TEST(GltfAnimation, LinearKeysStayStraight) {
 
 // Would catch a step that glides, or comes a frame early or late.
 TEST(GltfAnimation, StepsJumpAtTheirKeys) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("SCALAR", {0, 0.5F, 1, 1.5F});
     file.Floats("VEC3", {1, 0, 0, 5, 0, 0, 5, 0, 0, 9, 0, 0});
     file.Section("nodes", R"([{"name": "a"}])");
@@ -77,7 +73,7 @@ TEST(GltfAnimation, StepsJumpAtTheirKeys) {
 
 // Would catch tangents exchanged or not scaled by the time between keys, and ends that are not hit.
 TEST(GltfAnimation, SplinesAreExactAtTheFrames) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("SCALAR", {0.05F, 1.05F, 3.05F});  // frames 1.5, 31.5, 91.5
     // In-tangent, value, out-tangent per key.
     const float keys[3][3] = {{9, 0, 3}, {-2, 4, 1}, {5, -1, 7}};
@@ -105,8 +101,8 @@ TEST(GltfAnimation, SplinesAreExactAtTheFrames) {
 }
 
 // The soldier's takes in small: two nodes, three animations that move the first, one that moves the second.
-support::eGltfText Takes(const std::string& nodes) {
-    support::eGltfText file;
+eGltfText Takes(const std::string& nodes) {
+    eGltfText file;
     file.Floats("SCALAR", {0, 1});
     file.Floats("SCALAR", {0.1F, 0.5F});
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0});
@@ -149,8 +145,7 @@ TEST(GltfAnimation, ClipsThatMoveTheSameLieBehindOneAnother) {
 // Would catch declarations beside the artist's own, at the wrong model, or for nobody; a range that cuts
 // declared clips; and set names that hide the artist's sets.
 TEST(GltfAnimation, ModelsDeclareWhatMovesThem) {
-    support::eGltfText file =
-        Takes(R"([{"name": "a", "extras": {"Model": "m", "AnimationAuto": "all,all,0-10"}},
+    eGltfText file = Takes(R"([{"name": "a", "extras": {"Model": "m", "AnimationAuto": "all,all,0-10"}},
                                         {"name": "b", "children": [2]}, {"name": "c"}])");
     file.Section("scenes", R"([{"nodes": [0, 1],
         "extras": {"host.range": [0, 20], "host.selection.blink": "c"}}])");
@@ -174,7 +169,7 @@ TEST(GltfAnimation, ModelsDeclareWhatMovesThem) {
 
 // Would catch frames counted by another rate than the file's, and a caller's rate that does not win.
 TEST(GltfAnimation, TheRateIsTheCallersOrTheScenes) {
-    support::eGltfText file = Takes(R"([{"name": "a"}, {"name": "b"}])");
+    eGltfText file = Takes(R"([{"name": "a"}, {"name": "b"}])");
     file.Section("scenes", R"([{"nodes": [0, 1], "extras": {"host.fps": 60}}])");
     EXPECT_EQ(SceneOf(file.Text()).nodes[0].keys[1].frame, 60);
     EXPECT_EQ(SceneOf(file.Text(), {.fps = 24}).nodes[0].keys[1].frame, 24);
@@ -183,7 +178,7 @@ TEST(GltfAnimation, TheRateIsTheCallersOrTheScenes) {
 // Would catch morph weights of the wrong target, targets left in the file's axes, and keys where none are
 // needed.
 TEST(GltfAnimation, WeightsMoveTheVertices) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
     file.Floats("VEC3", {0, 0, 1, 0, 0, 1, 0, 0, 1});
     file.Floats("VEC3", {0, 2, 0, 0, 0, 0, 0, 0, 0});
@@ -206,7 +201,7 @@ TEST(GltfAnimation, WeightsMoveTheVertices) {
 TEST(GltfAnimation, BrokenAnimationsAreTold) {
     const auto problems = [](const std::vector<float>& times, const std::vector<float>& values,
                              const std::string& path, const std::string& node, const char* interpolation) {
-        support::eGltfText file;
+        eGltfText file;
         file.Floats("SCALAR", times);
         file.Floats(path == "rotation" ? "VEC4" : path == "weights" ? "SCALAR" : "VEC3", values);
         file.Section("nodes", "[" + node + "]");

@@ -8,14 +8,13 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::ProblemsOf;
+using namespace support;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 // A triangle with its own indices, two nodes, a skin, a clip, and the members that the tests break.
-support::eGltfText Good() {
-    support::eGltfText file;
+eGltfText Good() {
+    eGltfText file;
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
     file.Bytes("SCALAR", {0, 1, 2});
     file.Floats("SCALAR", {0, 1});
@@ -79,7 +78,7 @@ TEST(GltfBadInput, FormIsToldWithPlaceAndReason) {
 // Would catch a walk that never ends, runs out of stack, or shows a node twice.
 TEST(GltfBadInput, NodesMustBeATree) {
     const auto nodes = [](const std::string& list, const std::string& scenes) {
-        support::eGltfText file;
+        eGltfText file;
         file.Section("nodes", list);
         if (!scenes.empty()) {
             file.Section("scenes", scenes);
@@ -131,7 +130,7 @@ TEST(GltfBadInput, NumbersMustLieInTheirBuffers) {
 TEST(GltfBadInput, GeometryMustFitItself) {
     const auto problems = [](const std::vector<float>& positions, const std::vector<std::uint8_t>& indices,
                              const std::string& more) {
-        support::eGltfText file;
+        eGltfText file;
         file.Floats("VEC3", positions);
         file.Bytes("SCALAR", indices);
         file.Floats("VEC3", {0, 0, 0});
@@ -184,15 +183,15 @@ TEST(GltfBadInput, TheBinaryFrameIsChecked) {
     EXPECT_EQ(ProblemsOf(Import(PokedAt(whole, 16, 'j'))), "byte 12: the first chunk is not of type JSON\n");
     EXPECT_THAT(ProblemsOf(Import(PokedAt(whole, whole.find(std::string("BIN\0", 4)), 'b'))),
                 StartsWith("/buffers/0: the buffer holds 0 bytes, and tells "));
-    EXPECT_THAT(ProblemsOf(Import(support::BinaryGltf(
-                    R"({"asset": {"version": "2.0"}, "buffers": [{"byteLength": 8}]})", "1234"))),
+    EXPECT_THAT(ProblemsOf(Import(
+                    BinaryGltf(R"({"asset": {"version": "2.0"}, "buffers": [{"byteLength": 8}]})", "1234"))),
                 StartsWith("/buffers/0: the buffer holds 4 bytes, and tells 8"));
     EXPECT_EQ(ProblemsOf(Import(R"({"asset": {"version": "2.0"}, "buffers": [{"byteLength": 4}]})")),
               "/buffers/0: \"uri\" is missing, and only the first buffer of a binary file may lack it\n");
     EXPECT_EQ(ProblemsOf(Import(
                   R"({"asset": {"version": "2.0"}, "buffers": [{"byteLength": 4, "uri": "data:,abcd"}]})")),
               "/buffers/0: the data URI is not in base 64\n");
-    EXPECT_TRUE(Import(support::BinaryGltf(R"({"asset": {"version": "2.0"}})", "")).scene);
+    EXPECT_TRUE(Import(BinaryGltf(R"({"asset": {"version": "2.0"}})", "")).scene);
 }
 
 }  // namespace

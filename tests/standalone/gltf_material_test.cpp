@@ -10,9 +10,7 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::ProblemsOf;
-using support::SceneOf;
+using namespace support;
 using testing::ElementsAre;
 
 const std::string kPng("\x89PNG\r\n\x1A\n and so on");
@@ -29,7 +27,7 @@ const eMapData& MapAt(const eSceneData& scene, const eMapSlot& slot) {
 // Would catch a factor or map in the wrong place, an alpha mode that is not wrapped, extras that are no
 // parameters, and a wrapper that nobody asked for.
 TEST(GltfMaterials, FactorsMapsAndModesFindTheirPlaces) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("images", R"([{"uri": "art/a%20b+c.png"}, {"uri": "n.png"}])");
     file.Section("textures", R"([{"source": 0, "name": "colour"}, {"source": 1}])");
     file.Section("materials", R"([
@@ -72,7 +70,7 @@ host::Point2 HostTransform(const eMapCoordinates& c, host::Point2 p) {
 // Would catch a texture that turns the wrong way or about the wrong corner: the coordinates that an exporter
 // writes, with v down again, must be those that the file's own transform gives.
 TEST(GltfMaterials, TextureTransformsGiveTheFilesCoordinates) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("images", R"([{"uri": "a.png"}])");
     file.Section("textures", R"([{"source": 0}])");
     file.Section("materials",
@@ -106,14 +104,13 @@ std::string ReadFile(const std::string& path) {
 // Would catch embedded images without their own name and type, names that leave the folder or meet, and files
 // that are gone before the scene or stay behind it.
 TEST(GltfMaterials, EmbeddedImagesLiveAsLongAsTheScene) {
-    support::eGltfText file;
+    eGltfText file;
     const int view = file.View(kPng);
     const std::string inBuffer =
         ", \"mimeType\": \"image/jpeg\", \"bufferView\": " + std::to_string(view) + "}";
     file.Section("images", "[{\"name\": \"../Wall\"" + inBuffer + ", {\"name\": \".._wall.PNG\"" + inBuffer +
-                               ", {\"uri\": \"data:image/jpeg;base64," + support::Base64("\xFF\xD8\xFFjpeg") +
-                               "\"}, {\"uri\": \"data:image/webp;base64," + support::Base64("RIFFwebp") +
-                               "\"}]");
+                               ", {\"uri\": \"data:image/jpeg;base64," + Base64("\xFF\xD8\xFFjpeg") +
+                               "\"}, {\"uri\": \"data:image/webp;base64," + Base64("RIFFwebp") + "\"}]");
     file.Section("textures", R"([{"source": 0}, {"source": 1}, {"source": 2}, {"source": 3}])");
     std::string materials;
     for (const char* texture : {"0", "1", "2", "3", "0"}) {
@@ -142,7 +139,7 @@ TEST(GltfMaterials, EmbeddedImagesLiveAsLongAsTheScene) {
 // Would catch files beside the scene that are not found because of their names, and buffers read from
 // elsewhere, or refused because they are longer than told.
 TEST(GltfMaterials, FilesBesideTheSceneAreUsedAsTheyAre) {
-    const support::eTempFolder folder;
+    const eTempFolder folder;
     folder.Write("модель/a b+.bin", std::string("\0\0\x80\x3F\0\0\0\x40\0\0\x40\x40 and more", 21));
     const std::string text = R"({"asset": {"version": "2.0"},
         "buffers": [{"uri": "a%20b+.bin", "byteLength": 12}],

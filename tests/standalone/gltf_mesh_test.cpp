@@ -5,11 +5,7 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::NodeNamed;
-using support::ObjectOf;
-using support::ProblemsOf;
-using support::SceneOf;
+using namespace support;
 using testing::ElementsAre;
 
 const std::vector<float> kSquare = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
@@ -25,8 +21,8 @@ std::vector<eTriangle> TrianglesOf(const host::Mesh& mesh) {
 }
 
 // A file with one node "a" that shows a mesh of these primitives.
-support::eGltfText OneMesh(const std::string& primitives) {
-    support::eGltfText file;
+eGltfText OneMesh(const std::string& primitives) {
+    eGltfText file;
     file.Section("meshes", "[{\"name\": \"m\", \"primitives\": " + primitives + "}]");
     file.Section("nodes", R"([{"name": "a", "mesh": 0}])");
     return file;
@@ -36,7 +32,7 @@ support::eGltfText OneMesh(const std::string& primitives) {
 // vertices that make a triangle.
 TEST(GltfMesh, StripsAndFansAreTriangles) {
     const auto triangles = [](int mode, const std::vector<std::uint16_t>& indices) {
-        support::eGltfText file = OneMesh(
+        eGltfText file = OneMesh(
             "[{\"attributes\": {\"POSITION\": 0}, \"indices\": 1, \"mode\": " + std::to_string(mode) + "}]");
         file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 2, 0, 0, 3, 0, 0, 4, 0, 0});
         file.Shorts("SCALAR", indices);
@@ -52,7 +48,7 @@ TEST(GltfMesh, StripsAndFansAreTriangles) {
 // Would catch primitives that lose their material, share an id, or don't share their vertices; vertices that
 // nobody uses; and channels that are not filled up where only one primitive has them.
 TEST(GltfMesh, PrimitivesAreMaterialIdsOfOneMesh) {
-    support::eGltfText file = OneMesh(R"([
+    eGltfText file = OneMesh(R"([
         {"attributes": {"POSITION": 0, "NORMAL": 1, "TEXCOORD_1": 2}, "indices": 3, "material": 1},
         {"attributes": {"POSITION": 0, "NORMAL": 1, "TEXCOORD_1": 2}, "indices": 4},
         {"attributes": {"POSITION": 5}, "material": 1}])");
@@ -96,7 +92,7 @@ TEST(GltfMesh, PrimitivesAreMaterialIdsOfOneMesh) {
 // Would catch whole numbers that are not brought to fractions, a stride taken for packed data, sparse values
 // that are lost, and zeros that a missing buffer view stands for.
 TEST(GltfMesh, AccessorsOfEveryKindAreRead) {
-    support::eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "TEXCOORD_0": 1, "COLOR_0": 2}}])");
+    eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "TEXCOORD_0": 1, "COLOR_0": 2}}])");
     const int indices = file.View({"\1\2", 2});
     const float values[] = {5, 6, 7, 8, 9, 10};
     const int replaced = file.View({reinterpret_cast<const char*>(values), sizeof values});
@@ -123,7 +119,7 @@ TEST(GltfMesh, AccessorsOfEveryKindAreRead) {
 
 // Would catch a colour channel that appears without need, and alpha that is not told apart from colour.
 TEST(GltfMesh, ColoursWithoutAlphaHaveNoAlphaChannel) {
-    support::eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "COLOR_0": 1}}])");
+    eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "COLOR_0": 1}}])");
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
     file.Floats("VEC3", {0.5F, 0, 0, 0, 0.25F, 0, 0, 0, 1});
     const eSceneData scene = SceneOf(file.Text());
@@ -136,7 +132,7 @@ TEST(GltfMesh, ColoursWithoutAlphaHaveNoAlphaChannel) {
 // Would catch two nodes with one mesh that don't share one object, or a shared object without an id, and a
 // node with weights of its own that shares all the same.
 TEST(GltfMesh, NodesWithOneMeshShareOneObject) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
     file.Floats("VEC3", {0, 0, 1, 0, 0, 1, 0, 0, 1});
     file.Section("meshes", R"([{"name": "wheel", "weights": [0],
@@ -156,9 +152,8 @@ TEST(GltfMesh, NodesWithOneMeshShareOneObject) {
 TEST(GltfMesh, LinesBecomeAShapeOfChains) {
     const auto splines = [](const std::string& primitive, const std::vector<float>& points,
                             const std::vector<std::uint16_t>& indices) {
-        support::eGltfText file =
-            OneMesh("[{\"attributes\": {\"POSITION\": 0}" +
-                    std::string(indices.empty() ? "" : ", \"indices\": 1") + primitive + "}]");
+        eGltfText file = OneMesh("[{\"attributes\": {\"POSITION\": 0}" +
+                                 std::string(indices.empty() ? "" : ", \"indices\": 1") + primitive + "}]");
         file.Floats("VEC3", points);
         if (!indices.empty()) {
             file.Shorts("SCALAR", indices);
@@ -182,7 +177,7 @@ TEST(GltfMesh, LinesBecomeAShapeOfChains) {
 
 // Would catch a shape word that is ignored, and a primitive of other bounds than the mesh, or elsewhere.
 TEST(GltfMesh, ShapesTakeTheBoundsOfTheMesh) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {1, 2, 3, 5, 8, 13, 1, 8, 3});         // 4 by 6 by 10
     file.Floats("VEC3", {-1, -1, -1, 1, 1, 1, -0.97F, 1, 1});  // a ball, a little short of round
     file.Section("meshes", R"([{"primitives": [{"attributes": {"POSITION": 0}}]},
@@ -196,7 +191,7 @@ TEST(GltfMesh, ShapesTakeTheBoundsOfTheMesh) {
     EXPECT_EQ(NodeNamed(scene.data, "ball").offset, ePlacement{});
     // The host's cylinder has 18 sides and falls short of its circle by a little on one axis.
     for (const auto& [name, tolerance] : {std::pair("box", 1e-4F), std::pair("cylinder", 0.1F)}) {
-        host::INode& node = *scene.Node(support::NumberOf(scene.data, name));
+        host::INode& node = *scene.Node(NumberOf(scene.data, name));
         const host::Box3 bounds = node.EvalWorldState(0).obj->GetDeformBBox(0);
         const host::Matrix3 placed = node.GetObjTMAfterWSM(0);
         EXPECT_TRUE((bounds.pmin * placed).Equals({1, -13, 2}, tolerance)) << name;
@@ -206,7 +201,7 @@ TEST(GltfMesh, ShapesTakeTheBoundsOfTheMesh) {
 
 // Would catch a hidden loss: what the file holds beyond the host is told, once and in one line.
 TEST(GltfMesh, WhatTheHostLacksIsToldOnce) {
-    support::eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "COLOR_1": 0}},
+    eGltfText file = OneMesh(R"([{"attributes": {"POSITION": 0, "COLOR_1": 0}},
         {"attributes": {"POSITION": 0}, "mode": 0}, {"attributes": {"POSITION": 0}, "mode": 1},
         {"attributes": {"NORMAL": 0}}])");
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});

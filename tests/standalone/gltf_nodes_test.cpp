@@ -9,14 +9,10 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::NodeNamed;
-using support::ObjectOf;
-using support::ProblemsOf;
-using support::SceneOf;
+using namespace support;
 
 std::string NodesOnly(const std::string& nodes) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("nodes", nodes);
     return file.Text();
 }
@@ -78,7 +74,7 @@ constexpr const char* kCamera = R"(, "camera": 0)";
 constexpr const char* kLight = R"(, "extensions": {"KHR_lights_punctual": {"light": 0}})";
 
 std::string FileOf(const eChain& chain) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 2});
     file.Section("meshes", R"([{"primitives": [{"attributes": {"POSITION": 0}}]}])");
     file.Section("cameras", R"([{"type": "perspective", "perspective": {"yfov": 1, "znear": 1}}])");
@@ -100,7 +96,7 @@ TEST(GltfNodes, EverythingLandsWhereTheFileHasItTurned) {
         eScene scene(SceneOf(FileOf(chain)));
         for (std::size_t i = 0; i < kinds.size(); ++i) {
             const std::string what = "seed " + std::to_string(seed) + " node " + std::to_string(i);
-            const int number = support::NumberOf(scene.data, "n" + std::to_string(i));
+            const int number = NumberOf(scene.data, "n" + std::to_string(i));
             const host::Matrix3 found = scene.Node(number)->GetNodeTM(0);
             const host::Matrix3& wanted = chain.worlds[i];
             const float tolerance = 1e-4F * std::max(1.0F, Length(wanted.GetTrans()));
@@ -167,7 +163,7 @@ TEST(GltfNodes, NamesFitTheCodePage) {
 
 // Would catch a scene other than the one that the file shows, and children out of order.
 TEST(GltfNodes, TheSceneShownDecides) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("nodes",
                  R"([{"name": "a"}, {"name": "b", "children": [3, 2]}, {"name": "c"}, {"name": "d"}])");
     file.Section("scenes", R"([{"nodes": [0]}, {"nodes": [1]}])");
@@ -185,7 +181,7 @@ TEST(GltfNodes, TheSceneShownDecides) {
 // Would catch a field of view taken upright, a target off the axis or at the wrong distance, and a node with
 // both mesh and camera that loses one of them.
 TEST(GltfNodes, CamerasLookAtTheirTargets) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {4, 0, -10, 6, 0, -10, 5, 2, -10});
     file.Section("meshes", R"([{"primitives": [{"attributes": {"POSITION": 0}}]}])");
     file.Section("cameras", R"([
@@ -212,7 +208,7 @@ TEST(GltfNodes, CamerasLookAtTheirTargets) {
 // Would catch angles of lights in radians or from the axis, a lost range, and physical brightness as
 // multiplier.
 TEST(GltfNodes, LightsKeepWhatTheHostKnows) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("extensions", R"({"KHR_lights_punctual": {"lights": [
         {"type": "spot", "intensity": 5000, "range": 15, "color": [1, 0.5, 0],
          "spot": {"innerConeAngle": 0.39269908, "outerConeAngle": 0.52359878}},
@@ -237,7 +233,7 @@ TEST(GltfNodes, LightsKeepWhatTheHostKnows) {
 // Would catch scene extras that are misread, names of nodes that are not found in another letter case, and
 // unknown ones passed over in silence.
 TEST(GltfNodes, SceneExtrasSetTheStage) {
-    support::eGltfText file;
+    eGltfText file;
     file.Section("nodes", R"([{"name": "Wheel", "children": [1]}, {"name": "Дуло"}])");
     file.Section("scenes", R"([{"nodes": [0], "extras": {"host.range": [-5, 80], "host.ambient": [0.2, 0, 1],
         "host.metres_per_unit": 0.01, "host.selection.one": "wheel, дУЛО,,nobody", "host.selection.two": ["Wheel"],
@@ -253,7 +249,7 @@ TEST(GltfNodes, SceneExtrasSetTheStage) {
     EXPECT_THAT(result.warnings,
                 testing::ElementsAre("selection sets name nodes that the scene lacks: nobody",
                                      "scene extras that mean nothing here: host.strange"));
-    support::eGltfText bad;
+    eGltfText bad;
     bad.Section("scenes", R"([{"extras": {"host.range": [3, 1], "host.ambient": [2, 0, 0],
         "host.metres_per_unit": "x", "host.selection.a": 5, "host.fps": 0}}])");
     const eLoadResult refused = Import(bad.Text());

@@ -11,11 +11,12 @@
 namespace {
 
 using namespace standalone;
+using namespace support;
 using nlohmann::json;
 
 std::vector<std::filesystem::path> Samples() {
     std::vector<std::filesystem::path> files;
-    const std::filesystem::path folder = support::SourceTree() / "../shared/samples";
+    const std::filesystem::path folder = SourceTree() / "../shared/samples";
     if (!std::filesystem::exists(folder)) {
         return files;
     }
@@ -77,7 +78,7 @@ TEST(GltfSamples, EveryModelKeepsItsTriangles) {
         const std::string content = ContentOf(path);
         for (const char* asModel : {"", "test/sample"}) {
             const eLoadResult result = ImportGltf(path.string(), content, {.fps = {}, .asModel = asModel});
-            ASSERT_EQ(support::ProblemsOf(result), "") << path;
+            ASSERT_EQ(ProblemsOf(result), "") << path;
             EXPECT_EQ(TrianglesShown(*result.scene), TrianglesShown(JsonOf(content))) << path;
             eScene scene(*result.scene);
             for (std::size_t node = 0; node < scene.data.nodes.size(); ++node) {
@@ -92,11 +93,11 @@ TEST(GltfSamples, EveryModelKeepsItsTriangles) {
 
 // Would catch an embedded and a separate form of one scene that differ in anything but where the images are.
 TEST(GltfSamples, BothFormsOfTheTankAreOneScene) {
-    const std::filesystem::path folder = support::SourceTree() / "../shared/samples/artist";
+    const std::filesystem::path folder = SourceTree() / "../shared/samples/artist";
     if (!std::filesystem::exists(folder)) {
         GTEST_SKIP() << "no samples";
     }
-    const auto load = [&](const char* name) { return support::SceneOf(ContentOf(folder / name), {}); };
+    const auto load = [&](const char* name) { return SceneOf(ContentOf(folder / name), {}); };
     const auto withoutFiles = [](eSceneData scene) {
         for (eMapData& map : scene.maps) {
             if (auto* bitmap = std::get_if<eBitmapMap>(&map.kind)) {
@@ -109,7 +110,7 @@ TEST(GltfSamples, BothFormsOfTheTankAreOneScene) {
     };
     const std::string separate = (folder / "tank_gltf/tank.gltf").string();
     const eLoadResult gltf = ImportGltf(separate, ContentOf(separate), {});
-    ASSERT_TRUE(gltf.scene) << support::ProblemsOf(gltf);
+    ASSERT_TRUE(gltf.scene) << ProblemsOf(gltf);
     EXPECT_TRUE(withoutFiles(load("tank.glb")) == withoutFiles(*gltf.scene));
 }
 

@@ -7,11 +7,7 @@
 namespace {
 
 using namespace standalone;
-using support::Import;
-using support::NodeNamed;
-using support::ObjectOf;
-using support::ProblemsOf;
-using support::SceneOf;
+using namespace support;
 using testing::ElementsAre;
 
 constexpr int kTicks = 160;
@@ -51,7 +47,7 @@ struct eSkinnedFile {
     std::string text;
 
     eSkinnedFile() {
-        support::eGltfText file;
+        eGltfText file;
         std::vector<float> positions;
         for (const host::Point3& p : kVertices) {
             for (const float coordinate : {p.x, p.y, p.z}) {
@@ -100,7 +96,7 @@ struct eSkinnedFile {
 // The deformed vertex in the world, as the host has it.
 host::Point3 InWorld(eScene& scene, int vertex, double frame, bool isDeformed) {
     const auto t = static_cast<host::TimeValue>(frame * kTicks);
-    host::INode& node = *scene.Node(support::NumberOf(scene.data, "skinned"));
+    host::INode& node = *scene.Node(NumberOf(scene.data, "skinned"));
     host::Object* object = node.GetObjectRef();
     if (isDeformed) {
         object = node.EvalWorldState(t).obj;
@@ -151,8 +147,7 @@ TEST(GltfSkin, VerticesFollowTheBonesWhereverTheNodeStands) {
 TEST(GltfSkin, InfluencesOfAllSetsCount) {
     const eSceneData scene = SceneOf(eSkinnedFile().text);
     const eSkinModifier& skin = SkinOf(scene, "skinned");
-    EXPECT_THAT(skin.bones,
-                ElementsAre(support::NumberOf(scene, "upper"), support::NumberOf(scene, "lower")));
+    EXPECT_THAT(skin.bones, ElementsAre(NumberOf(scene, "upper"), NumberOf(scene, "lower")));
     EXPECT_THAT(skin.firstWeight, ElementsAre(0, 1, 2, 4, 5));
     EXPECT_EQ(skin.weights, (std::vector<eSkinWeight>{{0, 1}, {1, 1}, {0, 0.5F}, {1, 0.5F}, {0, 0.2F}}));
 }
@@ -160,7 +155,7 @@ TEST(GltfSkin, InfluencesOfAllSetsCount) {
 // Would catch a mesh that is baked anew although its node stands where it should, and a pose that bends the
 // exported mesh without a word.
 TEST(GltfSkin, AMeshAtItsPlaceStaysAsItIs) {
-    support::eGltfText file;
+    eGltfText file;
     file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
     file.Bytes("VEC4", std::vector<std::uint8_t>(12));
     file.Floats("VEC4", {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
@@ -182,7 +177,7 @@ TEST(GltfSkin, AMeshAtItsPlaceStaysAsItIs) {
     EXPECT_THAT(still.warnings, ElementsAre());
 
     const auto warnings = [&](const char* output) {
-        support::eGltfText moved = file;
+        eGltfText moved = file;
         moved.Section(
             "animations",
             std::string(R"([{"channels": [{"sampler": 0, "target": {"node": 0, "path": "translation"}}],
@@ -197,7 +192,7 @@ TEST(GltfSkin, AMeshAtItsPlaceStaysAsItIs) {
 // Would catch skins that read beyond their joints or matrices.
 TEST(GltfSkin, BrokenSkinsAreTold) {
     const auto problems = [](const std::string& skin, std::uint8_t joint) {
-        support::eGltfText file;
+        eGltfText file;
         file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
         file.Bytes("VEC4", std::vector<std::uint8_t>(12, joint));
         file.Floats("VEC4", {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
