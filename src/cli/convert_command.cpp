@@ -42,7 +42,7 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
 }
 
 int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target) {
-    auto scene = ReadScene(source, flags, false);
+    auto scene = ReadScene(source, flags, false).scene;
     if (!scene) {
         return kExitUsage;
     }

@@ -26,7 +26,6 @@ namespace cli {
 
 namespace {
 
-using standalone::eMessageKind;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kNative = platform::ePathForm::Native;
@@ -56,12 +55,30 @@ bool IsReachable(const eName& resourceRoot) {
     return false;
 }
 
+std::string Counted(int count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+// Writes the report if one is wanted. False if it can't be written; the user has been told.
+bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
+    const std::string problem = flags.report.empty() ? "" : WriteReport(record, flags.report);
+    if (!problem.empty()) {
+        TellError("the report " + flags.report + " can't be written: " + problem);
+    }
+    return problem.empty();
+}
+
 // One call of the exporter, with everything that watches it.
 class eExportCall {
 public:
-    eExportCall(const eExportFlags& exportFlags, standalone::eSceneData scene)
-        : flags(exportFlags), face(Terminal(exportFlags)), host(std::move(scene)), fatalReport(*this) {
-        record.scene = flags.scene;
+    eExportCall(const eExportFlags& exportFlags, Clock::time_point start, eRunRecord soFar,
+                standalone::eSceneData scene)
+        : flags(exportFlags),
+          begin(start),
+          record(std::move(soFar)),
+          face(Terminal(exportFlags)),
+          host(std::move(scene)),
+          fatalReport(*this) {
         host.SetProgressSink(&face);
         host.SetCancelSource(IsInterrupted);
         previousObserver =
@@ -172,16 +189,14 @@ private:
     void Finish(int exitCode) {
         record.options = exporter->options;
         record.models = exporter->modelReports;
-        record.messages = face.Messages();
+        for (const standalone::eShownMessage& message : face.Messages()) {
+            record.messages.push_back({message.kind, ToUtf8(message.title), ToUtf8(message.text)});
+        }
         record.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
         record.exitCode = exitCode;
-        if (!flags.report.empty()) {
-            platform::ClearWriteRoots();
-            const std::string problem = WriteReport(record, flags.report);
-            if (!problem.empty()) {
-                TellError("the report " + flags.report + " can't be written: " + problem);
-                record.exitCode = exitCode == kExitDone ? kExitErrors : exitCode;
-            }
+        platform::ClearWriteRoots();
+        if (!KeepReport(flags, record) && exitCode == kExitDone) {
+            record.exitCode = kExitErrors;
         }
         if (!flags.quiet) {
             TellSummary();
@@ -189,17 +204,18 @@ private:
     }
 
     void TellSummary() const {
-        std::printf("%d models written, %d files changed, %d errors, %d warnings, %.2f seconds%s\n",
-                    record.WrittenModels(), record.ChangedFiles(),
-                    record.CountMessages(eMessageKind::Error) + record.CountMessages(eMessageKind::Fatal),
-                    record.CountMessages(eMessageKind::Warning), record.seconds,
+        std::printf("%s written, %s changed, %s, %s, %.2f seconds%s\n",
+                    Counted(record.WrittenModels(), "model").c_str(),
+                    Counted(record.ChangedFiles(), "file").c_str(),
+                    Counted(record.CountErrors(), "error").c_str(),
+                    Counted(record.CountWarnings(), "warning").c_str(), record.seconds,
                     record.cancelled ? ", cancelled" : "");
         std::fflush(stdout);
     }
 
     const eExportFlags& flags;
-    const Clock::time_point begin = Clock::now();
-    eRunRecord record;
+    const Clock::time_point begin;  // before the scene was read
+    eRunRecord record;              // holds what was told of the scene from the start
     standalone::eTerminalFace face;
     standalone::StandaloneHost host;
     std::unique_ptr<Export> exporter = std::make_unique<Export>();
@@ -216,12 +232,18 @@ int RunExport(const eExportFlags& flags) {
     if (!MapDrives(flags.drives)) {
         return kExitUsage;
     }
-    auto scene = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
-    if (!scene) {
-        return kExitUsage;
+    const Clock::time_point begin = Clock::now();
+    standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
+    eRunRecord record;
+    record.scene = flags.scene;
+    record.messages = SceneMessages(flags.scene, loaded);
+    if (!loaded.scene) {
+        record.exitCode = kExitUsage;
+        KeepReport(flags, record);
+        return record.exitCode;
     }
     CatchInterrupts();
-    eExportCall call(flags, std::move(*scene));
+    eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene));
     return call.Run();
 }
 

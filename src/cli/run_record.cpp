@@ -8,6 +8,7 @@
 #include "cli/native_file.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
+#include "platform/path_lookup.h"
 
 namespace cli {
 
@@ -33,17 +34,17 @@ ordered_json OptionsJson(const eExportOptions& options) {
 }
 
 ordered_json ModelJson(const eModelReport& model) {
-    return {{"root", ToUtf8(model.root)},   {"folder", ToUtf8(model.folder.Text())},
+    return {{"root", ToUtf8(model.root)},   {"folder", platform::DiskPath(model.folder.Text())},
             {"bones", model.bones},         {"meshes", model.meshes},
             {"materials", model.materials}, {"animations", model.animations},
             {"skipped", model.skipped}};
 }
 
-ordered_json MessageJson(const standalone::eShownMessage& message) {
+ordered_json MessageJson(const eToldMessage& message) {
     const char* kind = message.kind == eMessageKind::Fatal     ? "fatal"
                        : message.kind == eMessageKind::Warning ? "warning"
                                                                : "error";
-    return {{"kind", kind}, {"title", ToUtf8(message.title)}, {"text", ToUtf8(message.text)}};
+    return {{"kind", kind}, {"title", message.title}, {"text", message.text}};
 }
 
 ordered_json FileJson(const std::string& path, eFileAction action) {
@@ -54,8 +55,12 @@ ordered_json FileJson(const std::string& path, eFileAction action) {
 
 }  // namespace
 
-int eRunRecord::CountMessages(eMessageKind kind) const {
-    return static_cast<int>(std::ranges::count(messages, kind, &standalone::eShownMessage::kind));
+int eRunRecord::CountErrors() const {
+    return static_cast<int>(messages.size()) - CountWarnings();
+}
+
+int eRunRecord::CountWarnings() const {
+    return static_cast<int>(std::ranges::count(messages, eMessageKind::Warning, &eToldMessage::kind));
 }
 
 int eRunRecord::WrittenModels() const {
@@ -76,7 +81,7 @@ std::string ReportText(const eRunRecord& record) {
         json["models"].push_back(ModelJson(model));
     }
     json["messages"] = ordered_json::array();
-    for (const standalone::eShownMessage& message : record.messages) {
+    for (const eToldMessage& message : record.messages) {
         json["messages"].push_back(MessageJson(message));
     }
     json["files"] = ordered_json::array();

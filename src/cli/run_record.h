@@ -11,18 +11,26 @@
 
 namespace cli {
 
+// A message as the user saw it, UTF-8.
+struct eToldMessage {
+    standalone::eMessageKind kind = standalone::eMessageKind::Error;
+    std::string title;
+    std::string text;
+};
+
 // What a run has done, for the report file and the closing line.
 struct eRunRecord {
     std::string scene;  // as the user named it, UTF-8
     eExportOptions options;
     std::vector<eModelReport> models;
-    std::vector<standalone::eShownMessage> messages;
+    std::vector<eToldMessage> messages;
     std::map<std::string, platform::eFileAction> files;  // by path on disk; the last action of each file
     bool cancelled = false;
     double seconds = 0;
     int exitCode = 0;
 
-    int CountMessages(standalone::eMessageKind kind) const;
+    int CountErrors() const;  // fatal ones too
+    int CountWarnings() const;
     int WrittenModels() const;
     int ChangedFiles() const;
 };

@@ -1,16 +1,19 @@
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
+#include "cli/run_record.h"
 #include "cli/scene_flags.h"
-#include "standalone/scene_data.h"
+#include "standalone/load_result.h"
 
 namespace cli {
 
-// Loads the scene and tells on standard error what is wrong with it, and what the file holds and the host
-// can't show. Nothing if it can't be used.
-std::optional<standalone::eSceneData> ReadScene(const std::string& path, const eSceneFlags& flags,
-                                                bool quiet);
+// Reads a scene of any known format and tells what is wrong with it; warnings only where not quiet. The
+// result has no scene if it can't be read.
+standalone::eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet);
+
+// What ReadScene tells of a scene, for the report.
+std::vector<eToldMessage> SceneMessages(const std::string& path, const standalone::eLoadResult& loaded);
 
 }  // namespace cli

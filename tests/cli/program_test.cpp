@@ -54,9 +54,13 @@ TEST_F(Program, TellsWhatAnUnreadableSceneHas) {
     const eProgramResult missing = Run("export '" + (folder / "none.glb") + "'");
     EXPECT_EQ(missing.exitCode, 2);
     EXPECT_THAT(missing.errors, HasSubstr("none.glb"));
-    const eProgramResult broken = Export(R"({"scene": 1, "nodes": [{"name": "a", "oops": 1}]})");
+    const eProgramResult broken = Export(R"({"scene": 1, "nodes": [{"name": "a", "oops": 1}]})",
+                                         "--report '" + (folder / "report.json") + "'");
     EXPECT_EQ(broken.exitCode, 2);
     EXPECT_THAT(broken.errors, HasSubstr("/nodes/0"));
+    const auto report = nlohmann::json::parse(folder.Read("report.json"));
+    EXPECT_EQ(report["exit"], 2);
+    EXPECT_THAT(report["messages"][0]["text"], HasSubstr("/nodes/0"));
     EXPECT_FALSE(folder.Has("game/units"));
 }
 
