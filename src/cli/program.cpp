@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <memory>
 
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
 #include "cli/export_command.h"
+#include "cli/help_format.h"
 #include "cli/inspect_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
@@ -16,6 +18,7 @@ int RunProgram(int argc, char** argv) {
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
     program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
     program.require_subcommand(1);
+    program.formatter(std::make_shared<eHelpFormat>());
     std::function<int()> action;
     AddExportCommand(program, action);
     AddConvertCommand(program, action);

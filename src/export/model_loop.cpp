@@ -41,7 +41,6 @@ void BeginReport(Export& run) {
     eModelReport& report = run.modelReports[run.modelIndex];
     report.folder = run.modelFolder;
     report.bones = run.boneCount;
-    report.skipped = false;
 }
 
 void ExportModel(Export& run) {
@@ -67,6 +66,7 @@ void ExportModel(Export& run) {
     if (!run.structureMode && run.options.exportMesh != 0) {
         WriteResourceSet(run.modelResources, run.modelFolder);
     }
+    run.modelReports[run.modelIndex].skipped = false;
 }
 
 }  // namespace

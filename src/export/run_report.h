@@ -12,5 +12,5 @@ struct eModelReport {
     int meshes = 0;        // written, to the model's own or the common set
     int materials = 0;     // records that the model added to its own or the common set
     int animations = 0;    // written to .anm files
-    bool skipped = false;  // nothing was written: its error has been told, or the run was cancelled before
+    bool skipped = false;  // left out: its error has been told, or the run ended before its files were whole
 };

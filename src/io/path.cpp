@@ -1,15 +1,20 @@
 #include "io/path.h"
 
-#include <string_view>
-
+#include "base/diagnostics.h"
+#include "base/format.h"
 #include "platform/folder.h"
 
 namespace {
 
-// True if the folder stands afterwards, made now or before.
-bool MakeOneFolder(std::string_view path) {
+// True if the folder stands afterwards, made now or before. The reason why not is told here, since all that
+// the callers see later is a file that can't be opened.
+bool MakeOneFolder(const std::string& path) {
     const platform::eIoStatus made = platform::MakeFolder(path);
-    return made.IsOk() || made.reason == platform::eIoReason::Exists;
+    const bool stands = made.IsOk() || made.reason == platform::eIoReason::Exists;
+    if (!stands) {
+        Warn(__FILE__, __LINE__, (format("%1%: %2%") % path % made.Text()).Text());
+    }
+    return stands;
 }
 
 // Where the folders begin: behind the drive and its slash.
@@ -26,7 +31,7 @@ bool CreateFolders(const std::string& path) {
     }
     for (std::size_t slash = path.find('/', WalkStart(path)); slash != std::string::npos;
          slash = path.find('/', slash + 1)) {
-        if (slash > 0 && !MakeOneFolder(std::string_view(path).substr(0, slash))) {
+        if (slash > 0 && !MakeOneFolder(path.substr(0, slash))) {
             return false;
         }
     }

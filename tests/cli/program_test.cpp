@@ -150,6 +150,7 @@ TEST_F(Program, EndsWithAFatalErrorWhereItCannotWrite) {
     const eProgramResult result = Export(kArm, "--report '" + (folder / "report.json") + "'");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.errors, HasSubstr("open error"));
+    EXPECT_THAT(result.output, HasSubstr("0 models written"));
     const auto report = nlohmann::json::parse(folder.Read("report.json"));
     EXPECT_EQ(report["exit"], 1);
     EXPECT_EQ(report["messages"].back()["kind"], "fatal");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "base/ansi.h"
@@ -29,6 +30,19 @@ TEST(File, TellsWhyItCannotBeOpened) {
     EXPECT_EQ(file.Open(folder.Path(), eFileAccess::Read).reason, eIoReason::AccessDenied);
     EXPECT_EQ(file.Open(folder.Path(), eFileAccess::WriteNew).reason, eIoReason::AccessDenied);
     EXPECT_FALSE(file.IsOpen());
+}
+
+// Would catch: the code of an earlier call, or none at all, told as the reason of this one.
+TEST(File, TellsTheReasonOfTheCallThatFailed) {
+    const support::eTempFolder folder;
+    folder.Write("plain", "x");
+    folder.Write("full/file", "x");
+    errno = 0;
+    EXPECT_EQ(platform::MakeFolder(folder / "plain/below").code, ENOTDIR);
+    errno = 0;
+    EXPECT_EQ(platform::RenameOver(folder / "plain", folder / "full").code, EISDIR);
+    errno = 0;
+    EXPECT_EQ(platform::SetLastWriteTimeToNow(folder / "absent").code, ENOENT);
 }
 
 // Would catch: a run that waits for ever on a pipe or copies an endless device that a scene calls a texture.

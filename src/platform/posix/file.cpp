@@ -136,7 +136,7 @@ eIoStatus eFile::Seek(std::int64_t position) {
 }
 
 eIoStatus eFile::Truncate(std::int64_t length) {
-    return StatusOf(::ftruncate(static_cast<int>(handle), length), errno);
+    return StatusOf(::ftruncate(static_cast<int>(handle), length));
 }
 
 eIoStatus eFile::Length(std::int64_t& length) const {
@@ -164,7 +164,7 @@ eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm
         status = MakeNativeForWriting(target, form, nativeTarget);
     }
     if (status.IsOk()) {
-        status = StatusOf(std::rename(nativeSource.c_str(), nativeTarget.c_str()), errno);
+        status = StatusOf(std::rename(nativeSource.c_str(), nativeTarget.c_str()));
     }
     if (status.IsOk()) {
         WriteFolderThrough(NativeParent(nativeTarget));

@@ -22,7 +22,7 @@ std::optional<std::int64_t> LastWriteTime(std::string_view path, ePathForm form)
 eIoStatus SetLastWriteTimeToNow(std::string_view path) {
     std::string native;
     const eIoStatus status = MakeNativeForWriting(path, ePathForm::Resource, native);
-    return status.IsOk() ? StatusOf(::utimensat(AT_FDCWD, native.c_str(), nullptr, 0), errno) : status;
+    return status.IsOk() ? StatusOf(::utimensat(AT_FDCWD, native.c_str(), nullptr, 0)) : status;
 }
 
 }  // namespace platform

@@ -57,7 +57,7 @@ eFolderEntry DescribeEntry(std::string name, const std::string& native) {
 }
 
 eIoStatus RemoveFileNatively(const std::string& native) {
-    const eIoStatus status = StatusOf(::unlink(native.c_str()), errno);
+    const eIoStatus status = StatusOf(::unlink(native.c_str()));
     if (status.IsOk()) {
         TellFileEvent(eFileAction::Deleted, native, ePathForm::Native);
     }
@@ -73,7 +73,7 @@ eIoStatus RemoveNatively(const std::string& native) {
     for (std::size_t index = 0; status.IsOk() && index < names.size(); ++index) {
         status = RemoveNatively(NativeJoin(native, names[index]));
     }
-    return status.IsOk() ? StatusOf(::rmdir(native.c_str()), errno) : status;
+    return status.IsOk() ? StatusOf(::rmdir(native.c_str())) : status;
 }
 
 }  // namespace
@@ -111,7 +111,7 @@ eIoStatus MakeFolder(std::string_view path, ePathForm form) {
     if (!IsNativeFolderAllowed(native)) {
         return {eIoReason::Fenced, 0};
     }
-    return StatusOf(::mkdir(native.c_str(), 0777), errno);
+    return StatusOf(::mkdir(native.c_str(), 0777));
 }
 
 eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, ePathForm form,

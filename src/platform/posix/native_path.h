@@ -1,6 +1,7 @@
 // What the POSIX sources share: paths of the system made native, and errno made a status.
 #pragma once
 
+#include <cerrno>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,10 @@
 namespace platform {
 
 eIoStatus StatusFromErrno(int code);
-inline eIoStatus StatusOf(int result, int code) {
-    return result == 0 ? eIoStatus{} : StatusFromErrno(code);
+
+// Of a call that answers 0 or sets errno; errno is read here, after the call.
+inline eIoStatus StatusOf(int result) {
+    return result == 0 ? eIoStatus{} : StatusFromErrno(errno);
 }
 
 // The native path of either form, absolute and without "." and "..".
