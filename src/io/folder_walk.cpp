@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "io/name.h"
+#include "io/part_name.h"
 #include "platform/folder.h"
 
 namespace xIo {
@@ -32,6 +33,7 @@ public:
         if (!nameless.empty()) {
             problems += path + ": a file has a name that code page 1251 can't hold\n";
         }
+        std::ranges::stable_sort(entries, eMountOrder{}, &platform::eFolderEntry::name);
         for (const platform::eFolderEntry& entry : entries) {
             const std::string own = eName(entry.name).Text();
             if (!entry.isFolder) {

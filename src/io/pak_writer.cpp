@@ -9,6 +9,7 @@
 
 #include "base/format.h"
 #include "io/folder_walk.h"
+#include "io/part_name.h"
 #include "io/name.h"
 #include "io/path.h"
 #include "io/stream_file.h"
@@ -113,7 +114,7 @@ private:
 };
 
 // Names in the container and where the files lie.
-using eFileTable = std::map<std::string, std::string>;
+using eFileTable = std::map<std::string, std::string, eMountOrder>;
 
 // The problem, empty if there is none.
 std::string FindFiles(const std::string& folder, const std::string& target, eFileTable& files) {

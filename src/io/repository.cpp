@@ -9,6 +9,7 @@
 #include "base/global_collector.h"
 #include "io/folder_walk.h"
 #include "io/name.h"
+#include "io/part_name.h"
 #include "io/repository_table.h"
 #include "io/stream_memory.h"
 #include "io/zip_storage.h"
@@ -53,10 +54,10 @@ void MountFile(const std::string& name, const std::string& path, std::int64_t si
 
 // The name of the whole of which this one is a part; empty for a name that is no part.
 std::string WholeOf(const eName& name) {
-    std::string title = name.Part(eName::Title);
-    if (!title.ends_with('+')) {
+    if (!IsPartName(name)) {
         return {};
     }
+    std::string title = name.Part(eName::Title);
     title.pop_back();
     return name.Part(eName::Folder).Text() + title + name.Part(eName::Extension).Text();
 }

@@ -23,6 +23,7 @@ using support::FailText;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class Repository : public testing::Test {
 protected:
@@ -133,6 +134,11 @@ TEST_F(Repository, JoinsParts) {
     copy.Assign(*FindStorage("/x.txt"));
     ASSERT_TRUE(copy.next && copy.next->next);
     EXPECT_EQ(copy.next->next->Description(), folder / "2/x+.txt");
+
+    Clear();
+    Mount("/", folder.Path());
+    EXPECT_EQ(Read("/x.txt"), "[x.txt][x+.txt]");
+    EXPECT_THAT(messages.log, Not(HasSubstr(folder / "x+.txt")));
 
     Clear();
     Mount("/x+.txt", folder / "x+.txt");
