@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 
 scripts/install-packages
 cmake --preset release > /dev/null
-cmake --build --preset release --target zyrexport
+cmake --build --preset release --target zyrexport -- --quiet
 
 program=build/release/zyrexport
 out=out/demo

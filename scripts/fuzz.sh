@@ -7,7 +7,7 @@ seconds=${1:-60}
 
 scripts/install-packages clang libclang-rt-14-dev
 cmake --preset fuzz > /dev/null
-cmake --build --preset fuzz
+cmake --build --preset fuzz -- --quiet
 programs=()
 for target in build/fuzz/fuzz/fuzz_*; do
   if [ -f "$target" ] && [ -x "$target" ]; then

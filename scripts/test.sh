@@ -5,5 +5,5 @@ cd "$(dirname "$0")/.."
 
 scripts/install-packages
 cmake --preset release > /dev/null
-cmake --build --preset release
+cmake --build --preset release -- --quiet
 ctest --preset release -j "$(nproc)"
