@@ -30,10 +30,11 @@ struct eExportFrameMesh {
 struct eExportFrameBone {
     host::Point3 position;                   // relative to the parent, metres
     host::Quat rotation;                     // relative to the parent
+    std::uint16_t flags = 0;                 // here, where it fills a gap
     host::INode* node = nullptr;             // the node that filled this entry
     std::unique_ptr<eExportFrameMesh> mesh;  // null without vertices
-    std::uint16_t flags = 0;
 };
+static_assert(sizeof(eExportFrameBone) <= 48);
 
 // One frame of the timeline: an entry per bone number.
 struct eExportFrame {

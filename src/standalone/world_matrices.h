@@ -18,8 +18,9 @@ namespace standalone {
 // memory is bounded; frames that have not been asked for long are forgotten first.
 class eWorldMatrices {
 public:
-    // 64 MB: a hundred bones through ten thousand frames.
-    static constexpr std::size_t kMostPages = 80000;
+    // 10 MB: nineteen bones through ten thousand frames. A walk down a chain only needs the frames of the
+    // bone above; those further up that were forgotten are worked out again once for each branch.
+    static constexpr std::size_t kMostPages = 12000;
 
     // Copies what it needs. A page of memory holds 16 frames of one node.
     explicit eWorldMatrices(const eSceneData& scene, std::size_t mostPages = kMostPages);
