@@ -33,6 +33,7 @@ struct eAnimationWriter {
     xIo::eFileStream& stream;
     std::vector<std::uint8_t> boneMap = {};  // bone number to number in BMAP
     std::vector<eBoneCover> covers = {};     // by bone number
+    std::vector<std::size_t> counting = {};  // scratch: the bones of a frame
 
     const eExportFrameBone& Entry(int frame, std::size_t bone) const {
         return run.frames[static_cast<std::size_t>(frame)].bones[bone];
@@ -51,8 +52,8 @@ struct eAnimationWriter {
     }
 };
 
-// Numbers the bones that have data in the animation. At most 255 can be told apart; a frame that needs more
-// ends the file.
+// Numbers the bones that have data in the animation. At most 255 can be told apart; a frame that needs
+// another ends the file.
 int NumberBones(eAnimationWriter& writer) {
     const eExportAnimation& animation = writer.animation;
     int count = 0;
@@ -115,16 +116,17 @@ void WriteBoneRecord(eAnimationWriter& writer, int frame, std::size_t bone) {
     }
 }
 
-// False if the frame has more bones than its counter can tell.
+// False if the frame has a bone beyond those that can be told apart.
 bool WriteFrame(eAnimationWriter& writer, int frame) {
-    std::vector<std::size_t> counting;
+    std::vector<std::size_t>& counting = writer.counting;
+    counting.clear();
     for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
         if (writer.Counts(frame, bone)) {
+            if (writer.boneMap[bone] == kNoNumber) {
+                return false;
+            }
             counting.push_back(bone);
         }
-    }
-    if (counting.size() > kMaxAnimatedBones) {
-        return false;
     }
     if (counting.empty()) {
         return true;
@@ -153,11 +155,14 @@ void WriteFrames(eAnimationWriter& writer) {
 // A later animation over the same frames may have taken an end of this one: the engine then starts or ends
 // without a full pose.
 void WarnAboutLostEnds(eAnimationWriter& writer, std::size_t index) {
-    constexpr std::uint16_t kFullPose = kFramePosition | kFrameRotation;
+    const auto isFullPose = [](std::uint16_t flags) {
+        return (flags & kFramePosition) != 0 && (flags & kFrameRotation) != 0 &&
+               (flags & (kFrameVisible | kFrameHidden)) != 0;
+    };
     const std::vector<eExportAnimation>& animations = writer.run.animations;
     const auto taker = [&](int frame, std::size_t bone) -> const eExportAnimation* {
         const eExportFrameBone& entry = writer.Entry(frame, bone);
-        if (entry.node == nullptr || (entry.flags & kFullPose) == kFullPose ||
+        if (entry.node == nullptr || isFullPose(entry.flags) ||
             !AnimationTouchesNode(writer.run, *entry.node, writer.animation.selection)) {
             return nullptr;
         }

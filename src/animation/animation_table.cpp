@@ -74,8 +74,16 @@ bool CheckRange(Export& run, const eExportAnimation& animation) {
 }
 
 bool IsInRange(const Export& run, const eExportAnimation& animation) {
-    return !run.options.currentRangeOnly ||
-           (animation.firstFrame >= run.frameStart && animation.lastFrame <= run.frameEnd);
+    return animation.firstFrame >= run.frameStart && animation.lastFrame <= run.frameEnd;
+}
+
+// Beyond the timeline nothing moves as a rule: a slip of the pen, unless the range was narrowed to work on a
+// part of it.
+void TellFramesBeyondTimeline(Export& run, const eExportAnimation& animation) {
+    const auto text =
+        format("Анимация '%s' (кадры %s-%s) выходит за пределы шкалы времени (кадры %s-%s)."_ansi) %
+        animation.name % animation.firstFrame % animation.lastFrame % run.frameStart % run.frameEnd;
+    ShowWarning(run.host->GetMAXHWnd(), text.Text());
 }
 
 void AddAnimation(Export& run, eExportAnimation animation, std::string_view declaration) {
@@ -88,7 +96,10 @@ void AddAnimation(Export& run, eExportAnimation animation, std::string_view decl
         return;
     }
     ReadFileAndSpeed(CutToken(declaration, ";"), animation);
-    animation.inRange = IsInRange(run, animation);
+    animation.inRange = !run.options.currentRangeOnly || IsInRange(run, animation);
+    if (!run.options.currentRangeOnly && !IsInRange(run, animation)) {
+        TellFramesBeyondTimeline(run, animation);
+    }
     run.animations.push_back(std::move(animation));
 }
 

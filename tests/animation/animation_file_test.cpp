@@ -82,35 +82,6 @@ TEST_F(AnimationFile, KeepsTwoRecordsOfAStaticBone) {
     EXPECT_EQ(CountRecords(single, "still"), 1);
 }
 
-// What the engine restores is what the scene has, up to the tolerance of the reduction.
-TEST_F(AnimationFile, RestoresThePosesOfTheScene) {
-    eNode root = Root({"animation=turn,all,0-40"});
-    eNode arm = root.Child("arm").Object(standalone::eHelperObject{});
-    eNode hand = arm.Child("hand").Position(0, 0, 2).Object(standalone::eHelperObject{});
-    for (int i = 0; i <= 4; ++i) {
-        arm.Key({.frame = 10.0 * i,
-                 .position = host::Point3{static_cast<float>(i * i), 0, 1},
-                 .rotation = support::RotationAbout({0, 1, 1}, 80.0F * static_cast<float>(i))});
-    }
-    scene.SelectionSet("all", {root, arm, hand});
-    scene.Settings().unitMetres = 0.5;
-    eExportRun run(scene.Build());
-    run.Do();
-    const eAnimation animation = Read(run, "turn");
-    const std::vector<eBonePose> poses = RestorePoses(animation);
-    host::INode* node = run.host.GetINodeByName("arm");
-    for (int frame = 0; frame <= 40; ++frame) {
-        const host::Matrix3 local = node->GetNodeTM(frame * 160);
-        const eBonePose& pose = poses[static_cast<std::size_t>(frame) * animation.bones.size() + 1];
-        const host::Quat expected(local);
-        const float side = expected.w > 0 ? -1.0F : 1.0F;
-        EXPECT_TRUE(pose.position.Equals(local.GetTrans() * 0.5F, 0.0011F)) << frame;
-        EXPECT_TRUE(pose.rotation.Equals(
-            {side * expected.x, side * expected.y, side * expected.z, side * expected.w}, 0.0005F))
-            << frame;
-    }
-}
-
 // The engine's axes are mirrored against the scene's: a root has the mark, and a mirrored child has it too.
 TEST_F(AnimationFile, MarksMirrors) {
     eNode root = Root({"animation=run,all,0-1"});
