@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ansi.h"
+#include "standalone/property_reader.h"
 #include "standalone/world_matrices.h"
 
 namespace standalone {
@@ -15,6 +16,12 @@ const eSkinModifier* SkinOf(const eObjectData& object) {
         }
     }
     return nullptr;
+}
+
+// True if the artist has asked for the mesh as it stands at the exported frame.
+bool IsTakenAsItStands(const eNodeData& node) {
+    const eUserProperties properties(node.properties);
+    return properties.Find("OldSkin").has_value() || properties.Find("NoSkin").has_value();
 }
 
 // True if the matrix moves no corner of the bounds by more than a thousandth of their diagonal.
@@ -44,7 +51,8 @@ void NoticeBindPoses(const eSceneData& scene, eGltfReport& report) {
         const eObjectData& object = scene.objects[static_cast<std::size_t>(scene.nodes[node].object)];
         const eSkinModifier* skin = SkinOf(object);
         const auto* mesh = std::get_if<eMeshObject>(&object.kind);
-        if (skin == nullptr || mesh == nullptr || mesh->mesh.verts.empty()) {
+        if (skin == nullptr || mesh == nullptr || mesh->mesh.verts.empty() ||
+            IsTakenAsItStands(scene.nodes[node])) {
             continue;
         }
         std::vector<bool> isUsed(skin->bones.size());

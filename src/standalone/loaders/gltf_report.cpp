@@ -18,8 +18,7 @@ constexpr std::array<std::string_view, 5> kHeadings = {
     "selection sets name nodes that the scene lacks",
     "scene extras that mean nothing here",
     "the bones are not where the mesh was bound at the first frame, and a skeleton exported at that frame "
-    "bends"
-    " the mesh",
+    "bends the mesh; OldSkin among the node's properties takes the mesh as it stands there",
 };
 
 std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {
