@@ -94,6 +94,15 @@ void WriteAmbient(Export& run, bool& ambientPending) {
     }
 }
 
+// A cone of zero lights nothing in the game, which nobody wants of a light.
+void TellEmptyCone(Export& run, const host::INode& node, const host::LightState& state) {
+    if (state.fallsize <= 0) {
+        const auto text =
+            format("Конус просмотрового источника света \"%s\" равен нулю."_ansi) % node.GetName();
+        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    }
+}
+
 void WriteLight(Export& run, const host::INode& node, const host::LightObject& light, bool& ambientPending) {
     const host::LightState state = light.EvalLightState(kPreviewTime);
     const Matrix3 place = ModelSpace(run, node);
@@ -118,6 +127,7 @@ void WriteLight(Export& run, const host::INode& node, const host::LightObject& l
             WritePoint(writer, "direction", direction);
             WriteReal(writer, "angle", state.hotsize);
             WriteReal(writer, "angle0", state.fallsize);
+            TellEmptyCone(run, node, state);
             writeRange();
             break;
         case host::LightType::Directional:

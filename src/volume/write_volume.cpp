@@ -70,9 +70,11 @@ bool IsWritable(Export& run, const eVolumeSource& source, const eTriangleMesh& t
 void WritePolyhedron(Export& run, const eVolumeSource& source, const host::Mesh& mesh) {
     const auto image = MakePolyhedronImage(mesh, source.objectToNode, source.metresPerUnit);
     run.mdlWriter->BlockBegin().Word("polyhedron").String(HexText(image)).BlockEndLine();
-    if (!IsConvex(mesh)) {
-        const auto text = format("Полигональный объем '%s' невыпуклый!"_ansi) % source.node.GetName();
-        ShowError(run.host->GetMAXHWnd(), text.Text());
+    const char* fault = mesh.faces.empty() ? "Полигональный объем '%s' не содержит ни одного полигона!"_ansi
+                        : !IsConvex(mesh) ? "Полигональный объем '%s' невыпуклый!"_ansi
+                                          : nullptr;
+    if (fault != nullptr) {
+        ShowError(run.host->GetMAXHWnd(), (format(fault) % source.node.GetName()).Text());
     }
 }
 
