@@ -24,18 +24,20 @@ std::string ReasonText(const platform::eIoStatus& status) {
     }
 }
 
-void TellFailure(const char* pattern, const std::string& path, const platform::eIoStatus& status) {
-    ShowError(nullptr, (format(pattern) % path % ReasonText(status)).Text());
+void TellFailure(const char* pattern, const std::string& path, const platform::eIoStatus& status,
+                 const std::string& owner) {
+    const auto failure = format(pattern) % path % ReasonText(status);
+    ShowError(nullptr, failure.Text() + (owner.empty() ? "" : "\n" + owner));
 }
 
 }  // namespace
 
-void TellWriteFailure(const std::string& path, const platform::eIoStatus& status) {
-    TellFailure("Не удалось записать файл '%1%': %2%."_ansi, path, status);
+void TellWriteFailure(const std::string& path, const platform::eIoStatus& status, const std::string& owner) {
+    TellFailure("Не удалось записать файл '%1%': %2%."_ansi, path, status, owner);
 }
 
-void TellReadFailure(const std::string& path, const platform::eIoStatus& status) {
-    TellFailure("Не удалось прочитать файл '%1%': %2%."_ansi, path, status);
+void TellReadFailure(const std::string& path, const platform::eIoStatus& status, const std::string& owner) {
+    TellFailure("Не удалось прочитать файл '%1%': %2%."_ansi, path, status, owner);
 }
 
 }  // namespace xIo

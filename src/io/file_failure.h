@@ -7,8 +7,11 @@
 
 namespace xIo {
 
-// Error boxes with the file and the reason. The run goes on.
-void TellWriteFailure(const std::string& path, const platform::eIoStatus& status);
-void TellReadFailure(const std::string& path, const platform::eIoStatus& status);
+// Error boxes with the file and the reason, and `owner` as a further line if it is not empty. The run goes
+// on.
+void TellWriteFailure(const std::string& path, const platform::eIoStatus& status,
+                      const std::string& owner = {});
+void TellReadFailure(const std::string& path, const platform::eIoStatus& status,
+                     const std::string& owner = {});
 
 }  // namespace xIo

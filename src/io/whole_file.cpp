@@ -6,36 +6,57 @@
 #include "io/temporary_name.h"
 #include "platform/file.h"
 #include "platform/file_events.h"
+#include "platform/folder.h"
 
 namespace xIo {
 namespace {
 
 constexpr platform::ePathForm native = platform::ePathForm::Native;
 
-// A file under its .tmp name, on the way to its final one.
+// A file under its .tmp name, on the way to its final one. One that does not get there is removed.
 class eNewFile {
 public:
+    eNewFile() = default;
+    eNewFile(const eNewFile&) = delete;
+    eNewFile& operator=(const eNewFile&) = delete;
+    ~eNewFile() {
+        if (isPending) {
+            file.Close();
+            platform::RemoveTree(TemporaryPath(), native);
+        }
+    }
+
     platform::eIoStatus Open(const std::string& path) {
-        const platform::eIoStatus found = platform::FindOnDisk(path, diskPath);
-        return found.IsOk() ? file.Open(diskPath + temporarySuffix, platform::eFileAccess::WriteNew, native)
-                            : found;
+        platform::eIoStatus status = platform::FindOnDisk(path, diskPath);
+        if (status.IsOk()) {
+            status = file.Open(TemporaryPath(), platform::eFileAccess::WriteNew, native);
+            isPending = status.IsOk();
+        }
+        return status;
     }
     platform::eIoStatus Write(const void* data, std::size_t count) { return file.Write(data, count); }
 
     // Brings the content to disk and gives the file its final name.
     platform::eIoStatus Complete() {
-        const platform::eIoStatus synced = file.Sync();
+        platform::eIoStatus status = file.Sync();
         const platform::eIoStatus closed = file.Close();
-        if (!synced.IsOk() || !closed.IsOk()) {
-            return synced.IsOk() ? closed : synced;
+        if (status.IsOk()) {
+            status = closed;
         }
-        return platform::RenameOver(diskPath + temporarySuffix, diskPath, native);
+        if (status.IsOk()) {
+            status = platform::RenameOver(TemporaryPath(), diskPath, native);
+            isPending = !status.IsOk();
+        }
+        return status;
     }
     const std::string& DiskPath() const { return diskPath; }
 
 private:
+    std::string TemporaryPath() const { return diskPath + temporarySuffix; }
+
     platform::eFile file;
     std::string diskPath;
+    bool isPending = false;
 };
 
 struct eCopyStatus {
@@ -76,7 +97,8 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
 
 }  // namespace
 
-bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content) {
+bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                    const std::string& owner) {
     eNewFile file;
     platform::eIoStatus status = file.Open(path);
     if (status.IsOk()) {
@@ -86,18 +108,18 @@ bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> conte
         status = file.Complete();
     }
     if (!status.IsOk()) {
-        TellWriteFailure(path, status);
+        TellWriteFailure(path, status, owner);
     }
     return status.IsOk();
 }
 
-bool CopyWholeFile(const std::string& source, const std::string& target) {
+bool CopyWholeFile(const std::string& source, const std::string& target, const std::string& owner) {
     eNewFile copy;
     const eCopyStatus status = Copy(source, copy, target);
     if (!status.read.IsOk()) {
-        TellReadFailure(source, status.read);
+        TellReadFailure(source, status.read, owner);
     } else if (!status.write.IsOk()) {
-        TellWriteFailure(target, status.write);
+        TellWriteFailure(target, status.write, owner);
     } else {
         platform::TellFileEvent(platform::eFileAction::Copied, copy.DiskPath(), native);
     }

@@ -1,5 +1,6 @@
 // Files that are written in one go, through the .tmp step of eFileStream: the final name always holds a
-// complete file. On a failure the user is told the file and the reason and the result is false.
+// complete file. On a failure the user is told the file and the reason and the result is false; `owner`, if
+// not empty, is a further line that says what the file was for.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +9,10 @@
 
 namespace xIo {
 
-bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content);
+bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                    const std::string& owner = {});
 
 // The copy's last-write time is that of the copying. The source may be the target.
-bool CopyWholeFile(const std::string& source, const std::string& target);
+bool CopyWholeFile(const std::string& source, const std::string& target, const std::string& owner = {});
 
 }  // namespace xIo

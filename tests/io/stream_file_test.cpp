@@ -253,6 +253,7 @@ TEST_F(FileStream, GoesOnAfterAFullDisk) {
     EXPECT_FALSE(folder.Has("text"));
     EXPECT_EQ(folder.Read("whole"), "old");
     EXPECT_EQ(folder.Read("copy"), "old");
+    EXPECT_FALSE(folder.Has("whole.tmp") || folder.Has("copy.tmp"));
     EXPECT_EQ(folder.Read("small").size(), 10u);
 }
 
