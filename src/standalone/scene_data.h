@@ -258,8 +258,8 @@ struct eMapCoordinates {
 
 struct eBitmapMap {
     std::string file{};  // as the document has it
-    // The file as the operating system names it, UTF-8, where it is known already (embedded images that were
-    // written to a temporary folder); empty where `file` says it.
+    // The file as the operating system names it, UTF-8, where a loader had to write it to a temporary folder;
+    // empty where `file` says it.
     std::string onDisk{};
     host::Point2 cropOrigin{};  // u, v of the lower left corner
     host::Point2 cropSize{1, 1};

@@ -136,10 +136,13 @@ TEST(GltfMaterials, EmbeddedImagesLiveAsLongAsTheScene) {
     EXPECT_FALSE(platform::Exists(path.substr(0, path.rfind('/')), platform::ePathForm::Native));
 }
 
-// Would catch files beside the scene that are not found because of their names, and buffers read from
-// elsewhere, or refused because they are longer than told.
+// Would catch files beside the scene that are not found because of their names, pictures that the export
+// can't reach or takes for new in every run, and buffers refused because they are longer than told.
 TEST(GltfMaterials, FilesBesideTheSceneAreUsedAsTheyAre) {
     const eTempFolder folder;
+    folder.Write("модель/picture❤.png", kPng);
+    const auto time = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::filesystem::last_write_time(folder / "модель/picture❤.png", time);
     folder.Write("модель/a b+.bin", std::string("\0\0\x80\x3F\0\0\0\x40\0\0\x40\x40 and more", 21));
     const std::string text = R"({"asset": {"version": "2.0"},
         "buffers": [{"uri": "a%20b+.bin", "byteLength": 12}],
@@ -152,7 +155,11 @@ TEST(GltfMaterials, FilesBesideTheSceneAreUsedAsTheyAre) {
     const eLoadResult result = ImportGltf(path, text, {});
     ASSERT_TRUE(result.scene) << ProblemsOf(result);
     EXPECT_EQ(ToUtf8(result.scene->file), path);
-    EXPECT_EQ(ImageOnDisk(*result.scene), folder / "модель/picture❤.png");
+    const std::string picture = ImageOnDisk(*result.scene);
+    EXPECT_THAT(picture, testing::EndsWith("/picture_.png"));
+    EXPECT_EQ(ReadFile(picture), kPng);
+    EXPECT_EQ(std::filesystem::last_write_time(picture), time);
+    EXPECT_EQ(std::filesystem::last_write_time(folder / "модель/picture❤.png"), time);
 
     std::string missing = text;
     missing.replace(missing.find("a%20b+"), 6, "nobody");

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <string_view>
 
 #include "base/ansi.h"
 #include "platform/temporary_folder.h"
+#include "standalone/loaders/file_content.h"
 #include "standalone/loaders/gltf_uri.h"
 
 namespace standalone {
@@ -57,19 +59,27 @@ eBitmapMap eGltfImages::Bitmap(int image) {
     std::optional<eBitmapMap>& bitmap = bitmaps[static_cast<std::size_t>(image)];
     if (!bitmap) {
         const std::string& uri = import.model.images[static_cast<std::size_t>(image)].uri;
-        bitmap = uri.empty() || IsDataUri(uri) ? Embedded(image) : InFile(uri);
+        bitmap = uri.empty() || IsDataUri(uri) ? Embedded(image) : InFile(image);
     }
     return *bitmap;
 }
 
-// A path that code page 1251 can't hold whole is given as the operating system has it.
-eBitmapMap eGltfImages::InFile(const std::string& uri) {
+eBitmapMap eGltfImages::InFile(int image) {
+    const std::string& uri = import.model.images[static_cast<std::size_t>(image)].uri;
     const std::string file = DecodeUri(uri);
-    const bool isExact = FromUtf8(file).IsExact() && FromUtf8(import.folder).IsExact();
     eBitmapMap bitmap;
     bitmap.file = import.report.Ansi(file);
-    bitmap.onDisk = isExact ? std::string() : FileOfUri(import.folder, uri);
-    return bitmap;
+    if (FromUtf8(file).IsExact() && FromUtf8(import.folder).IsExact()) {
+        return bitmap;
+    }
+    const std::string path = FileOfUri(import.folder, uri);
+    std::string content;
+    if (!ReadFileContent(path, content).IsOk()) {
+        return bitmap;
+    }
+    const std::string name = bitmap.file.substr(bitmap.file.find_last_of("/\\") + 1);
+    return InTemporaryFile(image, name,
+                           {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()}, path);
 }
 
 eBitmapMap eGltfImages::Embedded(int image) {
@@ -78,23 +88,29 @@ eBitmapMap eGltfImages::Embedded(int image) {
     if (IsDataUri(source.uri)) {
         decoded = DecodeBase64(SplitDataUri(source.uri)->base64).value_or(decoded);
     }
-    const eBytes content = decoded.empty() ? eBytes(source.image) : eBytes(decoded);
-    const std::string name = FileName(image, content);
-    Write(name, content, GltfPlace("images", image));
-    eBitmapMap bitmap;
-    bitmap.file = name;
-    bitmap.onDisk =
-        import.scene.temporaryFiles ? import.scene.temporaryFiles->Path() + "/" + name : std::string();
-    return bitmap;
+    const std::string name =
+        source.name.empty() ? "image_" + std::to_string(image) : import.report.Ansi(source.name);
+    return InTemporaryFile(image, name, decoded.empty() ? eBytes(source.image) : eBytes(decoded),
+                           import.path);
 }
 
-// The image's own name, made plain ASCII, with the extension of its type, unlike those of the others in any
-// letter case.
-std::string eGltfImages::FileName(int image, eBytes content) {
-    const tinygltf::Image& source = import.model.images[static_cast<std::size_t>(image)];
-    const std::string_view extension = ExtensionOf(content, source.mimeType);
-    std::string title = SafeFileName(source.name.empty() ? "image_" + std::to_string(image)
-                                                         : import.report.Ansi(source.name));
+eBitmapMap eGltfImages::InTemporaryFile(int image, const std::string& imageName, eBytes content,
+                                        const std::string& origin) {
+    const std::string& mediaType = import.model.images[static_cast<std::size_t>(image)].mimeType;
+    const std::string name = FileName(imageName, ExtensionOf(content, mediaType));
+    const platform::eIoStatus status = Write(name, content, origin);
+    if (!status.IsOk()) {
+        import.report.Problem(GltfPlace("images", image),
+                              "the image can't be written to a temporary file: " + status.Text());
+        return {};
+    }
+    return {.file = name, .onDisk = import.scene.temporaryFiles->Path() + "/" + ToUtf8(name)};
+}
+
+// The image's own name, made safe, with the extension of its type, unlike those of the others in any letter
+// case.
+std::string eGltfImages::FileName(const std::string& imageName, std::string_view extension) {
+    std::string title = SafeFileName(imageName);
     if (LowerAnsi(title).ends_with(extension)) {
         title.resize(title.size() - extension.size());
     }
@@ -105,7 +121,9 @@ std::string eGltfImages::FileName(int image, eBytes content) {
     return name;
 }
 
-void eGltfImages::Write(const std::string& name, eBytes content, const std::string& place) {
+// The file gets the time of the one that the image comes from, so that a later export can tell that a texture
+// made of it is up to date. Where the time can't be set, the texture is made again.
+platform::eIoStatus eGltfImages::Write(const std::string& name, eBytes content, const std::string& origin) {
     platform::eIoStatus status;
     if (!import.scene.temporaryFiles) {
         status = platform::eTemporaryFolder::Make(import.scene.temporaryFiles);
@@ -113,10 +131,13 @@ void eGltfImages::Write(const std::string& name, eBytes content, const std::stri
     if (status.IsOk()) {
         status = import.scene.temporaryFiles->Write(ToUtf8(name), content);
     }
-    if (!status.IsOk()) {
-        import.report.Problem(place,
-                              "the embedded image can't be written to a temporary file: " + status.Text());
+    std::error_code ignored;
+    const auto time = std::filesystem::last_write_time(origin, ignored);
+    if (status.IsOk() && !ignored) {
+        const std::string file = import.scene.temporaryFiles->Path() + "/" + ToUtf8(name);
+        std::filesystem::last_write_time(file, time, ignored);
     }
+    return status;
 }
 
 }  // namespace standalone

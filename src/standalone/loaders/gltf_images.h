@@ -1,14 +1,20 @@
 #pragma once
 
+#include <optional>
 #include <set>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "platform/io_status.h"
 #include "standalone/loaders/gltf_import.h"
 
 namespace standalone {
 
-// Where the pixels of the file's images are. Images in files stay there; those that the file embeds are
-// written to a temporary folder of the scene when they are first asked for.
+// Where the pixels of the file's images are. Images in files stay there, unless code page 1251 can't hold
+// their path; those, and the images that the file embeds, are written to a temporary folder of the scene when
+// they are first asked for.
 class eGltfImages {
 public:
     explicit eGltfImages(eGltfImport& ownImport);
@@ -17,10 +23,13 @@ public:
     eBitmapMap Bitmap(int image);
 
 private:
-    eBitmapMap InFile(const std::string& uri);
+    eBitmapMap InFile(int image);
     eBitmapMap Embedded(int image);
-    std::string FileName(int image, std::span<const std::uint8_t> content);
-    void Write(const std::string& name, std::span<const std::uint8_t> content, const std::string& place);
+    eBitmapMap InTemporaryFile(int image, const std::string& imageName, std::span<const std::uint8_t> content,
+                               const std::string& origin);
+    std::string FileName(const std::string& imageName, std::string_view extension);
+    platform::eIoStatus Write(const std::string& name, std::span<const std::uint8_t> content,
+                              const std::string& origin);
 
     eGltfImport& import;
     std::vector<std::optional<eBitmapMap>> bitmaps;  // by image

@@ -35,6 +35,7 @@ struct eGltfImport {
     const eGltfAccessors& accessors;
     const eGltfHierarchy& hierarchy;
     eGltfReport& report;
+    std::string path;    // of the file, UTF-8
     std::string folder;  // of the file, UTF-8
 
     eSceneData scene{};

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -131,28 +130,10 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
         return std::nullopt;
     }
     NoticeExtensions(*model, report);
-    eGltfImport import{*model, json, accessors, hierarchy, report, folder};
+    eGltfImport import{*model, json, accessors, hierarchy, report, path, folder};
     import.scene.file = FromUtf8(path).text;
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));
-}
-
-}  // namespace
-
-namespace {
-
-// An embedded image is as old as the file that holds it, so that a later export can tell that a texture made
-// of it is up to date. Where the time can't be set, the texture is made again.
-void DateEmbeddedImages(const eSceneData& scene, const std::string& pathUtf8) {
-    std::error_code ignored;
-    const auto time = std::filesystem::last_write_time(pathUtf8, ignored);
-    for (const eMapData& map : scene.maps) {
-        const auto* bitmap = std::get_if<eBitmapMap>(&map.kind);
-        if (!ignored && bitmap != nullptr && !bitmap->onDisk.empty()) {
-            std::error_code unset;
-            std::filesystem::last_write_time(bitmap->onDisk, time, unset);
-        }
-    }
 }
 
 }  // namespace
@@ -165,9 +146,6 @@ eLoadResult ImportGltf(const std::string& pathUtf8, std::string_view bytes, cons
     } catch (const std::exception& failure) {
         // Memory that runs out on a file that really is as large as it says.
         report.Problem("", std::string("the file can't be imported: ") + failure.what());
-    }
-    if (result.scene) {
-        DateEmbeddedImages(*result.scene, pathUtf8);
     }
     result.problems = report.TakeProblems();
     result.warnings = report.TakeWarnings();

@@ -33,7 +33,8 @@ void WriteBitmap(eDocumentOutput& output, const eBitmapMap& bitmap) {
     eJsonWriter& json = output.json;
     if (!bitmap.onDisk.empty()) {
         output.warnings.push_back(
-            "an image that lies inside the scene file is expected beside the document as \"" +
+            "an image that lies inside the scene file, or whose name has to change, is expected beside the "
+            "document as \"" +
             ToUtf8(bitmap.file) + '"');
     }
     const bool isBesideScene = bitmap.onDisk.empty() && !bitmap.file.empty() && !IsAbsolutePath(bitmap.file);
