@@ -56,6 +56,7 @@ void ForgetScene(Export& run) {
     run.selectionMembers.clear();
     run.sharedMeshes = {};
     run.materialMap.clear();
+    run.textureClaims.clear();
     run.commonOwner = nullptr;
 }
 

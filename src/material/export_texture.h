@@ -4,6 +4,7 @@
 #include <string>
 
 #include "io/name.h"
+#include "material/texture_role.h"
 
 namespace host {
 class Mtl;
@@ -23,12 +24,14 @@ struct eExportTexture {
     eName targetPath;        // on disk, without the extension that the writing may add
 };
 
-// Who wrote a texture of the run: names are made from file names and counters, so two materials can claim
-// one.
+// What a texture of the run was made from: names are made from file names and counters, so two can claim one.
 struct eTextureClaim {
     std::string source;  // empty for a generated texture
     const host::Mtl* material = nullptr;
     std::string materialName;
+    std::string mapName;
+    bool isCopied = false;
+    eTextureRole role;
 };
 
 // By target path without extension.

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "export/export.h"
-#include "material/material_queries.h"
 #include "material/shade_context.h"
 #include "material/shade_material.h"
 
@@ -73,19 +72,6 @@ eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
 }
 
 }  // namespace
-
-eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map) {
-    eTextureRole role;
-    if (map == nullptr) {
-        return role;
-    }
-    role.isBump = map == SubTexmap(material, host::kBumpMap);
-    role.isNormal = role.isBump && map->ClassID() == host::kNormalBumpClass;
-    role.isSpecular = map == SubTexmap(material, host::kSpecularLevelMap);
-    role.bumpAmount = role.isBump ? GetBumpAmount(material) : 0;
-    role.specularAmount = role.isSpecular ? GetSpecularAmount(material) : 0;
-    return role;
-}
 
 eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t) {
     if (source.map == nullptr && source.material != nullptr) {

@@ -4,20 +4,9 @@
 
 #include "host/material.h"
 #include "material/texture_image.h"
+#include "material/texture_role.h"
 
 class Export;
-
-// What a texture map is in its material, which settles what becomes of it. Worked out from the material as
-// the map holds it, without a look inside a Sorrel material.
-struct eTextureRole {
-    bool isBump = false;      // the material's bump map
-    bool isNormal = false;    // a bump map that holds normals, not heights
-    bool isSpecular = false;  // the material's specular level map
-    float bumpAmount = 0;
-    float specularAmount = 0;
-};
-
-eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map);
 
 // What is evaluated into a picture: a map alone where it has a file, else the whole material; without map the
 // material's diffuse colour.

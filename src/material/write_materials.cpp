@@ -11,6 +11,7 @@
 #include "export/export.h"
 #include "material/material_queries.h"
 #include "material/sorrel.h"
+#include "material/texture_claim.h"
 #include "material/texture_name.h"
 #include "material/texture_slot.h"
 #include "material/write_texture.h"
@@ -77,39 +78,21 @@ Texmap* TexmapOfSlot(Mtl* material, const eMaterialTraits& traits, int slot) {
     return slot == 1 && sorrel.mask != nullptr ? sorrel.mask : sorrel.environmentMap;
 }
 
-std::string& FieldOfSlot(eExportMaterial& record, const eMaterialTraits& traits, int slot) {
+// Null for a fourth slot, of two layers with bump and specular level map: its texture has no field.
+std::string* FieldOfSlot(eExportMaterial& record, const eMaterialTraits& traits, int slot) {
     if (slot == 0) {
-        return record.diffuse;
+        return &record.diffuse;
+    }
+    if (slot > 2) {
+        return nullptr;
     }
     if (traits.IsEnvmap()) {
-        return slot == 1 && traits.sorrel.mask != nullptr ? record.mask : record.envmap;
+        return slot == 1 && traits.sorrel.mask != nullptr ? &record.mask : &record.envmap;
     }
     if (traits.twoLayer) {
-        return record.diffuse1;
+        return &record.diffuse1;
     }
-    return slot == 1 && traits.hasBump ? record.bump : record.specular;
-}
-
-// Texture names are made from file names and counters: two textures that claim one name are told, as the
-// later one replaces the earlier.
-void ClaimTexture(Export& run, const eExportTexture& texture, const Mtl* material) {
-    const eName name =
-        texture.isCopied ? texture.targetPath.Part(eName::WithoutExtension) : texture.targetPath;
-    const eTextureClaim claim{texture.sourcePath, material, GetMaterialName(material)};
-    const auto [entry, isNew] = run.textureClaims.try_emplace(name, claim);
-    const eTextureClaim earlier = entry->second;
-    const bool isSame =
-        earlier.source == claim.source && (!claim.source.empty() || earlier.material == material);
-    if (isNew || isSame) {
-        return;
-    }
-    entry->second = claim;
-    const auto text =
-        format(
-            "Текстура '%s' материала '%s' (карта '%s') заменяет текстуру материала '%s' с тем же именем."_ansi) %
-        name.Text() % claim.materialName %
-        (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()) % earlier.materialName;
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    return slot == 1 && traits.hasBump ? &record.bump : &record.specular;
 }
 
 std::string MakeSlotTexture(Export& run, Mtl* material, Texmap* map, int slot, const eExportMaterialUse& use,
@@ -136,8 +119,11 @@ eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUs
         material->Update(t, valid);
     }
     for (int slot = 0; slot < traits.slots; ++slot) {
-        FieldOfSlot(record, traits, slot) =
-            MakeSlotTexture(run, material, TexmapOfSlot(material, traits, slot), slot, use, t);
+        Texmap* const map = TexmapOfSlot(material, traits, slot);
+        const std::string name = MakeSlotTexture(run, material, map, slot, use, t);
+        if (std::string* const field = FieldOfSlot(record, traits, slot)) {
+            *field = name;
+        }
     }
     if (traits.IsEnvmap() && traits.sorrel.mask == nullptr) {
         record.amount = traits.sorrel.strength;

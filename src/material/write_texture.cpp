@@ -11,13 +11,16 @@
 #include "export/export.h"
 #include "io/whole_file.h"
 #include "material/bmp_file.h"
+#include "material/copied_picture.h"
 #include "material/map_files.h"
 #include "material/material_queries.h"
 #include "material/normal_map.h"
 #include "material/texture_name.h"
 #include "material/texture_source.h"
+#include "platform/file.h"
 #include "platform/file_events.h"
 #include "platform/file_time.h"
+#include "platform/folder.h"
 #include "texture/compress_image.h"
 
 namespace {
@@ -28,7 +31,7 @@ constexpr int kDxt5Format = 3;
 // What is to be done for one slot.
 struct eTexturePlan {
     bool copy = false;
-    std::string copySource;
+    std::string source;  // of a map with a file
     eTextureSource picture;
     int bitsPerPixel = 24;
     eName target;  // with its extension
@@ -43,20 +46,36 @@ struct eTextureRequest {
     eName Target(const eTextureRole& role) const {
         return eName(texture.targetPath).Append(role.isBump ? ".dds" : ".bmp");
     }
-    void Tell(const std::string& file, const char* reason) const {
-        const auto text = format("Текстура '%s' (материал '%s', карта '%s') не записана:\n%s"_ansi) % file %
-                          GetMaterialName(material) %
-                          (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()) % reason;
+    // "(материал '...', карта '...')"
+    std::string Owner() const {
+        return (format("(материал '%s', карта '%s')"_ansi) % GetMaterialName(material) %
+                (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()))
+            .Text();
+    }
+    void Tell(const std::string& file, const char* what) const {
+        const auto text = format("Текстура '%s' %s %s"_ansi) % file % Owner() % what;
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
     }
+    void TellUnreadable(const std::string& file, const std::string& reason) const {
+        Tell(file, ("не записана:\nфайл изображения не читается.\n"_ansi + reason).c_str());
+    }
 };
+
+// An empty file, as a refused normal map leaves it and as a power cut may, is no texture, whatever its time.
+bool IsUpToDate(const eTexturePlan& plan) {
+    const std::string& target = plan.target.Text();
+    platform::eFile file;
+    std::int64_t length = 0;
+    return !IsNewer(plan.source, target) && !platform::IsFolder(target) &&
+           file.Open(target, platform::eFileAccess::Read).IsOk() && file.Length(length).IsOk() && length > 0;
+}
 
 // Takes the size and the depth of the picture from its file; false if it can't be read.
 bool TakeBitmap(const eTextureRequest& request, const std::string& source, eTexturePlan& plan) {
     std::string problem;
     host::Bitmap* bitmap = request.run.host->TheManager().Load({source}, &problem);
     if (bitmap == nullptr) {
-        request.Tell(source, ("файл изображения не читается.\n"_ansi + problem).c_str());
+        request.TellUnreadable(source, problem);
         return false;
     }
     const eTextureRole& role = plan.picture.role;
@@ -67,28 +86,43 @@ bool TakeBitmap(const eTextureRequest& request, const std::string& source, eText
     return true;
 }
 
+// The host need not know the engine's own format to copy a file of it.
+bool IsUsable(const eTextureRequest& request, eTexturePlan& plan) {
+    if (!plan.copy || eName(plan.source).Part(eName::Extension) != ".dds") {
+        return TakeBitmap(request, plan.source, plan);
+    }
+    const std::string damage = DamageOfCopiedPicture(plan.source);
+    if (!damage.empty()) {
+        request.TellUnreadable(plan.source, damage);
+    }
+    return damage.empty();
+}
+
 // A map with a file. Nothing if there is nothing to write.
 std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTexturePlan plan) {
     host::Texmap& map = *plan.picture.map;
     map.LoadMapFiles(request.time);
-    const std::string source = FirstMapFile(map, false);
-    if (source.empty()) {
+    plan.source = FirstMapFile(map, false);
+    if (!platform::LastWriteTime(plan.source)) {
         const auto text = format("The texture %s (material %s, map %s) is missing") %
                           FirstMapFile(map, true) % GetMaterialName(request.material) % map.GetName();
         Warn(__FILE__, __LINE__, text.Text());
         return std::nullopt;
     }
-    plan.copy = ExtensionIsAccepted(source) && plan.picture.role.bumpAmount == 0;
-    plan.copySource = source;
+    plan.copy = ExtensionIsAccepted(plan.source) && plan.picture.role.bumpAmount == 0;
     plan.target = plan.copy ? request.texture.targetPath : request.Target(plan.picture.role);
-    if (!IsNewer(source, plan.target)) {
+    const bool isKept = IsUpToDate(plan);
+    if (!isKept && !IsUsable(request, plan)) {
+        return std::nullopt;
+    }
+    if (plan.copy && IsMisnamedPicture(plan.source)) {
+        request.Tell(plan.source, "взята как есть, но это не тот формат, который указан в ее имени."_ansi);
+    }
+    if (isKept) {
         platform::TellFileEvent(platform::eFileAction::Kept, plan.target.Text());
         return std::nullopt;
     }
-    // The host need not know the engine's own format to copy a file of it.
-    const bool isUsable =
-        (plan.copy && eName(source).Part(eName::Extension) == ".dds") || TakeBitmap(request, source, plan);
-    return isUsable ? std::optional(std::move(plan)) : std::nullopt;
+    return plan;
 }
 
 std::optional<eTexturePlan> PlanTexture(const eTextureRequest& request, int width, int height) {
@@ -128,9 +162,13 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
                                      pixelLayoutBgra, options, append);
     if (result != compressDone) {
         content.clear();
-        request.Tell(plan.target, "стороны карты нормалей должны быть равны 1, 2 или кратны 4."_ansi);
+        const auto reason =
+            format(
+                "не записана:\nстороны карты нормалей, %1% и %2%, должны быть равны 1, 2 или кратны 4."_ansi) %
+            normals.width % normals.height;
+        request.Tell(plan.target, reason.Text().c_str());
     }
-    xIo::WriteWholeFile(plan.target, content);
+    xIo::WriteWholeFile(plan.target, content, request.Owner());
 }
 
 void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
@@ -138,7 +176,7 @@ void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (plan.picture.role.isBump) {
         WriteNormalMap(request, plan, image);
     } else {
-        xIo::WriteWholeFile(plan.target, MakeBmp(image, plan.bitsPerPixel));
+        xIo::WriteWholeFile(plan.target, MakeBmp(image, plan.bitsPerPixel), request.Owner());
     }
 }
 
@@ -158,7 +196,7 @@ void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
         return;
     }
     if (plan->copy) {
-        xIo::CopyWholeFile(plan->copySource, plan->target);
+        xIo::CopyWholeFile(plan->source, plan->target, request.Owner());
     } else {
         MakeTexture(request, *plan);
     }

@@ -23,6 +23,10 @@ void Report(eDdsFile& dds, std::size_t offset, std::string text) {
     dds.problems.push_back({offset, std::move(text)});
 }
 
+void ReportDamage(eDdsFile& dds, std::size_t offset, std::string text) {
+    dds.problems.push_back({offset, std::move(text), true});
+}
+
 void CheckSize(eDdsFile& dds, std::size_t place, const char* name, std::uint32_t value,
                std::uint32_t expected) {
     if (value != expected) {
@@ -34,8 +38,8 @@ bool HasLegalSides(eDdsFile& dds) {
     const auto isLegal = [&](std::size_t place, const char* name, std::uint32_t side) {
         const bool legal = side >= 1 && side <= maxTextureSide;
         if (!legal) {
-            Report(dds, place,
-                   (format("%1% is %2%, not within 1 to %3%") % name % side % maxTextureSide).Text());
+            ReportDamage(dds, place,
+                         (format("%1% is %2%, not within 1 to %3%") % name % side % maxTextureSide).Text());
         }
         return legal;
     };
@@ -75,10 +79,10 @@ void FindLevels(eDdsFile& dds, std::size_t fileSize) {
         const std::uint64_t byteCount =
             LevelBytes(*dds.coding, dds.header.pixelFormat.bitCount, width, height);
         if (byteCount > fileSize - offset) {
-            Report(dds, offset,
-                   (format("level %1% of %2% by %3% takes %4% bytes, the file has %5% left") % level % width %
-                    height % byteCount % (fileSize - offset))
-                       .Text());
+            ReportDamage(dds, offset,
+                         (format("level %1% of %2% by %3% takes %4% bytes, the file has %5% left") % level %
+                          width % height % byteCount % (fileSize - offset))
+                             .Text());
             return;
         }
         dds.levels.push_back({width, height, offset, static_cast<std::size_t>(byteCount)});
@@ -127,11 +131,11 @@ std::string FourCcName(std::uint32_t fourCc) {
 eDdsFile ReadDds(std::span<const std::uint8_t> file) {
     eDdsFile dds;
     if (file.size() < ddsMagic.size() || !std::ranges::equal(file.first(ddsMagic.size()), ddsMagic)) {
-        Report(dds, 0, "no DDS file: it doesn't begin with \"DDS \"");
+        ReportDamage(dds, 0, "no DDS file: it doesn't begin with \"DDS \"");
         return dds;
     }
     if (file.size() < ddsMagic.size() + ddsHeaderSize) {
-        Report(dds, file.size(), "the file ends within its header");
+        ReportDamage(dds, file.size(), "the file ends within its header");
         return dds;
     }
     eDdsHeaderBytes headerBytes;
@@ -145,6 +149,11 @@ eDdsFile ReadDds(std::span<const std::uint8_t> file) {
         CheckFirstLevel(dds);
     }
     return dds;
+}
+
+const eDdsProblem* FirstDamage(const eDdsFile& dds) {
+    const auto found = std::ranges::find_if(dds.problems, &eDdsProblem::isDamage);
+    return found != dds.problems.end() ? &*found : nullptr;
 }
 
 ePixelImage DecodeDdsLevel(std::span<const std::uint8_t> file, const eDdsFile& dds, std::size_t level) {

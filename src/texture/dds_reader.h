@@ -16,6 +16,9 @@ struct eDdsProblem {
     // Byte in the file.
     std::size_t offset;
     std::string text;
+    // Pixels are missing or can't be found; else the header is of a kind that isn't read, or disagrees with
+    // itself.
+    bool isDamage = false;
 };
 
 struct eDdsLevel {
@@ -39,6 +42,9 @@ struct eDdsFile {
 // Finds the levels in a whole file and checks what the header says about them. Whatever the bytes are,
 // nothing outside of them is read and nothing is allocated for what isn't there.
 eDdsFile ReadDds(std::span<const std::uint8_t> file);
+
+// The first problem that no reader could overlook, or null.
+const eDdsProblem* FirstDamage(const eDdsFile& dds);
 
 // Decodes a level that ReadDds found in the same bytes: at most 8 bytes of picture for a byte of file with
 // blocks, 4 with packed pixels.

@@ -1,98 +1,262 @@
+// The records of materials, as the text of the file.
+#include "material/write_materials.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <filesystem>
+#include <functional>
 #include <string>
 
 #include "base/ansi.h"
 #include "support/export_run.h"
 #include "support/index_meshes.h"
-#include "support/pictures.h"
 #include "support/scene_builder.h"
 
 namespace {
 
+using namespace standalone;
 using support::eExportRun;
 using support::eNode;
 using support::eSceneBuilder;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
-// A model with a triangle of each material.
-void AddTriangles(eSceneBuilder& scene, const std::vector<int>& materials) {
-    eNode root = scene.Node("root").Property("Model=m").Object(standalone::eHelperObject{});
-    for (std::size_t i = 0; i < materials.size(); ++i) {
-        root.Child("part" + std::to_string(i))
-            .Property("Poly")
-            .Object(standalone::eMeshObject{
-                support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 2}})})
-            .Material(materials[i]);
+// A triangle with the material; none with -1.
+void AddTriangle(eNode parent, const std::string& name, int material) {
+    eNode node = parent.Child(name).Property("Poly").Object(
+        eMeshObject{support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 2}})});
+    if (material >= 0) {
+        node.Material(material);
     }
 }
 
-// Every choice of type and blend, in natural order, with plain colours as textures.
-TEST(WriteMaterials, WritesTheToldText) {
+// Materials of a scene whose maps show files that do not exist: their names come out all the same.
+class eMaterialMaker {
+public:
+    explicit eMaterialMaker(eSceneBuilder& builder) : scene(builder) {}
+
+    int File(const char* title) { return scene.Map(eBitmapMap{.file = std::string(title) + ".png"}); }
+    int Mix() { return scene.Map(eMixMap{.maps = {File("first"), File("second"), File("third")}}); }
+    int Product() { return scene.Map(eRgbMultiplyMap{.maps = {File("first"), File("second")}}); }
+
+    static eStandardMaterial Standard(int diffuse) {
+        eStandardMaterial material;
+        material.maps[host::kDiffuseMap].map = diffuse;
+        return material;
+    }
+    eStandardMaterial Plain() { return Standard(File("wall")); }
+    eStandardMaterial Bumped(eStandardMaterial material, float amount = 0.5F) {
+        material.maps[host::kBumpMap] = {.map = File("dents"), .amount = amount};
+        return material;
+    }
+    eStandardMaterial Shiny(eStandardMaterial material) {
+        material.maps[host::kSpecularLevelMap] = {.map = File("gloss"), .amount = 0.25F};
+        material.specular = {1, 0.5F, 2};
+        material.shininess = 0.999F;
+        return material;
+    }
+    // Wrapped in a Sorrel material.
+    eSorrelMaterial In(eSorrelMaterial sorrel, eStandardMaterial inner) {
+        sorrel.material = scene.Material("inside", inner);
+        return sorrel;
+    }
+    eTwoLayerMaterial Layers() {
+        return {{scene.Material("lower", Standard(File("first"))),
+                 scene.Material("upper", Standard(File("second")))}};
+    }
+
+private:
+    eSceneBuilder& scene;
+};
+
+struct eMaterialCase {
+    std::function<eMaterialKind(eMaterialMaker&)> make;
+    const char* type;
+    std::vector<const char*> keys;
+};
+
+using eMaker = eMaterialMaker;
+
+const std::vector<eMaterialCase> kMaterials = {
+    {[](eMaker& m) { return m.Plain(); }, "simple", {"diffuse \"wall\"", "blend none"}},
+    {[](eMaker& m) { return m.Bumped(m.Plain(), 0); }, "simple", {"diffuse \"wall\"", "blend none"}},
+    {[](eMaker& m) {
+         eStandardMaterial material = m.Bumped(m.Plain());
+         material.maps[host::kBumpMap].enabled = false;
+         material.opacity = 0.5F;
+         return material;
+     },
+     "simple",
+     {"diffuse \"wall\"", "blend blend"}},
+    {[](eMaker& m) {
+         return eOtherMaterial{.classId = {77, 0}, .maps = m.Bumped(m.Plain()).maps};
+     },
+     "simple",
+     {"diffuse \"wall\"", "blend none"}},
+    {[](eMaker& m) { return m.Bumped(m.Plain()); },
+     "bump",
+     {"diffuse \"wall\"", "bump \"dents\"", "blend none"}},
+    {[](eMaker& m) { return m.Shiny(m.Plain()); },
+     "bump",
+     {"diffuse \"wall\"", "specular \"gloss\"", "color 0xfeff80ff", "blend none"}},
+    {[](eMaker& m) { return m.In({.blend = 1}, m.Shiny(m.Bumped(m.Plain()))); },
+     "bump",
+     {"diffuse \"wall\"", "bump \"dents\"", "specular \"gloss\"", "color 0xfeff80ff", "blend test"}},
+    {[](eMaker& m) { return eMaker::Standard(m.Product()); },
+     "multiply",
+     {"diffuse \"first\"", "diffuse1 \"second\"", "blend none"}},
+    {[](eMaker& m) { return m.In({.blend = 4, .modulate2x = 1}, eMaker::Standard(m.Product())); },
+     "multiply",
+     {"diffuse \"first\"", "diffuse1 \"second\"", "blend sub", "modulate2x"}},
+    {[](eMaker& m) { return m.In({.blend = 2, .modulate2x = 1}, eMaker::Standard(m.Mix())); },
+     "blend",
+     {"diffuse \"first\"", "diffuse1 \"second\"", "blend blend"}},
+    {[](eMaker& m) { return m.Layers(); },
+     "blend",
+     {"diffuse \"first\"", "diffuse1 \"second\"", "blend none"}},
+    // Slots behind the second layer's take its place.
+    {[](eMaker& m) { return m.Shiny(eMaker::Standard(m.Product())); },
+     "blend",
+     {"diffuse \"first\"", "diffuse1 \"gloss\"", "blend none"}},
+    {[](eMaker& m) { return m.Bumped(eMaker::Standard(m.Mix())); },
+     "blend",
+     {"diffuse \"first\"", "diffuse1 \"third\"", "blend none"}},
+    {[](eMaker& m) {
+         return m.In({.blend = 3, .environment = 1, .strength = 1.0F / 3}, m.Shiny(m.Bumped(m.Plain())));
+     },
+     "envmap",
+     {"diffuse \"wall\"", "amount 0.333333", "blend add"}},
+    {[](eMaker& m) {
+         const int sky = m.File("sky");
+         return m.In({.blend = 9, .environment = 1, .strength = 0.25F, .environmentMap = sky}, m.Plain());
+     },
+     "envmap",
+     {"diffuse \"wall\"", "envmap \"sky\"", "amount 0.25", "blend none"}},
+    {[](eMaker& m) {
+         const int mask = m.File("rust");
+         return m.In({.environment = 1, .strength = 0.25F, .mask = mask}, m.Plain());
+     },
+     "envmap",
+     {"diffuse \"wall\"", "mask \"rust\"", "blend none"}},
+    {[](eMaker& m) {
+         const int mask = m.File("rust");
+         eStandardMaterial clear = m.Plain();
+         clear.opacity = 0.5F;
+         return m.In({.blend = 0, .environment = 1, .mask = mask, .environmentMap = m.File("sky")}, clear);
+     },
+     "envmap",
+     {"diffuse \"wall\"", "envmap \"sky\"", "mask \"rust\"", "blend none"}},
+    {[](eMaker&) { return eSorrelMaterial{.material = -1}; },
+     "simple",
+     {"diffuse \"tex17_0\"", "blend none"}},
+};
+
+// Catches every choice of type, slot, blend and key, numbers of another form, and names that are not sorted
+// as numbers or keep their capitals.
+TEST(WriteMaterials, EachKindOfMaterialHasItsText) {
     eSceneBuilder scene;
-    const int plain = scene.Material("Mat10", standalone::eStandardMaterial{});
-    const int glass = scene.Material("mat2", standalone::eStandardMaterial{.opacity = 0.5F});
-    const int wrapped = scene.Material(
-        "shiny",
-        standalone::eSorrelMaterial{.material = glass, .blend = 3, .environment = 1, .strength = 0.25F});
-    AddTriangles(scene, {plain, glass, wrapped});
+    eMaterialMaker maker(scene);
+    eNode root = scene.Node("root").Property("Model=m").Object(eHelperObject{});
+    // A face without material has a record too, the first for its empty name.
+    std::string expected = "{simple \"\"\n\t{diffuse \"tex18_0\"}\n\t{blend none}\n}\n";
+    for (std::size_t i = 0; i < kMaterials.size(); ++i) {
+        const std::string number = std::to_string(i);
+        AddTriangle(root, "part" + number, scene.Material("Mat " + number, kMaterials[i].make(maker)));
+        expected += std::string("{") + kMaterials[i].type + " \"mat_" + number + "\"\n";
+        for (const char* key : kMaterials[i].keys) {
+            expected += std::string("\t{") + key + "}\n";
+        }
+        expected += "}\n";
+    }
+    AddTriangle(root, "bare", -1);
     eExportRun run(scene.Build());
     run.Do();
-    EXPECT_EQ(run.Text("m/.material"),
-              "{simple \"mat2\"\n\t{diffuse \"tex1_0\"}\n\t{blend blend}\n}\n"
-              "{simple \"mat10\"\n\t{diffuse \"tex0_0\"}\n\t{blend none}\n}\n"
-              "{envmap \"shiny\"\n\t{diffuse \"tex2_0\"}\n\t{amount 0.25}\n\t{blend add}\n}\n");
-    EXPECT_EQ(run.Read("m/tex0_0.bmp").size(), 54U + 2 * 8U);
+    EXPECT_EQ(run.Text("m/.material"), expected);
+    EXPECT_THAT(run.Messages(), ElementsAre());
+    EXPECT_THAT(run.messages.log, testing::HasSubstr("wall.png (material mat_0, map ) is missing"));
+    EXPECT_EQ(run.Read("m/tex18_0.bmp").size(), 54U + 2 * 8U) << "2 by 2 texels of the plain colour";
+}
+
+// Catches an empty file.
+TEST(WriteMaterials, NoMeshNoFile) {
+    eSceneBuilder scene;
+    scene.Node("root").Property("Model=m").Object(eHelperObject{});
+    eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_TRUE(run.Has("m/m.mdl"));
+    EXPECT_FALSE(run.Has("m/.material"));
 }
 
 TEST(WriteMaterials, TellsEqualNamesOfDifferentMaterials) {
     eSceneBuilder scene;
-    AddTriangles(scene, {scene.Material("skin", standalone::eStandardMaterial{}),
-                         scene.Material("SKIN", standalone::eStandardMaterial{.opacity = 0.5F})});
+    eNode root = scene.Node("root").Property("Model=m").Object(eHelperObject{});
+    AddTriangle(root, "a", scene.Material("skin", eStandardMaterial{}));
+    AddTriangle(root, "b", scene.Material("SKIN", eStandardMaterial{.opacity = 0.5F}));
     eExportRun run(scene.Build());
     run.Do();
     EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Повторяющееся имя материала 'skin'!"));
     EXPECT_EQ(run.Text("m/.material"), "{simple \"skin\"\n\t{diffuse \"tex0_0\"}\n\t{blend none}\n}\n");
+    EXPECT_TRUE(run.Has("m/tex1_0.bmp"));
 }
 
-// A copied and a rebuilt texture, a missing one and a broken one: what is up to date stays untouched, what is
-// newer is taken, and nothing is written for a picture that can't be read.
-TEST(WriteMaterials, PutsTexturesInPlaceOnce) {
-    support::eTempFolder art;
-    const support::ePicture picture{2, 2, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}};
-    art.Write("hull.tga", support::Tga(picture));
-    art.Write("deck.png", support::Png(picture));
-    art.Write("broken.png", "no picture");
-    eSceneBuilder scene;
-    std::vector<int> materials;
-    for (const char* file : {"hull.tga", "deck.png", "none.png", "broken.png"}) {
-        standalone::eStandardMaterial material;
-        material.maps[host::kDiffuseMap].map = scene.Map(standalone::eBitmapMap{.file = art / file});
-        materials.push_back(scene.Material(file, material));
+// A pass over a map of materials as skinned meshes leave it.
+class ePass {
+public:
+    ePass() : host(Scene()) {
+        run.host = &host;
+        run.commonFolder = eName(folder.Path());
     }
-    AddTriangles(scene, materials);
-    eExportRun run(scene.Build());
-    run.Do();
-    EXPECT_EQ(run.Read("m/hull.tga"), art.Read("hull.tga"));
-    EXPECT_EQ(run.Read("m/deck.bmp").size(), 54U + 2 * 8U);
-    EXPECT_FALSE(run.Has("m/none.bmp"));
-    EXPECT_FALSE(run.Has("m/broken.bmp"));
-    EXPECT_THAT(run.Messages(), ElementsAre(HasSubstr("broken.png")));
-    EXPECT_THAT(run.Text("m/.material"), HasSubstr("{simple \"none.png\"\n\t{diffuse \"none\"}"));
+    static eSceneData Scene() {
+        eSceneBuilder scene;
+        eNode node = scene.Node("arm");
+        for (const char* name : {"a", "b", "c"}) {
+            node.Child(name).Material(scene.Material(name, eStandardMaterial{}));
+        }
+        return scene.Build();
+    }
+    void Use(const char* material, int group) {
+        host::Mtl* const used = host.GetINodeByName(material)->GetMtl();
+        run.materialMap[{used, group}] = {.node = host.GetINodeByName("arm")};
+    }
+    std::vector<std::string> Records(bool useCommon) {
+        WriteMaterials(run, useCommon);
+        std::vector<std::string> names;
+        for (const eExportMaterial& record :
+             (useCommon ? run.commonResources : run.modelResources).materials) {
+            names.push_back(record.name);
+        }
+        return names;
+    }
 
-    const auto timeOf = [&](const char* file) { return std::filesystem::last_write_time(run.folder / file); };
-    const auto old = timeOf("game/m/deck.bmp") - std::chrono::hours(2);
-    for (const char* file : {"game/m/deck.bmp", "game/m/hull.tga"}) {
-        std::filesystem::last_write_time(run.folder / file, old);
+    support::eTempFolder folder;
+    support::eMessageCollector messages;
+    StandaloneHost host;
+    Export run;
+};
+
+// Catches records of later palettes, one loss told twice, and the wrong set.
+TEST(WriteMaterials, OnlyTheFirstPaletteHasRecords) {
+    ePass pass;
+    pass.Use("a", 0);
+    pass.Use("a", 2);
+    pass.Use("b", 1);
+    pass.Use("b", 2);
+    EXPECT_THAT(pass.Records(true), ElementsAre("a"));
+    EXPECT_THAT(pass.run.modelResources.materials, ElementsAre());
+    EXPECT_THAT(
+        pass.messages.Lines(),
+        ElementsAre("Предупреждение: Материал 'b' мэша 'arm' не записан: он используется только в "
+                    "дополнительных палитрах костей.\nНеобходимо упростить скиннинг или разделить мэш."));
+}
+
+// Catches a cancel that is not asked for, or takes back what was done.
+TEST(WriteMaterials, ACancelLeavesWhatWasDone) {
+    ePass pass;
+    for (const char* name : {"a", "b", "c"}) {
+        pass.Use(name, 0);
     }
-    std::filesystem::last_write_time(art / "deck.png", old - std::chrono::hours(1));
-    run.Do();
-    EXPECT_EQ(timeOf("game/m/deck.bmp"), old) << "the picture is older";
-    EXPECT_GT(timeOf("game/m/hull.tga"), old) << "the picture is newer";
+    int polls = 0;
+    pass.host.SetCancelSource([&polls] { return ++polls == 2; });
+    EXPECT_THAT(pass.Records(false), ElementsAre("a", "b"));
 }
 
 }  // namespace
