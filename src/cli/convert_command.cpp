@@ -36,7 +36,6 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
             return false;
         }
         bitmap->file = FromUtf8(file.string()).text;
-        bitmap->onDisk.clear();
     }
     return true;
 }

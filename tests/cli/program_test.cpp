@@ -1,10 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "support/gltf_text.h"
+#include "support/pictures.h"
 #include "support/program.h"
 #include "support/source_tree.h"
 #include "support/temp_folder.h"
@@ -169,17 +173,42 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     EXPECT_EQ(Run("inspect '" + (folder / "none") + "'").exitCode, 2);
 }
 
-// A converted scene exports to the same model.
+// Would catch: a converted scene that exports to another model, or has lost the pictures inside the original.
 TEST_F(Program, ConvertsToAnEqualScene) {
-    folder.Write("scene.scene.json", kArm);
-    const std::string converted = folder / "converted.scene.json";
-    EXPECT_EQ(Run("convert '" + (folder / "scene.scene.json") + "' '" + converted + "'").exitCode, 0);
-    ASSERT_EQ(Export(kArm).exitCode, 0);
-    const std::string first = folder.Read("game/units/arm/arm.mdl");
-    ASSERT_EQ(Export(folder.Read("converted.scene.json")).exitCode, 0);
-    const std::string second = folder.Read("game/units/arm/arm.mdl");
-    const auto skeleton = [](const std::string& text) { return text.substr(text.find("{skeleton")); };
-    EXPECT_EQ(skeleton(first), skeleton(second));
+    const auto exported = [&](const std::string& scene) {
+        const std::string root = folder / "game";
+        std::filesystem::remove_all(root);
+        const eProgramResult result = Run("export '" + (folder / scene) + "' --resource-root '" + root +
+                                          "' --config '" + (folder / "config") + "'");
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+            if (entry.is_regular_file()) {
+                const std::string name = std::filesystem::relative(entry.path(), folder.Path()).string();
+                const std::string content = folder.Read(name);
+                files[name] = content.substr(content.starts_with(";") ? content.find('{') : 0);
+            }
+        }
+        return files;
+    };
+    support::eGltfText file;
+    const int points = file.Floats("VEC3", {0, 0, 0, 1, 0, 0, 0, 1, 0});
+    const int places = file.Floats("VEC2", {0, 0, 1, 0, 0, 1});
+    const int picture = file.View(support::Png({1, 1, 3, {10, 20, 30}}));
+    file.Section("nodes", R"([{"name": "root", "mesh": 0, "extras": {"Model": "units/arm", "Poly": true}}])");
+    file.Section("meshes", R"([{"primitives": [{"attributes": {"POSITION": )" + std::to_string(points) +
+                               R"(, "TEXCOORD_0": )" + std::to_string(places) + R"(}, "material": 0}]}])");
+    file.Section("materials", R"([{"pbrMetallicRoughness": {"baseColorTexture": {"index": 0}}}])");
+    file.Section("textures", R"([{"source": 0}])");
+    file.Section("images", R"([{"name": "wood", "mimeType": "image/png", "bufferView": )" +
+                               std::to_string(picture) + "}]");
+    folder.Write("made/scene.glb", file.Binary());
+    EXPECT_EQ(Run("convert '" + (folder / "made/scene.glb") + "' '" + (folder / "other/b.scene.json") + "'")
+                  .exitCode,
+              0);
+    const auto files = exported("made/scene.glb");
+    EXPECT_TRUE(files.contains("game/units/arm/wood.bmp"));
+    EXPECT_EQ(exported("other/b.scene.json"), files);
 }
 
 TEST_F(Program, GivesTheSameBytesForTheSameSourceDate) {

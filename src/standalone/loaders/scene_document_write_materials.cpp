@@ -31,12 +31,6 @@ void WriteInputs(eDocumentOutput& output, std::span<const int> inputs) {
 void WriteBitmap(eDocumentOutput& output, const eBitmapMap& bitmap) {
     const eBitmapMap standard;
     eJsonWriter& json = output.json;
-    if (!bitmap.onDisk.empty()) {
-        output.warnings.push_back(
-            "an image that lies inside the scene file, or whose name has to change, is expected beside the "
-            "document as \"" +
-            ToUtf8(bitmap.file) + '"');
-    }
     const bool isBesideScene = bitmap.onDisk.empty() && !bitmap.file.empty() && !IsAbsolutePath(bitmap.file);
     json.MemberUnless(std::string(), "file",
                       (isBesideScene ? output.bitmapFolder : std::string()) + bitmap.file);

@@ -17,7 +17,8 @@ struct eWrittenDocument {
 // it keeps to the order that readers make (shared objects first) and its ids and referenced names are unique;
 // where they are not, new ones are made and the references follow.
 // `path` is the document's absolute path, UTF-8: relative bitmap files of a scene that lies elsewhere are
-// written with their folder.
+// written with their folder. An image that lies inside the scene file (eBitmapMap::onDisk) is written as its
+// `file`, which the caller puts below the document's folder.
 eWrittenDocument WriteSceneDocument(const eSceneData& scene, const std::string& path);
 
 }  // namespace standalone
