@@ -79,8 +79,10 @@ void eWrapperMtl::EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t 
     }
 }
 
+// An empty list is asked for place 0 all the same.
 host::Mtl* eMultiMtl::GetSubMtl(int index) const {
-    return Material(multi.materials[static_cast<std::size_t>(index)]);
+    const auto place = static_cast<std::size_t>(index);
+    return place < multi.materials.size() ? Material(multi.materials[place]) : nullptr;
 }
 
 host::Mtl* eMultiMtl::Answering(int mtlNum) const {
