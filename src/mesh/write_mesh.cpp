@@ -44,7 +44,7 @@ bool HasFaces(Export& run, const eExportBone& bone) {
     }
     if (mesh.faces.empty()) {
         return Refuse(run, bone,
-                      "Кость '%s' помечена как полигональная, но все её грани скрыты!\n"
+                      "Кость '%s' помечена как полигональная, но видимых граней у нее нет!\n"
                       "Необходимо показать грани или убрать из параметров 'Poly'."_ansi);
     }
     return true;

@@ -141,7 +141,7 @@ TEST(WriteMesh, WhatTheFileCannotHoldIsToldAndLeftOut) {
                 Contains("Ошибка: Кость 'hat' помечена как полигональная, но не содержит треугольников!"));
     host::Mesh hidden = TexturedTriangle();
     hidden.faces[0].flags |= host::Face::kHidden;
-    EXPECT_THAT(MessagesOfRefused(hidden), Contains(HasSubstr("все её грани скрыты!")));
+    EXPECT_THAT(MessagesOfRefused(hidden), Contains(HasSubstr("видимых граней у нее нет!")));
     EXPECT_THAT(MessagesOfRefused(support::GridMesh(64, 512)),  // 65 times 513 vertices, 65536 triangles
                 Contains(HasSubstr("Ошибка: Более 65535 треугольников в 'hat'!")));
     EXPECT_THAT(MessagesOfRefused(support::GridMesh(1, 1), {.tiling = {3e38F, 3e38F}, .angle = 45}),
