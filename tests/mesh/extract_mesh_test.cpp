@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
+#include "mesh/corner_normal.h"
 #include "mesh/mesh_run.h"
 
 namespace {
@@ -92,52 +93,46 @@ TEST(ExtractMesh, HiddenFacesAreLeftOutAndTheirVerticesStay) {
     EXPECT_EQ(run.Mesh("hat").vertexCount, 5U);
 }
 
-// Catches an unusable channel taken for another one, and a box that is not turned over like other
-// coordinates.
-TEST(ExtractMesh, CoordinatesWithoutAChannelComeFromTheObjectsBox) {
+// The triangle with a material whose map has these coordinates.
+eCorners<host::Point3> CoordinatesBy(const eMapCoordinates& uv) {
+    support::eSceneBuilder scene;
+    const int iron = scene.Material("iron", TexturedMaterial(scene.Map(eCheckerMap{}, uv)));
+    MeshNode(Model(scene), "hat", TexturedTriangle()).Material(iron);
+    eMeshRun run(scene);
+    return run.Soup("hat").mapCoords0[0];
+}
+
+// Catches an unusable channel taken for another one, a box that is not turned over like other coordinates,
+// and the map's tiling and offset left out, or applied behind the flip.
+TEST(ExtractMesh, CoordinatesComeFromTheMapsChannelOrTheObjectsBox) {
     for (const eMapCoordinates& uv :
          {eMapCoordinates{.source = 1}, eMapCoordinates{.source = 0, .channel = 5}}) {
-        support::eSceneBuilder scene;
-        const int map = scene.Map(eCheckerMap{}, uv);
-        MeshNode(Model(scene), "hat", TexturedTriangle())
-            .Material(scene.Material("iron", TexturedMaterial(map)));
-        eMeshRun run(scene);
-        ExpectNear(run.Soup("hat").mapCoords0[0][0], {0, 1, 0});
-        ExpectNear(run.Soup("hat").mapCoords0[0][1], {1, 1, 0});
-        ExpectNear(run.Soup("hat").mapCoords0[0][2], {0, 0, 0});
+        const eCorners<host::Point3> corners = CoordinatesBy(uv);
+        ExpectNear(corners[0], {0, 1, 0});
+        ExpectNear(corners[1], {1, 1, 0});
+        ExpectNear(corners[2], {0, 0, 0});
     }
+    const eCorners<host::Point3> tiled = CoordinatesBy({.offset = {0.25F, 0.5F}, .tiling = {2, 3}});
+    ExpectNear(tiled[1], {2.25F, 0.5F, 0});
+    ExpectNear(tiled[2], {0.25F, -2.5F, 0});
 }
 
-// Catches the map's tiling and offset left out, or applied behind the flip.
-TEST(ExtractMesh, CoordinatesGoThroughTheMapsTransform) {
-    support::eSceneBuilder scene;
-    const int map = scene.Map(eCheckerMap{}, {.offset = {0.25F, 0.5F}, .tiling = {2, 3}});
-    MeshNode(Model(scene), "hat", TexturedTriangle()).Material(scene.Material("iron", TexturedMaterial(map)));
-    eMeshRun run(scene);
-    ExpectNear(run.Soup("hat").mapCoords0[0][1], {2.25F, 0.5F, 0});
-    ExpectNear(run.Soup("hat").mapCoords0[0][2], {0.25F, -2.5F, 0});
-}
-
-// Catches a face without material that asks a map all the same, or loses the vertex alpha.
-TEST(ExtractMesh, AFaceWithoutMaterialHasAlphaFromItsChannelAlone) {
-    support::eSceneBuilder scene;
-    host::Mesh mesh = TexturedTriangle();
-    mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}, {0.25F, 0, 0}}, {{{0, 1, 0}}}});
-    MeshNode(Model(scene), "hat", mesh);
-    eMeshRun run(scene);
-    ExpectNear(run.Soup("hat").mapCoords0[0][1], {0, 1, 0});
-    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0.5F);
-    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][1].a, 0.25F);
-}
-
-// Catches opacity and vertex alpha that replace each other.
+// Catches a face without material that asks a map all the same, and opacity and vertex alpha that replace
+// each other.
 TEST(ExtractMesh, OpacityAndVertexAlphaMultiply) {
-    support::eSceneBuilder scene;
-    host::Mesh mesh = TexturedTriangle();
-    mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}}, {{{0, 0, 0}}}});
-    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("glass", eStandardMaterial{.opacity = 0.5F}));
-    eMeshRun run(scene);
-    EXPECT_NEAR(run.Soup("hat").colors[0][0].a, 0.25F, 1e-6F);
+    for (const float opacity : {1.0F, 0.5F}) {
+        support::eSceneBuilder scene;
+        host::Mesh mesh = TexturedTriangle();
+        mesh.maps.push_back({host::Mesh::kVertexAlphaChannel, {{0.5F, 0, 0}, {0.25F, 0, 0}}, {{{0, 1, 0}}}});
+        support::eNode node = MeshNode(Model(scene), "hat", mesh);
+        if (opacity != 1) {
+            node.Material(scene.Material("glass", eStandardMaterial{.opacity = opacity}));
+        }
+        eMeshRun run(scene);
+        ExpectNear(run.Soup("hat").mapCoords0[0][1], {0, 1, 0});
+        EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0.5F * opacity);
+        EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][1].a, 0.25F * opacity);
+    }
 }
 
 // Catches an index beyond the channel that is followed, or that is told once per frame.
@@ -183,19 +178,23 @@ TEST(ExtractMesh, AMixByAMapIsAskedAtTheCorner) {
     EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][2].a, 1);
 }
 
-// Catches ids beyond the list, a slot that is empty, and a walk that stops one level down.
+// Catches ids beyond the list, a slot or a list that is empty, and a walk that stops one level down.
 TEST(ExtractMesh, TheLeafMaterialIsFoundByIdModuloTheSlots) {
     support::eSceneBuilder scene;
     const int iron = scene.Material("iron", eStandardMaterial{});
     const int wood = scene.Material("wood", eStandardMaterial{});
     const int inner = scene.Material("inner", eMultiMaterial{{iron, wood}});
     const int outer = scene.Material("outer", eMultiMaterial{{inner, -1, iron}});
+    const int empty = scene.Material("empty", eMultiMaterial{});
     host::Mesh mesh = support::GridMesh(2, 1);
     for (std::uint16_t i = 0; i < 4; ++i) {
         mesh.faces[i].setMatID(i);
     }
-    MeshNode(Model(scene), "hat", mesh).Material(outer);
+    support::eNode root = Model(scene);
+    MeshNode(root, "hat", mesh).Material(outer);
+    MeshNode(root, "cap", mesh).Material(empty);
     eMeshRun run(scene);
+    EXPECT_EQ(run.Bone("cap").mesh.faceMaterials[3].first, nullptr);
     const auto& found = run.Bone("hat").mesh.faceMaterials;
     EXPECT_EQ(found[0].first->GetName(), "iron");
     EXPECT_EQ(found[1].first, nullptr);
@@ -219,6 +218,25 @@ TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
         ExpectNear(normals[mirrored ? 2 : 0], {0, 1, 0});
         ExpectNear(normals[1], {0, 0, 1});
         ExpectNear(normals[mirrored ? 0 : 2], {0, 0, 1});
+    }
+}
+
+// Catches a corner that takes another group's normal, and the first of several that fit.
+TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
+    host::Mesh mesh = TexturedTriangle();
+    mesh.buildRenderNormals();
+    mesh.renderNormals = {{{1, 0, 0}, 1}, {{2, 0, 0}, 3}, {{3, 0, 0}, 4}};
+    const auto normalFor = [&](std::uint32_t smoothing, std::uint32_t flags) {
+        mesh.faces[0].smGroup = smoothing;
+        mesh.renderVerts[0] = {flags, 0, {9, 0, 0}};
+        return GetCornerNormal(mesh, 0, 0).x;
+    };
+    EXPECT_EQ(normalFor(1, 3), 2);
+    EXPECT_EQ(normalFor(4, 3), 3);
+    EXPECT_EQ(normalFor(8, 1), 9);
+    EXPECT_EQ(normalFor(1, host::RVertex::kSpecifiedNormal), 9);
+    for (const auto& [smoothing, flags] : {std::pair(8U, 3U), {1U, 0U}, {0U, 3U}, {0U, 1U}}) {
+        EXPECT_EQ(normalFor(smoothing, flags), 0) << "the face's own, for group " << smoothing;
     }
 }
 

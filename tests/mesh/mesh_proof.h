@@ -1,26 +1,229 @@
 // Proves a written mesh against the scene that it came from, without the exporter's own lists in between.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "mesh/mesh_reader.h"
+#include "mesh/vertex_layout.h"
+#include "scene/find_skin.h"
+#include "scene/node_name.h"
+#include "scene/triangle_mesh.h"
+#include "standalone/scene_node.h"
 #include "standalone/standalone_host.h"
 
 namespace mesh_test {
 
-struct eProof {
-    std::size_t exact = 0;   // triangles of the file whose corners agree to 1e-5 of the model's size
-    std::size_t welded = 0;  // those that only agree within the weld's millimetre
-    std::size_t lost = 0;    // triangles of the scene that the weld has folded up, and repeated ones
+// Each visible triangle of the node's object must be in the mesh once, its corners within 1e-5 of the mesh's
+// size, and show the same side; each skinned vertex, moved by the weights and bones of the file, must land
+// where the host's skin has it. All at frame 0. `scene` is what the host was made of; its units must be so
+// large that a millimetre, within which the weld joins vertices, is nothing beside the mesh.
+class eMeshProof {
+public:
+    eMeshProof(const eFileMesh& ownMesh, host::INode& ownNode, const standalone::eSceneData& ownScene)
+        : mesh(ownMesh),
+          node(ownNode),
+          scene(ownScene),
+          objectToWorld(node.GetObjTMAfterWSM(0)),
+          boneToWorld(NoScale(node.GetNodeTM(0))),
+          metres(static_cast<float>(scene.unitMetres)) {
+        const host::Point3 width = mesh.bounds.Width();
+        reach = 1e-5F * std::max({width.x, width.y, width.z});
+        CollectTriangles();
+        if (mesh.skinned) {
+            PrepareSkin();
+        }
+        for (const eFileSubMesh& subMesh : mesh.subMeshes) {
+            for (std::size_t i = 0; i < subMesh.triangleCount; ++i) {
+                ProveTriangle(subMesh, subMesh.firstTriangle + i);
+            }
+        }
+        for (const auto& [place, triangle] : triangles) {
+            if (!triangle.isTaken && !IsFolded(triangle) && !IsRepeated(triangle)) {
+                Fault("a triangle of the scene is missing");
+            }
+        }
+    }
+
+    std::size_t sceneTriangles = 0;
     std::size_t skinnedCorners = 0;
     std::vector<std::string> faults;  // everything that should not be
-};
 
-// Each visible triangle of the node's object must be in the mesh once and show the same side; each skinned
-// vertex, moved by the weights and bones of the file, must land where the host's skin has it at the time.
-// `scene` is what the host was made of.
-eProof ProveMesh(const eFileMesh& mesh, host::INode& node, const standalone::eSceneData& scene,
-                 host::TimeValue time);
+private:
+    using eCorners = std::array<host::Point3, 3>;
+
+    // A visible triangle of the scene.
+    struct eTriangle {
+        std::array<std::uint32_t, 3> vertices;  // of the object, in the host's order
+        eCorners corners;                       // metres, bone space
+        host::Point3 worldNormal;               // of the side that is visible
+        bool isTaken = false;
+    };
+
+    void Fault(const std::string& fault) { faults.push_back(mesh.name + ": " + fault); }
+
+    host::Point3 WorldFromBone(const host::Point3& p) const { return (p * (1 / metres)) * boneToWorld; }
+
+    // Triangles are looked for by the sum of their corners' coordinates.
+    static float PlaceOf(const eCorners& corners) {
+        float place = 0;
+        for (const host::Point3& p : corners) {
+            place += p.x + p.y + p.z;
+        }
+        return place;
+    }
+
+    // The object below all modifiers, as triangles. A normal goes through the transposed inverse: a mirror
+    // does not turn it round.
+    void CollectTriangles() {
+        host::Object* object = node.GetObjectRef();
+        while (auto* stack = dynamic_cast<host::IDerivedObject*>(object)) {
+            object = stack->GetObjRef();
+        }
+        const host::Mesh& rest =
+            dynamic_cast<host::TriObject&>(*object->ConvertToType(0, host::kTriObjectClass)).GetMesh();
+        const host::Matrix3 objectToBone = objectToWorld * Inverse(boneToWorld),
+                            inverse = Inverse(objectToWorld);
+        for (const host::Face& face : rest.faces) {
+            if (face.Hidden()) {
+                continue;
+            }
+            eTriangle triangle{{face.v[0], face.v[1], face.v[2]}, {}, {}};
+            for (std::size_t i = 0; i < 3; ++i) {
+                triangle.corners[i] = (rest.verts[face.v[i]] * objectToBone) * metres;
+            }
+            const host::Point3& first = rest.verts[face.v[0]];
+            const host::Point3 n = CrossProd(rest.verts[face.v[1]] - first, rest.verts[face.v[2]] - first);
+            triangle.worldNormal = {DotProd(inverse.GetRow(0), n), DotProd(inverse.GetRow(1), n),
+                                    DotProd(inverse.GetRow(2), n)};
+            triangles.emplace(PlaceOf(triangle.corners), triangle);
+        }
+        sceneTriangles = triangles.size();
+    }
+
+    void ProveTriangle(const eFileSubMesh& subMesh, std::size_t number) {
+        std::array<eExportVertex, 3> vertices;  // in the scene's winding
+        eCorners corners;
+        for (std::size_t i = 0; i < 3; ++i) {
+            vertices[i] = mesh.Vertex(subMesh, mesh.indices[3 * number + 2 - i]);
+            corners[i] = vertices[i].position;
+        }
+        const auto [triangle, turning] = Find(corners);
+        if (triangle == nullptr) {
+            return Fault("a triangle of the file is not in the scene");
+        }
+        triangle->isTaken = true;
+        ProveSide(*triangle, corners);
+        for (std::size_t i = 0; mesh.skinned && i < 3; ++i) {
+            ProveSkin(subMesh, vertices[i], triangle->vertices[turning[i]]);
+        }
+    }
+
+    // The triangle of the scene that is still free within reach, and how the corners meet, which may be the
+    // other way round.
+    std::pair<eTriangle*, std::array<std::size_t, 3>> Find(const eCorners& corners) {
+        constexpr std::array<std::array<std::size_t, 3>, 6> kTurnings{
+            {{0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}, {1, 0, 2}, {0, 2, 1}}};
+        const float place = PlaceOf(corners), far = 9 * reach + 1e-5F * std::fabs(place);
+        const auto end = triangles.upper_bound(place + far);
+        for (auto at = triangles.lower_bound(place - far); at != end; ++at) {
+            for (const auto& turning : kTurnings) {
+                const eCorners& others = at->second.corners;
+                const auto isNear = [&](std::size_t i) {
+                    return Length(corners[i] - others[turning[i]]) <= reach;
+                };
+                if (!at->second.isTaken && isNear(0) && isNear(1) && isNear(2)) {
+                    return {&at->second, turning};
+                }
+            }
+        }
+        return {};
+    }
+
+    void ProveSide(const eTriangle& triangle, const eCorners& corners) {
+        const host::Point3 first = WorldFromBone(corners[0]);
+        const host::Point3 side =
+            CrossProd(WorldFromBone(corners[1]) - first, WorldFromBone(corners[2]) - first);
+        if (!IsFolded(triangle) && DotProd(Normalize(side), Normalize(triangle.worldNormal)) < 0) {
+            Fault("a triangle turns its back");
+        }
+    }
+
+    // Without a side worth the name.
+    bool IsFolded(const eTriangle& triangle) const {
+        const auto& [a, b, c] = triangle.corners;
+        const float longest = std::max({Length(b - a), Length(c - b), Length(a - c)});
+        return Length(CrossProd(b - a, c - a)) <= 2 * reach * longest;
+    }
+
+    bool IsRepeated(const eTriangle& triangle) const {
+        const auto [begin, end] = triangles.equal_range(PlaceOf(triangle.corners));
+        return std::any_of(begin, end, [&](const auto& other) {
+            return &other.second != &triangle && other.second.corners == triangle.corners;
+        });
+    }
+
+    void PrepareSkin() {
+        const auto& place = dynamic_cast<standalone::eSceneNode&>(node);
+        const standalone::eObjectData& object = scene.objects[static_cast<std::size_t>(
+            scene.nodes[static_cast<std::size_t>(place.Index())].object)];
+        const auto& skin = std::get<standalone::eSkinModifier>(object.modifiers.front());
+        host::ISkin& bones = *FindSkin(node)->GetInterface(host::Modifier::kSkinInterface);
+        weights = bones.GetContextInterface(node);
+        const auto bindTime = static_cast<host::TimeValue>(skin.bindFrame * scene.frameTicks);
+        for (int i = 0; i < bones.GetNumBones(); ++i) {
+            const host::INode& bone = *bones.GetBone(i);
+            const auto number = static_cast<std::size_t>(i);
+            if (mesh.bones.at(number) != CleanNodeName(bone.GetName(), true)) {
+                Fault("a bone of the table is another one");
+            }
+            const host::Matrix3 bind = skin.bindMatrices.empty() ? node.GetObjTMAfterWSM(bindTime) *
+                                                                       Inverse(bone.GetNodeTM(bindTime))
+                                                                 : skin.bindMatrices[number];
+            moves.push_back(bind * bone.GetNodeTM(0));
+        }
+        deformed = eTriangleMesh(node, 0).Mesh();
+    }
+
+    void ProveSkin(const eFileSubMesh& subMesh, const eExportVertex& vertex, std::uint32_t hostVertex) {
+        const int influences = weights->GetNumAssignedBones(static_cast<int>(hostVertex));
+        if (influences == 0 || influences > 3) {
+            return;  // without bones, or with more than the file has
+        }
+        const host::Point3 object = WorldFromBone(vertex.position) * Inverse(objectToWorld);
+        const int stored = WeightCount(subMesh.format);
+        host::Point3 landed;
+        float left = 1;
+        for (int k = 0; k <= stored; ++k) {
+            const float weight = k < stored ? vertex.weights[k] : left;
+            const int bone = subMesh.palette[vertex.boneIndices[k]];
+            left -= weight;
+            if (bone > 0) {
+                landed += (object * moves[static_cast<std::size_t>(bone - 1)]) * weight;
+            } else if (std::fabs(weight) > 1e-5F) {
+                Fault("a weight follows no bone");
+            }
+        }
+        if (Length(landed - deformed.verts[hostVertex] * objectToWorld) * metres > 100 * reach) {
+            Fault("a skinned vertex lands elsewhere");
+        }
+        ++skinnedCorners;
+    }
+
+    const eFileMesh& mesh;
+    host::INode& node;
+    const standalone::eSceneData& scene;
+    host::Matrix3 objectToWorld, boneToWorld;
+    float metres;     // per scene unit
+    float reach = 0;  // metres
+    std::multimap<float, eTriangle> triangles;
+    const host::ISkinContextData* weights = nullptr;
+    std::vector<host::Matrix3> moves;  // by bone of the skin: object space at rest to where the bone has it
+    host::Mesh deformed;
+};
 
 }  // namespace mesh_test

@@ -48,10 +48,10 @@ TEST(VertexOrder, EveryChannelDecidesBeyondItsTolerance) {
         return Verdict([&](eExportVertex& v) { member(v) += by; });
     };
     const auto expectTolerant = [&](const char* name, auto member) {
-        EXPECT_EQ(moved(0.0005F, member), eVerdict::Same) << name;
-        EXPECT_EQ(moved(-0.0005F, member), eVerdict::Same) << name;
-        EXPECT_EQ(moved(0.002F, member), eVerdict::Behind) << name;
-        EXPECT_EQ(moved(-0.002F, member), eVerdict::Before) << name;
+        EXPECT_EQ(moved(0.00095F, member), eVerdict::Same) << name;
+        EXPECT_EQ(moved(-0.00095F, member), eVerdict::Same) << name;
+        EXPECT_EQ(moved(0.00105F, member), eVerdict::Behind) << name;
+        EXPECT_EQ(moved(-0.00105F, member), eVerdict::Before) << name;
     };
     expectTolerant("x", [](eExportVertex& v) -> float& { return v.position.x; });
     expectTolerant("z", [](eExportVertex& v) -> float& { return v.position.z; });
