@@ -11,7 +11,9 @@
 #include "mesh/cache_statistics.h"
 #include "mesh/strip_generator.h"
 #include "mesh/strip_messages.h"
+#include "standalone/loaders/load_scene.h"
 #include "support/index_meshes.h"
+#include "support/source_tree.h"
 
 namespace {
 
@@ -73,7 +75,36 @@ void Register(const std::string& name, const eIndexMesh& mesh) {
     add("meshopt_fifo", ByMeshoptimizerFifo);
 }
 
+// The largest mesh of a file, by its own vertex numbers; empty where the file is missing.
+eIndexMesh LargestMesh(const std::string& file) {
+    eIndexMesh largest;
+    const standalone::eLoadResult loaded = standalone::LoadScene(file);
+    for (const standalone::eObjectData& object :
+         loaded.scene ? loaded.scene->objects : std::vector<standalone::eObjectData>{}) {
+        const auto* mesh = std::get_if<standalone::eMeshObject>(&object.kind);
+        if (mesh == nullptr || 3 * mesh->mesh.faces.size() <= largest.size()) {
+            continue;
+        }
+        largest.clear();
+        for (const host::Face& face : mesh->mesh.faces) {
+            AddTriangle(largest, face.v[0], face.v[1], face.v[2]);
+        }
+    }
+    return largest;
+}
+
+void RegisterModels() {
+    for (const std::string name : {"BoomBoxWithAxes/glTF/BoomBoxWithAxes.gltf",
+                                   "CesiumMan/glTF-Binary/CesiumMan.glb", "Duck/glTF-Binary/Duck.glb"}) {
+        const auto file = support::SourceTree() / "../shared/samples/gltf" / name;
+        if (const eIndexMesh mesh = LargestMesh(file.string()); !mesh.empty()) {
+            Register(file.stem().string(), mesh);
+        }
+    }
+}
+
 void RegisterAll() {
+    RegisterModels();
     for (const std::size_t triangles : {1000u, 5000u, 20000u, 60000u}) {
         Register("grid", Grid(triangles));
         Register("torus", Torus(triangles));
