@@ -12,12 +12,7 @@ void AddMeshEntry(eExportResourceSet& set, const eName& name) {
     set.meshTable.push_back({name.Text(), static_cast<std::uint32_t>(offset)});
 }
 
-void WriteMeshFile(eExportResourceSet& set, const eName& folder) {
-    if (set.meshTable.empty()) {
-        return;
-    }
-    xIo::eFileStream file;
-    file.Open(folder / ".mesh", xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt);
+void WriteMeshes(eExportResourceSet& set, xIo::eStream& file) {
     file.Write(mesh_format::kFileTag, 4);
     file.Write(mesh_format::kTableTag, 4);
     file.WriteValue(static_cast<std::uint32_t>(set.meshTable.size()));
@@ -27,7 +22,16 @@ void WriteMeshFile(eExportResourceSet& set, const eName& folder) {
     }
     set.meshBodies->Seek(0, xIo::fromStart);
     file.WriteFrom(*set.meshBodies, -1);
-    file.Close();
     set.meshTable.clear();
     set.meshBodies.reset();
+}
+
+void WriteMeshFile(eExportResourceSet& set, const eName& folder) {
+    if (set.meshTable.empty()) {
+        return;
+    }
+    xIo::eFileStream file;
+    file.Open(folder / ".mesh", xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt);
+    WriteMeshes(set, file);
+    file.Close();
 }
