@@ -22,14 +22,16 @@ using testing::IsEmpty;
 class PakCommand : public testing::Test {
 protected:
     eProgramResult Run(const std::string& arguments) { return support::RunProgram(folder, arguments); }
-    void ExportExamples() {
+    void ExportScenes() {
         folder.MakeFolder("game");
-        for (const auto& entry : std::filesystem::directory_iterator(ZYR_SOURCE_TREE "/examples")) {
-            if (entry.path().extension() == ".json") {
-                const eProgramResult result = Run("export '" + entry.path().string() + "' --quiet --config" +
-                                                  Quoted("config") + " --resource-root" + Quoted("game"));
-                ASSERT_TRUE(result.exitCode == 0 || result.exitCode == 3) << result.errors;
-            }
+        int count = 0;
+        for (const std::filesystem::path& scene : support::SceneFiles()) {
+            const bool isDocument = scene.extension() == ".json";
+            const std::string model = " --as-model test/m" + std::to_string(count++);
+            const eProgramResult result =
+                Run("export '" + scene.string() + "' --quiet --config" + Quoted("config") +
+                    " --resource-root" + Quoted("game") + (isDocument ? "" : model));
+            EXPECT_TRUE(result.exitCode == 0 || result.exitCode == 3) << scene << result.errors;
         }
     }
     std::string Quoted(const std::string& name) { return " '" + (folder / name) + "'"; }
@@ -62,7 +64,7 @@ std::string Escaped(const std::string& text) {
 
 // Would catch: a text of the export that the engine's reader takes for a control, or reads as other strings.
 TEST_F(PakCommand, ReadsEveryWrittenTextToItsTokens) {
-    ExportExamples();
+    ExportScenes();
     int texts = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "game")) {
         const std::string name = entry.path().filename().string();
@@ -86,7 +88,7 @@ TEST_F(PakCommand, ReadsEveryWrittenTextToItsTokens) {
 
 // Would catch: a file kind, a name or a text that a container gives back in another way than the folder.
 TEST_F(PakCommand, ShowsTheSameAsTheFolder) {
-    ExportExamples();
+    ExportScenes();
     const eProgramResult packed = Run("pak" + Quoted("game") + Quoted("Game.pak"));
     ASSERT_EQ(packed.exitCode, 0) << packed.errors;
     EXPECT_THAT(packed.output, HasSubstr(" files, "));

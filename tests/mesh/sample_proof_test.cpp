@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -14,22 +13,6 @@ namespace {
 
 using namespace mesh_test;
 using testing::IsEmpty;
-
-std::vector<std::filesystem::path> SceneFiles() {
-    std::vector<std::filesystem::path> files;
-    for (const char* folder : {"examples", "../shared/samples"}) {
-        std::error_code missing;
-        for (const auto& entry :
-             std::filesystem::recursive_directory_iterator(support::SourceTree() / folder, missing)) {
-            const std::string name = entry.path().filename().string();
-            if (name.ends_with(".glb") || name.ends_with(".gltf") || name.ends_with(".scene.json")) {
-                files.push_back(entry.path());
-            }
-        }
-    }
-    std::ranges::sort(files);
-    return files;
-}
 
 // A mesh of more than one node has no single object to be compared with.
 bool FeedsItsMeshAlone(host::INode& node) {
@@ -114,12 +97,13 @@ TEST_P(SampleProof, EveryTriangleIsInTheFileOnce) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, SampleProof, testing::ValuesIn(SceneFiles()), [](const auto& scene) {
-    std::string name = std::to_string(scene.index) + "_";
-    for (const char c : scene.param.stem().string()) {
-        name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
-    }
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Scenes, SampleProof, testing::ValuesIn(support::SceneFiles()),
+                         [](const auto& scene) {
+                             std::string name = std::to_string(scene.index) + "_";
+                             for (const char c : scene.param.stem().string()) {
+                                 name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
+                             }
+                             return name;
+                         });
 
 }  // namespace
