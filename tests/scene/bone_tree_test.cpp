@@ -10,21 +10,12 @@
 namespace {
 
 using namespace standalone;
+using BoneTree = support::eSkeletonTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-support::eNode Helper(support::eNode parent, const char* name) {
-    return parent.Child(name).Object(eHelperObject{});
-}
-
-support::eNode Root(support::eSceneBuilder& scene) {
-    return scene.Node("root").Property("Model=m").Object(eHelperObject{});
-}
-
 // Would catch an order of numbers other than bone, its levels, the bones below it.
-TEST(BoneTree, NumbersFollowTheWalk) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, NumbersFollowTheWalk) {
     Helper(root, "a_lod2");
     support::eNode a = Helper(root, "a");
     Helper(a, "below");
@@ -44,9 +35,7 @@ TEST(BoneTree, NumbersFollowTheWalk) {
 }
 
 // Would catch bones below nodes that keep the walk out, and bones lost below nodes that let it through.
-TEST(BoneTree, WhatStandsBetweenTwoBones) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, WhatStandsBetweenTwoBones) {
     Helper(Helper(root, "hidden").Hidden(), "x1");
     Helper(Helper(root, "volume").Property("Volume"), "x2");
     Helper(root.Child("lamp").Object(eLightObject{}), "x3");
@@ -65,9 +54,7 @@ TEST(BoneTree, WhatStandsBetweenTwoBones) {
 }
 
 // Would catch a gap that passes silently, or levels behind it that are not told.
-TEST(BoneTree, FaultsOfDetailLevelsAreTold) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, FaultsOfDetailLevelsAreTold) {
     Helper(root, "Arm");
     Helper(root, "arm_lod2");
     support::eNode last = Helper(root, "Arm_LOD3");
@@ -84,9 +71,7 @@ TEST(BoneTree, FaultsOfDetailLevelsAreTold) {
 }
 
 // Would catch a level that counts members of a group as objects linked to it.
-TEST(BoneTree, AGroupMayBeADetailLevel) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, AGroupMayBeADetailLevel) {
     Helper(root, "a");
     Helper(Helper(root, "a_lod1").GroupHead(), "part").GroupMember();
     support::eSkeletonWalk walk(scene.Build());
@@ -96,9 +81,7 @@ TEST(BoneTree, AGroupMayBeADetailLevel) {
 }
 
 // Would catch pairs told too seldom, too often or in another order.
-TEST(BoneTree, EveryPairOfEqualNamesIsTold) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, EveryPairOfEqualNamesIsTold) {
     Helper(root, "Arm");
     Helper(root, "leg");
     Helper(Helper(root, "x"), "arm");
@@ -114,9 +97,7 @@ TEST(BoneTree, EveryPairOfEqualNamesIsTold) {
 }
 
 // Would catch lights that are off, hidden, or switched out by the option.
-TEST(BoneTree, LightsAreCollectedOnTheWay) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(BoneTree, LightsAreCollectedOnTheWay) {
     root.Child("on").Object(eLightObject{});
     root.Child("off").Object(eLightObject{.on = false});
     root.Child("hidden").Hidden().Object(eLightObject{});
@@ -132,9 +113,8 @@ TEST(BoneTree, LightsAreCollectedOnTheWay) {
 }
 
 // Would catch nested models that are numbered as bones, or found in another order.
-TEST(BoneTree, NestedModelsAreFoundInScanModeOnly) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene).Property("Structure");
+TEST_F(BoneTree, NestedModelsAreFoundInScanModeOnly) {
+    root.Property("Structure");
     Helper(Helper(root, "first").Property("Model=a"), "inside");
     Helper(root, "bone");
     Helper(root, "second").Property("Model=b");

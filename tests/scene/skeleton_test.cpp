@@ -8,22 +8,11 @@
 namespace {
 
 using namespace standalone;
+using Skeleton = support::eSkeletonTest;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-support::eNode Helper(support::eNode parent, const char* name) {
-    return parent.Child(name).Object(eHelperObject{});
-}
-
-support::eNode Box(support::eNode parent, const char* name) {
-    return parent.Child(name).Object(eBoxObject{1, 1, 1});
-}
-
-support::eNode Root(support::eSceneBuilder& scene) {
-    return scene.Node("root").Property("Model=m").Object(eHelperObject{});
-}
 
 // The text of one bone below the root, from its block on, without indentation.
 std::string BoneText(const support::eSkeletonWalk& walk) {
@@ -52,7 +41,8 @@ public:
 private:
     static eSceneData Scene(const std::vector<std::string>& properties, std::uint32_t jointFlags) {
         support::eSceneBuilder scene;
-        support::eNode bone = Box(Root(scene), "A").JointFlags(jointFlags);
+        support::eNode bone = scene.Node("root").Property("Model=m").Object(eHelperObject{}).Child("A");
+        bone.Object(eBoxObject{1, 1, 1}).JointFlags(jointFlags);
         for (const std::string& property : properties) {
             bone.Property(property);
         }
@@ -61,7 +51,7 @@ private:
 };
 
 // Would catch a bone that carries more or less than its own properties.
-TEST(Skeleton, TheHeaderTellsJointParametersAndColor) {
+TEST_F(Skeleton, TheHeaderTellsJointParametersAndColor) {
     EXPECT_EQ(eOneBone({}).Text(), "{bone \"a\"}");
     EXPECT_EQ(eOneBone({"IKType=Revolute"}).Text(), "{bone revolute \"a\"}");
     EXPECT_EQ(eOneBone({"IKType=socket"}, 0, 0).Text(), "{bone socket \"a\"}");
@@ -78,7 +68,7 @@ TEST(Skeleton, TheHeaderTellsJointParametersAndColor) {
 }
 
 // Would catch limits of the wrong joint, swapped or missing ends, and numbers read with another separator.
-TEST(Skeleton, LimitsFollowTheJoint) {
+TEST_F(Skeleton, LimitsFollowTheJoint) {
     EXPECT_EQ(eOneBone({"IKType=revolute", "IKMin=-1,5", "IKMax=2"}).Text(),
               "{bone revolute \"a\"{limits -1.5 2}}");
     EXPECT_EQ(eOneBone({"IKType=prizmatic", "IKMin=5", "IKMax=1"}).Text(),
@@ -96,7 +86,7 @@ TEST(Skeleton, LimitsFollowTheJoint) {
 }
 
 // Would catch marks of a view that are lost, in another order, or on another line.
-TEST(Skeleton, TheViewTellsHowItIsDrawn) {
+TEST_F(Skeleton, TheViewTellsHowItIsDrawn) {
     EXPECT_EQ(eOneBone({"Poly"}).Text(), "{bone \"a\"{view poly \"a\"}}");
     const eOneBone marked(
         {"Poly", "NoGetShadows", "Ground", "Layer=top", "NoCastShadows", "DecalTarget", "NoGroupMesh"});
@@ -107,40 +97,29 @@ TEST(Skeleton, TheViewTellsHowItIsDrawn) {
 }
 
 // Would catch levels in blocks of their own, without entry, or a wrong last one.
-TEST(Skeleton, ViewsOfAllLevelsStandInTheirBone) {
-    const auto scene = [](bool lastOff) {
-        support::eSceneBuilder builder;
-        support::eNode root = Root(builder).Property("Poly");
-        Box(root, "a_lod2").Property("Poly");
-        support::eNode bone = Box(root, "a").Property("Poly");
-        if (lastOff) {
-            bone.Property("LODLastOff");
-        }
-        Box(root, "a_lod1").Property("Poly");
-        return builder.Build();
-    };
-    support::eSkeletonWalk walk(scene(false));
-    EXPECT_TRUE(walk.Do());
+TEST_F(Skeleton, ViewsOfAllLevelsStandInTheirBone) {
+    root.Property("Poly");
+    Box(root, "a_lod2").Property("Poly");
+    support::eNode bone = Box(root, "a").Property("Poly");
+    Box(root, "a_lod1").Property("Poly");
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"root\" {lod 0}"));
     EXPECT_THAT(walk.mdl, HasSubstr("\t{bone \"a\"\n"
                                     "\t\t{view poly \"a\" {lod 0}\n\t\t}\n"
                                     "\t\t{view poly \"a_lod1\" {lod 1}\n\t\t}\n"
                                     "\t\t{view poly \"a_lod2\" {lod 2 {last}}\n\t\t}\n"
                                     "\t}\n"));
-    support::eSkeletonWalk open(scene(true));
-    open.Do();
-    EXPECT_THAT(open.mdl, HasSubstr("{view poly \"a_lod2\" {lod 2}"));
+    bone.Property("LODLastOff");
+    EXPECT_THAT(Walked().mdl, HasSubstr("{view poly \"a_lod2\" {lod 2}"));
 }
 
 // Would catch matrices against the wrong parent, with scale, or in scene units.
-TEST(Skeleton, MatricesStandAgainstTheBoneAbove) {
-    support::eSceneBuilder scene;
+TEST_F(Skeleton, MatricesStandAgainstTheBoneAbove) {
     scene.Settings().unitMetres = 0.01;
-    support::eNode root = Root(scene).Position(5, 6, 7);
+    root.Position(5, 6, 7);
     support::eNode big = Helper(root, "big").Position(100, 0, 0).Scale(2, 2, 2);
     Helper(big.Child("no_object").Position(0, 50, 0), "deep").Position(0, 0, 10).Visibility(0.4F);
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_EQ(walk.mdl,
               "{bone \"root\"\n"
               "\t{orientation\n\t\t1 \t 0 \t 0\n\t\t0 \t -1 \t 0\n\t\t0 \t 0 \t 1\n\t}\n"
@@ -152,26 +131,21 @@ TEST(Skeleton, MatricesStandAgainstTheBoneAbove) {
 }
 
 // Would catch a skewed bone that passes silently, or one that ends the walk.
-TEST(Skeleton, ASkewedBoneIsTold) {
-    support::eSceneBuilder scene;
-    Helper(Root(scene), "Skew").Matrix({{1, 0, 0}, {0.6F, 0.8F, 0}, {0, 0, 1}, {0, 0, 0}});
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+TEST_F(Skeleton, ASkewedBoneIsTold) {
+    Helper(root, "Skew").Matrix({{1, 0, 0}, {0.6F, 0.8F, 0}, {0, 0, 1}, {0, 0, 0}});
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.Messages(), ElementsAre("Ошибка: Матрица для кости 'skew' не ортогональна или содержит "
                                              "неодинаковое масштабирование по осям!"));
 }
 
 // Would catch a hidden subtree that reaches the file or a list, and a hidden volume that is lost.
-TEST(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
     support::eNode hidden = Helper(root, "hidden").Hidden().Property("Land");
     Helper(hidden, "below");
     Box(hidden, "volume_below").Property("Volume");
     Helper(root.Child("no_object").Hidden(), "below_no_object");
     Box(root, "hidden_volume").Property("Volume").Hidden();
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.mdl, Not(HasSubstr("below")));
     ASSERT_EQ(walk.run.models[0].volumes.size(), 1U);
     EXPECT_EQ(walk.run.models[0].volumes[0]->GetName(), "hidden_volume");
@@ -179,9 +153,7 @@ TEST(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
 }
 
 // Would catch a node on the wrong list, twice or not at all, and bones below it.
-TEST(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
     support::eNode hull = Box(root, "hull").Property("Volume").Property("Obstacle").Property("Land");
     Helper(hull, "inside");
     Box(root, "gate").Property("Area");
@@ -189,8 +161,7 @@ TEST(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
     Helper(root, "shot").Property("Preview");
     root.Child("lamp").Object(eLightObject{});
     Helper(root, "point").Property("SupportPoint").Position(1, -2.5F, 3);
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
 
     const eExportModel& model = walk.run.models[0];
     using List = std::vector<host::INode*>;
@@ -204,15 +175,13 @@ TEST(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
 }
 
 // Would catch meshes read after they are written, written by the wrong node, or for nodes that ask for none.
-TEST(Skeleton, MeshesAreReadOnTheWayDownAndWrittenOnTheWayBack) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene).Property("Poly");
+TEST_F(Skeleton, MeshesAreReadOnTheWayDownAndWrittenOnTheWayBack) {
+    root.Property("Poly");
     support::eNode arm = Box(root, "Arm").Property("Poly");
     Box(arm, "plain");
     Box(root, "ghost").Property("Poly").NotRenderable();
     root.Child("ring").Object(eCircleObject{.radius = 1}).Property("Poly");
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.calls, ElementsAre("read root", "read Arm", "read plain", "write arm to own",
                                         "read ghost", "write root to own"));
     EXPECT_THAT(walk.mdl, Not(HasSubstr("\"ring\"\n\t\t{view")));
@@ -220,9 +189,7 @@ TEST(Skeleton, MeshesAreReadOnTheWayDownAndWrittenOnTheWayBack) {
 }
 
 // Would catch geometry that options or the selection should have kept out.
-TEST(Skeleton, OptionsKeepGeometryOut) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, OptionsKeepGeometryOut) {
     Box(root, "a").Property("Poly");
     Box(root, "b").Property("Poly").Selected();
     support::eSkeletonWalk selected(scene.Build());
@@ -238,9 +205,7 @@ TEST(Skeleton, OptionsKeepGeometryOut) {
 }
 
 // Would catch an artist's "Poly" on nothing, or a voxel mesh, that goes unnoticed.
-TEST(Skeleton, MeshesThatCannotBeWrittenAreTold) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, MeshesThatCannotBeWrittenAreTold) {
     Box(root, "Empty").Property("Poly");
     Box(root, "Old").Property("Voxels=1");
     support::eSkeletonWalk walk(scene.Build());
@@ -255,14 +220,11 @@ TEST(Skeleton, MeshesThatCannotBeWrittenAreTold) {
 }
 
 // Would catch a group whose members become bones, or whose parts miss the merged mesh.
-TEST(Skeleton, AGroupFeedsItsMergedMesh) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, AGroupFeedsItsMergedMesh) {
     support::eNode group = Helper(root, "Group").GroupHead().Property("CommonMesh");
     Box(Box(group, "part").GroupMember(), "inner").GroupMember();
     Box(root, "other").Property("CommonMesh=group");
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.calls,
                 ElementsAre("read root", "read Group into Group", "read part into Group",
                             "read inner into Group", "write group to own", "read other into Group"));
@@ -272,21 +234,21 @@ TEST(Skeleton, AGroupFeedsItsMergedMesh) {
 }
 
 // Would catch a fault that goes on with a half-known mesh, or leaves the text without its closing braces.
-TEST(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
+TEST_F(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
     struct eFault {
         const char* property;
         const char* message;
     };
+    root.Property("Hold=x");
+    const int broken = Helper(Helper(root, "outer"), "Broken").Number();
+    Helper(root, "after");
+    Box(root, "volume").Property("Volume");
     for (const eFault& fault :
          {eFault{"Mesh=nobody", "Ошибка: Кость 'nobody' для общего мэша не найдена!"},
           eFault{"CommonMesh=nobody", "Ошибка: Кость 'nobody' для общего мэша не найдена!"},
           eFault{"CommonMesh=volume",
                  "Ошибка: Кость 'volume' для общего мэша находится не в родительской иерархии!"}}) {
-        support::eSceneBuilder scene;
-        support::eNode root = Root(scene).Property("Hold=x");
-        Helper(Helper(root, "outer"), "Broken").Property(fault.property);
-        Helper(root, "after");
-        Box(root, "volume").Property("Volume");
+        scene.Settings().nodes[static_cast<std::size_t>(broken)].properties = fault.property;
         support::eSkeletonWalk walk(scene.Build());
         EXPECT_FALSE(walk.Do());
         EXPECT_THAT(walk.Messages(), ElementsAre(fault.message));
@@ -294,9 +256,10 @@ TEST(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
         EXPECT_THAT(walk.mdl, testing::EndsWith("\t{bone \"outer\"\n\t}\n}\n"));
         EXPECT_EQ(walk.def, "");
     }
+}
 
-    support::eSceneBuilder scene;
-    support::eNode group = Helper(Root(scene), "group").GroupHead();
+TEST_F(Skeleton, AStrangerInAGroupStopsTheWalk) {
+    support::eNode group = Helper(root, "group").GroupHead();
     Helper(Helper(group, "member").GroupMember(), "Stranger");
     support::eSkeletonWalk walk(scene.Build());
     EXPECT_FALSE(walk.Do());
@@ -305,19 +268,15 @@ TEST(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
 }
 
 // Would catch words lost or split wrongly, and a "Hold" read on another node than the root.
-TEST(Skeleton, HoldsOfTheRootReachTheDefinition) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene).Property(" hold =  a  b ").Property("Hold=").Property("HOLD=c");
+TEST_F(Skeleton, HoldsOfTheRootReachTheDefinition) {
+    root.Property(" hold =  a  b ").Property("Hold=").Property("HOLD=c");
     Helper(root, "bone").Property("Hold=x");
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_EQ(walk.def, "{structure_bone\n\t{hold \"a\" \"b\"}\n\t{hold \"c\"}\n}\n");
 }
 
 // Would catch nested models written as bones, or places under the wrong name.
-TEST(Skeleton, NestedModelsBecomePlaces) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, NestedModelsBecomePlaces) {
     support::eNode deck = Helper(root, "Deck");
     Helper(deck, "gun").Property("Model=Units\\Big Gun.v2\\Gun.Old");
     support::eSkeletonWalk walk(scene.Build());
@@ -328,14 +287,11 @@ TEST(Skeleton, NestedModelsBecomePlaces) {
 }
 
 // Would catch instances that are written twice, or shown under another name than they are written.
-TEST(Skeleton, InstancesShowTheFirstOfThem) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, InstancesShowTheFirstOfThem) {
     support::eNode left = Box(root, "wheel_l").Property("Poly");
     root.Child("wheel_r").SameObject(left).Property("Poly");
     root.Child("spare").SameObject(left);
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
+    support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.calls, ElementsAre("read root", "read wheel_l of wheel_l", "write wheel_l to own",
                                         "read wheel_r of wheel_l", "read spare of wheel_l"));
     EXPECT_THAT(walk.mdl, HasSubstr("{bone \"wheel_r\"\n\t\t{view poly \"wheel_l\"}"));
@@ -344,9 +300,7 @@ TEST(Skeleton, InstancesShowTheFirstOfThem) {
 }
 
 // Would catch meshes of a Structure where nobody finds them, and those of a nested model in the wrong folder.
-TEST(Skeleton, AStructureKeepsItsMeshesInTheCommonSet) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene);
+TEST_F(Skeleton, AStructureKeepsItsMeshesInTheCommonSet) {
     support::eNode left = Box(root, "left").Property("Poly");
     root.Child("right").SameObject(left).Property("Poly");
     Box(root, "own").Property("Poly");
@@ -366,18 +320,15 @@ TEST(Skeleton, AStructureKeepsItsMeshesInTheCommonSet) {
 }
 
 // Would catch a root that has no number, as its name says that it is a detail level.
-TEST(Skeleton, ARootThatIsADetailLevelWritesNothing) {
-    support::eSceneBuilder scene;
-    Box(scene.Node("gun_lod1").Property("Poly").Object(eHelperObject{}), "below");
-    support::eSkeletonWalk walk(scene.Build());
-    EXPECT_TRUE(walk.Do());
-    EXPECT_EQ(walk.mdl, "");
+TEST_F(Skeleton, ARootThatIsADetailLevelWritesNothing) {
+    scene.Settings().nodes.front().name = "gun_lod1";
+    Box(root.Property("Poly"), "below");
+    EXPECT_EQ(Walked().mdl, "");
 }
 
 // Would catch a walk that goes on after the user's cancel, or an unbalanced text.
-TEST(Skeleton, ACancelledWalkClosesItsBlocks) {
-    support::eSceneBuilder scene;
-    support::eNode root = Root(scene).Property("Poly");
+TEST_F(Skeleton, ACancelledWalkClosesItsBlocks) {
+    root.Property("Poly");
     Helper(Helper(root, "first"), "second");
     support::eSkeletonWalk walk(scene.Build());
     int polls = 0;

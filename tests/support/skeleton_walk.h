@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "scene/mesh_stage.h"
 #include "standalone/standalone_host.h"
 #include "support/message_collector.h"
+#include "support/scene_builder.h"
 
 namespace support {
 
@@ -100,6 +102,30 @@ private:
         calls.push_back("write " + name.Text() + (&set == &run.commonResources ? " to common" : " to own"));
         return !emptyMeshes.contains(name.Text());
     }
+};
+
+// A scene of one model, to be filled below its root before it is walked.
+class eSkeletonTest : public testing::Test {
+protected:
+    static eNode Helper(eNode parent, const char* name) {
+        return parent.Child(name).Object(standalone::eHelperObject{});
+    }
+    static eNode Box(eNode parent, const char* name) {
+        return parent.Child(name).Object(standalone::eBoxObject{1, 1, 1});
+    }
+
+    // The walk over the scene as it is, which must come to its end.
+    eSkeletonWalk& Walked() {
+        lastWalk.emplace(scene.Build());
+        EXPECT_TRUE(lastWalk->Do());
+        return *lastWalk;
+    }
+
+    eSceneBuilder scene;
+    eNode root = scene.Node("root").Property("Model=m").Object(standalone::eHelperObject{});
+
+private:
+    std::optional<eSkeletonWalk> lastWalk;
 };
 
 }  // namespace support
