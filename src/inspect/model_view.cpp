@@ -1,6 +1,7 @@
 #include "inspect/model_view.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -21,19 +22,28 @@ std::string Joined(const std::vector<std::string>& words) {
     return text;
 }
 
-// A block without blocks inside is one line: its values.
+// A block without blocks inside is one line: its values, or a mark. The values of others go to their name.
 eDescription DescribeBlock(const eSdlBlock& block) {
     const std::vector<const eSdlBlock*> inner = block.Blocks();
     if (inner.empty()) {
-        return Joined(block.Values());
+        const std::vector<std::string> values = block.Values();
+        return values.empty() ? eDescription(true) : eDescription(Joined(values));
     }
     eDescription description = eDescription::object();
     for (const eSdlBlock* child : inner) {
-        const std::string key = ToUtf8(child->Name());
-        const std::string name = description.contains(key) ? key + " " + Joined(child->Values()) : key;
+        std::string name = ToUtf8(child->Name());
+        const bool isNamed = !child->Blocks().empty() && !child->Values().empty();
+        if (isNamed || description.contains(name)) {
+            name += " " + Joined(child->Values());
+        }
         description[name] = DescribeBlock(*child);
     }
     return description;
+}
+
+// A length for people, to a tenth of a millimetre.
+double Rounded(float metres) {
+    return std::round(metres * 1e4) / 1e4;
 }
 
 eDescription DescribePolyhedron(const eSdlBlock& block) {
@@ -50,13 +60,12 @@ eDescription DescribePolyhedron(const eSdlBlock& block) {
     const host::Point3 size = bounds.IsEmpty() ? host::Point3{} : bounds.Width();
     return {{"vertices", polyhedron->vertices.size()},
             {"faces", polyhedron->sides.size()},
-            {"size", {size.x, size.y, size.z}}};
+            {"size", {Rounded(size.x), Rounded(size.y), Rounded(size.z)}}};
 }
 
 // Blocks that the views tell in words of their own, or leave out.
 bool IsTold(const std::string& name) {
-    constexpr const char* kTold[] = {"bone",     "view poly",   "matrix34",
-                                     "Position", "orientation", "parameters"};
+    constexpr const char* kTold[] = {"bone", "view", "matrix34", "Position", "orientation", "parameters"};
     return std::ranges::find(kTold, name) != std::end(kTold);
 }
 
@@ -119,6 +128,11 @@ eDescription DescribeVolume(const eSdlBlock& volume) {
             description[ToUtf8(block->Name())] = DescribeBlock(*block);
         }
     }
+    return description;
+}
+
+eDescription DescribeSolid(const eSdlBlock& volume) {
+    eDescription description = DescribeVolume(volume);
     description["placement"] = PlacementOf(volume);
     return description;
 }
@@ -164,7 +178,7 @@ eDescription DescribeModel(const eSdlBlock& file) {
     }
     AddList(description, file, "SupportPoints", DescribeSupportPoints);
     AddList(description, file, "zones", DescribeZone);
-    AddList(description, file, "volumes", DescribeVolume);
+    AddList(description, file, "volumes", DescribeSolid);
     if (const eSdlBlock* preview = file.Find("preview")) {
         description["preview"] = DescribeBlock(*preview);
     }
