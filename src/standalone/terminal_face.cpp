@@ -1,9 +1,9 @@
 #include "standalone/terminal_face.h"
 
-#include <utility>
-
 #include <algorithm>
 #include <iostream>
+#include <string_view>
+#include <utility>
 
 #include "base/ansi.h"
 #include "platform/terminal.h"
@@ -69,7 +69,9 @@ void eTerminalFace::Print(const eShownMessage& message) {
         return;
     }
     std::string lines = isWarning ? "warning: " : "error: ";
-    for (const char byte : ToUtf8(message.text)) {
+    // A text may end its last line, as the report of a fatal error does; the line ends here anyway.
+    const std::string text = ToUtf8(message.text);
+    for (const char byte : std::string_view(text).substr(0, text.find_last_not_of('\n') + 1)) {
         lines += byte == '\n' ? std::string("\n  ") : std::string(1, byte);
     }
     *terminal.output << lines << std::endl;

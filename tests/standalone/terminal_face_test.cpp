@@ -27,7 +27,7 @@ const platform::eMessageBox kDiskFull{
 TEST_F(TerminalFace, BoxesBecomeLinesInUtf8) {
     eTerminalFace face(Terminal());
     ShowError(nullptr, "Нечего экспортировать!\nВозможно, скрыта корневая кость."_ansi);
-    ShowWarning(nullptr, "Следует убрать"_ansi);
+    ShowWarning(nullptr, "Следует убрать\n"_ansi);
     EXPECT_EQ(output.str(),
               "error: Нечего экспортировать!\n  Возможно, скрыта корневая кость.\nwarning: Следует убрать\n");
     EXPECT_EQ(face.ErrorCount(), 1);
