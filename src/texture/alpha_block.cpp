@@ -15,6 +15,18 @@ struct eEnds {
 // What the codes stand for, upwards.
 using ePalette = std::array<eByteLanes, 8>;
 
+// What candidates are rated by. Where the range of a block is small, decoders that cut the values between the
+// ends to whole bytes and decoders that keep fractions differ by as much as the error itself. Such a block is
+// fine: it is rated in sevenths of a byte, against values between those of both decoders.
+struct eRating {
+    eByteLanes isFine;
+    // What the ends of candidates keep within.
+    eByteLanes lowest;
+    eByteLanes highest;
+    // As they are; of a fine block in sevenths above `lowest`.
+    eGroupChannel values;
+};
+
 // The best ends so far and the sum of their squared errors. The sums stay below 2^15: no candidate is off by
 // more than a tenth of the range at its ends, or by more than a step inside.
 struct eChoice {
@@ -71,16 +83,46 @@ void PlaceRamp(const eEnds& ends, std::size_t first, ePalette& palette) {
     palette[first + steps] = ends.high;
 }
 
+// A third of the way from the step that is cut to a whole byte to the exact one, in sevenths: the place with
+// the least sum of squares where the cutting decoder counts double.
+eWordLanes FineStep(eWordLanes exact, eWordLanes cut) {
+    const eWordLanes fraction = exact - cut * static_cast<std::int16_t>(sevenths);
+    constexpr std::int16_t twoThirds = 171;
+    return exact - ((fraction * twoThirds + 128) >> 8);
+}
+
+ePalette FinePalette(const eEnds& ends, const ePalette& palette, eByteLanes lowest) {
+    const eWordPair distance = Widen(ends.high - ends.low);
+    const eByteLanes start = (ends.low - lowest) * std::uint8_t{sevenths};
+    ePalette fine;
+    eWordPair exact{};
+    for (std::size_t entry = 0; entry < fine.size(); entry++) {
+        const eWordPair cut = Widen(palette[entry] - ends.low);
+        fine[entry] = start + Narrow({FineStep(exact.low, cut.low), FineStep(exact.high, cut.high)});
+        exact.low += distance.low;
+        exact.high += distance.high;
+    }
+    return fine;
+}
+
 struct eEightValues {
     static ePalette Palette(const eEnds& ends) {
         ePalette palette;
         PlaceRamp<sevenths>(ends, 0, palette);
         return palette;
     }
+    static ePalette RatedPalette(const eEnds& ends, const eRating& rating) {
+        ePalette palette = Palette(ends);
+        const ePalette fine = FinePalette(ends, palette, rating.lowest);
+        for (std::size_t entry = 0; entry < palette.size(); entry++) {
+            palette[entry] = Select(rating.isFine, fine[entry], palette[entry]);
+        }
+        return palette;
+    }
     // A block of this form has its ends apart.
-    static eEnds Legal(const eEnds& ends) {
-        const eByteLanes low = Min(ends.low, SplatByte(254));
-        return {low, Max(ends.high, low + 1)};
+    static eEnds Legal(const eEnds& ends, const eRating& rating) {
+        const eByteLanes low = Max(Min(ends.low, SplatByte(254)), rating.lowest);
+        return {low, Max(Min(ends.high, rating.highest), low + 1)};
     }
 };
 
@@ -92,7 +134,8 @@ struct eSixValues {
         palette[7] = SplatByte(255);
         return palette;
     }
-    static eEnds Legal(const eEnds& ends) { return {ends.low, Max(ends.high, ends.low)}; }
+    static ePalette RatedPalette(const eEnds& ends, const eRating&) { return Palette(ends); }
+    static eEnds Legal(const eEnds& ends, const eRating&) { return {ends.low, Max(ends.high, ends.low)}; }
 };
 
 eByteLanes Distance(eByteLanes a, eByteLanes b) {
@@ -114,8 +157,8 @@ eWordPair SumOfSquares(const eGroupChannel& values, const ePalette& palette) {
 }
 
 template <class Form>
-eChoice Rated(const eGroupChannel& values, const eEnds& ends) {
-    return {ends, SumOfSquares(values, Form::Palette(ends))};
+eChoice Rated(const eRating& rating, const eEnds& ends) {
+    return {ends, SumOfSquares(rating.values, Form::RatedPalette(ends, rating))};
 }
 
 // The lanes where a has the smaller error.
@@ -132,8 +175,8 @@ void Take(const eChoice& candidate, eChoice& best) {
 }
 
 template <class Form>
-void Try(const eGroupChannel& values, const eEnds& ends, eChoice& best) {
-    Take(Rated<Form>(values, Form::Legal(ends)), best);
+void Try(const eRating& rating, const eEnds& ends, eChoice& best) {
+    Take(Rated<Form>(rating, Form::Legal(ends, rating)), best);
 }
 
 // count twentieths of the range between the ends.
@@ -145,12 +188,12 @@ eByteLanes Twentieths(const eEnds& ends, std::int16_t count) {
 
 // The ends of the full range moved inwards, each by each; best holds the full range itself.
 template <class Form>
-void TryInsets(const eGroupChannel& values, const eEnds& range, eChoice& best) {
+void TryInsets(const eRating& rating, const eEnds& range, eChoice& best) {
     const std::array<eByteLanes, 3> insets = {SplatByte(0), Twentieths(range, 1), Twentieths(range, 2)};
     for (std::size_t low = 0; low < insets.size(); low++) {
         for (std::size_t high = 0; high < insets.size(); high++) {
             if (low != 0 || high != 0) {
-                Try<Form>(values, {range.low + insets[low], range.high - insets[high]}, best);
+                Try<Form>(rating, {range.low + insets[low], range.high - insets[high]}, best);
             }
         }
     }
@@ -165,12 +208,12 @@ eByteLanes OneAbove(eByteLanes value) {
 }
 
 template <class Form>
-void TryNeighbours(const eGroupChannel& values, eChoice& best) {
+void TryNeighbours(const eRating& rating, eChoice& best) {
     const eEnds centre = best.ends;
-    Try<Form>(values, {OneBelow(centre.low), centre.high}, best);
-    Try<Form>(values, {OneAbove(centre.low), centre.high}, best);
-    Try<Form>(values, {centre.low, OneBelow(centre.high)}, best);
-    Try<Form>(values, {centre.low, OneAbove(centre.high)}, best);
+    Try<Form>(rating, {OneBelow(centre.low), centre.high}, best);
+    Try<Form>(rating, {OneAbove(centre.low), centre.high}, best);
+    Try<Form>(rating, {centre.low, OneBelow(centre.high)}, best);
+    Try<Form>(rating, {centre.low, OneAbove(centre.high)}, best);
 }
 
 // Halfway to the next entry of the palette, rounded down: a value above it is nearer to the next one.
@@ -259,14 +302,35 @@ bool IsExact(const eChoice& choice) {
     return !AnyLane(choice.error.low | choice.error.high);
 }
 
-eChoice SearchEightValues(const eGroupChannel& values, const eEnds& range) {
-    eChoice best = Rated<eEightValues>(values, range);
+eRating CoarseRating(const eGroupChannel& values) {
+    return {SplatByte(0), SplatByte(0), SplatByte(255), values};
+}
+
+// Fine are the lanes whose values and the ends around them, in sevenths, fit a byte, but for those that come
+// out exact anyway and those that may take the other form, whose errors must compare.
+eRating FineRating(const eGroupChannel& values, eByteLanes lowest, eByteLanes highest, eByteLanes atEdge) {
+    constexpr std::uint8_t widestRange = 255 / sevenths - 2;
+    const eByteLanes range = highest - lowest;
+    const auto isNarrow =
+        reinterpret_cast<eByteLanes>((range >= SplatByte(sevenths)) & (range <= SplatByte(widestRange)));
+    eRating rating = CoarseRating(values);
+    rating.isFine = isNarrow & ~atEdge;
+    rating.lowest = Select(rating.isFine, lowest - 1, rating.lowest);
+    rating.highest = Select(rating.isFine, highest + 1, rating.highest);
+    for (eByteLanes& value : rating.values) {
+        value = Select(rating.isFine, (value - rating.lowest) * std::uint8_t{sevenths}, value);
+    }
+    return rating;
+}
+
+eChoice SearchEightValues(const eGroupChannel& values, const eRating& rating, const eEnds& range) {
+    eChoice best = Rated<eEightValues>(rating, range);
     if (IsExact(best)) {
         return best;
     }
-    TryInsets<eEightValues>(values, range, best);
-    Try<eEightValues>(values, FittedEnds(values, best.ends), best);
-    TryNeighbours<eEightValues>(values, best);
+    TryInsets<eEightValues>(rating, range, best);
+    Try<eEightValues>(rating, FittedEnds(values, best.ends), best);
+    TryNeighbours<eEightValues>(rating, best);
     return best;
 }
 
@@ -285,9 +349,10 @@ eEnds InnerRange(const eGroupChannel& values) {
 
 eChoice SearchSixValues(const eGroupChannel& values) {
     const eEnds range = InnerRange(values);
-    eChoice best = Rated<eSixValues>(values, range);
-    TryInsets<eSixValues>(values, range, best);
-    TryNeighbours<eSixValues>(values, best);
+    const eRating rating = CoarseRating(values);
+    eChoice best = Rated<eSixValues>(rating, range);
+    TryInsets<eSixValues>(rating, range, best);
+    TryNeighbours<eSixValues>(rating, best);
     return best;
 }
 
@@ -333,10 +398,11 @@ eGroupWords WriteBlocks(const eGroupChannel& values, const eEnds& ends, eByteLan
 eGroupWords EncodeAlphaBlocks(const eGroupChannel& values) {
     const eByteLanes lowest = Lowest(values);
     const eByteLanes highest = Highest(values);
-    eChoice best = SearchEightValues(values, FullRange(lowest, highest));
-    eByteLanes isSix{};
     const auto atEdge = reinterpret_cast<eByteLanes>((lowest <= SplatByte(alphaEdge)) |
                                                      (highest >= SplatByte(255 - alphaEdge)));
+    const eRating rating = FineRating(values, lowest, highest, atEdge);
+    eChoice best = SearchEightValues(values, rating, FullRange(lowest, highest));
+    eByteLanes isSix{};
     if (AnyLane(atEdge) && !IsExact(best)) {
         const eChoice six = SearchSixValues(values);
         isSix = IsBetter(six, best) & atEdge;

@@ -59,7 +59,7 @@ inline constexpr int compressUnsupported = -1;
 // Answers compressDone, one of the failures above, all of them before anything is written, or the callback's
 // first answer that isn't 0; then nothing more is written.
 //
-// Cost in DXT5 with all levels: 13 to 21 ns a pixel on one core, flat ground the least. Memory: the bytes of
+// Cost in DXT5 with all levels: 13 to 23 ns a pixel on one core, flat ground the least. Memory: the bytes of
 // an encoded level, and 5 bytes a pixel for the levels that follow.
 int CompressImage(const std::uint8_t* pixels, unsigned width, unsigned height, int rowPitch, int pixelLayout,
                   const CompressionOptions& options, const eWriteBlock& writeBlock,

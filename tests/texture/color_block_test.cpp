@@ -14,6 +14,7 @@
 
 #include "support/normal_maps.h"
 #include "texture/alpha_block.h"
+#include "texture/exact_alphas.h"
 
 #define STB_DXT_STATIC
 #define STB_DXT_IMPLEMENTATION
@@ -195,14 +196,17 @@ TEST(ColorBlock, DecodesBothForms) {
 
 struct eMapErrors {
     double green = 0;
-    double alpha = 0;
+    double alpha = 0;       // after a decoder that cuts the values between the ends
+    double exactAlpha = 0;  // after one that keeps their fractions
 
     void Add(const std::uint8_t* source, const std::uint8_t* dxt5) {
         const auto colors = DecodeColorBlock(dxt5 + 8, true);
         const auto alphas = DecodeAlphaBlock(dxt5);
+        const auto exactAlphas = ExactAlphas(dxt5);
         for (std::size_t pixel = 0; pixel < blockPixels; pixel++) {
             green += std::pow(source[4 * pixel + 1] - colors[pixel][1], 2);
             alpha += std::pow(source[4 * pixel + 3] - alphas[pixel], 2);
+            exactAlpha += std::pow(source[4 * pixel + 3] - exactAlphas[pixel], 2);
         }
     }
 };
@@ -237,6 +241,7 @@ TEST(ColorBlock, KeepsNormalMapsFinerThanThePeer) {
         }
         EXPECT_GE(Decibels(peer.green, ours.green), 0.0);
         EXPECT_GE(Decibels(peer.alpha, ours.alpha), 1.0);
+        EXPECT_GE(Decibels(peer.exactAlpha, ours.exactAlpha), 1.0);
     }
 }
 
