@@ -363,13 +363,13 @@ def russian_names():
     """Names and values in Cyrillic letters; letter case does not matter to references."""
     return {
         "scene": 1,
-        "selectionSets": [{"name": "Башня", "nodes": ["башня", "СТВОЛ"]}],
+        "selectionSets": [{"name": "Башня", "nodes": ["башня", "ОРУДИЕ"]}],
         "materials": {"сталь": {"type": "standard", "name": "Сталь", "diffuse": [0.5, 0.5, 0.5]}},
         "nodes": [
             node("Танк", ["Model=units/tank_ru", "Экипаж=три человека"], object=HELPER, children=[
                 node("Башня", ["Poly", "Layer=верх"], transform=at(0, 0, 1), object=box(2, 2, 1), material="сталь",
                      children=[
-                         node("Ствол", ["Poly", "IKType=revolute", "IKMin=-0,1", "IKMax=0,3"],
+                         node("Орудие", ["Poly", "IKType=revolute", "IKMin=-0,1", "IKMax=0,3"],
                               transform=at(0, 1, 0.5), object=box(0.2, 3, 0.2), material="сталь"),
                      ]),
             ]),
