@@ -8,8 +8,10 @@
 
 #include "cli/exit_code.h"
 #include "cli/inspect_source.h"
+#include "cli/native_file.h"
 #include "cli/terminal_text.h"
 #include "inspect/inspect.h"
+#include "inspect/png_file.h"
 
 namespace cli {
 
@@ -54,12 +56,51 @@ private:
     int exitCode = kExitDone;
 };
 
-int RunInspect(const std::vector<std::string>& paths, bool asJson) {
+// The one file of a path; a problem if it holds another number of them.
+eInspectedFile OnlyFile(const std::string& path) {
+    eInspectedFile only;
+    int count = 0;
+    ReadInspected(path, [&](const eInspectedFile& file) {
+        if (++count == 1) {
+            only = file;
+        }
+    });
+    if (count != 1) {
+        only.problem = "the picture of one texture file can be written, not of " + std::to_string(count);
+    }
+    return only;
+}
+
+int WritePng(const std::string& path, const std::string& target) {
+    const eInspectedFile file = OnlyFile(path);
+    std::string problem = file.problem;
+    std::string png;
+    if (problem.empty()) {
+        png = inspect::PictureAsPng(file.content, problem);
+    }
+    if (!problem.empty()) {
+        TellError(path + ": " + problem);
+        return kExitUsage;
+    }
+    problem = WriteNativeFile(target, png);
+    if (!problem.empty()) {
+        TellError(target + ": " + problem);
+        return kExitFatal;
+    }
+    return kExitDone;
+}
+
+int RunInspect(const std::vector<std::string>& paths, bool asJson, const std::string& png) {
     for (const std::string& path : paths) {
         std::error_code error;
         if (!std::filesystem::exists(SplitContainer(path).path, error)) {
             TellError(path + ": there is no such file or folder");
             return kExitUsage;
+        }
+    }
+    if (!png.empty()) {
+        if (const int exitCode = WritePng(paths.front(), png); exitCode != kExitDone) {
+            return exitCode;
         }
     }
     eInspectOutput output(asJson);
@@ -75,6 +116,7 @@ void AddInspectCommand(CLI::App& program, std::function<int()>& action) {
     struct eArguments {
         std::vector<std::string> paths;
         bool asJson = false;
+        std::string png;
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand("inspect", "Say what is in written files");
@@ -84,8 +126,13 @@ void AddInspectCommand(CLI::App& program, std::function<int()>& action) {
                     "(game.pak:/units/tank/tank.mdl, game.pak:/units/)")
         ->required();
     command.add_flag("--json", arguments->asJson, "As JSON: a list with an object per file");
+    command.add_option("--png", arguments->png,
+                       "Write the picture of one .dds (its first level) or .bmp file here");
     command.callback([arguments, &action] {
-        action = [arguments] { return RunInspect(arguments->paths, arguments->asJson); };
+        if (!arguments->png.empty() && arguments->paths.size() != 1) {
+            throw CLI::ValidationError("--png", "takes one texture file");
+        }
+        action = [arguments] { return RunInspect(arguments->paths, arguments->asJson, arguments->png); };
     });
 }
 

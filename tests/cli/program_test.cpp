@@ -168,6 +168,11 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     EXPECT_THAT(text.output, HasSubstr("bone: arm"));
     const eProgramResult json = Run("inspect --json '" + (folder / "game/units/arm/arm.mdl") + "'");
     EXPECT_EQ(nlohmann::json::parse(json.output)[0]["boneCount"], 2);
+    const std::string png = " --png '" + (folder / "out.png") + "'";
+    folder.Write("wall.bmp", support::Bmp({1, 1, 3, {1, 2, 3}}));
+    EXPECT_EQ(Run("inspect '" + (folder / "wall.bmp") + "'" + png).exitCode, 0);
+    EXPECT_THAT(folder.Read("out.png"), testing::StartsWith("\x89PNG"));
+    EXPECT_EQ(Run("inspect '" + (folder / "game") + "'" + png).exitCode, 2);
     folder.Write("junk.mesh", "PMSHjunk");
     EXPECT_EQ(Run("inspect '" + (folder / "junk.mesh") + "'").exitCode, 2);
     EXPECT_EQ(Run("inspect '" + (folder / "none") + "'").exitCode, 2);

@@ -1,0 +1,70 @@
+#include "inspect/png_file.h"
+
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STB_IMAGE_WRITE_STATIC
+#define STBI_WRITE_NO_STDIO
+#include <stb/stb_image_write.h>
+
+#include <optional>
+
+#include "material/bmp_file.h"
+#include "texture/dds_reader.h"
+
+namespace inspect {
+
+namespace {
+
+std::optional<ePixelImage> FirstLevel(std::span<const std::uint8_t> content, std::string& problem) {
+    const eDdsFile file = ReadDds(content);
+    if (!file.levels.empty()) {
+        return DecodeDdsLevel(content, file, 0);
+    }
+    const eDdsProblem& first = file.problems.front();
+    problem = "no texture that can be shown: " + first.text + " at byte " + std::to_string(first.offset);
+    return std::nullopt;
+}
+
+std::optional<ePixelImage> PixelsOfBmp(std::span<const std::uint8_t> content, std::string& problem) {
+    const std::optional<eBmpPicture> picture = ReadBmp(content, problem);
+    if (!picture) {
+        return std::nullopt;
+    }
+    const eTextureImage& source = picture->image;
+    ePixelImage image;
+    image.Resize(static_cast<unsigned>(source.width), static_cast<unsigned>(source.height));
+    std::uint8_t* target = image.rgba.data();
+    for (int y = source.height; y-- > 0;) {
+        for (int x = 0; x < source.width; ++x) {
+            const std::uint8_t* const pixel = source.Pixel(x, y);
+            target[0] = pixel[2];
+            target[1] = pixel[1];
+            target[2] = pixel[0];
+            target[3] = pixel[3];
+            target += 4;
+        }
+    }
+    return image;
+}
+
+void Append(void* user, void* data, int size) {
+    static_cast<std::string*>(user)->append(static_cast<const char*>(data), static_cast<std::size_t>(size));
+}
+
+}  // namespace
+
+std::string PictureAsPng(std::span<const std::uint8_t> content, std::string& problem) {
+    const bool isBmp = content.size() >= 2 && content[0] == 'B' && content[1] == 'M';
+    const std::optional<ePixelImage> image =
+        isBmp ? PixelsOfBmp(content, problem) : FirstLevel(content, problem);
+    std::string png;
+    if (image && image->rgba.empty()) {
+        problem = "the picture has no pixels";
+    } else if (image && stbi_write_png_to_func(Append, &png, static_cast<int>(image->width),
+                                               static_cast<int>(image->height), 4, image->rgba.data(),
+                                               static_cast<int>(4 * image->width)) == 0) {
+        problem = "there is not enough memory for the png file";
+    }
+    return png;
+}
+
+}  // namespace inspect

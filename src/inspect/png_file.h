@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace inspect {
+
+// The picture in a texture file, .dds or .bmp, as a png file: of a .dds the first level, decoded, all four
+// channels as they are, so that a normal map shows its x as transparency. Empty, with the reason in `problem`
+// (UTF-8), if the file holds no picture that can be read.
+std::string PictureAsPng(std::span<const std::uint8_t> content, std::string& problem);
+
+}  // namespace inspect

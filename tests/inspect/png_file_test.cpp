@@ -1,0 +1,33 @@
+#include "inspect/png_file.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "material/bmp_file.h"
+#include "standalone/image.h"
+
+namespace {
+
+// Catches a picture that comes out upside down or with its channels changed over, and a crash for want of
+// one.
+TEST(PngFile, ShowsAPictureAsItIs) {
+    eTextureImage image(1, 2);
+    image.pixels = {0, 51, 255, 102, 255, 0, 0, 255};
+    std::string problem;
+    const std::string png = inspect::PictureAsPng(MakeBmp(image, 32), problem);
+    const auto decoded =
+        standalone::DecodeImage({reinterpret_cast<const std::uint8_t*>(png.data()), png.size()}).image;
+    ASSERT_NE(decoded, nullptr) << problem;
+    const host::AColor lower = decoded->Nearest(0.5F, 0.25F);
+    EXPECT_EQ((std::vector{lower.r, lower.g, lower.b, lower.a}), (std::vector<float>{1, 0.2F, 0, 0.4F}));
+    EXPECT_EQ(decoded->Nearest(0.5F, 0.75F).b, 1);
+    for (const std::vector<std::uint8_t>& other :
+         {std::vector<std::uint8_t>{}, {'B', 'M'}, {'{', '}'}, MakeBmp(eTextureImage(0, 0), 24)}) {
+        problem.clear();
+        EXPECT_EQ(inspect::PictureAsPng(other, problem), "");
+        EXPECT_NE(problem, "");
+    }
+}
+
+}  // namespace
