@@ -1,5 +1,12 @@
 # What every target of the project shares, and one function per kind of target.
 
+# The folder of the sources for this operating system, in each module that has such sources.
+if(WIN32)
+  set(ZYR_PLATFORM win32)
+else()
+  set(ZYR_PLATFORM posix)
+endif()
+
 add_library(zyr_flags INTERFACE)
 target_include_directories(zyr_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
@@ -12,6 +19,10 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # This compiler sees overlapping copies inside std::string where there are none.
   target_compile_options(zyr_flags INTERFACE -Wno-restrict)
+endif()
+if(WIN32)
+  # The wide calls are named as such; what the system's headers can leave out they leave out.
+  target_compile_definitions(zyr_flags INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
 endif()
 if(ZYR_SANITIZE)
   target_compile_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE} -fno-sanitize-recover=all

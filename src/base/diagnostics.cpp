@@ -50,22 +50,18 @@ const eMode& CurrentMode() {
     return Modes().empty() ? noMode : Modes().back();
 }
 
-eLogSink& CurrentLogSink() {
-    static eLogSink sink;
-    return sink;
-}
-
-eErrorHandler* currentHandler = nullptr;
+eReporting* lentReporting = nullptr;
 bool exceptionUnderWay = false;
 
 eErrorHandler& CurrentHandler() {
     static eErrorHandler defaultHandler;
-    return currentHandler != nullptr ? *currentHandler : defaultHandler;
+    eErrorHandler* handler = Reporting().errorHandler;
+    return handler != nullptr ? *handler : defaultHandler;
 }
 
 void Log(const std::string& record) {
-    if (CurrentLogSink()) {
-        CurrentLogSink()(record);
+    if (const eLogSink& sink = Reporting().logSink) {
+        sink(record);
         return;
     }
     const std::string utf8 = ToUtf8(record);
@@ -123,8 +119,17 @@ void OnUnhandledException(const char* name) {
 
 }  // namespace
 
+eReporting& Reporting() {
+    static eReporting ownReporting;
+    return lentReporting != nullptr ? *lentReporting : ownReporting;
+}
+
+void UseReporting(eReporting* reporting) {
+    lentReporting = reporting;
+}
+
 eLogSink SetLogSink(eLogSink sink) {
-    return std::exchange(CurrentLogSink(), std::move(sink));
+    return std::exchange(Reporting().logSink, std::move(sink));
 }
 
 eHandlingMode::eHandlingMode(std::uint32_t mode, std::string text) {
@@ -171,7 +176,7 @@ void eErrorHandler::PrepareBox(platform::eMessageBox& box) {
 }
 
 eErrorHandler* SetErrorHandler(eErrorHandler* handler) {
-    return std::exchange(currentHandler, handler);
+    return std::exchange(Reporting().errorHandler, handler);
 }
 
 int* FindDebugSetting(std::string_view name) {

@@ -114,6 +114,17 @@ eErrorHandler* SetErrorHandler(eErrorHandler* handler);
 // Null for an unknown name.
 int* FindDebugSetting(std::string_view name);
 
+// Where records and fatal errors of the process go.
+struct eReporting {
+    eLogSink logSink;
+    eErrorHandler* errorHandler = nullptr;  // not owned; null: the default one
+};
+
+// The record in use; SetLogSink and SetErrorHandler change it.
+eReporting& Reporting();
+// Puts another record in use, which stays the caller's; null goes back to this code's own one.
+void UseReporting(eReporting* reporting);
+
 // Unhandled processor exceptions go to the log sink, to a box, and end the process with exit code 1.
 // The default error handler's end puts the previous filter back.
 void InstallExceptionReport();

@@ -53,6 +53,9 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
     std::vector<CLI::Option*> optionFlags = AddOptionFlags(command, *flags);
     const std::vector<CLI::Option*> sceneFlags = AddSceneFlags(command, flags->sceneFlags);
     optionFlags.insert(optionFlags.end(), sceneFlags.begin(), sceneFlags.end());
+    command.add_option("--plugin", flags->plugin, "Let a plug-in module export, as a modelling host does")
+        ->type_name("FILE")
+        ->excludes("--static-frame");  // never stored, so the module can't be told
     CLI::Option* silent = command.add_flag("--silent", flags->silent, "Use the fixed silent options");
     for (CLI::Option* option : optionFlags) {
         silent->excludes(option);

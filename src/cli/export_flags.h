@@ -30,6 +30,7 @@ struct eExportFlags {
     bool noFence = false;
     bool quiet = false;
     bool verbose = false;
+    std::string plugin;  // module whose exporter runs instead of the program's own
     std::string config;
     std::vector<std::string> drives;  // X=DIR
     eSceneFlags sceneFlags;

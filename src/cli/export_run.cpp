@@ -13,12 +13,16 @@
 #include "cli/exit_code.h"
 #include "cli/interrupt.h"
 #include "cli/option_path.h"
+#include "cli/option_store.h"
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
 #include "export/export.h"
+#include "export/options_file.h"
+#include "export/run_start.h"
 #include "platform/drive_table.h"
 #include "platform/write_fence.h"
+#include "standalone/plugin_module.h"
 #include "standalone/standalone_host.h"
 #include "standalone/terminal_face.h"
 
@@ -41,6 +45,14 @@ bool MapDrives(const std::vector<std::string>& drives) {
         platform::MapDrive(drive[0], std::filesystem::absolute(drive.substr(2)).string());
     }
     return true;
+}
+
+bool LoadPlugin(const std::string& file, standalone::PluginModule& plugin) {
+    const std::string problem = file.empty() ? std::string() : plugin.Load(file);
+    if (!problem.empty()) {
+        TellError(problem);
+    }
+    return problem.empty();
 }
 
 // True if the platform can reach the resource root; otherwise the user is told.
@@ -71,9 +83,11 @@ bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
 // One call of the exporter, with everything that watches it.
 class eExportCall {
 public:
+    // Without a module the program's own exporter works.
     eExportCall(const eExportFlags& exportFlags, Clock::time_point start, eRunRecord soFar,
-                standalone::eSceneData scene)
+                standalone::eSceneData scene, const standalone::PluginModule* module)
         : flags(exportFlags),
+          plugin(module),
           begin(start),
           record(std::move(soFar)),
           face(Terminal(exportFlags)),
@@ -104,16 +118,9 @@ public:
         if (!PrepareConfig() || (flags.silent && !PrepareRoot(exporter->options.resourceRoot))) {
             return kExitUsage;
         }
-        exporter->optionsDialog = [this](Export& run) {
-            isRefused = !ApplyFlags(run, flags) || !PrepareRoot(run.options.resourceRoot);
-            return !isRefused;
-        };
-        constexpr std::uint32_t kExportSelected = 1;
-        exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent,
-                           flags.exportSelected ? kExportSelected : 0);
+        const bool isAccepted = plugin != nullptr ? ExportByModule() : ExportByOwn();
         record.cancelled = IsInterrupted();
-        const int exitCode = isRefused ? kExitUsage : ExitCode();
-        Finish(exitCode);
+        Finish(isAccepted ? ExitCode() : kExitUsage);
         return record.exitCode;
     }
 
@@ -135,6 +142,41 @@ private:
         standalone::eTerminal terminal = standalone::StandardTerminal();
         terminal.onlyErrors = flags.quiet;
         return terminal;
+    }
+
+    std::uint32_t OptionsWord() const { return flags.exportSelected ? kExportSelectedOption : 0; }
+
+    bool IsAccepted(Export& run) { return ApplyFlags(run, flags) && PrepareRoot(run.options.resourceRoot); }
+
+    // False if the flags were refused; so below.
+    bool ExportByOwn() {
+        bool isAccepted = true;
+        exporter->optionsDialog = [&](Export& run) { return isAccepted = IsAccepted(run); };
+        exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
+        return isAccepted;
+    }
+
+    // The module begins with the stored options, so the flags are stored before.
+    bool ExportByModule() {
+        BeginRun(*exporter, &host, flags.silent, OptionsWord());
+        if (!flags.silent) {
+            LoadOptions(*exporter);
+            if (!IsAccepted(*exporter)) {
+                return false;
+            }
+            if (!StoreOptions(*exporter)) {
+                TellError("the options can't be stored in " + ConfigFolder(flags.config));
+                return false;
+            }
+        }
+        const std::unique_ptr<host::SceneExport> moduleExporter = plugin->NewExporter();
+        if (moduleExporter == nullptr) {
+            TellError(flags.plugin + ": the plug-in module makes no exporter");
+            return false;
+        }
+        moduleExporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
+        LoadOptions(*exporter);
+        return true;
     }
 
     bool PrepareConfig() {
@@ -204,8 +246,10 @@ private:
     }
 
     void TellSummary() const {
-        std::printf("%s written, %s changed, %s, %s, %.2f seconds%s\n",
-                    Counted(record.WrittenModels(), "model").c_str(),
+        // A module does not tell of its models.
+        const std::string models =
+            plugin != nullptr ? std::string() : Counted(record.WrittenModels(), "model") + " written, ";
+        std::printf("%s%s changed, %s, %s, %.2f seconds%s\n", models.c_str(),
                     Counted(record.ChangedFiles(), "file").c_str(),
                     Counted(record.CountErrors(), "error").c_str(),
                     Counted(record.CountWarnings(), "warning").c_str(), record.seconds,
@@ -214,12 +258,12 @@ private:
     }
 
     const eExportFlags& flags;
+    const standalone::PluginModule* const plugin;
     const Clock::time_point begin;  // before the scene was read
     eRunRecord record;              // holds what was told of the scene from the start
     standalone::eTerminalFace face;
     standalone::StandaloneHost host;
-    std::unique_ptr<Export> exporter = std::make_unique<Export>();
-    bool isRefused = false;
+    const std::unique_ptr<Export> exporter = std::make_unique<Export>();  // with a module: for the options
     eFatalReport fatalReport;
     platform::eFileObserver previousObserver;
     xDebug::eLogSink previousLog;
@@ -229,7 +273,8 @@ private:
 }  // namespace
 
 int RunExport(const eExportFlags& flags) {
-    if (!MapDrives(flags.drives)) {
+    standalone::PluginModule plugin;
+    if (!MapDrives(flags.drives) || !LoadPlugin(flags.plugin, plugin)) {
         return kExitUsage;
     }
     const Clock::time_point begin = Clock::now();
@@ -243,7 +288,8 @@ int RunExport(const eExportFlags& flags) {
         return record.exitCode;
     }
     CatchInterrupts();
-    eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene));
+    eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene),
+                     flags.plugin.empty() ? nullptr : &plugin);
     return call.Run();
 }
 

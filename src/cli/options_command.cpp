@@ -9,6 +9,7 @@
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
 #include "cli/option_path.h"
+#include "cli/option_store.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
 #include "export/export.h"
@@ -65,15 +66,9 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
     }
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    SaveOptions(run);
-    Export check;
-    check.host = &host;
-    LoadOptions(check);
-    for (const eOptionField& field : OptionFields()) {
-        if (field.isStored && OptionText(check.options, field) != OptionText(run.options, field)) {
-            TellError("the options can't be stored in " + folder);
-            return kExitErrors;
-        }
+    if (!StoreOptions(run)) {
+        TellError("the options can't be stored in " + folder);
+        return kExitErrors;
     }
     ShowOptions(run.options);
     return kExitDone;

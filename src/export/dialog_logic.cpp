@@ -14,24 +14,30 @@ namespace {
 constexpr std::size_t kPathLength = 260;
 constexpr std::size_t kFrameLength = 256;
 
+using Fields = eDialogFields;
+
 constexpr eDialogControl kControls[] = {
-    {1002, eDialogControlKind::CheckBox, "Мэш"_ansi, true},
-    {1003, eDialogControlKind::CheckBox, "Анимация"_ansi, true},
-    {1018, eDialogControlKind::CheckBox, "Инверсная кинематика"_ansi, false},
-    {1021, eDialogControlKind::Edit, "Путь к ресурсам игры:"_ansi, true},
-    {1024, eDialogControlKind::Edit, "Исходный каталог с общими текстурами:"_ansi, true},
-    {1028, eDialogControlKind::Edit, "Каталог с общими текстурами в игре:"_ansi, true},
-    {1008, eDialogControlKind::CheckBox, "Геометрия"_ansi, true},
-    {1019, eDialogControlKind::CheckBox, "Источники света\nи камеры"_ansi, true},
-    {1161, eDialogControlKind::Edit, "Кадр №:"_ansi, true},
-    {1162, eDialogControlKind::Spinner, "Кадр №:"_ansi, true},
-    {1027, eDialogControlKind::CheckBox, "Только в текущем диапазоне кадров"_ansi, true},
-    {1023, eDialogControlKind::CheckBox, "Только выбранные объекты"_ansi, true},
-    {1022, eDialogControlKind::CheckBox, "Обратная анимация"_ansi, true},
-    {1025, eDialogControlKind::Edit, "Начало:"_ansi, false},
-    {1026, eDialogControlKind::Edit, "Конец:"_ansi, false},
-    {1, eDialogControlKind::Button, "Экспорт"_ansi, true},
-    {2, eDialogControlKind::Button, "Отмена"_ansi, true},
+    {1002, eDialogControlKind::CheckBox, "Мэш"_ansi, true, &Fields::exportMesh},
+    {1003, eDialogControlKind::CheckBox, "Анимация"_ansi, true, &Fields::exportAnimation},
+    {1018, eDialogControlKind::CheckBox, "Инверсная кинематика"_ansi, false, &Fields::exportIK},
+    {1021, eDialogControlKind::Edit, "Путь к ресурсам игры:"_ansi, true, &Fields::resourceRoot},
+    {1024, eDialogControlKind::Edit, "Исходный каталог с общими текстурами:"_ansi, true,
+     &Fields::commonTextureSource},
+    {1028, eDialogControlKind::Edit, "Каталог с общими текстурами в игре:"_ansi, true,
+     &Fields::commonTextureTarget},
+    {1008, eDialogControlKind::CheckBox, "Геометрия"_ansi, true, &Fields::exportGeometry},
+    {1019, eDialogControlKind::CheckBox, "Источники света\nи камеры"_ansi, true,
+     &Fields::exportLightsCameras},
+    {1161, eDialogControlKind::Edit, "Кадр №:"_ansi, true, {}},
+    {1162, eDialogControlKind::Spinner, "Кадр №:"_ansi, true, &Fields::staticFrame},
+    {1027, eDialogControlKind::CheckBox, "Только в текущем диапазоне кадров"_ansi, true,
+     &Fields::currentRangeOnly},
+    {1023, eDialogControlKind::CheckBox, "Только выбранные объекты"_ansi, true, &Fields::selectedOnly},
+    {1022, eDialogControlKind::CheckBox, "Обратная анимация"_ansi, true, &Fields::reverseAnimation},
+    {1025, eDialogControlKind::Edit, "Начало:"_ansi, false, &Fields::frameStart},
+    {1026, eDialogControlKind::Edit, "Конец:"_ansi, false, &Fields::frameEnd},
+    {1, eDialogControlKind::Button, "Экспорт"_ansi, true, {}},
+    {2, eDialogControlKind::Button, "Отмена"_ansi, true, {}},
 };
 
 bool TakePath(eName& path, std::string_view text, const char* emptyText, void* parent) {

@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <variant>
 
 class Export;
 
@@ -9,16 +10,6 @@ class Export;
 // over. Every face of the export (a window, a command line) goes through it, so all check and tell the same.
 
 enum class eDialogControlKind { CheckBox, Edit, Spinner, Button };
-
-struct eDialogControl {
-    int id;
-    eDialogControlKind kind;
-    const char* text;  // of the control itself or of its label; code page 1251
-    bool shown;
-};
-
-// In the order of the dialog.
-std::span<const eDialogControl> DialogControls();
 
 // What the controls hold. Texts are as the user types them, in code page 1251.
 struct eDialogFields {
@@ -37,6 +28,19 @@ struct eDialogFields {
     bool reverseAnimation = false;
     int staticFrame = 0;  // of the spinner, within the host's animation range
 };
+
+// A control and the field that it holds, if any.
+struct eDialogControl {
+    int id;
+    eDialogControlKind kind;
+    const char* text;  // of the control itself or of its label; code page 1251
+    bool shown;
+    std::variant<std::monostate, bool eDialogFields::*, std::string eDialogFields::*, int eDialogFields::*>
+        field;
+};
+
+// In the order of the dialog.
+std::span<const eDialogControl> DialogControls();
 
 // What the dialog shows at its start. The spinner's limits are the run's frameStart and frameEnd, its value
 // the one next to 0 that they allow.

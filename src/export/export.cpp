@@ -21,11 +21,11 @@ const char* Export::Ext(int n) {
 }
 
 const char* Export::LongDesc() {
-    return kPluginLongDescription;
+    return GetString(kLongDescriptionString);
 }
 
 const char* Export::ShortDesc() {
-    return kPluginShortDescription;
+    return GetString(kShortDescriptionString);
 }
 
 const char* Export::AuthorName() {
@@ -33,7 +33,7 @@ const char* Export::AuthorName() {
 }
 
 const char* Export::CopyrightMessage() {
-    return kPluginCredit;
+    return GetString(kCreditString);
 }
 
 const char* Export::OtherMessage1() {

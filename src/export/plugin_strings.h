@@ -1,11 +1,19 @@
+// What the exporter says of itself to a host.
 #pragma once
 
-// What the exporter says of itself to a host.
-inline constexpr const char* kPluginClassName = "ZYRExport";
-inline constexpr const char* kPluginCategory = "Standard";
-inline constexpr const char* kPluginLongDescription = "3D Studio MAX to ZYR Model Scene Exporter";
-inline constexpr const char* kPluginShortDescription = "ZYR Model Scene Export";
-inline constexpr const char* kPluginCredit = "(c) the zyrexport developers";
-inline constexpr const char* kPluginLibraryDescription = "ZYR Model exporter";
+// The numbers of the texts in the string table of the plug-in.
+enum ePluginString {
+    kClassNameString = 1,
+    kCategoryString = 2,
+    kLongDescriptionString = 4,
+    kShortDescriptionString = 5,
+    kCreditString = 6,
+    kLibraryDescriptionString = 9,
+};
+
+// A text of the string table, in a buffer that is good until the next call; null if there is none of that
+// number.
+const char* GetString(int id);
+
 inline constexpr const char* kPluginAuthor = "the zyrexport developers";
 inline constexpr const char* kModelExtension = "MDL";

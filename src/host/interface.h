@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/process_link.h"
 #include "host/bitmap.h"
 #include "host/node.h"
 #include "host/values.h"
@@ -59,6 +60,10 @@ public:
 
     virtual Hold& theHold() = 0;
     virtual BitmapManager& TheManager() = 0;
+
+    // What a plug-in module takes over from this host's process while it works for it; null in a host whose
+    // modules go to the operating system themselves.
+    virtual const eProcessLink* ProcessLink() { return nullptr; }
 };
 
 }  // namespace host

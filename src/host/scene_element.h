@@ -52,6 +52,7 @@ inline constexpr std::uint32_t kLightSuperClass = 0x30;
 inline constexpr std::uint32_t kShapeSuperClass = 0x40;
 inline constexpr std::uint32_t kHelperSuperClass = 0x50;
 inline constexpr std::uint32_t kDerivedObjectSuperClass = 0x2;
+inline constexpr std::uint32_t kSceneExportSuperClass = 0xA20;
 inline constexpr std::uint32_t kMaterialSuperClass = 0xC00;
 inline constexpr std::uint32_t kTexmapSuperClass = 0xC10;
 inline constexpr std::uint32_t kModifierSuperClass = 0x810;

@@ -1,30 +1,22 @@
 #include "platform/drive_table.h"
 
-#include <map>
-
 #include "platform/code_page.h"
+#include "platform/process_state.h"
 
 namespace platform {
-namespace {
-
-std::map<char, std::string>& Drives() {
-    static std::map<char, std::string> drives;
-    return drives;
-}
-
-}  // namespace
 
 void MapDrive(char letter, const std::string& folder) {
-    Drives()[LowerAnsiByte(letter)] = folder;
+    ProcessState().drives[LowerAnsiByte(letter)] = folder;
 }
 
 void ClearDrives() {
-    Drives().clear();
+    ProcessState().drives.clear();
 }
 
 std::optional<std::string> DriveFolder(char letter) {
-    const auto found = Drives().find(LowerAnsiByte(letter));
-    return found != Drives().end() ? std::optional(found->second) : std::nullopt;
+    const auto& drives = ProcessState().drives;
+    const auto found = drives.find(LowerAnsiByte(letter));
+    return found != drives.end() ? std::optional(found->second) : std::nullopt;
 }
 
 }  // namespace platform

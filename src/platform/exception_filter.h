@@ -7,8 +7,8 @@
 namespace platform {
 
 // Gets the exception's name ("ACCESS_VIOLATION"). It runs in a process that is already broken: it may write a
-// record and show a box, and the process ends with exit code 1 when it returns (or, should it hang, some
-// seconds later).
+// record and show a box, and the process ends with exit code 1 when it returns (on POSIX, should
+// it hang, some seconds later).
 using eExceptionHandler = void (*)(const char* name);
 
 // Installs the process-wide filter and keeps the previous one.

@@ -2,23 +2,17 @@
 
 #include <utility>
 
+#include "platform/process_state.h"
+
 namespace platform {
-namespace {
-
-eFileObserver& CurrentObserver() {
-    static eFileObserver observer;
-    return observer;
-}
-
-}  // namespace
 
 eFileObserver SetFileObserver(eFileObserver observer) {
-    return std::exchange(CurrentObserver(), std::move(observer));
+    return std::exchange(ProcessState().fileObserver, std::move(observer));
 }
 
 void TellFileEvent(eFileAction action, std::string_view path, ePathForm form) {
-    if (CurrentObserver() && !IsNullDevice(path)) {
-        CurrentObserver()(action, DiskPath(path, form));
+    if (ProcessState().fileObserver && !IsNullDevice(path)) {
+        ProcessState().fileObserver(action, DiskPath(path, form));
     }
 }
 

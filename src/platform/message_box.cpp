@@ -2,25 +2,18 @@
 
 #include <utility>
 
+#include "platform/process_state.h"
 #include "platform/system_box.h"
 
 namespace platform {
-namespace {
-
-eMessageBoxSink& CurrentSink() {
-    static eMessageBoxSink sink;
-    return sink;
-}
-
-}  // namespace
 
 eBoxAnswer ShowMessageBox(const eMessageBox& box) {
-    const eMessageBoxSink& sink = CurrentSink();
+    const eMessageBoxSink& sink = ProcessState().messageBoxSink;
     return sink ? sink(box) : ShowSystemBox(box);
 }
 
 eMessageBoxSink SetMessageBoxSink(eMessageBoxSink sink) {
-    return std::exchange(CurrentSink(), std::move(sink));
+    return std::exchange(ProcessState().messageBoxSink, std::move(sink));
 }
 
 }  // namespace platform

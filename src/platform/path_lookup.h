@@ -7,6 +7,9 @@
 // spelled is searched for in another case. Of several spellings the exact one wins, then the first in byte
 // order. From the first part that exists in no spelling on, the path is lower case.
 //
+// On Windows the disk itself finds every spelling. A drive letter that has a folder of ours leads there, any
+// other to the system's drive.
+//
 // All functions of this module that take a path (std::string_view) look it up this way. The exception are
 // native paths, which are bytes as the operating system gives them (command line arguments): functions that
 // accept both take an ePathForm.

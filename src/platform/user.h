@@ -14,6 +14,9 @@ std::string AccountName();
 // POSIX, where no such form exists.
 std::optional<std::string> NetworkPath(std::string_view path);
 
+// Where programs keep what the user has set, in UTF-8; empty if the system can't tell.
+std::string ConfigFolder();
+
 // Where the user keeps documents, in code page 1251; empty if the system can't tell. Made if it does not
 // exist.
 std::string DocumentsFolder();

@@ -14,6 +14,8 @@ namespace platform {
 // start, everything is allowed.
 void AddWriteRoot(std::string_view path, ePathForm form = ePathForm::Resource);
 void ClearWriteRoots();
+// True if there is a root.
+bool IsWriteFenced();
 
 // True if the path lies in one of the roots once ".", "..", drives and case are resolved. Links below a root
 // are followed: whoever set them up in the resource tree wanted so, and a scene can't make one. The null

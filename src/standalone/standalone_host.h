@@ -59,6 +59,9 @@ public:
     host::Hold& theHold() override { return scene.hold; }
     host::BitmapManager& TheManager() override { return scene.images; }
 
+    // Modules show their boxes and find their drives as the program does.
+    const eProcessLink* ProcessLink() override { return &processLink; }
+
 private:
     const eSelectionSet& Set(int set) const {
         return scene.data.selectionSets[static_cast<std::size_t>(set)];
@@ -66,6 +69,7 @@ private:
 
     eScene scene;
     std::unordered_map<std::string, int> nodesByName;  // lower case; the first node of a name
+    const eProcessLink processLink = OwnProcessLink();
     std::string configFolder;
     eProgressSink* progress = nullptr;
     std::function<bool()> cancelSource;

@@ -10,7 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/posix/native_path.h"
+#include "platform/native_path.h"
+#include "platform/posix/errno_status.h"
 
 namespace platform {
 

@@ -18,6 +18,7 @@ struct eInstalledFilter {
     eExceptionHandler handler = nullptr;
     const std::byte* stackEnd = nullptr;  // lowest address of the installing thread's stack
     std::array<struct sigaction, filteredSignals.size()> previous{};
+    stack_t previousStack{};
 };
 
 eInstalledFilter filter;
@@ -101,7 +102,7 @@ void InstallExceptionFilter(eExceptionHandler handler) {
     stack_t stack{};
     stack.ss_sp = handlerStack.data();
     stack.ss_size = handlerStack.size();
-    ::sigaltstack(&stack, nullptr);
+    ::sigaltstack(&stack, &filter.previousStack);
     struct sigaction action {};
     action.sa_sigaction = OnSignal;
     action.sa_flags = SA_SIGINFO | SA_ONSTACK;
@@ -120,6 +121,7 @@ void RestoreExceptionFilter() {
     for (std::size_t index = 0; index < filteredSignals.size(); ++index) {
         ::sigaction(filteredSignals[index], &filter.previous[index], nullptr);
     }
+    ::sigaltstack(&filter.previousStack, nullptr);
     filter.handler = nullptr;
 }
 

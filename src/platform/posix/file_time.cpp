@@ -6,7 +6,8 @@
 #include <cerrno>
 #include <string>
 
-#include "platform/posix/native_path.h"
+#include "platform/native_path.h"
+#include "platform/posix/errno_status.h"
 
 namespace platform {
 

@@ -12,7 +12,8 @@
 #include "platform/code_page.h"
 #include "platform/file_events.h"
 #include "platform/native_fence.h"
-#include "platform/posix/native_path.h"
+#include "platform/native_path.h"
+#include "platform/posix/errno_status.h"
 
 namespace platform {
 namespace {

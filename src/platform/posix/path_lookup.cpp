@@ -10,7 +10,8 @@
 
 #include "platform/code_page.h"
 #include "platform/drive_table.h"
-#include "platform/posix/native_path.h"
+#include "platform/native_path.h"
+#include "platform/posix/errno_status.h"
 
 namespace platform {
 namespace {

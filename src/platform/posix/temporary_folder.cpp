@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "platform/posix/native_path.h"
+#include "platform/posix/errno_status.h"
 
 namespace platform {
 namespace {

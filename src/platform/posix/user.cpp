@@ -22,6 +22,15 @@ std::optional<std::string> NetworkPath(std::string_view) {
     return std::nullopt;
 }
 
+std::string ConfigFolder() {
+    const char* config = std::getenv("XDG_CONFIG_HOME");
+    if (config != nullptr && config[0] != '\0') {
+        return config;
+    }
+    const char* home = std::getenv("HOME");
+    return home != nullptr && home[0] != '\0' ? std::string(home) + "/.config" : std::string();
+}
+
 std::string DocumentsFolder() {
     const char* documents = std::getenv("XDG_DOCUMENTS_DIR");
     const char* home = std::getenv("HOME");

@@ -1,7 +1,7 @@
-// What the POSIX sources share: paths of the system made native, and errno made a status.
+// Paths as the operating system takes them, for the sources of this module: UTF-8, absolute, without "." and
+// "..", with slashes.
 #pragma once
 
-#include <cerrno>
 #include <string>
 #include <string_view>
 
@@ -10,14 +10,10 @@
 
 namespace platform {
 
-eIoStatus StatusFromErrno(int code);
+// The native path of a path that the operating system has spelled, or the user as he would for it.
+std::string AbsoluteNative(std::string_view path);
 
-// Of a call that answers 0 or sets errno; errno is read here, after the call.
-inline eIoStatus StatusOf(int result) {
-    return result == 0 ? eIoStatus{} : StatusFromErrno(errno);
-}
-
-// The native path of either form, absolute and without "." and "..".
+// The native path of either form.
 eIoStatus MakeNative(std::string_view path, ePathForm form, std::string& native);
 
 // MakeNative for a path that is about to be changed: Fenced if the write fence does not allow it.
@@ -27,5 +23,8 @@ std::string NativeJoin(const std::string& folder, std::string_view name);
 
 // The folder that holds the name: the path before its last slash.
 std::string NativeParent(const std::string& native);
+
+// The path in the one spelling that all spellings have in common, where the disk does not look at case.
+std::string NativeCaseKey(const std::string& native);
 
 }  // namespace platform

@@ -28,8 +28,8 @@ std::optional<std::time_t> SourceDateEpoch() {
 std::string ClassicTime() {
     const std::optional<std::time_t> fixed = SourceDateEpoch();
     const std::time_t now = fixed ? *fixed : std::time(nullptr);
-    std::tm parts{};
-    if ((fixed ? ::gmtime_r(&now, &parts) : ::localtime_r(&now, &parts)) == nullptr) {
+    const std::tm* parts = fixed ? std::gmtime(&now) : std::localtime(&now);
+    if (parts == nullptr) {
         return "Thu Jan  1 00:00:00 1970";
     }
     constexpr const char* weekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
@@ -37,9 +37,9 @@ std::string ClassicTime() {
                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     // Not strftime, whose names follow the locale.
     char text[64];
-    std::snprintf(text, sizeof text, "%s %s %2d %02d:%02d:%02d %lld", weekdays[parts.tm_wday],
-                  months[parts.tm_mon], parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec,
-                  1900LL + parts.tm_year);
+    std::snprintf(text, sizeof text, "%s %s %2d %02d:%02d:%02d %lld", weekdays[parts->tm_wday],
+                  months[parts->tm_mon], parts->tm_mday, parts->tm_hour, parts->tm_min, parts->tm_sec,
+                  1900LL + parts->tm_year);
     return text;
 }
 

@@ -4,25 +4,20 @@
 #include <vector>
 
 #include "platform/native_fence.h"
-#include "platform/posix/native_path.h"
+#include "platform/native_path.h"
+#include "platform/process_state.h"
 
 namespace platform {
 namespace {
 
-struct eRoot {
-    std::string path;
-    ePathForm form;
-};
-
-std::vector<eRoot>& Roots() {
-    static std::vector<eRoot> roots;
-    return roots;
+std::vector<eWriteRoot>& Roots() {
+    return ProcessState().writeRoots;
 }
 
 // A root is looked up each time: it may have been created under another spelling since.
-std::string NativeRoot(const eRoot& root) {
+std::string NativeRoot(const eWriteRoot& root) {
     std::string native;
-    return MakeNative(root.path, root.form, native).IsOk() ? native : std::string();
+    return MakeNative(root.path, root.form, native).IsOk() ? NativeCaseKey(native) : std::string();
 }
 
 bool LiesIn(const std::string& path, const std::string& root) {
@@ -47,13 +42,18 @@ void ClearWriteRoots() {
     Roots().clear();
 }
 
+bool IsWriteFenced() {
+    return !Roots().empty();
+}
+
 bool IsNativeWriteAllowed(const std::string& native) {
     if (Roots().empty() || IsNullDevice(native)) {
         return true;
     }
-    for (const eRoot& root : Roots()) {
+    const std::string key = NativeCaseKey(native);
+    for (const eWriteRoot& root : Roots()) {
         const std::string nativeRoot = NativeRoot(root);
-        if (LiesIn(native, nativeRoot) || IsTemporaryOf(native, nativeRoot)) {
+        if (LiesIn(key, nativeRoot) || IsTemporaryOf(key, nativeRoot)) {
             return true;
         }
     }
@@ -64,8 +64,8 @@ bool IsNativeFolderAllowed(const std::string& native) {
     if (IsNativeWriteAllowed(native)) {
         return true;
     }
-    for (const eRoot& root : Roots()) {
-        if (LiesIn(NativeRoot(root), native)) {
+    for (const eWriteRoot& root : Roots()) {
+        if (LiesIn(NativeRoot(root), NativeCaseKey(native))) {
             return true;
         }
     }

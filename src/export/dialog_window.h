@@ -1,0 +1,7 @@
+#pragma once
+
+class Export;
+
+// Shows the options of the run to the user, checks before that the plug-ins on this machine are not outdated,
+// and takes over what he sets. False if he has cancelled, or could do nothing else.
+bool ShowDialogWindow(Export& run);

@@ -1,0 +1,20 @@
+#include "platform/own_module.h"
+
+#include <dlfcn.h>
+
+#include "platform/code_page.h"
+#include "platform/native_path.h"
+
+namespace platform {
+
+std::string OwnModuleFolder() {
+    Dl_info info{};
+    if (::dladdr(reinterpret_cast<void*>(&OwnModuleFolder), &info) == 0 || info.dli_fname == nullptr) {
+        return {};
+    }
+    std::string file;
+    MakeNative(info.dli_fname, ePathForm::Native, file);
+    return AnsiFromUtf8(NativeParent(file) + "/").value_or(std::string());
+}
+
+}  // namespace platform
