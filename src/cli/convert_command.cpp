@@ -10,6 +10,7 @@
 #include "cli/native_file.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
+#include "platform/utf8_path.h"
 #include "standalone/loaders/scene_document_writer.h"
 
 namespace cli {
@@ -19,23 +20,23 @@ namespace {
 // Pictures that the scene file embeds lie in a temporary folder by now; the document needs them beside it.
 // False if one can't be kept; the user has been told.
 bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::path& document) {
-    const std::filesystem::path folder = document.stem().stem().string() + "_images";
+    const std::filesystem::path folder = document.stem().stem().u8string() + u8"_images";
     for (standalone::eMapData& map : scene.maps) {
         auto* bitmap = std::get_if<standalone::eBitmapMap>(&map.kind);
         if (bitmap == nullptr || bitmap->onDisk.empty()) {
             continue;
         }
-        const std::filesystem::path file = folder / std::filesystem::path(bitmap->onDisk).filename();
+        const std::filesystem::path source = platform::PathFromUtf8(bitmap->onDisk);
+        const std::filesystem::path file = folder / source.filename();
         const std::filesystem::path target = document.parent_path() / file;
         std::error_code error;
         std::filesystem::create_directories(target.parent_path(), error);
-        std::filesystem::copy_file(bitmap->onDisk, target, std::filesystem::copy_options::overwrite_existing,
-                                   error);
+        std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing, error);
         if (error) {
-            TellError(target.string() + " can't be written: " + error.message());
+            TellError(platform::Utf8FromPath(target) + " can't be written: " + error.message());
             return false;
         }
-        bitmap->file = FromUtf8(file.string()).text;
+        bitmap->file = FromUtf8(platform::Utf8FromPath(file)).text;
     }
     return true;
 }
@@ -45,10 +46,11 @@ int RunConvert(const std::string& source, const eSceneFlags& flags, const std::s
     if (!scene) {
         return kExitUsage;
     }
-    if (!KeepEmbeddedPictures(*scene, target)) {
+    if (!KeepEmbeddedPictures(*scene, platform::PathFromUtf8(target))) {
         return kExitErrors;
     }
-    const auto written = standalone::WriteSceneDocument(*scene, std::filesystem::absolute(target).string());
+    const auto written = standalone::WriteSceneDocument(
+        *scene, platform::Utf8FromPath(std::filesystem::absolute(platform::PathFromUtf8(target))));
     for (const std::string& warning : written.warnings) {
         TellWarning(target + ": " + warning);
     }

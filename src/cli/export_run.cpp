@@ -11,7 +11,6 @@
 #include "base/diagnostics.h"
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
-#include "cli/interrupt.h"
 #include "cli/option_path.h"
 #include "cli/option_store.h"
 #include "cli/run_record.h"
@@ -21,6 +20,9 @@
 #include "export/options_file.h"
 #include "export/run_start.h"
 #include "platform/drive_table.h"
+#include "platform/path_lookup.h"
+#include "platform/terminal.h"
+#include "platform/utf8_path.h"
 #include "platform/write_fence.h"
 #include "standalone/plugin_module.h"
 #include "standalone/standalone_host.h"
@@ -37,12 +39,14 @@ constexpr auto kNative = platform::ePathForm::Native;
 bool MapDrives(const std::vector<std::string>& drives) {
     for (const std::string& drive : drives) {
         const bool isWellFormed = drive.size() > 2 && drive[1] == '=' && HasDrive(drive.substr(0, 1) + ":");
-        if (!isWellFormed || !std::filesystem::is_directory(drive.substr(2))) {
+        if (!isWellFormed || !std::filesystem::is_directory(platform::PathFromUtf8(drive.substr(2)))) {
             TellError("--drive " + drive +
                       (isWellFormed ? ": there is no such folder" : ": X=DIR is wanted"));
             return false;
         }
-        platform::MapDrive(drive[0], std::filesystem::absolute(drive.substr(2)).string());
+        const std::filesystem::path folder =
+            std::filesystem::absolute(platform::PathFromUtf8(drive.substr(2)));
+        platform::MapDrive(drive[0], platform::Utf8FromPath(folder));
     }
     return true;
 }
@@ -58,7 +62,8 @@ bool LoadPlugin(const std::string& file, standalone::PluginModule& plugin) {
 // True if the platform can reach the resource root; otherwise the user is told.
 bool IsReachable(const eName& resourceRoot) {
     const std::string& path = resourceRoot.Text();
-    if (!HasDrive(path) || platform::DriveFolder(path[0])) {
+    std::string onDisk;
+    if (platform::FindOnDisk(path, onDisk).reason != platform::eIoReason::NoDrive) {
         return true;
     }
     TellError("the resource root " + ToUtf8(path) +
@@ -94,7 +99,7 @@ public:
           host(std::move(scene)),
           fatalReport(*this) {
         host.SetProgressSink(&face);
-        host.SetCancelSource(IsInterrupted);
+        host.SetCancelSource(platform::WasInterrupted);
         previousObserver =
             platform::SetFileObserver([this](platform::eFileAction action, const std::string& path) {
                 record.files[path] = action;
@@ -119,7 +124,7 @@ public:
             return kExitUsage;
         }
         const bool isAccepted = plugin != nullptr ? ExportByModule() : ExportByOwn();
-        record.cancelled = IsInterrupted();
+        record.cancelled = platform::WasInterrupted();
         Finish(isAccepted ? ExitCode() : kExitUsage);
         return record.exitCode;
     }
@@ -187,7 +192,7 @@ private:
         }
         const std::optional<std::string> ansi = FolderOption(folder);
         std::error_code error;
-        std::filesystem::create_directories(folder, error);
+        std::filesystem::create_directories(platform::PathFromUtf8(folder), error);
         if (!ansi || error) {
             TellError("--config " + folder + ": " +
                       (ansi ? error.message() : "code page 1251 lacks a character of it"));
@@ -205,7 +210,7 @@ private:
         if (flags.resourceRoot && !HasDrive(*flags.resourceRoot)) {
             // A folder that is made for the user has the spelling that he typed.
             std::error_code error;
-            std::filesystem::create_directories(*flags.resourceRoot, error);
+            std::filesystem::create_directories(platform::PathFromUtf8(*flags.resourceRoot), error);
         }
         if (!flags.noFence) {
             platform::AddWriteRoot(resourceRoot.Text());
@@ -287,7 +292,7 @@ int RunExport(const eExportFlags& flags) {
         KeepReport(flags, record);
         return record.exitCode;
     }
-    CatchInterrupts();
+    platform::CatchInterrupts();
     eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene),
                      flags.plugin.empty() ? nullptr : &plugin);
     return call.Run();

@@ -12,6 +12,7 @@
 #include "cli/terminal_text.h"
 #include "inspect/inspect.h"
 #include "inspect/png_file.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -93,7 +94,7 @@ int WritePng(const std::string& path, const std::string& target) {
 int RunInspect(const std::vector<std::string>& paths, bool asJson, const std::string& png) {
     for (const std::string& path : paths) {
         std::error_code error;
-        if (!std::filesystem::exists(SplitContainer(path).path, error)) {
+        if (!std::filesystem::exists(platform::PathFromUtf8(SplitContainer(path).path), error)) {
             TellError(path + ": there is no such file or folder");
             return kExitUsage;
         }

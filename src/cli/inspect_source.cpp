@@ -10,6 +10,7 @@
 #include "cli/option_path.h"
 #include "io/name.h"
 #include "io/repository.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -21,7 +22,7 @@ namespace xRepository = xIo::xRepository;
 constexpr std::string_view kContainerEnding = ".pak";
 
 bool IsContainer(const std::string& path) {
-    return EqualNoAsciiCase(fs::path(path).extension().string(), kContainerEnding);
+    return EqualNoAsciiCase(platform::PathFromUtf8(path).extension().string(), kContainerEnding);
 }
 
 // What the export writes; what else lies in a resource folder is passed over.
@@ -75,14 +76,16 @@ void ReadTree(const eContainerPath& typed, const std::function<void(const eInspe
 }
 
 void ReadLooseFile(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit) {
-    eInspectedFile file{typed, FromUtf8(fs::path(typed).filename().string()).text, {}, {}};
-    std::ifstream stream(typed, std::ios::binary);
+    const fs::path path = platform::PathFromUtf8(typed);
+    eInspectedFile file{typed, FromUtf8(platform::Utf8FromPath(path.filename())).text, {}, {}};
+    std::ifstream stream(path, std::ios::binary);
     file.content.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
     if (stream.bad() || !stream.is_open()) {
         file.problem = "the file can't be read";
     }
     xRepository::Settings().mountOnDemand = true;
-    xRepository::Settings().basePath = FolderOption(fs::absolute(typed).parent_path()).value_or("");
+    xRepository::Settings().basePath =
+        FolderOption(platform::Utf8FromPath(fs::absolute(path).parent_path())).value_or("");
     visit(file);
 }
 
@@ -99,7 +102,7 @@ eContainerPath SplitContainer(const std::string& typed) {
 void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit) {
     const eContainerPath split = SplitContainer(typed);
     std::error_code error;
-    if (fs::is_directory(split.path, error) || IsContainer(split.path)) {
+    if (fs::is_directory(platform::PathFromUtf8(split.path), error) || IsContainer(split.path)) {
         ReadTree(split, visit);
     } else {
         ReadLooseFile(typed, visit);

@@ -1,7 +1,9 @@
 #include "base/diagnostics.h"
 #include "cli/program.h"
+#include "platform/terminal.h"
 
 int main(int argc, char** argv) {
     xDebug::InstallExceptionReport();
-    return cli::RunProgram(argc, argv);
+    platform::UseUtf8Terminal();
+    return cli::RunProgram(platform::ProgramArguments(argc, argv));
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "base/ansi.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -21,8 +22,8 @@ std::optional<std::string> FolderOption(const std::string& typed) {
         return OptionPath(typed);
     }
     std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(typed, error);
-    return OptionPath(error ? typed : absolute.lexically_normal().string());
+    const std::filesystem::path absolute = std::filesystem::absolute(platform::PathFromUtf8(typed), error);
+    return OptionPath(error ? typed : platform::Utf8FromPath(absolute.lexically_normal()));
 }
 
 }  // namespace cli

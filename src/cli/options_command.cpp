@@ -14,6 +14,7 @@
 #include "cli/terminal_text.h"
 #include "export/export.h"
 #include "export/options_file.h"
+#include "platform/utf8_path.h"
 #include "standalone/standalone_host.h"
 
 namespace cli {
@@ -65,7 +66,7 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
         return kExitUsage;
     }
     std::error_code error;
-    std::filesystem::create_directories(folder, error);
+    std::filesystem::create_directories(platform::PathFromUtf8(folder), error);
     if (!StoreOptions(run)) {
         TellError("the options can't be stored in " + folder);
         return kExitErrors;

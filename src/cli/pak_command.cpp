@@ -11,6 +11,7 @@
 #include "cli/option_path.h"
 #include "cli/terminal_text.h"
 #include "io/pak_writer.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -19,11 +20,12 @@ namespace {
 int RunPak(const std::string& folder, const std::string& target) {
     const std::optional<std::string> source = FolderOption(folder);
     std::error_code error;
-    if (!source || !std::filesystem::is_directory(folder, error)) {
+    if (!source || !std::filesystem::is_directory(platform::PathFromUtf8(folder), error)) {
         TellError(folder + ": there is no such folder, or its name can't be used");
         return kExitUsage;
     }
-    const xIo::ePackedFolder packed = xIo::WritePak(*source, std::filesystem::absolute(target).string());
+    const xIo::ePackedFolder packed = xIo::WritePak(
+        *source, platform::Utf8FromPath(std::filesystem::absolute(platform::PathFromUtf8(target))));
     if (!packed.problem.empty()) {
         TellError(ToUtf8(packed.problem));
         return kExitErrors;

@@ -1,8 +1,10 @@
 #include "cli/program.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
@@ -14,7 +16,7 @@
 
 namespace cli {
 
-int RunProgram(int argc, char** argv) {
+int RunProgram(std::vector<std::string> arguments) {
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
     program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
     program.require_subcommand(1);
@@ -25,8 +27,10 @@ int RunProgram(int argc, char** argv) {
     AddInspectCommand(program, action);
     AddPakCommand(program, action);
     AddOptionsCommand(program, action);
+    // The parser takes them from the back.
+    std::ranges::reverse(arguments);
     try {
-        program.parse(argc, argv);
+        program.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? kExitDone : kExitUsage;
     }

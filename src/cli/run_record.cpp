@@ -9,6 +9,7 @@
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
 #include "platform/path_lookup.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -49,7 +50,7 @@ ordered_json MessageJson(const eToldMessage& message) {
 
 ordered_json FileJson(const std::string& path, eFileAction action) {
     std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
+    const auto size = std::filesystem::file_size(platform::PathFromUtf8(path), error);
     return {{"path", path}, {"bytes", error ? 0 : size}, {"action", ActionWord(action)}};
 }
 

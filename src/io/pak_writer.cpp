@@ -9,8 +9,8 @@
 
 #include "base/format.h"
 #include "io/folder_walk.h"
-#include "io/part_name.h"
 #include "io/name.h"
+#include "io/part_name.h"
 #include "io/path.h"
 #include "io/stream_file.h"
 #include "io/stream_memory.h"

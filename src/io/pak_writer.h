@@ -14,10 +14,10 @@ struct ePackedFolder {
 };
 
 // Packs all files below the folder into a .pak. It depends on their lower-case names and their content alone:
-// names in the order of eMountOrder, one point in time for all. Of two names that differ in case the file that is found
-// under the lower-case one is packed. The container itself, should it lie in the folder, is left out. It is
-// written under a .tmp name, and an old one stays as it is if anything fails. The target is a path as the
-// operating system spells it.
+// names in the order of eMountOrder, one point in time for all. Of two names that differ in case the file
+// that is found under the lower-case one is packed. The container itself, should it lie in the folder, is
+// left out. It is written under a .tmp name, and an old one stays as it is if anything fails. The target is a
+// path as the operating system spells it.
 ePackedFolder WritePak(const std::string& folder, const std::string& target);
 
 }  // namespace xIo

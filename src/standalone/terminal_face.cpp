@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/ansi.h"
+#include "platform/system_box.h"
 #include "platform/terminal.h"
 
 namespace standalone {
@@ -57,6 +58,10 @@ void eTerminalFace::Tell(eShownMessage message) {
 
 platform::eBoxAnswer eTerminalFace::Show(const platform::eMessageBox& box) {
     Tell({KindOf(box), box.title, box.text});
+    if (box.parent != nullptr) {
+        // Who looks at a window does not look at the terminal.
+        return platform::ShowSystemBox(box);
+    }
     const platform::eBoxAnswer answer =
         box.buttons == platform::eBoxButtons::Ok ? platform::eBoxAnswer::Ok : Ask();
     DrawProgress();

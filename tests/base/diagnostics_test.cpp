@@ -4,9 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
-
-#include "base/event_bus.h"
 #include "support/message_collector.h"
 
 namespace {
@@ -18,43 +15,6 @@ public:
     std::string Detail() const override { return "{block"; }
     bool HasDetail() const override { return true; }
 };
-
-// Would catch: a fatal error with the status of success, or one that returns to its caller.
-TEST(FailDeathTest, ShowsTheReportAndEndsWithOne) {
-    EXPECT_EXIT(
-        {
-            xDebug::SetLogSink([](const std::string& record) { std::fputs(record.c_str(), stderr); });
-            Fail("io/stream_file.cpp", 12, "x - open error!");
-        },
-        testing::ExitedWithCode(1),
-        "=+ Handled exception =+\nx - open error! \\(io/stream_file.cpp, 12\\)\n-+\n=+\n"
-        "Exception: x - open error! \\(io/stream_file.cpp, 12\\)\n");
-}
-
-TEST(FailDeathTest, SendsTheLastMessage) {
-    class eLastWords : public eEventable {
-    public:
-        void OnMessage(int) override { std::fputs("[last words]", stderr); }
-    };
-    EXPECT_EXIT(
-        {
-            eLastWords words;
-            eEventBus::Process().Subscribe(messageFatalExit, words);
-            Fail("a.cpp", 1, "x");
-        },
-        testing::ExitedWithCode(1), "\\[last words\\]");
-}
-
-TEST(FailDeathTest, BecomesOfWarningsWhenTheSettingSaysSo) {
-    EXPECT_EXIT(
-        {
-            *xDebug::FindDebugSetting("dbg_warningErrorLevel") = 0;
-            Warn("a.cpp", 1, "x");
-            std::_Exit(0);
-        },
-        testing::ExitedWithCode(1), "");
-    EXPECT_EQ(xDebug::FindDebugSetting("dbg_other"), nullptr);
-}
 
 TEST(Fail, ThrowsInTheModeForIt) {
     support::eMessageCollector messages;
@@ -109,17 +69,6 @@ TEST(Warn, LogsAndComesBack) {
     }
     EXPECT_EQ(messages.log, "odd (io/name.cpp, 5)\nodder (loading)\n");
     EXPECT_TRUE(messages.boxes.empty());
-}
-
-TEST(ExceptionReportDeathTest, ShowsTheNameAndWhereToLook) {
-    EXPECT_EXIT(
-        {
-            xDebug::InstallExceptionReport();
-            std::raise(SIGFPE);
-        },
-        testing::ExitedWithCode(1),
-        "=+ Unhandled exception =+\nFLT_INVALID_OPERATION\nException: FLT_INVALID_OPERATION\n\nSee "
-        "console.log");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "base/ansi.h"
 #include "platform/write_fence.h"
+#include "support/environment.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -72,9 +73,9 @@ TEST(Run, TheHeaderTellsUserDateAndScene) {
     scene.Settings().file = "d:/art/tank.max";
     Model(scene, "root", "tank");
     support::eExportRun run(scene.Build());
-    ::setenv("SOURCE_DATE_EPOCH", "1795062558", 1);
+    support::SetEnvironment("SOURCE_DATE_EPOCH", "1795062558");
     run.Do();
-    ::unsetenv("SOURCE_DATE_EPOCH");
+    support::SetEnvironment("SOURCE_DATE_EPOCH", "");
     EXPECT_THAT(run.Read("tank/tank.mdl"), testing::StartsWith(";Exported by:\t "));
     EXPECT_THAT(
         run.Read("tank/tank.mdl"),

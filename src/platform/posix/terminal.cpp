@@ -21,6 +21,13 @@ extern "C" void OnInterrupt(int) {
 
 }  // namespace
 
+std::vector<std::string> ProgramArguments(int argc, char** argv) {
+    return {argv + 1, argv + argc};
+}
+
+// As it always is.
+void UseUtf8Terminal() {}
+
 bool IsErrorTerminal() {
     return isatty(STDERR_FILENO) == 1;
 }

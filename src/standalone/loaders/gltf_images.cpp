@@ -7,6 +7,7 @@
 
 #include "base/ansi.h"
 #include "platform/temporary_folder.h"
+#include "platform/utf8_path.h"
 #include "standalone/loaders/file_content.h"
 #include "standalone/loaders/gltf_uri.h"
 
@@ -132,10 +133,10 @@ platform::eIoStatus eGltfImages::Write(const std::string& name, eBytes content, 
         status = import.scene.temporaryFiles->Write(ToUtf8(name), content);
     }
     std::error_code ignored;
-    const auto time = std::filesystem::last_write_time(origin, ignored);
+    const auto time = std::filesystem::last_write_time(platform::PathFromUtf8(origin), ignored);
     if (status.IsOk() && !ignored) {
         const std::string file = import.scene.temporaryFiles->Path() + "/" + ToUtf8(name);
-        std::filesystem::last_write_time(file, time, ignored);
+        std::filesystem::last_write_time(platform::PathFromUtf8(file), time, ignored);
     }
     return status;
 }
