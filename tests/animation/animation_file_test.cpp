@@ -36,10 +36,9 @@ protected:
             .Key({.frame = static_cast<double>(frames),
                   .position = host::Point3{static_cast<float>(frames), 0, 0}});
     }
-    support::eExportRun& Export(std::function<void(eExportOptions&)> options = {}) {
+    support::eExportRun& Export() {
         scene.SelectionSet("all", bones);
         run = std::make_unique<support::eExportRun>(scene.Build());
-        run->SetOptions(std::move(options));
         run->Do();
         return *run;
     }
@@ -109,15 +108,6 @@ TEST_F(AnimationFile, OnlyNewsIsStored) {
     EXPECT_THAT(run->Text("m/anim.txt"), HasSubstr("frame 12 {\n\tvisibility 0\n}"));
     EXPECT_EQ(Read("once").frameCount, 1);
     EXPECT_EQ(Records(Read("once"), "still"), (eRecords{{0, kFull}}));
-}
-
-TEST_F(AnimationFile, AReversedAnimationRunsBackward) {
-    root.Property("animation=run,all,0-10");
-    Mover(10);
-    Export([](eExportOptions& options) { options.reverseAnimation = true; });
-    const auto poses = RestorePoses(Read("run"));
-    EXPECT_FLOAT_EQ(poses[1].position.x, 10);
-    EXPECT_FLOAT_EQ(poses[2 * 10 + 1].position.x, 0);
 }
 
 // Catches the bone that the file has no number for written under that of another, and animations lost beside.

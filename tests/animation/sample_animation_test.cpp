@@ -8,7 +8,6 @@
 #include "animation/animation_reader.h"
 #include "mesh/mesh_reader.h"
 #include "mesh/vertex_layout.h"
-#include "scene/node_name.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/export_run.h"
 #include "support/source_tree.h"
@@ -34,17 +33,6 @@ standalone::eSceneData Load(const std::string& path) {
         standalone::LoadScene((support::SourceTree() / path).string(), {.fps = {}, .asModel = "proof"}).scene;
     EXPECT_TRUE(scene) << path;
     return scene.value_or(standalone::eSceneData{});
-}
-
-host::INode* FindBone(host::INode& below, const std::string& bone) {
-    for (int i = 0; i < below.NumberOfChildren(); ++i) {
-        host::INode& child = *below.GetChildNode(i);
-        host::INode* found = CleanNodeName(child.GetName(), true) == bone ? &child : FindBone(child, bone);
-        if (found != nullptr) {
-            return found;
-        }
-    }
-    return nullptr;
 }
 
 // Where the bone stands against its parent, in metres; the root with the engine's mirror in y.
@@ -81,33 +69,44 @@ eAnimation ReadWritten(const std::string& file) {
     return animation.value_or(eAnimation{});
 }
 
-class SampleAnimation : public testing::TestWithParam<std::string> {};
+class SampleAnimation : public testing::TestWithParam<std::string> {
+protected:
+    static void Compare(support::eExportRun& run, const eExportAnimation& declared, bool reversed) {
+        const std::string folder = run.exporter.modelFolder.Text().substr((run.folder / "game/").size());
+        const std::string file = run.Read(folder + "/" + eName(declared.binary).Text() + ".anm");
+        const eAnimation animation = ReadWritten(file);
+        ASSERT_EQ(animation.frameCount, declared.lastFrame - declared.firstFrame + 1);
+        ASSERT_FALSE(animation.bones.empty());
+        const std::vector<eBonePose> poses = RestorePoses(animation);
+        auto pose = poses.begin();
+        for (int i = 0; i < animation.frameCount; ++i) {
+            const int frame = reversed ? declared.lastFrame - i : declared.firstFrame + i;
+            for (const std::string& bone : animation.bones) {
+                host::INode* node = run.host.GetINodeByName(bone.c_str());
+                ASSERT_NE(node, nullptr) << bone;
+                ASSERT_EQ(DifferenceOf(*pose++, PoseInScene(run, *node, frame)), "")
+                    << declared.name << ": " << bone << " in frame " << frame;
+            }
+        }
+    }
+};
 
 // Catches every pose that the engine gets otherwise than the scene has it, on the whole way from the scene
-// file over clips, sampling and reduction to the bytes.
+// file over clips, sampling and reduction to the bytes, forward and backward.
 TEST_P(SampleAnimation, EveryBoneIsWhereTheSceneHasIt) {
     if (GetParam().starts_with(kSamples) && !HasSamples()) {
         GTEST_SKIP() << "no samples";
     }
     support::eExportRun run(Load(GetParam()));
-    run.SetOptions([](eExportOptions& options) { options.exportMesh = 0; });
-    run.Do();
-    ASSERT_FALSE(run.exporter.animations.empty());
-    for (const eExportAnimation& declared : run.exporter.animations) {
-        const std::string file =
-            run.Read(run.exporter.modelFolder.Text().substr((run.folder / "game/").size()) + "/" +
-                     eName(declared.binary).Text() + ".anm");
-        const eAnimation animation = ReadWritten(file);
-        ASSERT_EQ(animation.frameCount, declared.lastFrame - declared.firstFrame + 1);
-        ASSERT_FALSE(animation.bones.empty());
-        const std::vector<eBonePose> poses = RestorePoses(animation);
-        for (std::size_t i = 0; i < poses.size(); ++i) {
-            const std::string& bone = animation.bones[i % animation.bones.size()];
-            const int frame = static_cast<int>(i / animation.bones.size());
-            host::INode* node = FindBone(*run.host.GetRootNode(), bone);
-            ASSERT_NE(node, nullptr) << bone;
-            ASSERT_EQ(DifferenceOf(poses[i], PoseInScene(run, *node, declared.firstFrame + frame)), "")
-                << declared.name << ": " << bone << " in frame " << frame;
+    for (const bool reversed : {false, true}) {
+        run.SetOptions([&](eExportOptions& options) {
+            options.exportMesh = 0;
+            options.reverseAnimation = reversed;
+        });
+        run.Do();
+        EXPECT_FALSE(run.exporter.animations.empty());
+        for (const eExportAnimation& declared : run.exporter.animations) {
+            Compare(run, declared, reversed);
         }
     }
 }
@@ -170,7 +169,7 @@ TEST(SampleAnimation, TheCubeMorphsInTheFile) {
     ASSERT_TRUE(meshes) << problem;
     const eFileMesh& mesh = meshes->meshes.at(0);
     const eAnimation animation = ReadWritten(file);
-    host::INode& node = *FindBone(*run.host.GetRootNode(), animation.bones.at(0));
+    host::INode& node = *run.host.GetINodeByName(animation.bones.at(0).c_str());
     const std::vector<Point3> rest = VerticesInScene(run, node, 0);
     std::vector<ePlayedVertex> vertices(mesh.vertexCount);
     for (const eAnimationFrame& frame : animation.frames) {

@@ -7,15 +7,6 @@
 
 namespace {
 
-std::string PointText(const host::Point3& point) {
-    xIo::eMemoryStream stream;
-    xIo::xSdl::eWriter writer;
-    writer.Attach(&stream);
-    WritePoint3(writer, point);
-    writer.Close();
-    return support::TextOf(stream);
-}
-
 std::string MatrixText(const host::Matrix3& matrix) {
     support::eSceneBuilder scene;
     scene.Settings().unitMetres = 0.01;
@@ -30,8 +21,10 @@ std::string MatrixText(const host::Matrix3& matrix) {
 
 // Would catch rounding to even, towards 0, or to another number of decimals.
 TEST(MatrixText, PointsHaveFourDecimals) {
-    EXPECT_EQ(PointText({0.123456F, 1e-05F, -0.12345F}), "0.1235 \t 0 \t -0.1235");
-    EXPECT_EQ(PointText({0.00005F, -0.00005F, 2.99996F}), "0.0001 \t -0.0001 \t 3");
+    EXPECT_EQ(MatrixText(host::TransMatrix({12.3456F, 1e-03F, -12.345F})),
+              "{Position 0.1235 \t 0 \t -0.1235}\n");
+    EXPECT_EQ(MatrixText(host::TransMatrix({0.005F, -0.005F, 299.996F})),
+              "{Position 0.0001 \t -0.0001 \t 3}\n");
 }
 
 // Would catch a form chosen by exact comparison, or a translation that stays in scene units.

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "base/ansi.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
@@ -14,40 +16,30 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-// The text of one bone below the root, from its block on, without indentation.
-std::string BoneText(const support::eSkeletonWalk& walk) {
-    std::string text = walk.mdl.substr(walk.mdl.find('}') + 1);
-    std::erase(text, '\n');
-    while (text.find("\t{") != std::string::npos || text.find("\t}") != std::string::npos) {
-        const std::size_t at = std::min(text.find("\t{"), text.find("\t}"));
-        text.erase(at, 1);
-    }
-    return text.substr(0, text.rfind('}'));
-}
-
-// The bone "a" below the root, written from the properties.
-class eOneBone {
-public:
+// The bone "a" below a root, written from the properties.
+struct eOneBone {
     explicit eOneBone(const std::vector<std::string>& properties, std::uint32_t jointFlags = 0,
-                      int exportIK = 1)
-        : walk(Scene(properties, jointFlags)) {
-        walk.run.options.exportIK = exportIK;
-        walk.Do();
-    }
-    std::string Text() const { return BoneText(walk); }
-
-    support::eSkeletonWalk walk;
-
-private:
-    static eSceneData Scene(const std::vector<std::string>& properties, std::uint32_t jointFlags) {
+                      int exportIK = 1) {
         support::eSceneBuilder scene;
         support::eNode bone = scene.Node("root").Property("Model=m").Object(eHelperObject{}).Child("A");
         bone.Object(eBoxObject{1, 1, 1}).JointFlags(jointFlags);
         for (const std::string& property : properties) {
             bone.Property(property);
         }
-        return scene.Build();
+        support::eSkeletonWalk walk(scene.Build());
+        walk.run.options.exportIK = exportIK;
+        walk.Do();
+        mdl = walk.mdl;
+        messages = walk.Messages();
     }
+    // From the block of the bone on, without line ends and indentation.
+    std::string Text() const {
+        const std::string text = mdl.substr(mdl.find('}') + 1);
+        return std::regex_replace(text.substr(0, text.rfind('}')), std::regex("\n\t*"), "");
+    }
+
+    std::string mdl;
+    std::vector<std::string> messages;
 };
 
 // Would catch a bone that carries more or less than its own properties.
@@ -64,7 +56,7 @@ TEST_F(Skeleton, TheHeaderTellsJointParametersAndColor) {
 
     const eOneBone unknown({"IKType=Hinge"});
     EXPECT_EQ(unknown.Text(), "{bone \"a\"}");
-    EXPECT_THAT(unknown.walk.Messages(), ElementsAre("Ошибка: Неизвестный тип IK 'hinge' в кости 'A'"));
+    EXPECT_THAT(unknown.messages, ElementsAre("Ошибка: Неизвестный тип IK 'hinge' в кости 'A'"));
 }
 
 // Would catch limits of the wrong joint, swapped or missing ends, and numbers read with another separator.
@@ -90,7 +82,7 @@ TEST_F(Skeleton, TheViewTellsHowItIsDrawn) {
     EXPECT_EQ(eOneBone({"Poly"}).Text(), "{bone \"a\"{view poly \"a\"}}");
     const eOneBone marked(
         {"Poly", "NoGetShadows", "Ground", "Layer=top", "NoCastShadows", "DecalTarget", "NoGroupMesh"});
-    EXPECT_THAT(marked.walk.mdl,
+    EXPECT_THAT(marked.mdl,
                 HasSubstr("\t\t{view poly \"a\" {ground}{decal_target}{no_group_mesh}{shadow_caster 0}"
                           "{shadow_receiver 0}\n\t\t\t{layer top}\n\t\t}\n"));
     EXPECT_EQ(eOneBone({"Poly", "LODLastOff"}).Text(), "{bone \"a\"{view poly \"a\" {lod 0}}}");
@@ -150,28 +142,6 @@ TEST_F(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
     ASSERT_EQ(walk.run.models[0].volumes.size(), 1U);
     EXPECT_EQ(walk.run.models[0].volumes[0]->GetName(), "hidden_volume");
     EXPECT_FALSE(walk.run.landPatch);
-}
-
-// Would catch a node on the wrong list, twice or not at all, and bones below it.
-TEST_F(Skeleton, NodesThatAreNoBonesGoOntoTheirLists) {
-    support::eNode hull = Box(root, "hull").Property("Volume").Property("Obstacle").Property("Land");
-    Helper(hull, "inside");
-    Box(root, "gate").Property("Area");
-    Helper(root, "old").Property("Body");
-    Helper(root, "shot").Property("Preview");
-    root.Child("lamp").Object(eLightObject{});
-    Helper(root, "point").Property("SupportPoint").Position(1, -2.5F, 3);
-    support::eSkeletonWalk& walk = Walked();
-
-    const eExportModel& model = walk.run.models[0];
-    using List = std::vector<host::INode*>;
-    EXPECT_EQ(model.volumes, (List{&walk.Node("hull")}));
-    EXPECT_EQ(model.zones, (List{&walk.Node("hull"), &walk.Node("gate")}));
-    EXPECT_EQ(model.bodies, (List{&walk.Node("old")}));
-    EXPECT_EQ(model.previews, (List{&walk.Node("shot")}));
-    EXPECT_EQ(walk.run.supportPoints[&walk.Root()].at(0), host::Point3(1, -2.5F, 3));
-    EXPECT_TRUE(walk.run.landPatch);
-    EXPECT_THAT(walk.mdl, Not(HasSubstr("inside")));
 }
 
 // Would catch meshes read after they are written, written by the wrong node, or for nodes that ask for none.
@@ -275,17 +245,6 @@ TEST_F(Skeleton, HoldsOfTheRootReachTheDefinition) {
     EXPECT_EQ(walk.def, "{structure_bone\n\t{hold \"a\" \"b\"}\n\t{hold \"c\"}\n}\n");
 }
 
-// Would catch nested models written as bones, or places under the wrong name.
-TEST_F(Skeleton, NestedModelsBecomePlaces) {
-    support::eNode deck = Helper(root, "Deck");
-    Helper(deck, "gun").Property("Model=Units\\Big Gun.v2\\Gun.Old");
-    support::eSkeletonWalk walk(scene.Build());
-    walk.run.structureMode = true;
-    EXPECT_TRUE(walk.Do());
-    EXPECT_EQ(walk.def, "{place \"deck\" \"gun\"}\n");
-    EXPECT_THAT(walk.mdl, Not(HasSubstr("\"gun\"")));
-}
-
 // Would catch instances that are written twice, or shown under another name than they are written.
 TEST_F(Skeleton, InstancesShowTheFirstOfThem) {
     support::eNode left = Box(root, "wheel_l").Property("Poly");
@@ -297,26 +256,6 @@ TEST_F(Skeleton, InstancesShowTheFirstOfThem) {
     EXPECT_THAT(walk.mdl, HasSubstr("{bone \"wheel_r\"\n\t\t{view poly \"wheel_l\"}"));
     EXPECT_THAT(walk.mdl, Not(HasSubstr("{bone \"spare\"\n\t\t{view")));
     EXPECT_FALSE(walk.run.sharedMeshes.views.empty());
-}
-
-// Would catch meshes of a Structure where nobody finds them, and those of a nested model in the wrong folder.
-TEST_F(Skeleton, AStructureKeepsItsMeshesInTheCommonSet) {
-    support::eNode left = Box(root, "left").Property("Poly");
-    root.Child("right").SameObject(left).Property("Poly");
-    Box(root, "own").Property("Poly");
-    support::eSkeletonWalk walk(scene.Build());
-    walk.run.commonPending = walk.run.structureMode = true;
-    walk.run.commonPrefix = "common/";
-    EXPECT_TRUE(walk.Do());
-    EXPECT_THAT(walk.calls, testing::IsSupersetOf({"write left to common", "write own to common"}));
-    EXPECT_THAT(walk.mdl, HasSubstr("{view poly \"common/own\"}"));
-
-    support::eSkeletonWalk nested(scene.Build());
-    nested.run.commonPending = true;
-    nested.run.commonPrefix = "../common/";
-    EXPECT_TRUE(nested.Do());
-    EXPECT_THAT(nested.calls, testing::IsSupersetOf({"write left to common", "write own to own"}));
-    EXPECT_THAT(nested.mdl, HasSubstr("{view poly \"../common/left\"}"));
 }
 
 // Would catch a root that has no number, as its name says that it is a detail level.

@@ -99,10 +99,6 @@ TEST(FittedBox, KeepsTheFirstOfEqualAreasAndFindsATurnedOne) {
     EXPECT_NEAR(diagonal.axis.x, std::sqrt(0.5), 0.01);
     EXPECT_NEAR(4 * diagonal.extent.x * diagonal.extent.y, 2, 0.02);
     EXPECT_NEAR(diagonal.center.x, 0, 1e-6);
-    const eFittedBox beside = FitBox(std::vector<Point2>{{-2, 0.5F}, {2, 0.5F}, {2, 1.5F}, {-2, 1.5F}});
-    EXPECT_FLOAT_EQ(beside.center.y, 1);
-    EXPECT_FLOAT_EQ(beside.extent.x, 2);
-    EXPECT_FLOAT_EQ(beside.extent.y, 0.5F);
 }
 
 TEST(PolyhedronImage, HasTheToldLayoutAndReadsBack) {
