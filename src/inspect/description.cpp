@@ -1,6 +1,7 @@
 #include "inspect/description.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace inspect {
@@ -116,6 +117,10 @@ void RenderValue(const eDescription& value, const std::string& indent, std::stri
 }
 
 }  // namespace
+
+double ShownMetres(float metres) {
+    return std::round(metres * 1e4) / 1e4;
+}
 
 std::string RenderText(const eDescription& description) {
     std::string out;

@@ -9,6 +9,9 @@ namespace inspect {
 // telling; texts in UTF-8. It is printed as JSON as it stands, or for people by RenderText.
 using eDescription = nlohmann::ordered_json;
 
+// A length without the digits that single precision makes up: to a tenth of a millimetre.
+double ShownMetres(float metres);
+
 // For people: a line per member, objects indented below their names, lists of like objects as tables.
 std::string RenderText(const eDescription& description);
 

@@ -35,7 +35,7 @@ double Rounded(double value) {
 }
 
 eDescription DescribePoint(const host::Point3& p) {
-    return {p.x, p.y, p.z};
+    return {ShownMetres(p.x), ShownMetres(p.y), ShownMetres(p.z)};
 }
 
 std::span<const std::uint16_t> IndicesOf(const eFileMesh& mesh, const eFileSubMesh& subMesh) {

@@ -1,7 +1,6 @@
 #include "inspect/model_view.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,19 @@ std::string Joined(const std::vector<std::string>& words) {
     return text;
 }
 
-// A block without blocks inside is one line: its values, or a mark. The values of others go to their name.
+eDescription DescribeBlock(const eSdlBlock& block);
+
+// Adds a block to what is said of the one around it. Values beside blocks go to the name, and so do those of
+// a second block of one name.
+void AddBlock(eDescription& description, const eSdlBlock& block) {
+    std::string name = ToUtf8(block.Name());
+    if ((!block.Blocks().empty() && !block.Values().empty()) || description.contains(name)) {
+        name += " " + Joined(block.Values());
+    }
+    description[name] = DescribeBlock(block);
+}
+
+// A block without blocks inside is one line: its values, or a mark.
 eDescription DescribeBlock(const eSdlBlock& block) {
     const std::vector<const eSdlBlock*> inner = block.Blocks();
     if (inner.empty()) {
@@ -31,19 +42,9 @@ eDescription DescribeBlock(const eSdlBlock& block) {
     }
     eDescription description = eDescription::object();
     for (const eSdlBlock* child : inner) {
-        std::string name = ToUtf8(child->Name());
-        const bool isNamed = !child->Blocks().empty() && !child->Values().empty();
-        if (isNamed || description.contains(name)) {
-            name += " " + Joined(child->Values());
-        }
-        description[name] = DescribeBlock(*child);
+        AddBlock(description, *child);
     }
     return description;
-}
-
-// A length for people, to a tenth of a millimetre.
-double Rounded(float metres) {
-    return std::round(metres * 1e4) / 1e4;
 }
 
 eDescription DescribePolyhedron(const eSdlBlock& block) {
@@ -60,7 +61,7 @@ eDescription DescribePolyhedron(const eSdlBlock& block) {
     const host::Point3 size = bounds.IsEmpty() ? host::Point3{} : bounds.Width();
     return {{"vertices", polyhedron->vertices.size()},
             {"faces", polyhedron->sides.size()},
-            {"size", {Rounded(size.x), Rounded(size.y), Rounded(size.z)}}};
+            {"size", {ShownMetres(size.x), ShownMetres(size.y), ShownMetres(size.z)}}};
 }
 
 // Blocks that the views tell in words of their own, or leave out.
@@ -92,7 +93,7 @@ eDescription DescribeBone(const eSdlBlock& bone) {
     description["placement"] = PlacementOf(bone);
     for (const eSdlBlock* block : bone.Blocks()) {
         if (!IsTold(block->Name())) {
-            description[ToUtf8(block->Name())] = DescribeBlock(*block);
+            AddBlock(description, *block);
         }
     }
     for (const eSdlBlock* view : bone.Blocks("view")) {
@@ -100,7 +101,7 @@ eDescription DescribeBone(const eSdlBlock& bone) {
         const std::vector<std::string> viewValues = view->Values();
         entry["mesh"] = viewValues.empty() ? "" : ToUtf8(viewValues.back());
         for (const eSdlBlock* block : view->Blocks()) {
-            entry[ToUtf8(block->Name())] = DescribeBlock(*block);
+            AddBlock(entry, *block);
         }
         description["views"].push_back(std::move(entry));
     }
@@ -125,7 +126,7 @@ eDescription DescribeVolume(const eSdlBlock& volume) {
         if (block->Name() == "polyhedron") {
             description["polyhedron"] = DescribePolyhedron(*block);
         } else if (!IsTold(block->Name()) || block->Name() == "bone") {
-            description[ToUtf8(block->Name())] = DescribeBlock(*block);
+            AddBlock(description, *block);
         }
     }
     return description;
@@ -145,7 +146,7 @@ eDescription DescribeZone(const eSdlBlock& zone) {
         if (block->Name() == "polygon2") {
             description["polygon2"] = {{"vertices", block->Blocks("vertex").size()}};
         } else {
-            description[ToUtf8(block->Name())] = DescribeBlock(*block);
+            AddBlock(description, *block);
         }
     }
     return description;
@@ -190,11 +191,10 @@ eDescription DescribeEntity(const eSdlBlock& file) {
     description["kind"] = "entity";
     if (const eSdlBlock* entity = file.Find("entity")) {
         for (const eSdlBlock* block : entity->Blocks()) {
-            const std::string name = ToUtf8(block->Name());
-            if (name == "volumes") {
+            if (block->Name() == "volumes") {
                 AddList(description, *entity, "volumes", DescribeVolume);
             } else {
-                description[name] = DescribeBlock(*block);
+                AddBlock(description, *block);
             }
         }
     }
