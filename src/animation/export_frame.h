@@ -36,7 +36,9 @@ struct eExportFrameBone {
 };
 static_assert(sizeof(eExportFrameBone) <= 48);
 
-// One frame of the timeline: an entry per bone number.
+// One frame of the timeline: an entry per bone number, or none where no animation holds the frame.
 struct eExportFrame {
     std::vector<eExportFrameBone> bones;
+
+    bool IsAnimated() const { return !bones.empty(); }
 };

@@ -10,17 +10,24 @@
 
 namespace {
 
-void EmptySlots(Export& run, int highestFrame) {
-    const auto boneCount = static_cast<std::size_t>(run.boneCount);
-    run.bones.clear();
-    run.bones.resize(boneCount);
+// A frame that no animation holds needs no entries: a short animation may lie far out on the timeline.
+void EmptyFrames(Export& run, int highestFrame) {
     run.frames.clear();
-    if (run.options.exportAnimation != 0) {
-        run.frames.resize(static_cast<std::size_t>(highestFrame) + 1);
-        for (eExportFrame& frame : run.frames) {
-            frame.bones.resize(boneCount);
+    if (run.options.exportAnimation == 0) {
+        return;
+    }
+    run.frames.resize(static_cast<std::size_t>(highestFrame) + 1);
+    for (const eExportAnimation& animation : run.animations) {
+        for (int frame = animation.firstFrame; animation.inRange && frame <= animation.lastFrame; ++frame) {
+            run.frames[static_cast<std::size_t>(frame)].bones.resize(static_cast<std::size_t>(run.boneCount));
         }
     }
+}
+
+void EmptySlots(Export& run, int highestFrame) {
+    run.bones.clear();
+    run.bones.resize(static_cast<std::size_t>(run.boneCount));
+    EmptyFrames(run, highestFrame);
 }
 
 void OpenStructure(Export& run) {
