@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -152,39 +153,71 @@ void WriteFrames(eAnimationWriter& writer) {
     }
 }
 
-// A later animation over the same frames may have taken an end of this one: the engine then starts or ends
-// without a full pose.
-void WarnAboutLostEnds(eAnimationWriter& writer, std::size_t index) {
-    const auto isFullPose = [](std::uint16_t flags) {
-        return (flags & kFramePosition) != 0 && (flags & kFrameRotation) != 0 &&
-               (flags & (kFrameVisible | kFrameHidden)) != 0;
-    };
-    const std::vector<eExportAnimation>& animations = writer.run.animations;
-    const auto taker = [&](int frame, std::size_t bone) -> const eExportAnimation* {
-        const eExportFrameBone& entry = writer.Entry(frame, bone);
-        if (entry.node == nullptr || isFullPose(entry.flags) ||
-            !AnimationTouchesNode(writer.run, *entry.node, writer.animation.selection)) {
-            return nullptr;
-        }
-        const auto covers = [&](const eExportAnimation& other) {
-            return other.inRange && other.firstFrame <= frame && frame <= other.lastFrame &&
-                   AnimationTouchesNode(writer.run, *entry.node, other.selection);
-        };
-        const auto found = std::find_if(animations.begin() + static_cast<std::ptrdiff_t>(index) + 1,
-                                        animations.end(), covers);
-        return found == animations.end() ? nullptr : &*found;
-    };
-    for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
-        for (const int frame : {writer.animation.firstFrame, writer.animation.lastFrame}) {
-            if (const eExportAnimation* other = taker(frame, bone)) {
-                const auto text =
-                    format(
-                        "Анимации '%s' и '%s' пересекаются по кадрам.\nКрайний кадр анимации '%s' "
-                        "не содержит полной позы."_ansi) %
-                    writer.animation.name % other->name % writer.animation.name;
-                return ShowWarning(writer.run.host->GetMAXHWnd(), text.Text());
+bool IsFullPose(std::uint16_t flags) {
+    return (flags & kFramePosition) != 0 && (flags & kFrameRotation) != 0 &&
+           (flags & (kFrameVisible | kFrameHidden)) != 0;
+}
+
+// Looks at what an animation has lost to the later ones over the same frames, whose entries replaced its own.
+struct eOverlapCheck {
+    eAnimationWriter& writer;
+    std::span<const eExportAnimation> later;
+
+    bool Covers(const eExportAnimation& animation, int frame, std::size_t bone) const {
+        const host::INode* node = writer.Entry(frame, bone).node;
+        return node != nullptr && animation.inRange && animation.firstFrame <= frame &&
+               frame <= animation.lastFrame && AnimationTouchesNode(writer.run, *node, animation.selection);
+    }
+    // The animation that has put something else into an entry, if any.
+    template <class IsLost>
+    const eExportAnimation* Taker(int frame, IsLost isLost) const {
+        for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
+            const auto takes = [&](const eExportAnimation& other) {
+                return Covers(other, frame, bone) && isLost(other, writer.Entry(frame, bone));
+            };
+            const auto found = std::ranges::find_if(later, takes);
+            if (found != later.end() && Covers(writer.animation, frame, bone)) {
+                return &*found;
             }
         }
+        return nullptr;
+    }
+    // The engine starts or ends without a full pose.
+    const eExportAnimation* TakerOfAnEnd() const {
+        const auto isLost = [](const eExportAnimation&, const eExportFrameBone& entry) {
+            return !IsFullPose(entry.flags);
+        };
+        const eExportAnimation* taker = Taker(writer.animation.firstFrame, isLost);
+        return taker != nullptr ? taker : Taker(writer.animation.lastFrame, isLost);
+    }
+    // Forward, a frame has one pose for all of its animations; backward, it has that of the mirrored frame.
+    const eExportAnimation* TakerOfPoses() const {
+        const eExportAnimation& own = writer.animation;
+        const auto isLost = [&](const eExportAnimation& other, const eExportFrameBone&) {
+            return own.firstFrame + own.lastFrame != other.firstFrame + other.lastFrame;
+        };
+        const eExportAnimation* taker = nullptr;
+        for (int frame = own.firstFrame;
+             writer.run.options.reverseAnimation && taker == nullptr && frame <= own.lastFrame; ++frame) {
+            taker = Taker(frame, isLost);
+        }
+        return taker;
+    }
+};
+
+void WarnAboutOverlaps(eAnimationWriter& writer, std::size_t index) {
+    const eOverlapCheck check{writer, std::span(writer.run.animations).subspan(index + 1)};
+    const char* loss = "При обратном порядке кадров анимация '%s' содержит чужие позы."_ansi;
+    const eExportAnimation* taker = check.TakerOfPoses();
+    if (taker == nullptr) {
+        loss = "Крайний кадр анимации '%s' не содержит полной позы."_ansi;
+        taker = check.TakerOfAnEnd();
+    }
+    if (taker != nullptr) {
+        const std::string text = (format("Анимации '%s' и '%s' пересекаются по кадрам.\n"_ansi) %
+                                  writer.animation.name % taker->name)
+                                     .Text();
+        ShowWarning(writer.run.host->GetMAXHWnd(), text + (format(loss) % writer.animation.name).Text());
     }
 }
 
@@ -213,7 +246,7 @@ void WriteAnimationFile(Export& run, std::size_t index) {
     WriteFrames(writer);
     run.anmStream->Close();
     run.anmStream.reset();
-    WarnAboutLostEnds(writer, index);
+    WarnAboutOverlaps(writer, index);
 }
 
 // Of two animations with one file the later one stands.

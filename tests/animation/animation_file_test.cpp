@@ -36,9 +36,11 @@ protected:
             .Key({.frame = static_cast<double>(frames),
                   .position = host::Point3{static_cast<float>(frames), 0, 0}});
     }
-    support::eExportRun& Export() {
+    support::eExportRun& Export(std::function<void(eExportOptions&)> options = {}) {
         scene.SelectionSet("all", bones);
+        run.reset();  // it gives the messages back that it collects
         run = std::make_unique<support::eExportRun>(scene.Build());
+        run->SetOptions(std::move(options));
         run->Do();
         return *run;
     }
@@ -145,6 +147,17 @@ TEST_F(AnimationFile, DeclarationsThatCannotBeWrittenAreTold) {
     EXPECT_TRUE(run->Has("m/cut.anm"));
     EXPECT_FALSE(run->Has("evil.anm"));
     EXPECT_FALSE(run->Has("m/long.anm"));
+}
+
+// Catches animations that are played backward over the frames of another, and told when nothing is lost.
+TEST_F(AnimationFile, ReversedAnimationsMustNotShareFrames) {
+    root.Property("animation=a,all,0-10").Property("animation=b,all,2-8").Property("animation=c,all,20-30");
+    Mover(10);
+    EXPECT_THAT(Export().Messages(), IsEmpty());
+    root.Property("animation=d,all,7-9");
+    EXPECT_THAT(
+        Export([](eExportOptions& options) { options.reverseAnimation = true; }).Messages(),
+        UnorderedElementsAre(HasSubstr("'a' и 'd' пересекаются"), HasSubstr("'b' и 'd' пересекаются")));
 }
 
 // The file has no end mark: what ends behind a whole record reads as a shorter animation.
