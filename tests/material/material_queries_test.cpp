@@ -5,7 +5,6 @@
 
 #include "base/ansi.h"
 #include "export/export.h"
-#include "material/dum_mtl.h"
 #include "material/mapping_channels.h"
 #include "material/shade_material.h"
 #include "standalone/standalone_host.h"
@@ -28,52 +27,20 @@ TEST(MaterialQueries, NamesAreSafeAndInLowerCase) {
     EXPECT_EQ(GetBumpAmount(nullptr), 0);
 }
 
-// A multi material whose only slot is itself.
-class eEndlessMulti : public DumMtl {
-public:
-    eEndlessMulti() : DumMtl({0, 0, 0}) {}
-    bool IsMultiMtl() const override { return true; }
-    int NumSubMtls() const override { return 1; }
-    host::Mtl* GetSubMtl(int) const override { return const_cast<eEndlessMulti*>(this); }
-};
-
-// A map from world coordinates whose two inputs are itself.
-class eEndlessMap : public host::Texmap {
-public:
-    host::ClassId ClassID() const override { return {1, 1}; }
-    const std::string& GetName() const override { return name; }
-    void Update(host::TimeValue, host::Interval&) override {}
-    int NumSubTexmaps() const override { return 2; }
-    host::Texmap* GetSubTexmap(int) const override { return const_cast<eEndlessMap*>(this); }
-    int GetUVWSource() const override { return kWorldXYZ; }
-    host::AColor EvalColor(host::ShadeContext&) override { return {}; }
-    float EvalMono(host::ShadeContext&) override { return 0; }
-
-private:
-    std::string name = "maze";
-};
-
-class eEndlesslyMapped : public DumMtl {
-public:
-    eEndlesslyMapped() : DumMtl({0, 0, 0}) {}
-    int NumSubTexmaps() const override { return 1; }
-    host::Texmap* GetSubTexmap(int) const override { return &map; }
-
-private:
-    mutable eEndlessMap map;
-};
-
 // Catches walks over a broken scene that never end.
 TEST(MaterialQueries, ElementsThatContainThemselvesEndTheWalk) {
-    eEndlessMulti multi;
-    EXPECT_EQ(LeafMaterial(&multi, 5), nullptr);
+    support::eSceneBuilder scene;
+    eStandardMaterial mapped;
+    mapped.maps[host::kDiffuseMap].map = scene.Map(eMixMap{.maps = {0, 0, -1}}, {.source = 3}, "maze");
+    scene.Node("multi").Material(scene.Material("multi", eMultiMaterial{.materials = {0}}));
+    scene.Node("mapped").Material(scene.Material("mapped", mapped));
+    StandaloneHost host(scene.Build());
+    EXPECT_EQ(LeafMaterial(host.GetINodeByName("multi")->GetMtl(), 5), nullptr);
 
-    StandaloneHost host{eSceneData{}};
     Export run;
     run.host = &host;
     support::eMessageCollector messages;
-    eEndlesslyMapped mapped;
-    EXPECT_TRUE(CheckMappingChannels(run, &mapped, {}));
+    EXPECT_TRUE(CheckMappingChannels(run, host.GetINodeByName("mapped")->GetMtl(), {}));
     EXPECT_THAT(
         messages.Lines(),
         ElementsAre("Предупреждение: Неподдерживаемый канал текстурирования в материале 'maze'. Будет "

@@ -79,41 +79,26 @@ std::vector<eColors> ManyBlocks(bool withRed) {
     return blocks;
 }
 
-// The simplest encoder: the corners of the colours' box as ends, the nearest of the four colours each.
-double BoxError(const eColors& colors) {
-    std::array<std::array<int, 3>, 2> corners = {{{255, 255, 255}, {0, 0, 0}}};
-    for (const auto& color : colors) {
-        for (std::size_t channel = 0; channel < 3; channel++) {
-            corners[0][channel] = std::min<int>(corners[0][channel], color[channel]);
-            corners[1][channel] = std::max<int>(corners[1][channel], color[channel]);
-        }
+double PeerError(const eColors& colors) {
+    std::array<std::uint8_t, 64> source{};
+    for (std::size_t pixel = 0; pixel < blockPixels; pixel++) {
+        std::copy(colors[pixel].begin(), colors[pixel].end(), &source[4 * pixel]);
     }
-    double sum = 0;
-    for (const auto& color : colors) {
-        double least = 1e9;
-        for (int step = 0; step <= 3; step++) {
-            double error = 0;
-            for (std::size_t channel = 0; channel < 3; channel++) {
-                const int value = (corners[0][channel] * (3 - step) + corners[1][channel] * step) / 3;
-                error += static_cast<double>(weights[channel]) * std::pow(color[channel] - value, 2);
-            }
-            least = std::min(least, error);
-        }
-        sum += least;
-    }
-    return sum;
+    eBlock block;
+    stb_compress_dxt_block(block.data(), source.data(), 0, STB_DXT_HIGHQUAL);
+    return WeightedError(colors, block);
 }
 
 // Would catch: codes turned round, ends changed over, channels mixed up: errors of tens of steps.
 TEST(ColorBlock, ComesNearToTheColors) {
     for (const bool withRed : {true, false}) {
         double ours = 0;
-        double box = 0;
+        double peer = 0;
         for (const eColors& colors : ManyBlocks(withRed)) {
             ours += WeightedError(colors, Encode({colors})[0]);
-            box += BoxError(colors);
+            peer += PeerError(colors);
         }
-        EXPECT_LT(ours, 0.7 * box);
+        EXPECT_LT(ours, peer);
     }
 }
 
@@ -158,23 +143,6 @@ TEST(ColorBlock, KeepsOneColorWithinOne) {
         }
         EXPECT_EQ(decoded[0], decoded[15]);
         EXPECT_EQ(decoded[0][3], 255);
-    }
-}
-
-// Weights that make no sense must not make a block that hangs or traps.
-TEST(ColorBlock, SurvivesSenselessWeights) {
-    eBlockGroup group{};
-    std::mt19937 random(1);
-    for (auto& channel : group.channels) {
-        for (eByteLanes& lanes : channel) {
-            for (std::size_t lane = 0; lane < groupBlocks; lane++) {
-                lanes[lane] = static_cast<std::uint8_t>(random());
-            }
-        }
-    }
-    for (const float weight : {0.0F, -1.0F, 1e-30F, 1e30F, INFINITY, NAN}) {
-        const eGroupWords words = EncodeColorBlocks(group, {weight, weight, weight});
-        EXPECT_EQ(words, EncodeColorBlocks(group, {weight, weight, weight}));
     }
 }
 

@@ -9,7 +9,6 @@
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 
 eImageSource Source(const std::vector<std::uint8_t>& rgba, int width, int height) {
@@ -92,15 +91,6 @@ TEST(MipChain, SharesAnOddSideByPlace) {
     EXPECT_FLOAT_EQ(half.pixels[1][0], 0.0F);
     EXPECT_FLOAT_EQ(half.pixels[0][1], 0.0F);
     EXPECT_FLOAT_EQ(half.pixels[1][1], 80.0F);
-}
-
-TEST(MipChain, LeavesOneColourAlone) {
-    const std::vector<std::uint8_t> pixels(4 * 12 * 20, 127);
-    eFloatImage level = HalvedImage(Source(pixels, 12, 20));
-    for (; level.width > 1 || level.height > 1; level = HalvedImage(level)) {
-        EXPECT_THAT(Rounded(level), Each(127));
-    }
-    EXPECT_THAT(Rounded(level), Each(127));
 }
 
 }  // namespace
