@@ -163,7 +163,9 @@ eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
         return {nullptr, "the picture is broken: bad Huffman table"};
     }
     if (!ReadHeader(file, header)) {
-        return {nullptr, "not a picture of a known format"};
+        const bool isKnown = !FormatOf(file).begin.empty();
+        return {nullptr, isKnown ? "the picture's header is broken or promises too much"
+                                 : "not a picture of a known format"};
     }
     if (const std::string problem = HeaderProblem(file, header); !problem.empty()) {
         return {nullptr, problem};

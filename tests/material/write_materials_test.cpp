@@ -70,85 +70,76 @@ private:
 
 struct eMaterialCase {
     std::function<eMaterialKind(eMaterialMaker&)> make;
-    const char* type;
-    std::vector<const char*> keys;
+    std::string record;  // type and keys
 };
 
 using eMaker = eMaterialMaker;
 
+eStandardMaterial Clear(eStandardMaterial material) {
+    material.opacity = 0.5F;
+    return material;
+}
+
+eStandardMaterial WithBumpOff(eStandardMaterial material) {
+    material.maps[host::kBumpMap].enabled = false;
+    return material;
+}
+
+// The first and second layers, then slots behind the second layer's that take its place; last the kinds of
+// envmap.
 const std::vector<eMaterialCase> kMaterials = {
-    {[](eMaker& m) { return m.Plain(); }, "simple", {"diffuse \"wall\"", "blend none"}},
-    {[](eMaker& m) { return m.Bumped(m.Plain(), 0); }, "simple", {"diffuse \"wall\"", "blend none"}},
-    {[](eMaker& m) {
-         eStandardMaterial material = m.Bumped(m.Plain());
-         material.maps[host::kBumpMap].enabled = false;
-         material.opacity = 0.5F;
-         return material;
-     },
-     "simple",
-     {"diffuse \"wall\"", "blend blend"}},
+    {[](eMaker& m) { return m.Plain(); }, R"(simple {diffuse "wall"} {blend none})"},
+    {[](eMaker& m) { return m.Bumped(m.Plain(), 0); }, R"(simple {diffuse "wall"} {blend none})"},
+    {[](eMaker& m) { return WithBumpOff(m.Bumped(Clear(m.Plain()))); },
+     R"(simple {diffuse "wall"} {blend blend})"},
     {[](eMaker& m) {
          return eOtherMaterial{.classId = {77, 0}, .maps = m.Bumped(m.Plain()).maps};
      },
-     "simple",
-     {"diffuse \"wall\"", "blend none"}},
-    {[](eMaker& m) { return m.Bumped(m.Plain()); },
-     "bump",
-     {"diffuse \"wall\"", "bump \"dents\"", "blend none"}},
+     R"(simple {diffuse "wall"} {blend none})"},
+    {[](eMaker&) { return eSorrelMaterial{}; }, R"(simple {diffuse "tex4_0"} {blend none})"},
+    {[](eMaker& m) { return m.Bumped(m.Plain()); }, R"(bump {diffuse "wall"} {bump "dents"} {blend none})"},
     {[](eMaker& m) { return m.Shiny(m.Plain()); },
-     "bump",
-     {"diffuse \"wall\"", "specular \"gloss\"", "color 0xfeff80ff", "blend none"}},
+     R"(bump {diffuse "wall"} {specular "gloss"} {color 0xfeff80ff} {blend none})"},
     {[](eMaker& m) { return m.In({.blend = 1}, m.Shiny(m.Bumped(m.Plain()))); },
-     "bump",
-     {"diffuse \"wall\"", "bump \"dents\"", "specular \"gloss\"", "color 0xfeff80ff", "blend test"}},
+     R"(bump {diffuse "wall"} {bump "dents"} {specular "gloss"} {color 0xfeff80ff} {blend test})"},
     {[](eMaker& m) { return eMaker::Standard(m.Product()); },
-     "multiply",
-     {"diffuse \"first\"", "diffuse1 \"second\"", "blend none"}},
+     R"(multiply {diffuse "first"} {diffuse1 "second"} {blend none})"},
     {[](eMaker& m) { return m.In({.blend = 4, .modulate2x = 1}, eMaker::Standard(m.Product())); },
-     "multiply",
-     {"diffuse \"first\"", "diffuse1 \"second\"", "blend sub", "modulate2x"}},
+     R"(multiply {diffuse "first"} {diffuse1 "second"} {blend sub} {modulate2x})"},
     {[](eMaker& m) { return m.In({.blend = 2, .modulate2x = 1}, eMaker::Standard(m.Mix())); },
-     "blend",
-     {"diffuse \"first\"", "diffuse1 \"second\"", "blend blend"}},
-    {[](eMaker& m) { return m.Layers(); },
-     "blend",
-     {"diffuse \"first\"", "diffuse1 \"second\"", "blend none"}},
-    // Slots behind the second layer's take its place.
+     R"(blend {diffuse "first"} {diffuse1 "second"} {blend blend})"},
+    {[](eMaker& m) { return m.Layers(); }, R"(blend {diffuse "first"} {diffuse1 "second"} {blend none})"},
     {[](eMaker& m) { return m.Shiny(eMaker::Standard(m.Product())); },
-     "blend",
-     {"diffuse \"first\"", "diffuse1 \"gloss\"", "blend none"}},
+     R"(blend {diffuse "first"} {diffuse1 "gloss"} {blend none})"},
     {[](eMaker& m) { return m.Bumped(eMaker::Standard(m.Mix())); },
-     "blend",
-     {"diffuse \"first\"", "diffuse1 \"third\"", "blend none"}},
+     R"(blend {diffuse "first"} {diffuse1 "third"} {blend none})"},
     {[](eMaker& m) {
          return m.In({.blend = 3, .environment = 1, .strength = 1.0F / 3}, m.Shiny(m.Bumped(m.Plain())));
      },
-     "envmap",
-     {"diffuse \"wall\"", "amount 0.333333", "blend add"}},
+     R"(envmap {diffuse "wall"} {amount 0.333333} {blend add})"},
     {[](eMaker& m) {
-         const int sky = m.File("sky");
-         return m.In({.blend = 9, .environment = 1, .strength = 0.25F, .environmentMap = sky}, m.Plain());
+         return m.In({.blend = 9, .environment = 1, .strength = 0.25F, .environmentMap = m.File("sky")},
+                     m.Plain());
      },
-     "envmap",
-     {"diffuse \"wall\"", "envmap \"sky\"", "amount 0.25", "blend none"}},
+     R"(envmap {diffuse "wall"} {envmap "sky"} {amount 0.25} {blend none})"},
+    {[](eMaker& m) { return m.In({.environment = 1, .strength = 0.25F, .mask = m.File("rust")}, m.Plain()); },
+     R"(envmap {diffuse "wall"} {mask "rust"} {blend none})"},
     {[](eMaker& m) {
-         const int mask = m.File("rust");
-         return m.In({.environment = 1, .strength = 0.25F, .mask = mask}, m.Plain());
+         const int rust = m.File("rust");
+         return m.In({.blend = 0, .environment = 1, .mask = rust, .environmentMap = m.File("sky")},
+                     Clear(m.Plain()));
      },
-     "envmap",
-     {"diffuse \"wall\"", "mask \"rust\"", "blend none"}},
-    {[](eMaker& m) {
-         const int mask = m.File("rust");
-         eStandardMaterial clear = m.Plain();
-         clear.opacity = 0.5F;
-         return m.In({.blend = 0, .environment = 1, .mask = mask, .environmentMap = m.File("sky")}, clear);
-     },
-     "envmap",
-     {"diffuse \"wall\"", "envmap \"sky\"", "mask \"rust\"", "blend none"}},
-    {[](eMaker&) { return eSorrelMaterial{.material = -1}; },
-     "simple",
-     {"diffuse \"tex17_0\"", "blend none"}},
+     R"(envmap {diffuse "wall"} {envmap "sky"} {mask "rust"} {blend none})"},
 };
+
+// A record as the file has it, a key a line.
+std::string RecordText(const std::string& name, std::string record) {
+    record.insert(record.find(' '), " \"" + name + '"');
+    for (std::size_t at = record.find(" {"); at != std::string::npos; at = record.find(" {", at)) {
+        record.replace(at, 2, "\n\t{");
+    }
+    return "{" + record + "\n}\n";
+}
 
 // Catches every choice of type, slot, blend and key, numbers of another form, and names that are not sorted
 // as numbers or keep their capitals.
@@ -157,15 +148,11 @@ TEST(WriteMaterials, EachKindOfMaterialHasItsText) {
     eMaterialMaker maker(scene);
     eNode root = scene.Node("root").Property("Model=m").Object(eHelperObject{});
     // A face without material has a record too, the first for its empty name.
-    std::string expected = "{simple \"\"\n\t{diffuse \"tex18_0\"}\n\t{blend none}\n}\n";
+    std::string expected = RecordText("", R"(simple {diffuse "tex18_0"} {blend none})");
     for (std::size_t i = 0; i < kMaterials.size(); ++i) {
         const std::string number = std::to_string(i);
         AddTriangle(root, "part" + number, scene.Material("Mat " + number, kMaterials[i].make(maker)));
-        expected += std::string("{") + kMaterials[i].type + " \"mat_" + number + "\"\n";
-        for (const char* key : kMaterials[i].keys) {
-            expected += std::string("\t{") + key + "}\n";
-        }
-        expected += "}\n";
+        expected += RecordText("mat_" + number, kMaterials[i].record);
     }
     AddTriangle(root, "bare", -1);
     eExportRun run(scene.Build());

@@ -105,16 +105,12 @@ TEST(Image, SamplesLieWhereTexelsAre) {
 
 // Would catch memory taken for a size that only the header promises.
 TEST(Image, AHeaderThatPromisesMoreThanTheFileHoldsIsRefused) {
-    std::string lying = support::TgaHeader(30000, 30000);
-    lying.resize(100);
-    EXPECT_EQ(Decode(lying).image, nullptr);
-    EXPECT_NE(Decode(lying).problem.find("30000 by 30000"), std::string::npos);
     std::string big = support::Png(kFour);
     for (const std::size_t offset : {18U, 22U}) {
         big[offset] = '\x75';  // 0x7530 is 30000
         big[offset + 1] = '\x30';
     }
-    EXPECT_EQ(Decode(big).image, nullptr);
+    EXPECT_EQ(Decode(big).problem, "the picture's header is broken or promises too much");
 }
 
 // Would catch a broken table handed on to the image library, which writes behind its own memory then.
