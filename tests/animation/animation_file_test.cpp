@@ -131,8 +131,7 @@ TEST_F(AnimationFile, A256thBoneEndsTheFile) {
 TEST_F(AnimationFile, DeclarationsThatCannotBeWrittenAreTold) {
     for (const char* declaration :
          {"animation=cut", "animation=a,all,0-10", "animation=b,all,5-20", "animation=up,all,30-35,../evil",
-          "animation=dots,all,40-45,..", "animation=back,all,9-3", "animation=long,all,0-70000",
-          "animation=c,all,60-63,a"}) {
+          "animation=dots,all,40-45,..", "animation=c,all,60-63,a"}) {
         root.Property(declaration);
     }
     Mover(20);
@@ -140,13 +139,9 @@ TEST_F(AnimationFile, DeclarationsThatCannotBeWrittenAreTold) {
                 UnorderedElementsAre(
                     HasSubstr("'' не найдено"), AllOf(HasSubstr("'a' и 'b'"), HasSubstr("анимации 'a'")),
                     HasSubstr("'../evil' в анимации 'up'"), HasSubstr("'..' в анимации 'dots'"),
-                    HasSubstr("'back' конечный кадр меньше"), HasSubstr("'long' номер кадра больше"),
                     HasSubstr("'a' и 'c' записываются в один файл")));
-    EXPECT_TRUE(run->Has("m/a.anm"));
-    EXPECT_TRUE(run->Has("m/b.anm"));
-    EXPECT_TRUE(run->Has("m/cut.anm"));
+    EXPECT_TRUE(run->Has("m/a.anm") && run->Has("m/b.anm") && run->Has("m/cut.anm"));
     EXPECT_FALSE(run->Has("evil.anm"));
-    EXPECT_FALSE(run->Has("m/long.anm"));
 }
 
 // Catches animations that are played backward over the frames of another, and told when nothing is lost.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
+#include "base/format.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
 
@@ -14,11 +15,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr const char* kNoSet =
-    "Предупреждение: Именованное выделение '%s' не найдено.\nИспользуется текущее выделение.";
-
 std::string NoSet(const std::string& name) {
-    return std::string(kNoSet).replace(std::string(kNoSet).find("%s"), 2, name);
+    return "Предупреждение: Именованное выделение '" + name +
+           "' не найдено.\nИспользуется текущее выделение.";
 }
 
 // The table of a root with the property, in a scene of 100 frames with the selection set "All".
@@ -34,7 +33,13 @@ public:
         highest = ReadAnimations(walk.run);
     }
 
-    const eExportAnimation& First() const { return walk.run.animations.at(0); }
+    // NAME of SET: FIRST-LAST, FILE at SPEED
+    std::string First() const {
+        const eExportAnimation& a = walk.run.animations.at(0);
+        return (format("%s of %s: %s-%s, %s at %s") % a.name % a.selection % a.firstFrame % a.lastFrame %
+                a.binary % a.speed)
+            .Text();
+    }
     std::string Block() {
         xIo::eMemoryStream stream;
         walk.run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
@@ -63,45 +68,25 @@ private:
 
 // Would catch a declaration cut at the wrong place: each row is one that artists write.
 TEST(AnimationTable, DeclarationsAreCutAsArtistsWriteThem) {
-    struct eRow {
-        const char* declaration;
-        const char* name;
-        int selection, first, last;
-        const char* binary;
-        float speed;
-    };
-    for (const eRow& row : {
-             eRow{"animation=walk,legs,0-30,walk_fast,150", "walk", 0, 0, 30, "walk_fast", 150},
-             eRow{"animation=run,all,5-10,150", "run", 1, 5, 10, "run", 150},
-             eRow{"animation=run,all,5-10,fast", "run", 1, 5, 10, "fast", 0},
-             eRow{"animation=run,all,5 10,,150", "run", 1, 5, 10, "run", 150},
-             eRow{"animation=run,all,5 - 10, file , 12.5", "run", 1, 5, 10, "file", 12.5F},
-             eRow{" Animation =  run , all ,7", "run", 1, 7, 40, "run", 0},
-             eRow{"animation=run,all,x-10", "run", 1, 0, 10, "run", 0},
+    for (const auto& [declaration, read] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"animation=walk,legs,0-30,walk_fast,150", "walk of 0: 0-30, walk_fast at 150"},
+             {"animation=run,all,5-10,150", "run of 1: 5-10, run at 150"},
+             {"animation=run,all,5-10,fast", "run of 1: 5-10, fast at 0"},
+             {"animation=run,all,5 10,,150", "run of 1: 5-10, run at 150"},
+             {"animation=run,all,5 - 10, file , 12.5", "run of 1: 5-10, file at 12.5"},
+             {" Animation =  run , all ,7", "run of 1: 7-40, run at 0"},
+             {"animation=run,all,x-10", "run of 1: 0-10, run at 0"},
+             // Without a set the host's range serves, and separators in front of a token are skipped.
+             {"animation=run", "run of -1: 2-40, run at 0"},
+             {"animation=run,,0-10", "run of -1: 2-40, run at 0"},
          }) {
-        const eTable table({row.declaration});
-        ASSERT_THAT(table.walk.run.animations, SizeIs(1)) << row.declaration;
-        const eExportAnimation& read = table.First();
-        EXPECT_EQ(read.name, row.name) << row.declaration;
-        EXPECT_EQ(read.selection, row.selection) << row.declaration;
-        EXPECT_EQ(read.firstFrame, row.first) << row.declaration;
-        EXPECT_EQ(read.lastFrame, row.last) << row.declaration;
-        EXPECT_EQ(read.binary, row.binary) << row.declaration;
-        EXPECT_EQ(read.speed, row.speed) << row.declaration;
+        EXPECT_EQ(eTable({declaration}).First(), read) << declaration;
     }
 }
 
-// Would catch a missing selection set that passes silently, or one that drops the animation.
-TEST(AnimationTable, AMissingSelectionSetIsToldAndTheHostRangeServes) {
-    const eTable bare({"animation=run"});
-    EXPECT_THAT(bare.walk.Messages(), ElementsAre(NoSet("")));
-    EXPECT_EQ(bare.First().firstFrame, 2);
-    EXPECT_EQ(bare.First().lastFrame, 40);
-    EXPECT_EQ(bare.First().selection, -1);
-
-    const eTable skipped({"animation=run,,0-10"});
-    EXPECT_THAT(skipped.walk.Messages(), ElementsAre(NoSet("0-10")));
-    EXPECT_EQ(skipped.First().lastFrame, 40);
+TEST(AnimationTable, AMissingSelectionSetIsTold) {
+    EXPECT_THAT(eTable({"animation=run"}).walk.Messages(), ElementsAre(NoSet("")));
+    EXPECT_THAT(eTable({"animation=run,,0-10"}).walk.Messages(), ElementsAre(NoSet("0-10")));
 }
 
 // Would catch a broken range that reaches the frame table, or takes the others with it.
@@ -111,7 +96,7 @@ TEST(AnimationTable, ABrokenRangeIsDropped) {
                 ElementsAre("Ошибка: В анимации 'back' конечный кадр меньше начального.\nАнимация пропущена.",
                             "Ошибка: В анимации 'far' номер кадра больше 65535.\nАнимация пропущена."));
     ASSERT_THAT(table.walk.run.animations, SizeIs(1));
-    EXPECT_EQ(table.First().name, "good");
+    EXPECT_EQ(table.First(), "good of 1: 2-3, good at 0");
     EXPECT_EQ(table.highest, 3);
     EXPECT_EQ(eTable({"Poly"}).highest, 0);
     const eTable early({"animation=run,all"}, false, -1);

@@ -14,7 +14,8 @@ using BoneTree = support::eSkeletonTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Would catch an order of numbers other than bone, its levels, the bones below it.
+// Would catch an order of numbers other than bone, its levels, the bones below it, and a group whose members
+// count as objects linked to a level.
 TEST_F(BoneTree, NumbersFollowTheWalk) {
     Helper(root, "a_lod2");
     support::eNode a = Helper(root, "a");
@@ -24,11 +25,13 @@ TEST_F(BoneTree, NumbersFollowTheWalk) {
     Helper(root, "orphan_lod1");
     Helper(root, "wheel");
     Helper(root, "wheel2_lod1");
+    Helper(Helper(root, "wheel_lod1").GroupHead(), "part").GroupMember();
     support::eSkeletonWalk walk(scene.Build());
 
     EXPECT_FALSE(walk.Number());
-    EXPECT_THAT(walk.BoneNames(), ElementsAre("root", "a", "a_lod1", "a_lod2", "below", "b", "wheel"));
-    EXPECT_EQ(walk.run.boneCount, 7);
+    EXPECT_THAT(walk.BoneNames(),
+                ElementsAre("root", "a", "a_lod1", "a_lod2", "below", "b", "wheel", "wheel_lod1"));
+    EXPECT_EQ(walk.run.boneCount, 8);
     EXPECT_EQ(NodeIndex(walk.Node("below"), nullptr), 4);
     EXPECT_EQ(NodeIndex(walk.Node("orphan_lod1"), nullptr), -1);
     EXPECT_THAT(walk.Messages(), IsEmpty());
@@ -68,16 +71,6 @@ TEST_F(BoneTree, FaultsOfDetailLevelsAreTold) {
         ElementsAre("Ошибка: В кости 'arm' пропущен уровень детализации №1!",
                     "Ошибка: В кости 'arm' пропущен уровень детализации №2!",
                     "Ошибка: К кости уровня детализации 'Arm_LOD3' не должны быть прилинкованы объекты!"));
-}
-
-// Would catch a level that counts members of a group as objects linked to it.
-TEST_F(BoneTree, AGroupMayBeADetailLevel) {
-    Helper(root, "a");
-    Helper(Helper(root, "a_lod1").GroupHead(), "part").GroupMember();
-    support::eSkeletonWalk walk(scene.Build());
-
-    EXPECT_FALSE(walk.Number());
-    EXPECT_THAT(walk.BoneNames(), ElementsAre("root", "a", "a_lod1"));
 }
 
 // Would catch pairs told too seldom, too often or in another order.

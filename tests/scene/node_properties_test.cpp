@@ -104,12 +104,6 @@ TEST(PropText, TheCursorWalksPairs) {
     EXPECT_TRUE(pairs.Find("B"));
     EXPECT_EQ(pairs.Value(), "");
     EXPECT_FALSE(pairs.Find("d"));
-
-    const std::string empty;
-    EXPECT_EQ(ePropText(empty).Count(), 0);
-    EXPECT_FALSE(ePropText(empty).Find("a"));
-    const std::string twoEmpty = ";;";
-    EXPECT_EQ(ePropText(twoEmpty).Count(), 2);
 }
 
 // Would catch names that differ between the files of one model.

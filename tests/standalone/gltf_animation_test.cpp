@@ -28,6 +28,17 @@ std::string Animation(const std::string& name, const std::vector<std::array<std:
     return "{\"name\": \"" + name + "\", \"channels\": [" + list + "], \"samplers\": [" + samplers + "]}";
 }
 
+// A node "a", one part of which moves by the keys.
+eGltfText Moved(const std::string& path, const std::vector<float>& times, const std::vector<float>& values,
+                const std::string& interpolation, const std::string& node = R"({"name": "a"})") {
+    eGltfText file;
+    file.Floats("SCALAR", times);
+    file.Floats(path == "rotation" ? "VEC4" : path == "weights" ? "SCALAR" : "VEC3", values);
+    file.Section("nodes", "[" + node + "]");
+    file.Section("animations", "[" + Animation("x", {{"0", path, "0", "1", interpolation}}) + "]");
+    return file;
+}
+
 // Would catch straight lines that bend, turns the long way round, keys beside their frames, and parts of one
 // node that disturb one another.
 TEST(GltfAnimation, LinearKeysStayStraight) {
@@ -57,12 +68,8 @@ TEST(GltfAnimation, LinearKeysStayStraight) {
 
 // Would catch a step that glides, or comes a frame early or late.
 TEST(GltfAnimation, StepsJumpAtTheirKeys) {
-    eGltfText file;
-    file.Floats("SCALAR", {0, 0.5F, 1, 1.5F});
-    file.Floats("VEC3", {1, 0, 0, 5, 0, 0, 5, 0, 0, 9, 0, 0});
-    file.Section("nodes", R"([{"name": "a"}])");
-    file.Section("animations", "[" + Animation("x", {{"0", "translation", "0", "1", "STEP"}}) + "]");
-    eScene scene(SceneOf(file.Text()));
+    eScene scene(SceneOf(
+        Moved("translation", {0, 0.5F, 1, 1.5F}, {1, 0, 0, 5, 0, 0, 5, 0, 0, 9, 0, 0}, "STEP").Text()));
     const auto x = [&](double frame) { return At(scene, "a", frame).GetTrans().x; };
     EXPECT_EQ(x(14.99), 1);
     EXPECT_EQ(x(15), 5);
@@ -73,8 +80,6 @@ TEST(GltfAnimation, StepsJumpAtTheirKeys) {
 
 // Would catch tangents exchanged or not scaled by the time between keys, and ends that are not hit.
 TEST(GltfAnimation, SplinesAreExactAtTheFrames) {
-    eGltfText file;
-    file.Floats("SCALAR", {0.05F, 1.05F, 3.05F});  // frames 1.5, 31.5, 91.5
     // In-tangent, value, out-tangent per key.
     const float keys[3][3] = {{9, 0, 3}, {-2, 4, 1}, {5, -1, 7}};
     std::vector<float> numbers;
@@ -83,10 +88,8 @@ TEST(GltfAnimation, SplinesAreExactAtTheFrames) {
             numbers.insert(numbers.end(), {part, 0, 0});
         }
     }
-    file.Floats("VEC3", numbers);
-    file.Section("nodes", R"([{"name": "a"}])");
-    file.Section("animations", "[" + Animation("x", {{"0", "translation", "0", "1", "CUBICSPLINE"}}) + "]");
-    eScene scene(SceneOf(file.Text()));
+    // Frames 1.5, 31.5 and 91.5.
+    eScene scene(SceneOf(Moved("translation", {0.05F, 1.05F, 3.05F}, numbers, "CUBICSPLINE").Text()));
     for (int frame = 2; frame <= 91; ++frame) {
         const int k = frame < 31.5 ? 0 : 1;
         const double length = k == 0 ? 1 : 2;
@@ -201,12 +204,7 @@ TEST(GltfAnimation, WeightsMoveTheVertices) {
 TEST(GltfAnimation, BrokenAnimationsAreTold) {
     const auto problems = [](const std::vector<float>& times, const std::vector<float>& values,
                              const std::string& path, const std::string& node, const char* interpolation) {
-        eGltfText file;
-        file.Floats("SCALAR", times);
-        file.Floats(path == "rotation" ? "VEC4" : path == "weights" ? "SCALAR" : "VEC3", values);
-        file.Section("nodes", "[" + node + "]");
-        file.Section("animations", "[" + Animation("x", {{"0", path, "0", "1", interpolation}}) + "]");
-        return ProblemsOf(Import(file.Text()));
+        return ProblemsOf(Import(Moved(path, times, values, interpolation, node).Text()));
     };
     EXPECT_EQ(problems({0, 2, 1}, {0, 0, 0, 0, 0, 0, 0, 0, 0}, "scale", "{}", "LINEAR"),
               "/accessors/0: the times of keys don't rise from 0 on\n");

@@ -105,16 +105,14 @@ TEST(PolyhedronImage, HasTheToldLayoutAndReadsBack) {
     EXPECT_EQ(MakePolyhedronImage(Mesh(), {}, 1).size(), 28U);
     Mesh mesh = support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {0, 2, 0}}, {{0, 1, 2}});
     mesh.faces[0].setMatID(1);
-    const auto image = MakePolyhedronImage(mesh, host::TransMatrix({0, 0, 1}), 0.5F);
-    ASSERT_EQ(image.size(), 28U + 36U + 6U + 1U);
-    EXPECT_EQ(image.back(), 2) << "material index plus 1";
-    const std::string text = HexText(image);
-    EXPECT_EQ(text.substr(0, 32), "45564c4d564552540300000000000000");
+    const std::string text = HexText(MakePolyhedronImage(mesh, host::TransMatrix({0, 0, 1}), 0.5F));
+    EXPECT_EQ(text,
+              "45564c4d"
+              "564552540300000000000000000000000000003f0000003f000000000000003f000000000000803f0000003f"
+              "494e445803000000020001000000"
+              "534944450100000002");
     std::string problem;
-    const auto read = ReadPolyhedron(text, problem);
-    ASSERT_TRUE(read) << problem;
-    EXPECT_EQ(read->vertices[2], (Point3{0, 1, 0.5F}));
-    EXPECT_EQ(read->indices, (std::vector<std::uint16_t>{2, 1, 0}));
+    EXPECT_TRUE(ReadPolyhedron(text, problem)) << problem;
     for (std::size_t length = 0; length < text.size(); ++length) {
         EXPECT_FALSE(ReadPolyhedron(text.substr(0, length), problem)) << length;
     }
