@@ -112,26 +112,8 @@ TEST(Weld, AgreesWithThePlainTree) {
     }
 }
 
-// Catches an unbalanced tree (sorted input would take quadratic time) and a wrong rotation.
-TEST(Weld, SortedInputsKeepEveryVertexApart) {
-    for (const float direction : {1.0F, -1.0F}) {
-        eVertexWeld weld(1200);
-        ePlainWeld plain;
-        for (int i = 0; i < 600; ++i) {
-            eExportVertex v = FullVertex();
-            v.position.x = direction * static_cast<float>(i);
-            ASSERT_EQ(weld.FindOrAdd(v), i);
-            ASSERT_EQ(plain.FindOrAdd(v), i);
-        }
-        for (int i = 0; i < 600; ++i) {
-            eExportVertex v = FullVertex();
-            v.position.x = direction * static_cast<float>(i) + 0.0004F;
-            ASSERT_EQ(weld.FindOrAdd(v), i);
-        }
-    }
-}
-
-// Catches an index that wraps at 16 bits, and a search that can't find the last vertices.
+// Catches an index that wraps at 16 bits, a search that can't find the last vertices, and an unbalanced tree:
+// sorted input would take quadratic time.
 TEST(Weld, KeepsAsManyVerticesAsShowThatThereAreTooMany) {
     eVertexWeld weld(70000);
     eExportVertex v = FullVertex();

@@ -40,17 +40,6 @@ TEST(WriteMesh, AnEdgeIsSharedWithinASmoothingGroup) {
     EXPECT_EQ(VerticesOf(flat), 6U);
 }
 
-// Catches a weld without its tolerance of a millimetre, or one that counts in scene units.
-TEST(WriteMesh, VerticesLessThanAMillimetreApartAreOne) {
-    const auto verticesAt = [](float gap) {
-        return VerticesOf(
-            support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, gap, 0}, {1 + gap, 1, 0}, {0, 1, 0}},
-                                  {{0, 1, 2}, {3, 4, 5}}));
-    };
-    EXPECT_EQ(verticesAt(0.0005F), 4U);
-    EXPECT_EQ(verticesAt(0.002F), 6U);
-}
-
 // Catches a colour channel that is dropped for a part of a mesh, and one that is kept for white.
 TEST(WriteMesh, ColoursStayWhereAnyOfThemIsNotWhite) {
     const auto formatWith = [](const host::Point3& color) {
