@@ -20,6 +20,7 @@
 #include "material/export_texture.h"
 #include "material/resource_set.h"
 #include "material/shade_context.h"
+#include "mesh/mesh_views.h"
 #include "scene/export_bone.h"
 #include "scene/export_model.h"
 #include "scene/instance_map.h"
@@ -62,6 +63,7 @@ public:
     // What the run has read of the scene so far, so that it is not read again for each node.
     eLodIndex lodIndex;
     eInstanceMap instances;
+    eMeshViews meshViews;
     std::vector<host::INode*> numberedNodes;  // the nodes that have an eRenderData
 
     // The skeleton of the current model.

@@ -53,6 +53,7 @@ void ForgetScene(Export& run) {
     run.sceneLights.clear();
     run.lodIndex.clear();
     run.instances = {};
+    run.meshViews.reset();
     run.selectionMembers.clear();
     run.sharedMeshes = {};
     run.materialMap.clear();

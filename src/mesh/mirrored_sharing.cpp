@@ -1,5 +1,6 @@
 #include "mesh/mirrored_sharing.h"
 
+#include <algorithm>
 #include <string>
 
 #include "base/ansi.h"
@@ -7,26 +8,41 @@
 
 namespace {
 
-bool Shows(const host::INode& node, const host::INode& owner) {
-    std::string mesh;
-    return node.GetUserPropString("Mesh", mesh) && EqualNoCase(mesh, owner.GetName());
+// The name of the node whose mesh the node shows, in lower case; empty without.
+std::string ShownBy(const host::INode& node) {
+    std::string name;
+    return node.GetUserPropString("Mesh", name) ? LowerAnsi(name) : std::string();
 }
 
-bool IsMirroredBelow(const host::INode& node, const host::INode& owner, host::TimeValue t) {
-    for (int i = 0; i < node.NumberOfChildren(); ++i) {
-        const host::INode& child = *node.GetChildNode(i);
-        const bool isMirrored = Shows(child, owner)
-                                    ? (child.GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0
-                                    : IsMirroredBelow(child, owner, t);
-        if (isMirrored) {
-            return true;
+void CollectViews(host::INode& below, eMeshViews::value_type& views) {
+    for (int i = 0; i < below.NumberOfChildren(); ++i) {
+        host::INode& child = *below.GetChildNode(i);
+        if (std::string name = ShownBy(child); !name.empty()) {
+            views[std::move(name)].push_back(&child);
         }
+        CollectViews(child, views);
     }
-    return false;
+}
+
+bool IsBelowAView(const host::INode& node, const std::string& name) {
+    const host::INode* above = node.GetParentNode();
+    while (above != nullptr && ShownBy(*above) != name) {
+        above = above->GetParentNode();
+    }
+    return above != nullptr;
 }
 
 }  // namespace
 
-bool IsSharedMirrored(const Export& run, host::INode& owner) {
-    return IsMirroredBelow(*run.host->GetRootNode(), owner, run.StaticTime());
+bool IsSharedMirrored(Export& run, host::INode& owner) {
+    if (!run.meshViews) {
+        CollectViews(*run.host->GetRootNode(), run.meshViews.emplace());
+    }
+    const std::string name = LowerAnsi(owner.GetName());
+    const auto found = run.meshViews->find(name);
+    const host::TimeValue t = run.StaticTime();
+    return found != run.meshViews->end() && std::ranges::any_of(found->second, [&](host::INode* view) {
+               return !IsBelowAView(*view, name) &&
+                      (view->GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0;
+           });
 }
