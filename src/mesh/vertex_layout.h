@@ -45,32 +45,37 @@ inline int VertexFormatSize(VertexFormat format) {
     return weights != 0 ? size + 4 * weights + 4 : size;
 }
 
-// Writes the fields that `format` has and returns the end of what it wrote.
-inline std::uint8_t* PackVertex(const eExportVertex& vertex, VertexFormat format, std::uint8_t* buffer) {
-    const auto put = [&buffer](const void* field, std::size_t size) {
-        std::memcpy(buffer, field, size);
-        buffer += size;
-    };
-    put(&vertex.position, 12);
+// Calls visit(field, bytes) for each field that `format` has, in the order above.
+template <class Vertex, class Visit>
+void ForEachVertexField(Vertex& vertex, VertexFormat format, Visit visit) {
+    visit(&vertex.position, 12);
     if (const int weights = WeightCount(format); weights != 0) {
-        put(vertex.weights, 4 * static_cast<std::size_t>(weights < 2 ? weights : 2));
-        put(vertex.boneIndices, 4);
+        visit(vertex.weights, 4 * static_cast<std::size_t>(weights < 2 ? weights : 2));
+        visit(vertex.boneIndices, 4);
     }
     if ((format & VF_NORMAL) != 0) {
-        put(&vertex.normal, 12);
+        visit(&vertex.normal, 12);
     }
     if ((format & VF_COLOR) != 0) {
-        put(&vertex.color, 4);
+        visit(&vertex.color, 4);
     }
     if (UvCount(format) > 0) {
-        put(&vertex.uv0, 8);
+        visit(&vertex.uv0, 8);
     }
     if (UvCount(format) > 1) {
-        put(&vertex.uv1, 8);
+        visit(&vertex.uv1, 8);
     }
     if ((format & VF_TANGENT) != 0) {
-        put(&vertex.tangent, 16);
+        visit(&vertex.tangent, 16);
     }
+}
+
+// Writes the fields that `format` has and returns the end of what it wrote.
+inline std::uint8_t* PackVertex(const eExportVertex& vertex, VertexFormat format, std::uint8_t* buffer) {
+    ForEachVertexField(vertex, format, [&buffer](const void* field, std::size_t size) {
+        std::memcpy(buffer, field, size);
+        buffer += size;
+    });
     return buffer;
 }
 inline std::uint8_t* PackVertex(const eExportVertex& vertex, std::uint8_t* buffer) {
@@ -80,30 +85,10 @@ inline std::uint8_t* PackVertex(const eExportVertex& vertex, std::uint8_t* buffe
 // Reads the fields of `format` back; `buffer` holds VertexFormatSize(format) bytes.
 inline eExportVertex UnpackVertex(VertexFormat format, const std::uint8_t* buffer) {
     eExportVertex vertex;
-    const auto take = [&buffer](void* field, std::size_t size) {
+    vertex.format = format;
+    ForEachVertexField(vertex, format, [&buffer](void* field, std::size_t size) {
         std::memcpy(field, buffer, size);
         buffer += size;
-    };
-    vertex.format = format;
-    take(&vertex.position, 12);
-    if (const int weights = WeightCount(format); weights != 0) {
-        take(vertex.weights, 4 * static_cast<std::size_t>(weights < 2 ? weights : 2));
-        take(vertex.boneIndices, 4);
-    }
-    if ((format & VF_NORMAL) != 0) {
-        take(&vertex.normal, 12);
-    }
-    if ((format & VF_COLOR) != 0) {
-        take(&vertex.color, 4);
-    }
-    if (UvCount(format) > 0) {
-        take(&vertex.uv0, 8);
-    }
-    if (UvCount(format) > 1) {
-        take(&vertex.uv1, 8);
-    }
-    if ((format & VF_TANGENT) != 0) {
-        take(&vertex.tangent, 16);
-    }
+    });
     return vertex;
 }
