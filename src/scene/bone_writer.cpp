@@ -65,8 +65,8 @@ void SettleLocalMatrix(Export& run, eBoneStep& step) {
                                .Text());
     }
     if ((step.flags & RootBone) != 0) {
-        const host::Point3 lengths(host::Length(step.local.GetRow(0)), host::Length(step.local.GetRow(1)),
-                                   host::Length(step.local.GetRow(2)));
+        const host::Point3 lengths{host::Length(step.local.GetRow(0)), host::Length(step.local.GetRow(1)),
+                                   host::Length(step.local.GetRow(2))};
         step.local = host::ScaleMatrix(lengths) * run.mirrorMatrix;
     }
 }
