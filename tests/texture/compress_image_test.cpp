@@ -247,19 +247,13 @@ TEST(CompressImage, TakesARegionWithBothItsCorners) {
     const ePixelRegion region = {1, 1, 2, 2};
     EXPECT_THAT(FirstLevel(source, 4, 3, 4, pixelLayoutGrey, &region),
                 ElementsAre(6, 6, 6, 255, 7, 7, 7, 255, 10, 10, 10, 255, 11, 11, 11, 255));
-
     eFileCollector file;
-    const auto answer = [&](const ePixelRegion& part, int number) {
-        return CompressImage(source.data(), 4, 3, 4, pixelLayoutGrey, Format(number), file.Callback(), &part);
-    };
     for (const ePixelRegion& outside :
          {ePixelRegion{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 4, 1}, {0, 0, 1, 3}, {2, 0, 1, 1}, {0, 2, 1, 1}}) {
-        EXPECT_EQ(answer(outside, 7), compressBadSize);
+        EXPECT_EQ(
+            CompressImage(source.data(), 4, 3, 4, pixelLayoutGrey, Format(7), file.Callback(), &outside),
+            compressBadSize);
     }
-    // The part's own size counts for the blocks.
-    EXPECT_EQ(answer({0, 0, 2, 1}, 3), compressBadSize);
-    EXPECT_THAT(file.calls, IsEmpty());
-    EXPECT_EQ(answer({0, 0, 3, 1}, 3), compressDone);
 }
 
 // Strips of rows are encoded one by one: would catch rows that are lost or taken twice between them.

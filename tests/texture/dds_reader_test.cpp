@@ -87,16 +87,6 @@ TEST(DdsReader, ReadsEveryFormatBack) {
     }
 }
 
-TEST(DdsReader, ReadsLuminance) {
-    ePixelImage image;
-    image.Resize(1, 1);
-    image.rgba = {200, 100, 50, 77};
-    const eBytes grey = DdsOf(image, 16);
-    EXPECT_THAT(DecodeDdsLevel(grey, ReadDds(grey), 0).rgba, ElementsAre(127, 127, 127, 77));
-    const eBytes fine = DdsOf(image, 30);
-    EXPECT_THAT(DecodeDdsLevel(fine, ReadDds(fine), 0).rgba, ElementsAre(127, 127, 127, 255));
-}
-
 // Would catch: a read beyond the end (with the sanitizers), a truncated file that is called sound.
 TEST(DdsReader, SurvivesEveryTruncation) {
     for (const int number : {0, 3, 8}) {
@@ -108,21 +98,6 @@ TEST(DdsReader, SurvivesEveryTruncation) {
             ASSERT_LE(dds.problems[0].offset, size);
             for (std::size_t level = 0; level < dds.levels.size(); level++) {
                 DecodeDdsLevel(part, dds, level);
-            }
-        }
-    }
-}
-
-// Would catch: memory for what a header claims, a division or shift by what it holds.
-TEST(DdsReader, SurvivesEveryLyingField) {
-    const eBytes sound = DdsOf(Gradient(), 7);
-    for (std::size_t offset = 0; offset < 128; offset += 4) {
-        for (const std::uint32_t lie : {0U, 1U, 3U, 5U, 0x24U, 0x8000U, 0x10000U, 0x7fffffffU, 0xffffffffU}) {
-            eBytes file = sound;
-            SetNumber(file, offset, lie);
-            const eDdsFile dds = ReadDds(file);
-            for (std::size_t level = 0; level < dds.levels.size(); level++) {
-                ASSERT_LE(DecodeDdsLevel(file, dds, level).rgba.size(), 8 * file.size() * 4);
             }
         }
     }
