@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <string>
 
+#include "base/ansi.h"
+#include "base/format.h"
 #include "base/number_text.h"
+#include "base/user_message.h"
 #include "export/export.h"
 #include "scene/node_properties.h"
 #include "scene/prop_text.h"
@@ -11,6 +14,10 @@
 namespace {
 
 using xIo::xSdl::eWriter;
+
+// What can happen to a volume, in the order of the file.
+constexpr const char* kAbilities[] = {"visible", "bullet", "overlap", "contact", "contact_ground", "blast",
+                                      "select",  "hole",   "holed",   "touch",   "float",          "window"};
 
 // {key "word" "word"}: the words of the value, which "," and LF part.
 void WriteTags(eWriter& writer, const host::INode& node) {
@@ -68,14 +75,13 @@ void WriteThickness(eWriter& writer, const host::INode& node) {
     writer.BlockBegin().Word("thickness").Word(value).BlockEndLine();
 }
 
-// What can happen to the volume in the game; a volume that nothing can happen to has no block.
+// A volume that nothing can happen to in the game has no block.
 void WriteAbilities(eWriter& writer, ePropText& properties) {
     writer.BlockBegin().Word("able").DropIfEmpty();
     if (properties.Find("Clear")) {
         writer.Word("clear");
     }
-    for (const char* key : {"visible", "bullet", "overlap", "contact", "contact_ground", "blast", "select",
-                            "hole", "holed", "touch", "float", "window"}) {
+    for (const char* key : kAbilities) {
         if (!properties.Find(key)) {
             continue;
         }
@@ -94,9 +100,38 @@ void WriteAbilities(eWriter& writer, ePropText& properties) {
     writer.BlockEndLine();
 }
 
+// Told where the game gets a value otherwise than the artist wrote it: the property text has no letters
+// beyond ASCII, and a bare word holds no braces and quotes.
+void TellBadValue(Export& run, const host::INode& node, const char* key, const char* badInValue) {
+    std::string value;
+    node.GetUserPropString(key, value);
+    const auto isForeign = [](char byte) { return static_cast<unsigned char>(byte) > 0x7F; };
+    if (std::ranges::any_of(value, isForeign) || value.find_first_of(badInValue) != std::string::npos) {
+        const auto text =
+            format("Значение '%s' свойства '%s' узла '%s' содержит недопустимые символы."_ansi) % value %
+            key % node.GetName();
+        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    }
+}
+
+void TellBadValues(Export& run, const host::INode& node, bool isVolume) {
+    constexpr const char* kBadInWords = "{}\"";
+    if (!isVolume) {
+        TellBadValue(run, node, "Proper", "");
+        TellBadValue(run, node, "Permit", "");
+        return;
+    }
+    TellBadValue(run, node, "Volume", "");
+    TellBadValue(run, node, "Thickness", kBadInWords);
+    for (const char* key : kAbilities) {
+        TellBadValue(run, node, key, kBadInWords);
+    }
+}
+
 }  // namespace
 
 void WriteObstacleTags(Export& run, const host::INode& node, bool isVolume) {
+    TellBadValues(run, node, isVolume);
     const std::string text = NormalizeUserProps(node, false);
     ePropText properties(text);
     if (!isVolume) {
