@@ -179,7 +179,11 @@ TEST(WriteMesh, AMirroredNodeThatSharesTheMeshIsTold) {
         support::eSceneBuilder scene;
         support::eNode root = Model(scene);
         MeshNode(root, "wheel", TexturedTriangle()).Scale(-1, 1, 1);
-        MeshNode(root, "other", TexturedTriangle()).Property("Mesh=Wheel").Scale(scale, 1, 1);
+        support::eNode other = MeshNode(root, "other", TexturedTriangle()).Property("Mesh=Wheel");
+        // Below a view nobody looks.
+        MeshNode(other.Scale(scale, 1, 1), "below", TexturedTriangle())
+            .Property("Mesh=wheel")
+            .Scale(-1, 1, 1);
         return eMeshRun(scene).Messages();
     };
     EXPECT_THAT(
