@@ -8,8 +8,8 @@ cd "$(dirname "$0")/.."
 build=build/windows
 modules=(platform base io export)
 
-scripts/install-packages g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest wine wine64 fonts-wine xvfb xdotool \
-  imagemagick
+scripts/install-packages g++-mingw-w64-x86-64 libz-mingw-w64-dev googletest wine wine64 fonts-wine \
+  fonts-dejavu-core xvfb xdotool imagemagick
 cmake --preset release > /dev/null
 cmake --build --preset release --target zyrexport
 cmake --preset windows > /dev/null
@@ -30,6 +30,9 @@ until [ -s "$scratch/display" ]; do sleep 0.1; done
 DISPLAY=:$(cat "$scratch/display")
 export DISPLAY
 wineboot --init
+# No window manager draws the frames of windows, so Wine does.
+wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f > /dev/null
+cp "$(dpkg -L fonts-wine | grep '/marlett.ttf$')" "$WINEPREFIX/drive_c/windows/Fonts/"
 wineserver -w
 mkdir -p "$scratch/share"
 ln -sfn "$scratch/share" "$WINEPREFIX/dosdevices/t:"
@@ -54,9 +57,10 @@ wine $build/zyrexport.exe export examples/tank.scene.json --plugin $build/ZyrExp
   --resource-root "$scratch/game" --config "$scratch/config" > /dev/null &
 program=$!
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZYR Model Export$' | head -1)
+xdotool windowfocus "$window"
 sleep 1
 import -window "$window" $build/dialog.png
-xdotool key --window "$window" Escape
+xdotool key Escape
 wait "$program"
 
 echo "== The examples give the files that they give on this system"

@@ -20,6 +20,8 @@ int RunProgram(std::vector<std::string> arguments) {
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
     program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
     program.require_subcommand(1);
+    // A word that begins with a slash is a path.
+    program.allow_windows_style_options(false);
     program.formatter(std::make_shared<eHelpFormat>());
     std::function<int()> action;
     AddExportCommand(program, action);

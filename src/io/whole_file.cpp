@@ -89,6 +89,8 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
     if (status.IsOk()) {
         status = CopyContent(from, to);
     }
+    // It may be the source that is replaced, which Windows refuses for an open file.
+    from.Close();
     if (status.IsOk()) {
         status.write = to.Complete();
     }

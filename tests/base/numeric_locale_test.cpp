@@ -14,7 +14,6 @@ TEST(NumericLocale, ComesBack) {
     {
         const eNumericLocale guard;
         EXPECT_STREQ(std::localeconv()->decimal_point, ".");
-        EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), "C");
     }
     EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), before);
     std::setlocale(LC_NUMERIC, "C");

@@ -12,6 +12,14 @@
 
 namespace {
 
+// The text with one letter or digit for all of its kind.
+std::string Shape(std::string text) {
+    for (char& c : text) {
+        c = c >= '0' && c <= '9' ? '0' : c >= 'a' && c <= 'z' ? 'a' : c >= 'A' && c <= 'Z' ? 'A' : c;
+    }
+    return text;
+}
+
 // Would catch: a date line that follows the time zone or the locale of the build machine.
 TEST(ClassicTime, IsFixedByTheEnvironment) {
     support::SetEnvironment("TZ", "Asia/Tokyo");
@@ -20,12 +28,11 @@ TEST(ClassicTime, IsFixedByTheEnvironment) {
     support::SetEnvironment("SOURCE_DATE_EPOCH", "1793664000");
     EXPECT_EQ(platform::ClassicTime(), "Tue Nov  3 00:00:00 2026");
     support::SetEnvironment("SOURCE_DATE_EPOCH", "soon");
-    const auto form =
-        testing::MatchesRegex("(Mon|Tue|Wed|Thu|Fri|Sat|Sun) [A-Z][a-z]{2} [ 123][0-9] [0-9:]{8} 2[0-9]{3}");
-    EXPECT_THAT(platform::ClassicTime(), form);
+    const auto form = testing::AnyOf("Aaa Aaa 00 00:00:00 0000", "Aaa Aaa  0 00:00:00 0000");
+    EXPECT_THAT(Shape(platform::ClassicTime()), form);
     support::SetEnvironment("SOURCE_DATE_EPOCH", "");
     support::SetEnvironment("TZ", "");
-    EXPECT_THAT(platform::ClassicTime(), form);
+    EXPECT_THAT(Shape(platform::ClassicTime()), form);
 }
 
 TEST(User, HasAName) {

@@ -10,6 +10,9 @@ namespace platform {
 // The system's own rules decide what a path means (blanks and dots at the end of a part, the current folder
 // of a drive), so that the fence compares what a call would really reach.
 std::string AbsoluteNative(std::string_view path) {
+    if (IsNullDevice(path)) {
+        return std::string(path);
+    }
     const std::wstring wide = WideFromUtf8(path);
     const DWORD room = ::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
     std::wstring full(room, L'\0');

@@ -25,7 +25,10 @@ constexpr int kCancel = 2;
 
 class Dialog : public testing::Test {
 protected:
-    Dialog() { folder.MakeFolder("game"); }
+    Dialog() {
+        folder.MakeFolder("game");
+        std::filesystem::remove_all("T:/TOOLS");
+    }
 
     std::vector<std::string> Arguments() const {
         return {"export",
