@@ -43,7 +43,8 @@ standalone::eSceneData MovingChains(int bones, int depth) {
     return scene.Build();
 }
 
-// The most memory that the process has held since the last call, as far as the system tells it.
+// The most memory that the process has held since the last call, as far as the system tells it. What an
+// earlier row has left behind hides some of it: filter for one row.
 double PeakBytes() {
     std::ifstream status("/proc/self/status");
     double peak = 0;

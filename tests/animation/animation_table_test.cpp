@@ -143,15 +143,13 @@ TEST(AnimationTable, AnimationsTouchTheNodesOfTheirSet) {
     scene.Node("other");
     scene.SelectionSet("heads", {head});
     support::eSkeletonWalk walk(scene.Build());
-    const auto touches = [&walk](const char* node, int selection) {
-        return AnimationTouchesNode(walk.run, walk.Node(node), selection);
-    };
-    EXPECT_TRUE(touches("member", 0));
-    EXPECT_FALSE(touches("other", 0));
-    EXPECT_TRUE(touches("other", -1));
+    const host::INode &member = walk.Node("member"), &other = walk.Node("other");
+    EXPECT_TRUE(AnimationTouchesNode(walk.run, member, 0));
+    EXPECT_FALSE(AnimationTouchesNode(walk.run, other, 0));
+    EXPECT_TRUE(AnimationTouchesNode(walk.run, other, -1));
     walk.run.options.selectedOnly = true;
-    EXPECT_FALSE(touches("other", -1));
-    EXPECT_TRUE(touches("member", -1));
+    EXPECT_FALSE(AnimationTouchesNode(walk.run, other, -1));
+    EXPECT_TRUE(AnimationTouchesNode(walk.run, member, -1));
 }
 
 }  // namespace

@@ -27,7 +27,6 @@ TEST_F(BoneTree, NumbersFollowTheWalk) {
     Helper(root, "wheel2_lod1");
     Helper(Helper(root, "wheel_lod1").GroupHead(), "part").GroupMember();
     support::eSkeletonWalk walk(scene.Build());
-
     EXPECT_FALSE(walk.Number());
     EXPECT_THAT(walk.BoneNames(),
                 ElementsAre("root", "a", "a_lod1", "a_lod2", "below", "b", "wheel", "wheel_lod1"));
@@ -48,7 +47,6 @@ TEST_F(BoneTree, WhatStandsBetweenTwoBones) {
     support::eNode member = Helper(group, "member").GroupMember();
     Helper(member, "inner").GroupMember();
     support::eSkeletonWalk walk(scene.Build());
-
     EXPECT_FALSE(walk.Number());
     EXPECT_THAT(walk.BoneNames(), ElementsAre("root", "through", "too", "group"));
     EXPECT_EQ(NodeIndex(walk.Node("inner"), nullptr), 3);
@@ -64,7 +62,6 @@ TEST_F(BoneTree, FaultsOfDetailLevelsAreTold) {
     Helper(last, "x");
     Helper(last, "y");
     support::eSkeletonWalk walk(scene.Build());
-
     EXPECT_TRUE(walk.Number());
     EXPECT_THAT(
         walk.Messages(),
@@ -81,7 +78,6 @@ TEST_F(BoneTree, EveryPairOfEqualNamesIsTold) {
     Helper(root, "Leg");
     Helper(root, "arm_vol");
     support::eSkeletonWalk walk(scene.Build());
-
     EXPECT_TRUE(walk.Number());
     EXPECT_THAT(walk.Messages(), ElementsAre("Ошибка: Найдено повторяющееся имя кости: arm!",
                                              "Ошибка: Найдено повторяющееся имя кости: arm!",
@@ -95,7 +91,6 @@ TEST_F(BoneTree, LightsAreCollectedOnTheWay) {
     root.Child("off").Object(eLightObject{.on = false});
     root.Child("hidden").Hidden().Object(eLightObject{});
     support::eSkeletonWalk walk(scene.Build());
-
     walk.Number();
     ASSERT_EQ(walk.run.sceneLights.size(), 1U);
     EXPECT_EQ(walk.run.sceneLights[0]->Node().GetName(), "on");

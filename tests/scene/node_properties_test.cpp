@@ -135,19 +135,16 @@ TEST(NodeKind, TheFirstHitDecides) {
     EXPECT_EQ(ClassifyNode(eOneNode("Preview").Node()), eNodeKind::Preview);
     EXPECT_EQ(ClassifyNode(eOneNode("").Node()), eNodeKind::Ordinary);
 
-    support::eSceneBuilder scene;
-    scene.Node("lamp").Property("Area").Object(eLightObject{});
-    scene.Node("light").Object(eLightObject{});
-    scene.Node("camera").Object(eCameraObject{});
-    scene.Node("target").Object(eTargetObject{});
-    scene.Node("shape").Object(eCircleObject{.radius = 1});
-    StandaloneHost host(scene.Build());
-    const auto kindOf = [&host](const char* name) { return ClassifyNode(*host.GetINodeByName(name)); };
-    EXPECT_EQ(kindOf("lamp"), eNodeKind::Zone);
-    EXPECT_EQ(kindOf("light"), eNodeKind::Light);
-    EXPECT_EQ(kindOf("camera"), eNodeKind::Camera);
-    EXPECT_EQ(kindOf("target"), eNodeKind::Target);
-    EXPECT_EQ(kindOf("shape"), eNodeKind::Ordinary);
+    const auto kindOf = [](const char* property, eObjectKind object) {
+        support::eSceneBuilder scene;
+        scene.Node("n").Property(property).Object(std::move(object));
+        return ClassifyNode(*StandaloneHost(scene.Build()).GetINodeByName("n"));
+    };
+    EXPECT_EQ(kindOf("Area", eLightObject{}), eNodeKind::Zone);
+    EXPECT_EQ(kindOf("", eLightObject{}), eNodeKind::Light);
+    EXPECT_EQ(kindOf("", eCameraObject{}), eNodeKind::Camera);
+    EXPECT_EQ(kindOf("", eTargetObject{}), eNodeKind::Target);
+    EXPECT_EQ(kindOf("", eCircleObject{.radius = 1}), eNodeKind::Ordinary);
 }
 
 }  // namespace

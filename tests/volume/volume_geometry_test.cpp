@@ -4,7 +4,7 @@
 #include <random>
 #include <string>
 
-#include "support/index_meshes.h"
+#include "support/ball_mesh.h"
 #include "support/scene_builder.h"
 #include "volume/convexity.h"
 #include "volume/fitted_box.h"
@@ -16,24 +16,10 @@ using host::Mesh;
 using host::Point2;
 using host::Point3;
 
-// A closed solid around the origin; one of its vertices is moved towards it by that share.
-Mesh Ball(std::size_t triangles, float dent) {
-    const std::size_t side = SquareSide(triangles);
-    Mesh mesh;
-    mesh.verts = {{0, 0, 1}, {0, 0, -1}};
-    for (std::size_t ring = 1; ring < side; ++ring) {
-        for (std::size_t step = 0; step < side; ++step) {
-            const float polar = 3.14159265F * static_cast<float>(ring) / static_cast<float>(side);
-            const float around = 6.2831853F * static_cast<float>(step) / static_cast<float>(side);
-            mesh.verts.push_back(
-                {std::sin(polar) * std::cos(around), std::sin(polar) * std::sin(around), std::cos(polar)});
-        }
-    }
+// A ball, one vertex of which is moved towards its middle by that share.
+Mesh DentedBall(std::size_t triangles, float dent) {
+    Mesh mesh = support::BallMesh(triangles);
     mesh.verts[mesh.verts.size() / 2] = mesh.verts[mesh.verts.size() / 2] * (1 - dent);
-    const eIndexMesh corners = Sphere(triangles);
-    for (std::size_t i = 0; i < corners.size(); i += 3) {
-        mesh.faces.push_back({{corners[i], corners[i + 2], corners[i + 1]}, 1, 0});
-    }
     return mesh;
 }
 
@@ -58,7 +44,7 @@ TEST(Convexity, AgreesWithThePlainTest) {
     int convex = 0;
     for (const float scale : {1e-18F, 1e-3F, 1.0F, 1e6F}) {
         for (const float dent : {0.0F, 0.001F, 0.002F, 0.004F, 0.01F, 0.3F, -0.3F}) {
-            Mesh mesh = Ball(560, dent);
+            Mesh mesh = DentedBall(560, dent);
             for (Point3& p : mesh.verts) {
                 p = p * scale;
             }
@@ -71,7 +57,7 @@ TEST(Convexity, AgreesWithThePlainTest) {
     std::mt19937 random(1);
     std::uniform_real_distribution<float> noise(-0.02F, 0.02F);
     for (int round = 0; round < 20; ++round) {
-        Mesh mesh = Ball(160, 0);
+        Mesh mesh = support::BallMesh(160);
         for (Point3& p : mesh.verts) {
             p += Point3{noise(random), noise(random), noise(random)};
         }
