@@ -3,13 +3,18 @@
 // What the image library may take in one piece. It believes the lengths that a file claims.
 static std::size_t mostBytes = 0;
 
-static void* Allocate(void* old, std::size_t size) {
+// Cleared, so that a broken file does not show what lay in memory.
+static void* Allocate(std::size_t size) {
+    return size <= mostBytes ? std::calloc(1, size) : nullptr;
+}
+
+static void* Reallocate(void* old, std::size_t size) {
     return size <= mostBytes ? std::realloc(old, size) : nullptr;
 }
 
 // The image library is compiled here and used nowhere else.
-#define STBI_MALLOC(size) Allocate(nullptr, size)
-#define STBI_REALLOC(old, size) Allocate(old, size)
+#define STBI_MALLOC(size) Allocate(size)
+#define STBI_REALLOC(old, size) Reallocate(old, size)
 #define STBI_FREE(old) std::free(old)
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
@@ -160,7 +165,7 @@ bool AllOpaque(const Value* values, std::size_t texelCount) {
 eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
     eHeader header;
     if (FormatOf(file).begin == kJpegBegin && !HuffmanTablesFit(file)) {
-        return {nullptr, "the picture is broken: bad Huffman table"};
+        return {nullptr, "the picture is broken: bad or missing Huffman table"};
     }
     if (!ReadHeader(file, header)) {
         const bool isKnown = !FormatOf(file).begin.empty();

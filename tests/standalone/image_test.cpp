@@ -113,16 +113,21 @@ TEST(Image, AHeaderThatPromisesMoreThanTheFileHoldsIsRefused) {
     EXPECT_EQ(Decode(big).problem, "the picture's header is broken or promises too much");
 }
 
-// Would catch a broken table handed on to the image library, which writes behind its own memory then.
-TEST(Image, AHuffmanTableOfTooManyCodesIsRefused) {
+// Would catch broken tables handed on to the image library, which writes behind its own memory then, and
+// missing ones, for which it takes what lies there.
+TEST(Image, HuffmanTablesThatAreBrokenOrMissingAreRefused) {
+    const char* const problem = "the picture is broken: bad or missing Huffman table";
     std::string file = support::Jpg({1, 1, 1, {9}});
     const std::size_t table = file.find("\xFF\xC4");
     ASSERT_NE(table, std::string::npos);
+    std::string withoutTable = file;
+    withoutTable[table + 1] = '\xFE';  // a comment
+    EXPECT_EQ(Decode(withoutTable).problem, problem);
     for (std::size_t length = 5; length < 8; ++length) {
         file[table + length] = '\xFF';
     }
-    EXPECT_EQ(Decode(file).problem, "the picture is broken: bad Huffman table");
-    EXPECT_EQ(Decode("\xFF" + file).problem, "the picture is broken: bad Huffman table");
+    EXPECT_EQ(Decode(file).problem, problem);
+    EXPECT_EQ(Decode("\xFF" + file).problem, problem);
 }
 
 // Would catch the missing end of a file read as zeros, in each format and at every length.
