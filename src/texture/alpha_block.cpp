@@ -414,8 +414,8 @@ eGroupWords EncodeAlphaBlocks(const eGroupChannel& values) {
 
 std::array<std::uint8_t, 8> AlphaBlockValues(std::uint8_t a, std::uint8_t b) {
     std::array<std::uint8_t, 8> values = {a, b, 0, 0, 0, 0, 0, 255};
-    const unsigned steps = a > b ? sevenths : fifths;
-    for (unsigned step = 1; step < steps; step++) {
+    const std::size_t steps = a > b ? sevenths : fifths;
+    for (std::size_t step = 1; step < steps; step++) {
         values[step + 1] = static_cast<std::uint8_t>(((steps - step) * a + step * b) / steps);
     }
     return values;
