@@ -356,7 +356,8 @@ private:
         const eJsonIndex owner = table == "lights" ? LightList() : kJsonRoot;
         const eJsonIndex list = owner == kNoJson ? kNoJson : json.FindMember(owner, table);
         const bool isList = list != kNoJson && json.Is(list, eJsonKind::Array);
-        return tableSizes.emplace_back(table, isList ? json.Count(list) : 0).count;
+        tableSizes.push_back({table, isList ? json.Count(list) : 0});
+        return tableSizes.back().count;
     }
 
     eJsonIndex LightList() const {
