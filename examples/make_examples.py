@@ -367,7 +367,7 @@ def russian_names():
         "materials": {"сталь": {"type": "standard", "name": "Сталь", "diffuse": [0.5, 0.5, 0.5]}},
         "nodes": [
             node("Танк", ["Model=units/tank_ru", "Экипаж=три человека"], object=HELPER, children=[
-                node("Башня", ["Poly", "Layer=верх"], transform=at(0, 0, 1), object=box(2, 2, 1), material="сталь",
+                node("Башня", ["Poly", "Layer=top"], transform=at(0, 0, 1), object=box(2, 2, 1), material="сталь",
                      children=[
                          node("Орудие", ["Poly", "IKType=revolute", "IKMin=-0,1", "IKMax=0,3"],
                               transform=at(0, 1, 0.5), object=box(0.2, 3, 0.2), material="сталь"),

@@ -6,6 +6,7 @@
 #include "scene/bone_step.h"
 #include "scene/matrix_text.h"
 #include "scene/prop_text.h"
+#include "scene/told_values.h"
 
 namespace {
 
@@ -59,6 +60,7 @@ void WriteView(Export& run, const eBoneStep& step) {
     }
     WriteMarks(writer, step);
     if (std::string layer; step.node.GetUserPropString("Layer", layer)) {
+        TellBadValue(run, step.node, "Layer", kBadInWords);
         writer.EndLine().BlockBegin().Word("layer").Word(layer).BlockEndLine();
     }
     if (slot.hasMesh == 0) {

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
 #include "base/number_text.h"
-#include "base/user_message.h"
 #include "export/export.h"
 #include "scene/node_properties.h"
 #include "scene/prop_text.h"
+#include "scene/told_values.h"
 
 namespace {
 
@@ -100,28 +98,13 @@ void WriteAbilities(eWriter& writer, ePropText& properties) {
     writer.BlockEndLine();
 }
 
-// Told where the game gets a value otherwise than the artist wrote it: the property text has no letters
-// beyond ASCII, and a bare word holds no braces and quotes.
-void TellBadValue(Export& run, const host::INode& node, const char* key, const char* badInValue) {
-    std::string value;
-    node.GetUserPropString(key, value);
-    const auto isForeign = [](char byte) { return static_cast<unsigned char>(byte) > 0x7F; };
-    if (std::ranges::any_of(value, isForeign) || value.find_first_of(badInValue) != std::string::npos) {
-        const auto text =
-            format("Значение '%s' свойства '%s' узла '%s' содержит недопустимые символы."_ansi) % value %
-            key % node.GetName();
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
-    }
-}
-
 void TellBadValues(Export& run, const host::INode& node, bool isVolume) {
-    constexpr const char* kBadInWords = "{}\"";
     if (!isVolume) {
-        TellBadValue(run, node, "Proper", "");
-        TellBadValue(run, node, "Permit", "");
+        TellBadValue(run, node, "Proper");
+        TellBadValue(run, node, "Permit");
         return;
     }
-    TellBadValue(run, node, "Volume", "");
+    TellBadValue(run, node, "Volume");
     TellBadValue(run, node, "Thickness", kBadInWords);
     for (const char* key : kAbilities) {
         TellBadValue(run, node, key, kBadInWords);
