@@ -11,7 +11,6 @@
 
 #include "platform/code_page.h"
 #include "platform/file_events.h"
-#include "platform/native_fence.h"
 #include "platform/native_path.h"
 #include "platform/posix/errno_status.h"
 
@@ -100,18 +99,7 @@ std::optional<std::uint64_t> FolderIdentity(std::string_view path) {
            static_cast<std::uint64_t>(status.st_ino);
 }
 
-eIoStatus MakeFolder(std::string_view path, ePathForm form) {
-    std::string native;
-    const eIoStatus found = MakeNative(path, form, native);
-    if (!found.IsOk()) {
-        return found;
-    }
-    if (Exists(native, ePathForm::Native)) {
-        return StatusFromErrno(EEXIST);
-    }
-    if (!IsNativeFolderAllowed(native)) {
-        return {eIoReason::Fenced, 0};
-    }
+eIoStatus MakeNativeFolder(const std::string& native) {
     return StatusOf(::mkdir(native.c_str(), 0777));
 }
 

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/file_events.h"
-#include "platform/native_fence.h"
 #include "platform/native_path.h"
 #include "platform/win32/error_status.h"
 #include "platform/win32/handle.h"
@@ -99,17 +98,10 @@ std::optional<std::uint64_t> FolderIdentity(std::string_view path) {
            std::uint64_t{info.nFileIndexHigh} << kHighShift ^ info.nFileIndexLow;
 }
 
-eIoStatus MakeFolder(std::string_view path, ePathForm form) {
-    std::string native;
-    const eIoStatus found = MakeNative(path, form, native);
-    if (!found.IsOk()) {
-        return found;
-    }
+eIoStatus MakeNativeFolder(const std::string& native) {
     if (Exists(native, ePathForm::Native)) {
+        // The system denies to make the top of a drive instead of telling that it is there.
         return StatusFromError(ERROR_ALREADY_EXISTS);
-    }
-    if (!IsNativeFolderAllowed(native)) {
-        return {eIoReason::Fenced, 0};
     }
     return StatusOf(::CreateDirectoryW(WidePath(native).c_str(), nullptr));
 }

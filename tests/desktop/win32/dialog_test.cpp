@@ -30,15 +30,11 @@ protected:
         std::filesystem::remove_all("T:/TOOLS");
     }
 
+    // The plug-in exports a scene whose mesh is another one at each frame.
     std::vector<std::string> Arguments() const {
-        return {"export",
-                platform::Utf8FromPath(support::SourceTree() / "examples" / "waving_flag.scene.json"),
-                "--plugin",
-                desktop::BuildFolder() + "ZyrExport2010_KSR.dle",
-                "--resource-root",
-                folder / "game",
-                "--config",
-                folder / "config"};
+        return {
+            "export",          scene,           "--plugin", desktop::BuildFolder() + "ZyrExport2010_KSR.dle",
+            "--resource-root", folder / "game", "--config", folder / "config"};
     }
 
     eExportOptions StoredOptions() const {
@@ -50,6 +46,8 @@ protected:
         return exporter.options;
     }
 
+    const std::string scene =
+        platform::Utf8FromPath(support::SourceTree() / "examples" / "waving_flag.scene.json");
     support::eTempFolder folder;
 };
 
@@ -103,6 +101,7 @@ TEST_F(Dialog, TakesWhatTheUserSetsOnceThePathsAreThere) {
     desktop::SetText(::GetDlgItem(dialog, 1021), (folder / "Игра") + "\\");
     desktop::SetText(::GetDlgItem(dialog, 1024), "");
     desktop::SetText(::GetDlgItem(dialog, 1028), "Texture\\Ours\\");
+    desktop::SetText(::GetDlgItem(dialog, 1161), "5");
     desktop::PressButton(dialog, 1003);
     desktop::PressButton(dialog, 1022);
     desktop::PressButton(dialog, kExport);
@@ -124,7 +123,12 @@ TEST_F(Dialog, TakesWhatTheUserSetsOnceThePathsAreThere) {
     EXPECT_EQ(options.exportAnimation, 0);
     EXPECT_TRUE(options.reverseAnimation);
     EXPECT_FALSE(options.selectedOnly);
-    EXPECT_FALSE(std::filesystem::is_empty(platform::PathFromUtf8(folder / "Игра")));
+
+    const eChildProgram own("zyrexport", {"export", scene, "--static-frame", "5", "--resource-root",
+                                          folder / "own", "--config", folder / "config"});
+    EXPECT_EQ(own.WaitForEnd(), 0);
+    EXPECT_NE(folder.Read("own/props/flagpole/.mesh"), "");
+    EXPECT_EQ(folder.Read("Игра/props/flagpole/.mesh"), folder.Read("own/props/flagpole/.mesh"));
 }
 
 // Would catch a spinner without its edit field, or one that leaves the scene's animation range.
