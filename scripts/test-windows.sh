@@ -26,7 +26,10 @@ finish() {
   rm -rf "$scratch"
 }
 trap finish EXIT
-until [ -s "$scratch/display" ]; do sleep 0.1; done
+until [ -s "$scratch/display" ]; do
+  kill -0 "$screen"
+  sleep 0.1
+done
 DISPLAY=:$(cat "$scratch/display")
 export DISPLAY
 wineboot --init
