@@ -66,6 +66,8 @@ void Log(const std::string& record) {
     }
     const std::string utf8 = ToUtf8(record);
     std::fwrite(utf8.data(), 1, utf8.size(), stderr);
+    // The process may end without another word.
+    std::fflush(stderr);
 }
 
 // The path below the library's root, as the build gives it, or the part from the last backslash on.

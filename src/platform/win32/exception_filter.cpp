@@ -17,11 +17,28 @@ struct eInstalledFilter {
 
 eInstalledFilter filter;
 
+DWORD WINAPI RunHandler(void* name) {
+    filter.handler(static_cast<const char*>(name));
+    ::TerminateProcess(::GetCurrentProcess(), 1);
+    return 0;
+}
+
+// A box needs more stack than an overflow leaves.
+void RunHandlerOnOtherStack(std::string name) {
+    HANDLE thread = ::CreateThread(nullptr, 0, RunHandler, name.data(), 0, nullptr);
+    if (thread != nullptr) {
+        ::WaitForSingleObject(thread, INFINITE);
+    }
+}
+
 LONG WINAPI OnException(EXCEPTION_POINTERS* exception) {
     // A second fault inside the handler is to end the process, not to enter the handler anew.
     ::SetUnhandledExceptionFilter(nullptr);
-    filter.handler(ExceptionName(exception->ExceptionRecord->ExceptionCode).c_str());
-    ::TerminateProcess(::GetCurrentProcess(), 1);
+    const DWORD code = exception->ExceptionRecord->ExceptionCode;
+    if (code == EXCEPTION_STACK_OVERFLOW) {
+        RunHandlerOnOtherStack(ExceptionName(code));
+    }
+    RunHandler(ExceptionName(code).data());
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
@@ -29,9 +46,9 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* exception) {
 
 void InstallExceptionFilter(eExceptionHandler handler) {
     RestoreExceptionFilter();
-    // A stack overflow leaves the handler what is set aside here.
-    ULONG stackForHandler = 0x20000;
-    ::SetThreadStackGuarantee(&stackForHandler);
+    // What is set aside here is left to the filter when the stack has overflown.
+    ULONG stackForFilter = 0x4000;
+    ::SetThreadStackGuarantee(&stackForFilter);
     filter.handler = handler;
     filter.previous = ::SetUnhandledExceptionFilter(OnException);
 }

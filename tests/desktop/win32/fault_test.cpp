@@ -24,7 +24,7 @@ TEST_P(Fault, IsToldInABoxAndEndsWithOne) {
 
 INSTANTIATE_TEST_SUITE_P(All, Fault,
                          testing::Values(eFault{"fail", "x - open error! (io/stream_file.cpp, 12)\n"},
-                                         eFault{"crash",
-                                                "ACCESS_VIOLATION\n\nSee console.log for details."}));
+                                         eFault{"crash", "ACCESS_VIOLATION\n\nSee console.log for details."},
+                                         eFault{"dive", "STACK_OVERFLOW\n\nSee console.log for details."}));
 
 }  // namespace
