@@ -57,7 +57,7 @@ done
 
 echo "== A picture of the dialog"
 wine $build/zyrexport.exe export examples/tank.scene.json --plugin $build/ZyrExport2010_KSR.dle \
-  --resource-root "$scratch/game" --config "$scratch/config" > /dev/null &
+  --drive d="$scratch" --config "$scratch/config" > /dev/null &
 program=$!
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZYR Model Export$' | head -1)
 xdotool windowfocus "$window"
