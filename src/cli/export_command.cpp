@@ -40,7 +40,8 @@ std::vector<CLI::Option*> AddOptionFlags(CLI::App& command, eExportFlags& flags)
         command.add_flag("--export-selected", flags.exportSelected,
                          "Export the meshes of selected nodes only"),
         command.add_flag("--no-fence", flags.noFence, "Let the scene's names write beyond the resource root"),
-        command.add_flag("--verbose", flags.verbose, "Tell every file"),
+        command.add_flag("--verbose", flags.verbose,
+                         "Tell every file, and what the order of its triangles saves each mesh"),
     };
 }
 

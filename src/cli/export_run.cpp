@@ -157,6 +157,9 @@ private:
     bool ExportByOwn() {
         bool isAccepted = true;
         exporter->optionsDialog = [&](Export& run) { return isAccepted = IsAccepted(run); };
+        if (flags.verbose) {
+            exporter->meshOrderObserver = TellMeshOrder;
+        }
         exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
         return isAccepted;
     }

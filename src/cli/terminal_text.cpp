@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "base/ansi.h"
+
 namespace cli {
 
 void TellError(const std::string& text) {
@@ -14,6 +16,13 @@ void TellWarning(const std::string& text) {
 
 void TellFile(platform::eFileAction action, const std::string& path) {
     std::printf("%s %s\n", ActionWord(action), path.c_str());
+}
+
+void TellMeshOrder(const eMeshOrder& order) {
+    std::printf(
+        "mesh %s: %zu triangles, misses of a cache of 24: %.3f -> %.3f a triangle, %.3f -> %.3f a vertex\n",
+        ToUtf8(order.mesh).c_str(), order.after.triangles, order.before.MissesPerTriangle(),
+        order.after.MissesPerTriangle(), order.before.MissesPerVertex(), order.after.MissesPerVertex());
 }
 
 const char* ActionWord(platform::eFileAction action) {

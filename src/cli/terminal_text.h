@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "mesh/mesh_order.h"
 #include "platform/file_events.h"
 
 namespace cli {
@@ -12,6 +13,9 @@ void TellWarning(const std::string& text);
 
 // A line on standard output for a file of the run.
 void TellFile(platform::eFileAction action, const std::string& path);
+
+// A line on standard output for what the order for the vertex cache has done for a mesh.
+void TellMeshOrder(const eMeshOrder& order);
 
 // The word for what happened to a file.
 const char* ActionWord(platform::eFileAction action);

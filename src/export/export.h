@@ -20,6 +20,7 @@
 #include "material/export_texture.h"
 #include "material/resource_set.h"
 #include "material/shade_context.h"
+#include "mesh/mesh_order.h"
 #include "mesh/mesh_views.h"
 #include "scene/export_bone.h"
 #include "scene/export_model.h"
@@ -43,6 +44,8 @@ public:
     eExportOptions options;
     // Set by whoever makes the run; without one no dialog can be shown and the loaded options count.
     eOptionsDialog optionsDialog;
+    // Set by whoever wants to know.
+    eMeshOrderObserver meshOrderObserver;
 
     // The host and what the run read from it at its start.
     host::Interface* host = nullptr;

@@ -14,8 +14,6 @@ namespace inspect {
 
 namespace {
 
-constexpr std::size_t kCacheSize = 24;
-
 std::string FormatWords(VertexFormat format) {
     std::string words = "position";
     if (const int weights = WeightCount(format); weights != 0) {
@@ -45,7 +43,7 @@ std::span<const std::uint16_t> IndicesOf(const eFileMesh& mesh, const eFileSubMe
 }
 
 eDescription DescribeSubMesh(const eFileMesh& mesh, const eFileSubMesh& subMesh) {
-    const eCacheStatistics cache = SimulateVertexCache(IndicesOf(mesh, subMesh), kCacheSize);
+    const eCacheStatistics cache = SimulateVertexCache(IndicesOf(mesh, subMesh), kTargetCacheSize);
     return {{"material", ToUtf8(subMesh.material)},
             {"format", FormatWords(subMesh.format)},
             {"vertexBytes", VertexFormatSize(subMesh.format)},
@@ -66,7 +64,7 @@ eDescription DescribeMesh(const eFileMesh& mesh) {
     for (const eFileSubMesh& subMesh : mesh.subMeshes) {
         subMeshes.push_back(DescribeSubMesh(mesh, subMesh));
     }
-    const eCacheStatistics cache = SimulateVertexCache(mesh.indices, kCacheSize);
+    const eCacheStatistics cache = SimulateVertexCache(mesh.indices, kTargetCacheSize);
     return {{"name", ToUtf8(mesh.name)},
             {"offset", mesh.place},
             {"bytes", mesh.size},
@@ -96,8 +94,8 @@ eDescription DescribeMeshes(std::span<const std::uint8_t> bytes, std::string& pr
         triangles += mesh.indices.size() / 3;
         meshes.push_back(DescribeMesh(mesh));
     }
-    return {{"kind", "meshes"},       {"bytes", bytes.size()},   {"count", file->meshes.size()},
-            {"triangles", triangles}, {"cacheSize", kCacheSize}, {"meshes", meshes}};
+    return {{"kind", "meshes"},       {"bytes", bytes.size()},         {"count", file->meshes.size()},
+            {"triangles", triangles}, {"cacheSize", kTargetCacheSize}, {"meshes", meshes}};
 }
 
 }  // namespace inspect

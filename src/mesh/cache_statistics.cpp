@@ -20,6 +20,13 @@ double eCacheStatistics::MissesPerVertex() const {
     return Ratio(misses, vertices);
 }
 
+eCacheStatistics& eCacheStatistics::operator+=(const eCacheStatistics& other) {
+    triangles += other.triangles;
+    vertices += other.vertices;
+    misses += other.misses;
+    return *this;
+}
+
 eCacheStatistics SimulateVertexCache(std::span<const std::uint16_t> indices, std::size_t cacheSize) {
     eCacheStatistics statistics;
     if (indices.empty()) {

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <span>
 
+// Vertices in the cache that the triangles of a mesh are ordered for.
+inline constexpr int kTargetCacheSize = 24;
+
 // What a triangle list costs a graphics card that keeps the last transformed vertices in a first-in-first-out
 // cache.
 struct eCacheStatistics {
@@ -16,6 +19,9 @@ struct eCacheStatistics {
     double MissesPerTriangle() const;  // ACMR
     // Average transforms per vertex: 1 if each vertex is transformed once. 0 for an empty list.
     double MissesPerVertex() const;  // ATVR
+
+    // Of lists that are drawn one after the other, with nothing of one left in the cache for the next.
+    eCacheStatistics& operator+=(const eCacheStatistics& other);
 };
 
 // Simulates a cache of `cacheSize` vertices, at least 1, over `indices`, three per triangle. A hit leaves the

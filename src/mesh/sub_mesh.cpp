@@ -7,12 +7,11 @@
 #include "export/export.h"
 #include "io/name.h"
 #include "material/material_queries.h"
+#include "mesh/cache_statistics.h"
 #include "platform/message_box.h"
 #include "scene/export_bone.h"
 
 namespace {
-
-constexpr int kTargetCacheSize = 24;
 
 // The material map's entries that this mesh uses, by material name; equal names stay in the order of the map.
 std::vector<const eExportMaterialMap::value_type*> OrderByName(const Export& run,

@@ -12,6 +12,7 @@
 #include "mesh/frame_extent.h"
 #include "mesh/mesh_assembly.h"
 #include "mesh/mesh_body_writer.h"
+#include "mesh/mesh_order.h"
 #include "mesh/mirrored_sharing.h"
 #include "mesh/renumber.h"
 #include "mesh/sub_mesh.h"
@@ -19,6 +20,7 @@
 #include "mesh/vertex_light.h"
 #include "mesh/weld.h"
 #include "scene/find_skin.h"
+#include "scene/node_name.h"
 
 namespace {
 
@@ -118,6 +120,9 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
     eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);
     if (subMeshes.lostTriangles) {
         WarnOfBone(run, bone, "Есть вырожденные треугольники в мэше '%s'. Используйте WELD."_ansi);
+    }
+    if (run.meshOrderObserver) {
+        run.meshOrderObserver(MeasureOrder(CleanNodeName(bone.node->GetName(), true), assembly, subMeshes));
     }
     eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices);
     bone.vertexCount = static_cast<int>(mesh.vertices.size());

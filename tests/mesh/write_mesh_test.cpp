@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "io/stream_memory.h"
 #include "mesh/mesh_run.h"
 
@@ -214,6 +217,24 @@ TEST(WriteMesh, ACancelledMeshHoldsWhatWasGathered) {
     xIo::eMemoryStream body;
     EXPECT_TRUE(WriteMesh(reading.run, body, NodeIndex(*bone.node, nullptr)));
     EXPECT_EQ(bone.vertexCount, 10);  // the first 8 of 800 triangles: one percent
+}
+
+// Would catch: an order that is measured on other triangles than those of the file, or made worse.
+TEST(WriteMesh, TellsWhatTheOrderSaves) {
+    support::eSceneBuilder scene;
+    host::Mesh shuffled = support::GridMesh(20, 20);
+    std::ranges::shuffle(shuffled.faces, std::mt19937(1));
+    MeshNode(Model(scene), "Hat", shuffled);
+    support::eExportRun run(scene.Build());
+    std::vector<eMeshOrder> orders;
+    run.exporter.meshOrderObserver = [&](const eMeshOrder& order) { orders.push_back(order); };
+    run.Do();
+    ASSERT_EQ(orders.size(), 1U);
+    EXPECT_EQ(orders[0].mesh, "hat");
+    EXPECT_EQ(orders[0].before.triangles, orders[0].after.triangles);
+    EXPECT_EQ(orders[0].before.triangles, 800U);
+    EXPECT_LT(2 * orders[0].after.MissesPerTriangle(), orders[0].before.MissesPerTriangle());
+    EXPECT_GE(orders[0].after.MissesPerVertex(), 1.0);
 }
 
 }  // namespace
