@@ -91,13 +91,21 @@ constexpr eFormat kFormats[] = {
 };
 
 const eFormat& FormatOf(std::span<const std::uint8_t> file) {
-    std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
-    // A jpg marker may have any number of these bytes before it.
-    while (text.starts_with("\xFF\xFF")) {
-        text.remove_prefix(1);
-    }
+    const std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
     return *std::ranges::find_if(kFormats,
                                  [&](const eFormat& format) { return text.starts_with(format.begin); });
+}
+
+// A jpg marker may have any number of fill bytes before it. The library comes back to the first one only as
+// far as its small buffer goes, so those before the first marker are left out.
+std::span<const std::uint8_t> WithoutFill(std::span<const std::uint8_t> file) {
+    constexpr std::uint8_t kFill = 0xFF;
+    std::size_t fill = 0;
+    while (fill + 1 < file.size() && file[fill] == kFill && file[fill + 1] == kFill) {
+        ++fill;
+    }
+    const std::span<const std::uint8_t> rest = file.subspan(fill);
+    return FormatOf(rest).begin == kJpegBegin ? rest : file;
 }
 
 struct eHeader {
@@ -162,7 +170,8 @@ bool AllOpaque(const Value* values, std::size_t texelCount) {
 
 }  // namespace
 
-eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
+eDecodedImage DecodeImage(std::span<const std::uint8_t> wholeFile) {
+    const std::span<const std::uint8_t> file = WithoutFill(wholeFile);
     eHeader header;
     if (FormatOf(file).begin == kJpegBegin && !HuffmanTablesFit(file)) {
         return {nullptr, "the picture is broken: bad or missing Huffman table"};
