@@ -1,15 +1,21 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets and shares the given seconds (60) among them, each from its corpus in fuzz/corpus.
-# A finding is left in build/fuzz as crash-*, and the script fails.
+# Builds the fuzz targets and shares the given seconds (60) among them, each from its corpus in fuzz/corpus. They
+# try the same inputs in each run, so that a change is judged by what it changes; another seed tries others.
+# A finding is left in build/asan-ubsan as crash-*, and the script fails.
+# Usage: scripts/fuzz.sh [seconds [seed]]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-60}
+seed=${2:-1}
+build=build/asan-ubsan
 
 scripts/install-packages clang libclang-rt-14-dev
-cmake --preset fuzz > /dev/null
-cmake --build --preset fuzz -- --quiet
+cmake --preset asan-ubsan > /dev/null
+targets=(fuzz/fuzz_*.cpp)
+targets=("${targets[@]##*/}")
+cmake --build --preset asan-ubsan --target "${targets[@]%.cpp}" -- --quiet
 programs=()
-for target in build/fuzz/fuzz/fuzz_*; do
+for target in $build/fuzz/fuzz_*; do
   if [ -f "$target" ] && [ -x "$target" ]; then
     programs+=("$target")
   fi
@@ -17,9 +23,9 @@ done
 each=$((seconds / ${#programs[@]}))
 for program in "${programs[@]}"; do
   name=$(basename "$program" | sed 's/^fuzz_//')
-  found=build/fuzz/found/$name
+  found=$build/found/$name
   mkdir -p "$found"
   echo "-- $name: $each seconds"
   "$program" -max_total_time="$each" -timeout=10 -rss_limit_mb=2048 -verbosity=0 -print_final_stats=1 \
-    -artifact_prefix=build/fuzz/crash- "$found" "fuzz/corpus/$name" 2>&1 | tail -n 12
+    -seed="$seed" -artifact_prefix=$build/ "$found" "fuzz/corpus/$name" 2>&1 | tail -n 12
 done

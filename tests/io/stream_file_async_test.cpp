@@ -31,7 +31,8 @@ std::string ReadOn(xIo::eStream& stream, int count) {
 // Would catch: halves in the wrong order, a last piece that is short, one byte lost at a border.
 TEST(StreamFileAsync, ReadsOn) {
     const support::eTempFolder folder;
-    for (const std::size_t size : {0, 1, 0x800, 0x7FFFF, 0x80000, 0x80001, 0x100000, 0x100001, 1900000}) {
+    for (const int length : {0, 1, 0x800, 0x7FFFF, 0x80000, 0x80001, 0x100000, 0x100001, 1900000}) {
+        const auto size = static_cast<std::size_t>(length);
         const std::string content = Noise(size);
         folder.Write("file", content);
         eFileStreamReadAsync stream;
