@@ -10,32 +10,20 @@
 #include <random>
 #include <string>
 
+#include "io/file_stream_fixture.h"
 #include "io/stream_memory.h"
 #include "io/whole_file.h"
 #include "platform/file_events.h"
 #include "platform/write_fence.h"
-#include "support/message_collector.h"
-#include "support/temp_folder.h"
 
 namespace {
 
+using namespace io_test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using xIo::eFileStream;
-using xIo::streamDirect;
-using xIo::streamPrompt;
-using xIo::streamRead;
-using xIo::streamTruncate;
-using xIo::streamWrite;
 
-constexpr std::uint32_t writeNew = streamWrite | streamTruncate;
-
-class FileStream : public testing::Test {
-protected:
-    support::eTempFolder folder;
-    support::eMessageCollector messages;
-};
+class FileStream : public eFileStreamTest {};
 
 TEST_F(FileStream, MovesItsBufferOn) {
     eFileStream stream;

@@ -9,32 +9,19 @@
 #include <filesystem>
 #include <string>
 
+#include "io/file_stream_fixture.h"
 #include "io/sdl_writer.h"
-#include "io/stream_file.h"
 #include "io/whole_file.h"
 #include "platform/file_events.h"
-#include "support/message_collector.h"
-#include "support/temp_folder.h"
 
 namespace {
 
+using namespace io_test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using xIo::eFileStream;
-using xIo::streamDirect;
-using xIo::streamPrompt;
-using xIo::streamRead;
-using xIo::streamTruncate;
-using xIo::streamWrite;
 
-constexpr std::uint32_t writeNew = streamWrite | streamTruncate;
-
-class PosixFileStream : public testing::Test {
-protected:
-    support::eTempFolder folder;
-    support::eMessageCollector messages;
-};
+class PosixFileStream : public eFileStreamTest {};
 
 // Runs the action in a process of its own that may write files of 64 KiB at most, as on a full disk. The exit
 // status is the action's result.
