@@ -30,11 +30,13 @@ if(ZYR_SANITIZE)
   target_link_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE})
 endif()
 
-# zyr_module(NAME [DEPENDS module...] [LIBRARIES target...]): the static library zyr_NAME of all sources in
-# the current folder and its platform folder. Subfolders join by EXTRA patterns.
+# zyr_module(NAME [ROOMS folder...] [DEPENDS module...] [LIBRARIES target...]): the static library zyr_NAME of
+# all sources in the current folder and its rooms. Folders for one system or setting join by EXTRA patterns.
 function(zyr_module name)
-  cmake_parse_arguments(arg "" "" "DEPENDS;LIBRARIES;EXTRA" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h ${arg_EXTRA})
+  cmake_parse_arguments(arg "" "" "ROOMS;DEPENDS;LIBRARIES;EXTRA" ${ARGN})
+  list(TRANSFORM arg_ROOMS APPEND "/*.cpp" OUTPUT_VARIABLE room_sources)
+  list(TRANSFORM arg_ROOMS APPEND "/*.h" OUTPUT_VARIABLE room_headers)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h ${room_sources} ${room_headers} ${arg_EXTRA})
   add_library(zyr_${name} STATIC ${sources})
   set_target_properties(zyr_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(zyr_${name} PUBLIC zyr_flags)
