@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "mesh/cache_statistics.h"
-#include "mesh/strip_generator.h"
-#include "mesh/strip_messages.h"
+#include "mesh/strips/cache_statistics.h"
+#include "mesh/strips/strip_generator.h"
+#include "mesh/strips/strip_messages.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/index_meshes.h"
 #include "support/source_tree.h"

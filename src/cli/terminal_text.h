@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "mesh/mesh_order.h"
+#include "mesh/strips/mesh_order.h"
 #include "platform/file_events.h"
 
 namespace cli {

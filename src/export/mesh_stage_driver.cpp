@@ -2,7 +2,7 @@
 
 #include "export/export.h"
 #include "mesh/extract_node_mesh.h"
-#include "mesh/mesh_file.h"
+#include "mesh/file/mesh_file.h"
 #include "mesh/write_mesh.h"
 
 void eMeshStageDriver::ExtractNodeMesh(Export& run, host::INode& node, host::INode* meshTarget,

@@ -9,7 +9,7 @@
 #include "inspect/mesh_view.h"
 #include "inspect/model_view.h"
 #include "inspect/sdl_tree.h"
-#include "mesh/mesh_format.h"
+#include "mesh/file/mesh_format.h"
 
 namespace inspect {
 

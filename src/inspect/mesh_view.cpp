@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "base/ansi.h"
-#include "mesh/cache_statistics.h"
-#include "mesh/mesh_check.h"
-#include "mesh/mesh_reader.h"
-#include "mesh/sub_mesh.h"
+#include "mesh/file/mesh_check.h"
+#include "mesh/file/mesh_reader.h"
+#include "mesh/strips/cache_statistics.h"
+#include "mesh/strips/sub_mesh.h"
 #include "mesh/vertex_layout.h"
 
 namespace inspect {

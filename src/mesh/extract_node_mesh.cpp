@@ -8,8 +8,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "mesh/animated_part.h"
-#include "mesh/extract_mesh.h"
+#include "mesh/read/animated_part.h"
+#include "mesh/read/extract_mesh.h"
 #include "scene/node_name.h"
 
 namespace {

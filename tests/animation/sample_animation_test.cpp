@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "animation/animation_reader.h"
-#include "mesh/mesh_reader.h"
+#include "mesh/file/mesh_reader.h"
 #include "mesh/vertex_layout.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/export_run.h"

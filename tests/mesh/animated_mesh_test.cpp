@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mesh/animated_part.h"
 #include "mesh/mesh_run.h"
+#include "mesh/read/animated_part.h"
 #include "mesh/vertex_layout.h"
 
 namespace {

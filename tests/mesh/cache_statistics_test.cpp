@@ -1,5 +1,5 @@
 // Cache misses by simulation.
-#include "mesh/cache_statistics.h"
+#include "mesh/strips/cache_statistics.h"
 
 #include <gtest/gtest.h>
 

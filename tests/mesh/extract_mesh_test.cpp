@@ -1,11 +1,11 @@
-#include "mesh/extract_mesh.h"
+#include "mesh/read/extract_mesh.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
-#include "mesh/corner_normal.h"
 #include "mesh/mesh_run.h"
+#include "mesh/read/corner_normal.h"
 
 namespace {
 

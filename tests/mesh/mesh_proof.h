@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "mesh/mesh_reader.h"
+#include "mesh/file/mesh_reader.h"
 #include "mesh/vertex_layout.h"
 #include "scene/find_skin.h"
 #include "scene/node_name.h"

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "mesh/extract_node_mesh.h"
-#include "mesh/mesh_check.h"
-#include "mesh/mesh_reader.h"
+#include "mesh/file/mesh_check.h"
+#include "mesh/file/mesh_reader.h"
 #include "scene/bone_tree.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"

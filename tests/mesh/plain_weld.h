@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "mesh/build/vertex_order.h"
 #include "mesh/export_vertex.h"
-#include "mesh/vertex_order.h"
 
 // The rule of the weld as plainly as it can be said.
 class ePlainWeld {

@@ -5,10 +5,10 @@
 #include <random>
 #include <set>
 
-#include "mesh/bone_palettes.h"
-#include "mesh/extract_mesh.h"
-#include "mesh/face_skin.h"
+#include "mesh/build/bone_palettes.h"
 #include "mesh/mesh_run.h"
+#include "mesh/read/extract_mesh.h"
+#include "mesh/read/face_skin.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // What comes out of the strip generator, small meshes by hand and properties on large ones.
-#include "mesh/strip_generator.h"
+#include "mesh/strips/strip_generator.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include <string>
 
 #include "base/diagnostics.h"
-#include "mesh/strip_messages.h"
 #include "mesh/strip_runner.h"
-#include "mesh/strip_validation.h"
+#include "mesh/strips/strip_messages.h"
+#include "mesh/strips/strip_validation.h"
 #include "support/index_meshes.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "mesh/strip_generator.h"
-#include "mesh/strip_messages.h"
+#include "mesh/strips/strip_generator.h"
+#include "mesh/strips/strip_messages.h"
 
 struct eStripRun {
     bool succeeded = false;

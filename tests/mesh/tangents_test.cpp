@@ -1,10 +1,10 @@
-#include "mesh/tangents.h"
+#include "mesh/build/tangents.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "mesh/build/texture_size_estimate.h"
 #include "mesh/mesh_run.h"
-#include "mesh/texture_size_estimate.h"
 
 namespace {
 

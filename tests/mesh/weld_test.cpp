@@ -1,4 +1,4 @@
-#include "mesh/weld.h"
+#include "mesh/build/weld.h"
 
 #include <gtest/gtest.h>
 

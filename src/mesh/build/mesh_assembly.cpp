@@ -1,0 +1,179 @@
+#include "mesh/build/mesh_assembly.h"
+
+#include <algorithm>
+
+#include "export/export.h"
+#include "material/dum_mtl.h"
+#include "material/material_queries.h"
+#include "mesh/build/texture_size_estimate.h"
+#include "mesh/build/weld.h"
+#include "mesh/vertex_layout.h"
+
+namespace {
+
+constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+
+// Cut to a byte; a value that is no number is black.
+std::uint32_t ColorByte(float value) {
+    return value > 0 ? static_cast<std::uint32_t>(std::min(value, 1.0F) * 255.0F + 0.5F) : 0;
+}
+
+std::uint32_t PackColor(const host::AColor& color) {
+    return ColorByte(color.a) << 24 | ColorByte(color.r) << 16 | ColorByte(color.g) << 8 | ColorByte(color.b);
+}
+
+class eMeshAssembler {
+public:
+    eMeshAssembler(Export& ownRun, int ownBoneIndex, bool ownLit, bool ownSkinned)
+        : run(ownRun),
+          boneIndex(ownBoneIndex),
+          bone(run.bones[static_cast<std::size_t>(ownBoneIndex)]),
+          mesh(bone.mesh),
+          lit(ownLit),
+          skinned(ownSkinned),
+          weld(mesh.faces.size() * 3) {}
+
+    eMeshAssembly Assemble() {
+        const std::size_t step = std::max<std::size_t>(mesh.faces.size() / 100, 1);
+        for (std::size_t face = 0; face < mesh.faces.size() && !assembly.isCancelled; ++face) {
+            AddFace(face);
+            if ((face + 1) % step == 0) {
+                run.host->ProgressUpdate(static_cast<int>((face + 1) * 100 / mesh.faces.size()));
+                assembly.isCancelled = run.host->GetCancel();
+            }
+        }
+        assembly.vertices = weld.TakeVertices();
+        return std::move(assembly);
+    }
+
+private:
+    // What a material and a palette mean for a face; asked of the host once for a run of alike faces.
+    struct eFaceKind {
+        eExportMaterialKey key;
+        eExportMaterialUse* use = nullptr;
+        VertexFormat format = 0;
+        bool bump = false;
+        int uvCount = 0;
+    };
+
+    void AddFace(std::size_t face) {
+        ChooseKind(face);
+        if (VertexFormatSize(kind.format) > VertexFormatSize(assembly.format)) {
+            assembly.format = kind.format;
+        }
+        eTriangle triangle{};
+        for (std::size_t frame = 0; frame < mesh.frames.size(); ++frame) {
+            if (mesh.frames[frame].positions.empty()) {
+                continue;
+            }
+            AddCorners(face, frame, triangle);
+            EstimateTextureSize(*kind.use, PositionsOf(face, mesh.frames[frame]),
+                                mesh.frames[frame].mapCoords0[face]);
+        }
+        assembly.subsets[static_cast<std::size_t>(kind.use->index)].push_back(triangle);
+        ++assembly.triangles;
+    }
+
+    void ChooseKind(std::size_t face) {
+        const auto& [leaf, materialId] = mesh.faceMaterials[face];
+        const eExportMaterialKey key{leaf != nullptr ? leaf : &PlaceholderMaterial(),
+                                     skinned ? mesh.faceSkins[face].palette : 0};
+        if (kind.use != nullptr && kind.key.material == key.material && kind.key.group == key.group) {
+            return;
+        }
+        kind = {.key = key};
+        kind.bump = GetBumpAmount(key.material) != 0;
+        const bool twoMaps = kind.bump || GetSpecularAmount(key.material) != 0;
+        kind.uvCount = twoMaps ? 1 : std::min(GetSlotCount(key.material), 2);
+        kind.format =
+            MakeVertexFormat(true, true, kind.uvCount, skinned ? bone.bonesPerVertex : 0, kind.bump);
+        const eExportMaterialUse fresh{.index = static_cast<int>(run.materialMap.size()),
+                                       .materialId = static_cast<int>(materialId),
+                                       .node = bone.node};
+        kind.use = &run.materialMap.try_emplace(key, fresh).first->second;
+        const auto index = static_cast<std::size_t>(kind.use->index);
+        assembly.subsets.resize(std::max(assembly.subsets.size(), index + 1));
+    }
+
+    eCorners<host::Point3> PositionsOf(std::size_t face, const eExportMeshFrame& frame) const {
+        const auto& v = mesh.faces[face].v;
+        return {frame.positions[v[0]], frame.positions[v[1]], frame.positions[v[2]]};
+    }
+
+    // The first frame makes the triangle, the others follow it: corners that share a vertex there share it in
+    // every frame.
+    void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
+        const bool isKept = bone.commonMesh && frame < run.frames.size() && run.frames[frame].IsAnimated();
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
+            if (frame == 0) {
+                triangle[corner] = weld.FindOrAdd(vertex);
+            }
+            if (isKept) {
+                KeepInFrameTable(frame, triangle[corner], vertex);
+            }
+        }
+    }
+
+    eExportVertex MakeVertex(std::size_t face, std::size_t corner, const eExportMeshFrame& frame) {
+        eExportVertex vertex;
+        vertex.position = frame.positions[mesh.faces[face].v[corner]];
+        vertex.format = kind.format;
+        vertex.subset = kind.use->index;
+        vertex.smoothingGroup = mesh.faces[face].smGroup;
+        const host::Point3& uvw0 = frame.mapCoords0[face][corner];
+        vertex.uv0 = {uvw0.x, uvw0.y};
+        if (kind.uvCount > 1) {
+            const host::Point3& uvw1 = frame.mapCoords1[face][corner];
+            vertex.uv1 = {uvw1.x, uvw1.y};
+        }
+        vertex.normal = lit ? host::Point3{0, 0, 1} : frame.cornerNormals[face][corner];
+        vertex.color = PackColor(frame.colors[face][corner]);
+        if (vertex.color != kWhite) {
+            bone.colorsAllWhite = false;
+        }
+        if (kind.bump && face < frame.tangents.size()) {
+            vertex.tangent = frame.tangents[face][corner];
+        }
+        if (skinned) {
+            const eExportFaceSkin& skin = mesh.faceSkins[face];
+            std::copy_n(skin.weights[corner], 2, vertex.weights);
+            std::copy_n(skin.bones[corner], kInfluencesPerCorner, vertex.boneIndices);
+        }
+        return vertex;
+    }
+
+    void KeepInFrameTable(std::size_t frame, std::uint16_t number, const eExportVertex& vertex) {
+        eExportFrameBone& entry = run.frames[frame].bones[static_cast<std::size_t>(boneIndex)];
+        if (entry.mesh == nullptr) {
+            entry.mesh = std::make_unique<eExportFrameMesh>();
+        }
+        entry.flags |= kFrameVertices;
+        entry.node = bone.node;
+        entry.mesh->vertexSize = VertexFormatSize(assembly.format);
+        std::vector<eExportVertex>& vertices = entry.mesh->vertices;
+        const std::size_t size = weld.Vertices().size();
+        if (vertices.size() < size) {
+            eExportVertex empty;
+            empty.format = kind.format;
+            vertices.resize(size, empty);
+        }
+        vertices[number] = vertex;
+    }
+
+    Export& run;
+    int boneIndex;
+    eExportBone& bone;
+    const eExportMesh& mesh;
+    bool lit;
+    bool skinned;
+    eVertexWeld weld;
+    eFaceKind kind;
+    eMeshAssembly assembly;
+};
+
+}  // namespace
+
+eMeshAssembly AssembleMesh(Export& run, int boneIndex, bool lit, bool skinned) {
+    return eMeshAssembler(run, boneIndex, lit, skinned).Assemble();
+}

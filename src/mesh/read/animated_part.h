@@ -1,0 +1,41 @@
+#pragma once
+
+#include "animation/export_animation.h"
+#include "host/values.h"
+#include "mesh/read/frame_extent.h"
+
+class Export;
+struct eExportBone;
+
+namespace host {
+class INode;
+}  // namespace host
+
+// One node's part of a mesh that is animated by frames. Several nodes feed such a mesh one after the other,
+// and not every animation touches each of them, so each frame is brought to the place where the node's part
+// begins before the node is read, and to its end afterwards.
+class eAnimatedPart {
+public:
+    // `begin` and `end`: the node's part in the first frame, which has been read.
+    eAnimatedPart(Export& run, host::INode& node, host::INode& commonTarget, eExportBone& bone,
+                  const eFrameExtent& begin, const eFrameExtent& end);
+
+    // Reads the frames of the animation, but frame 0, which stands for the static frame. Of two animations
+    // that share a frame the first one gives it.
+    void ReadFrames(const eExportAnimation& animation);
+
+private:
+    void ReadFrame(int meshFrame, host::TimeValue time);
+    void TellMissingFrames(const eExportAnimation& animation);
+    void TellOtherShape(int meshFrame);
+    void Warn(const std::string& text) const;
+
+    Export& run;
+    host::INode& node;
+    host::INode& commonTarget;
+    eExportBone& bone;
+    eFrameExtent begin;
+    eFrameExtent end;
+    bool toldMissingFrames = false;
+    bool toldOtherShape = false;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <span>
+
+#include "host/mesh.h"
+#include "mesh/export_mesh.h"
+#include "mesh/read/face_material.h"
+#include "mesh/read/map_coords.h"
+#include "mesh/read/node_reading.h"
+#include "mesh/read/vertex_light.h"
+
+// The colours of one mesh's corners: vertex colour times baked light, and alpha from the material's blend map
+// or from its opacity and the vertex alpha channel.
+class eCornerColors {
+public:
+    // All must outlive the object. `hasVertexAlpha`: the mesh has the channel, and it has been checked.
+    eCornerColors(const eNodeReading& reading, const eReadingSpace& space, const host::Mesh& mesh,
+                  bool hasVertexAlpha);
+
+    // `normals` are those stored for the face.
+    eCorners<host::AColor> Of(int face, const eFaceMaterial& material, const eCorners<host::Point3>& normals,
+                              eObjectBox& box);
+
+private:
+    // A corner of the mesh as the host numbers it.
+    struct eHostCorner {
+        std::size_t face;
+        int corner;
+    };
+
+    host::Color VertexColor(const eHostCorner& at) const;
+    host::Color Tint(const eHostCorner& at, const eFaceMaterial& material) const;
+    float PlainAlpha(const eHostCorner& at, const eFaceMaterial& material) const;
+    float MapBlend(const eFaceMaterial& material, const host::Point3& uvw) const;
+
+    const eNodeReading& reading;
+    const eReadingSpace& space;
+    const host::Mesh& mesh;
+    eVertexLight light;
+    std::span<const host::Point3> colorVerts;  // empty without vertex colours
+    std::span<const host::TVFace> colorFaces;
+    std::span<const host::Point3> alphaVerts;  // empty without vertex alpha
+    std::span<const host::TVFace> alphaFaces;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/material.h"
+#include "host/mesh.h"
+#include "mesh/read/map_coords.h"
+
+class Export;
+
+// Which maps of a leaf material give the corners of a face their coordinates and their blend.
+struct eFaceMaps {
+    const host::Texmap* first = nullptr;   // coordinates of the first set
+    const host::Texmap* second = nullptr;  // coordinates of the second set
+    host::Texmap* blend = nullptr;         // evaluated for alpha alone
+    bool vertexBlended = false;            // the blend is the red of the vertex colours
+};
+
+eFaceMaps ChooseFaceMaps(host::Mtl* leaf);
+
+// What a material id of one mesh means for its faces.
+struct eFaceMaterial {
+    host::Mtl* leaf;  // may be null
+    eFaceMaps maps;
+    eFaceMapCoords first;
+    eFaceMapCoords second;
+    eFaceMapCoords blend;  // without the map's transform
+    float opacity;         // of the leaf, 1 without
+    bool warnsOfChannels;  // a map of it has coordinates that the export can't take
+};
+
+// The materials of one mesh by the id of its faces, each asked of the host once.
+class eFaceMaterials {
+public:
+    // `material` is the node's, may be null; `mesh` must outlive the object.
+    eFaceMaterials(Export& run, host::Mtl* material, const host::Mesh& mesh)
+        : run_(run), material_(material), mesh_(mesh) {}
+
+    // The warning about coordinates is told anew for each face.
+    const eFaceMaterial& Of(const host::Face& face);
+
+private:
+    Export& run_;
+    host::Mtl* material_;
+    const host::Mesh& mesh_;
+    std::vector<std::unique_ptr<eFaceMaterial>> byId_;
+};

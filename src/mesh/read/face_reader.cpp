@@ -1,0 +1,122 @@
+#include "mesh/read/face_reader.h"
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+#include "mesh/read/corner_normal.h"
+#include "mesh/read/grow.h"
+
+namespace {
+
+// Null for a node without skin, or one that its skin does not act on.
+const host::ISkinContextData* SkinContext(const eNodeReading& reading) {
+    host::ISkin* skin =
+        reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
+    return skin != nullptr ? skin->GetContextInterface(reading.node) : nullptr;
+}
+
+}  // namespace
+
+eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ownSpace,
+                         const host::Mesh& ownMesh, bool hasVertexAlpha, std::size_t ownBase)
+    : reading(ownReading),
+      space(ownSpace),
+      mesh(ownMesh),
+      base(static_cast<std::uint32_t>(ownBase)),
+      frame(reading.Frame()),
+      materials(reading.run, reading.node.GetMtl(), mesh),
+      box(mesh),
+      colors(reading, space, mesh, hasVertexAlpha) {
+    const host::ISkinContextData* weights = SkinContext(reading);
+    if (weights != nullptr && reading.IsFirstFrame()) {
+        skin.emplace(*weights, static_cast<int>(reading.bone.mesh.skinBones.size()));
+    }
+}
+
+void eFaceReader::ReadFaces() {
+    Reserve();
+    for (int i = 0; i < mesh.getNumFaces(); ++i) {
+        if (!mesh.faces[static_cast<std::size_t>(i)].Hidden()) {
+            ReadFace(i);
+        }
+    }
+    TellBonesOutsideTable();
+}
+
+void eFaceReader::Reserve() {
+    const std::size_t count = mesh.faces.size();
+    ReserveMore(frame.faceNormals, count);
+    ReserveMore(frame.cornerNormals, count);
+    ReserveMore(frame.mapCoords0, count);
+    ReserveMore(frame.mapCoords1, count);
+    ReserveMore(frame.colors, count);
+    if (reading.IsFirstFrame()) {
+        eExportMesh& target = reading.bone.mesh;
+        ReserveMore(target.faceNodes, count);
+        ReserveMore(target.faces, count);
+        ReserveMore(target.faceMaterials, count);
+        ReserveMore(target.faceSkins, skin ? count : 0);
+    }
+}
+
+void eFaceReader::ReadFace(int index) {
+    const host::Face& face = mesh.faces[static_cast<std::size_t>(index)];
+    const eFaceMaterial& material = materials.Of(face);
+    if (reading.IsFirstFrame()) {
+        StoreFace(face, material);
+    }
+    const eCorners<host::Point3> normals = CornerNormals(index);
+    const host::Point3& faceNormal = mesh.faceNormals[static_cast<std::size_t>(index)];
+    frame.cornerNormals.push_back(normals);
+    frame.faceNormals.push_back(host::Normalize(VectorTransform(space.normalMatrix, faceNormal)));
+    frame.mapCoords0.push_back(material.first.Of(index, space.mirrored, box));
+    frame.mapCoords1.push_back(material.second.Of(index, space.mirrored, box));
+    frame.colors.push_back(colors.Of(index, material, normals, box));
+}
+
+void eFaceReader::StoreFace(const host::Face& face, const eFaceMaterial& material) {
+    eExportMesh& target = reading.bone.mesh;
+    host::Face stored = face;
+    std::uint32_t vertices[3];
+    for (int c = 0; c < 3; ++c) {
+        vertices[c] = face.v[space.HostCorner(c)];
+        stored.v[c] = vertices[c] + base;
+    }
+    target.faceNodes.push_back(&reading.node);
+    target.faces.push_back(stored);
+    target.faceMaterials.emplace_back(material.leaf, face.getMatID());
+    if (reading.skin != nullptr) {
+        StoreSkin(vertices);
+    }
+}
+
+// The record of the face just stored; faces that came before it from nodes without skin get records without
+// bones, so that the two lists run side by side.
+void eFaceReader::StoreSkin(const std::uint32_t (&vertices)[3]) {
+    eExportMesh& target = reading.bone.mesh;
+    target.faceSkins.resize(target.faces.size() - 1, eExportFaceSkin::WithoutBones());
+    target.faceSkins.push_back(skin ? skin->ReadFaceSkin(vertices, reading.bone.bonesPerVertex)
+                                    : eExportFaceSkin::WithoutBones());
+}
+
+eCorners<host::Point3> eFaceReader::CornerNormals(int index) const {
+    eCorners<host::Point3> normals;
+    for (int c = 0; c < 3; ++c) {
+        const host::Point3 normal = GetCornerNormal(mesh, index, space.HostCorner(c));
+        normals[static_cast<std::size_t>(c)] = host::Normalize(VectorTransform(space.normalMatrix, normal));
+    }
+    return normals;
+}
+
+void eFaceReader::TellBonesOutsideTable() const {
+    if (!skin || !skin->HasLeftOutBones()) {
+        return;
+    }
+    const auto text =
+        format(
+            "Скин узла '%s' ссылается на кости, которых нет в скине '%s'. Их веса не записаны.\n"
+            "Необходимо задать обоим скинам одни и те же кости в одном порядке."_ansi) %
+        reading.node.GetName() % reading.root.GetName();
+    ShowError(reading.run.host->GetMAXHWnd(), text.Text());
+}

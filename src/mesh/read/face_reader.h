@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "host/mesh.h"
+#include "mesh/read/corner_color.h"
+#include "mesh/read/face_material.h"
+#include "mesh/read/face_skin.h"
+#include "mesh/read/map_coords.h"
+#include "mesh/read/node_reading.h"
+
+// Appends the visible faces of one mesh to the face soup of its bone.
+class eFaceReader {
+public:
+    // `base` is the number that the mesh's vertex 0 has in the bone's frame. All must outlive the object.
+    eFaceReader(const eNodeReading& reading, const eReadingSpace& space, const host::Mesh& mesh,
+                bool hasVertexAlpha, std::size_t base);
+
+    void ReadFaces();
+
+private:
+    void Reserve();
+    void ReadFace(int index);
+    void StoreFace(const host::Face& face, const eFaceMaterial& material);
+    void StoreSkin(const std::uint32_t (&vertices)[3]);
+    eCorners<host::Point3> CornerNormals(int index) const;
+    void TellBonesOutsideTable() const;
+
+    const eNodeReading& reading;
+    const eReadingSpace& space;
+    const host::Mesh& mesh;
+    std::uint32_t base;
+    eExportMeshFrame& frame;
+    eFaceMaterials materials;
+    eObjectBox box;
+    eCornerColors colors;
+    std::optional<eFaceSkinReader> skin;
+};

@@ -1,0 +1,72 @@
+#include "mesh/read/face_skin.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float kSmallestWeight = 0.001F;
+// A vertex with one bone still has the layout of two.
+constexpr int kFewestBones = 2;
+
+}  // namespace
+
+void eFaceSkinReader::eHeaviest::Add(int bone, float weight) {
+    int place = count;
+    while (place > 0 && weights[place - 1] < weight) {
+        --place;
+    }
+    if (place == kInfluencesPerCorner) {
+        return;
+    }
+    count = std::min(count + 1, kInfluencesPerCorner);
+    for (int i = count - 1; i > place; --i) {
+        bones[i] = bones[i - 1];
+        weights[i] = weights[i - 1];
+    }
+    bones[place] = bone;
+    weights[place] = weight;
+}
+
+eFaceSkinReader::eHeaviest eFaceSkinReader::ReadCorner(int vertex) {
+    eHeaviest heaviest;
+    const int assigned = weights.GetNumAssignedBones(vertex);
+    for (int i = 0; i < assigned; ++i) {
+        const int bone = weights.GetAssignedBone(vertex, i);
+        if (bone < 0 || bone >= boneCount) {
+            leftOutBones = true;
+            continue;
+        }
+        // A weight that is no number has no place in the order of weights.
+        const float weight = weights.GetBoneWeight(vertex, i);
+        heaviest.Add(bone, std::isfinite(weight) ? weight : 0.0F);
+    }
+    return heaviest;
+}
+
+eExportFaceSkin eFaceSkinReader::ReadFaceSkin(const std::uint32_t (&vertices)[3], int& bonesPerVertex) {
+    eExportFaceSkin record;
+    for (int corner = 0; corner < 3; ++corner) {
+        const eHeaviest heaviest = ReadCorner(static_cast<int>(vertices[corner]));
+        float(&stored)[kInfluencesPerCorner] = record.weights[corner];
+        if (heaviest.count == 0) {
+            stored[0] = 1;
+            continue;
+        }
+        float sum = 0;
+        for (int k = 0; k < heaviest.count; ++k) {
+            if (std::fabs(heaviest.weights[k]) >= kSmallestWeight) {
+                record.bones[corner][k] = static_cast<std::uint8_t>(heaviest.bones[k] + 1);
+                stored[k] = heaviest.weights[k];
+                sum += stored[k];
+                bonesPerVertex = std::max({bonesPerVertex, kFewestBones, k + 1});
+            }
+        }
+        if (std::fabs(sum) >= kSmallestWeight) {
+            for (float& weight : stored) {
+                weight /= sum;
+            }
+        }
+    }
+    return record;
+}

@@ -1,0 +1,183 @@
+#include "mesh/strips/strip_adjacency.h"
+
+#include <array>
+
+#include "mesh/strips/strip_messages.h"
+#include "mesh/strips/strip_triangle_set.h"
+
+namespace {
+
+struct eStripEdge {
+    eStripSide side0;  // of the first face
+    eStripSide side1;  // of the second face, or `noStripSide`
+};
+
+// All edges by their pair of vertices; an edge is numbered by when it came up first. Open addressing with at
+// most three quarters of the slots in use.
+class eEdgeTable {
+public:
+    explicit eEdgeTable(std::size_t mostEdges) {
+        std::size_t size = 16;
+        while (3 * size < 4 * mostEdges) {
+            size *= 2;
+        }
+        slots.assign(size, {0, noEdge});
+        edges.reserve(mostEdges / 2);
+    }
+
+    // The number of the edge between two vertices; a new edge gets `side` as its first.
+    std::uint32_t FindOrAdd(std::uint16_t a, std::uint16_t b, eStripSide side, bool& isNew) {
+        const std::uint32_t key = a < b ? std::uint32_t{a} << 16 | b : std::uint32_t{b} << 16 | a;
+        std::size_t slot = Hash(key) & (slots.size() - 1);
+        while (slots[slot].edge != noEdge && slots[slot].key != key) {
+            slot = (slot + 1) & (slots.size() - 1);
+        }
+        isNew = slots[slot].edge == noEdge;
+        if (isNew) {
+            slots[slot] = {key, static_cast<std::uint32_t>(edges.size())};
+            edges.push_back({side, noStripSide});
+        }
+        return slots[slot].edge;
+    }
+
+    std::vector<eStripEdge> edges;
+
+private:
+    static constexpr std::uint32_t noEdge = ~std::uint32_t{0};
+
+    struct eSlot {
+        std::uint32_t key;
+        std::uint32_t edge;
+    };
+
+    static std::size_t Hash(std::uint32_t key) {
+        const std::uint64_t product = key * 0x9e3779b97f4a7c15u;
+        return product >> 32 ^ product >> 15;
+    }
+
+    std::vector<eSlot> slots;
+};
+
+class eAdjacencyBuilder {
+public:
+    explicit eAdjacencyBuilder(std::span<const std::uint16_t> someIndices)
+        : indices(someIndices), table(someIndices.size()), triangles(someIndices.size() / 3) {}
+
+    eStripAdjacency Build(int maxIndex) {
+        CollectFaces();
+        LinkFaces();
+        ListSpokes(maxIndex);
+        return std::move(result);
+    }
+
+private:
+    void CollectFaces();
+    void AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_t v2);
+    void LinkFaces();
+    void ListSpokes(int maxIndex);
+
+    std::uint16_t StartOf(eStripSide side) const { return result.faces[FaceOf(side)].v[SideOf(side)]; }
+    std::uint16_t EndOf(eStripSide side) const {
+        return result.faces[FaceOf(side)].v[NextCorner(SideOf(side))];
+    }
+
+    std::span<const std::uint16_t> indices;
+    eEdgeTable table;
+    eTriangleSet triangles;
+    std::vector<std::array<std::uint32_t, 3>> edgesOfFace;
+    eStripAdjacency result;
+};
+
+void eAdjacencyBuilder::CollectFaces() {
+    result.faces.reserve(indices.size() / 3);
+    edgesOfFace.reserve(indices.size() / 3);
+    for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
+        if (indices[i] != indices[i + 1] && indices[i + 1] != indices[i + 2] &&
+            indices[i + 2] != indices[i]) {
+            AddFace(indices[i], indices[i + 1], indices[i + 2]);
+        }
+    }
+}
+
+void eAdjacencyBuilder::AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_t v2) {
+    const std::array<std::uint16_t, 3> v{v0, v1, v2};
+    std::array<std::uint32_t, 3> edgesOfThis{};
+    std::array<bool, 3> isSecond{};
+    for (int i = 0; i < 3; ++i) {
+        const auto side = static_cast<std::size_t>(i);
+        const eStripSide own = MakeSide(result.faces.size(), i, false);
+        bool isNew = false;
+        edgesOfThis[side] = table.FindOrAdd(v[side], v[static_cast<std::size_t>(NextCorner(i))], own, isNew);
+        eStripEdge& edge = table.edges[edgesOfThis[side]];
+        if (isNew) {
+            continue;
+        }
+        if (edge.side1 == noStripSide) {
+            edge.side1 = own;
+            isSecond[side] = true;
+        } else {
+            stripMessageSink("BuildStripifyInfo: > 2 triangles on an edge... uncertain consequences\n");
+        }
+    }
+    if (triangles.Insert(v0, v1, v2)) {
+        result.faces.push_back({{noStripSide, noStripSide, noStripSide}, {v0, v1, v2}, 0, 0});
+        edgesOfFace.push_back(edgesOfThis);
+        return;
+    }
+    // A repetition finds all its edges there, so it leaves no edge behind, only places as second face.
+    for (std::size_t side = 0; side < 3; ++side) {
+        if (isSecond[side]) {
+            table.edges[edgesOfThis[side]].side1 = noStripSide;
+        }
+    }
+}
+
+void eAdjacencyBuilder::LinkFaces() {
+    for (std::size_t f = 0; f < result.faces.size(); ++f) {
+        eStripFace& face = result.faces[f];
+        for (int side = 0; side < 3; ++side) {
+            const eStripEdge& edge = table.edges[edgesOfFace[f][static_cast<std::size_t>(side)]];
+            const bool isFirst = FaceOf(edge.side0) == f;
+            const eStripSide other = isFirst ? edge.side1 : edge.side0;
+            if (other == noStripSide) {
+                continue;
+            }
+            const bool against = StartOf(other) != face.v[side];
+            face.across[side] = against ? Reversed(other) : other;
+            if (!isFirst && against) {
+                face.againstEdge = static_cast<std::uint8_t>(face.againstEdge | 1 << side);
+            }
+        }
+    }
+}
+
+void eAdjacencyBuilder::ListSpokes(int maxIndex) {
+    // Counted, summed up to the end of each vertex's run, then filled from the oldest edge at the end of the
+    // run to the newest at its beginning.
+    result.firstSpoke.assign(static_cast<std::size_t>(maxIndex) + 2, 0);
+    for (const eStripEdge& edge : table.edges) {
+        if (edge.side1 != noStripSide) {
+            ++result.firstSpoke[StartOf(edge.side0)];
+            ++result.firstSpoke[EndOf(edge.side0)];
+        }
+    }
+    std::uint32_t sum = 0;
+    for (std::uint32_t& end : result.firstSpoke) {
+        end = sum += end;
+    }
+    result.spokes.resize(sum);
+    for (const eStripEdge& edge : table.edges) {
+        if (edge.side1 != noStripSide) {
+            const std::uint16_t start = StartOf(edge.side0);
+            const eStripSide other = StartOf(edge.side1) == start ? edge.side1 : Reversed(edge.side1);
+            result.spokes[--result.firstSpoke[start]] = {edge.side0, other};
+            result.spokes[--result.firstSpoke[EndOf(edge.side0)]] = {Reversed(edge.side0), Reversed(other)};
+        }
+    }
+}
+
+}  // namespace
+
+eStripAdjacency BuildStripifyInfo(std::span<const std::uint16_t> indices, int maxIndex) {
+    return eAdjacencyBuilder(indices).Build(maxIndex);
+}
