@@ -11,7 +11,7 @@
 #include <string>
 
 #include "export/export.h"
-#include "io/whole_file.h"
+#include "io/streams/whole_file.h"
 #include "material/bmp_file.h"
 #include "material/normal_map.h"
 #include "material/texture_source.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "export/export.h"
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 #include "mesh/build/bone_palettes.h"
 #include "mesh/build/mesh_assembly.h"
 #include "mesh/build/weld.h"

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "io/pak_writer.h"
-#include "io/repository.h"
+#include "io/repository/pak_writer.h"
+#include "io/repository/repository.h"
 #include "support/temp_folder.h"
 
 namespace {

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "io/sdl_reader.h"
-#include "io/sdl_writer.h"
-#include "io/stream_memory.h"
+#include "io/sdl/sdl_reader.h"
+#include "io/sdl/sdl_writer.h"
+#include "io/streams/stream_memory.h"
 
 namespace {
 

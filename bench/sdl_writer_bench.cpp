@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "io/sdl_writer.h"
+#include "io/sdl/sdl_writer.h"
 
 namespace {
 

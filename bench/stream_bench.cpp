@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "base/diagnostics.h"
 #include "export/export.h"
 #include "export/mesh_stage_driver.h"
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_file.h"
 #include "mesh/file/mesh_reader.h"

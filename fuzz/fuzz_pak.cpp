@@ -10,7 +10,7 @@
 #include <string>
 
 #include "base/diagnostics.h"
-#include "io/repository.h"
+#include "io/repository/repository.h"
 
 namespace {
 

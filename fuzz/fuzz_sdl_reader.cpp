@@ -6,9 +6,9 @@
 #include <string>
 
 #include "base/diagnostics.h"
-#include "io/repository.h"
-#include "io/sdl_reader.h"
-#include "io/stream_memory.h"
+#include "io/repository/repository.h"
+#include "io/sdl/sdl_reader.h"
+#include "io/streams/stream_memory.h"
 
 namespace {
 

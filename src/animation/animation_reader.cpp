@@ -5,7 +5,7 @@
 
 #include "animation/animation_format.h"
 #include "animation/export_frame.h"
-#include "io/byte_reader.h"
+#include "io/streams/byte_reader.h"
 
 namespace {
 

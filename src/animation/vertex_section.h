@@ -4,7 +4,7 @@
 
 #include "animation/export_animation.h"
 #include "animation/export_frame.h"
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 #include "mesh/vertex_layout.h"
 #include "scene/export_bone.h"
 

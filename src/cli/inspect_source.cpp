@@ -9,7 +9,7 @@
 #include "base/failure_report.h"
 #include "cli/option_path.h"
 #include "io/name.h"
-#include "io/repository.h"
+#include "io/repository/repository.h"
 #include "platform/utf8_path.h"
 
 namespace cli {

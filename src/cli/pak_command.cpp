@@ -10,7 +10,7 @@
 #include "cli/exit_code.h"
 #include "cli/option_path.h"
 #include "cli/terminal_text.h"
-#include "io/pak_writer.h"
+#include "io/repository/pak_writer.h"
 #include "platform/utf8_path.h"
 
 namespace cli {

@@ -8,8 +8,8 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "export/mdl_header.h"
-#include "io/file_failure.h"
 #include "io/path.h"
+#include "io/streams/file_failure.h"
 
 namespace {
 

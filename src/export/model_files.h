@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 
 class Export;
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "export/export.h"
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 
 namespace {
 

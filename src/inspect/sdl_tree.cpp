@@ -2,8 +2,8 @@
 
 #include "base/ansi.h"
 #include "base/failure_report.h"
-#include "io/repository.h"
-#include "io/sdl_reader.h"
+#include "io/repository/repository.h"
+#include "io/sdl/sdl_reader.h"
 
 namespace inspect {
 

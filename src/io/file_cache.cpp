@@ -1,10 +1,10 @@
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "io/name.h"
-#include "io/repository.h"
-#include "io/repository_table.h"
-#include "io/sdl_reader.h"
-#include "io/zip_storage.h"
+#include "io/repository/repository.h"
+#include "io/repository/repository_table.h"
+#include "io/repository/zip_storage.h"
+#include "io/sdl/sdl_reader.h"
 
 namespace xIo::xRepository {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "io/byte_reader.h"
+#include "io/streams/byte_reader.h"
 
 namespace {
 

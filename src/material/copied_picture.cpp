@@ -7,7 +7,7 @@
 
 #include "base/ansi.h"
 #include "io/name.h"
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 #include "texture/dds_reader.h"
 
 namespace {

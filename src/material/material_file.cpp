@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "io/sdl_writer.h"
+#include "io/sdl/sdl_writer.h"
 #include "material/natural_order.h"
 
 namespace {

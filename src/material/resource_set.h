@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 #include "material/export_material.h"
 
 // A mesh of a folder's mesh file: its name, and where its body starts behind the table.

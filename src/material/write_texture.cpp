@@ -9,7 +9,7 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "io/whole_file.h"
+#include "io/streams/whole_file.h"
 #include "material/bmp_file.h"
 #include "material/copied_picture.h"
 #include "material/map_files.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/values.h"
-#include "io/sdl_writer.h"
+#include "io/sdl/sdl_writer.h"
 
 class Export;
 

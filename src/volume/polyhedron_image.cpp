@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "base/format.h"
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "io/sdl_reader.h"
-#include "io/sdl_writer.h"
-#include "io/stream_memory.h"
+#include "io/sdl/sdl_reader.h"
+#include "io/sdl/sdl_writer.h"
+#include "io/streams/stream_memory.h"
 #include "support/program.h"
 #include "support/source_tree.h"
 #include "support/temp_folder.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 #include "support/message_collector.h"
 #include "support/temp_folder.h"
 

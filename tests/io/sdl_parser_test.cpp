@@ -1,5 +1,5 @@
 // The tokens of SDL text, byte by byte.
-#include "io/sdl_parser.h"
+#include "io/sdl/sdl_parser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

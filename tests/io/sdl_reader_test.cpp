@@ -1,5 +1,5 @@
 // Hand-written SDL text: controls, and what is told when they go wrong.
-#include "io/sdl_reader.h"
+#include "io/sdl/sdl_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "base/ansi.h"
-#include "io/sdl_writer.h"
-#include "io/stream_memory.h"
+#include "io/sdl/sdl_writer.h"
+#include "io/streams/stream_memory.h"
 #include "support/fail_text.h"
 #include "support/message_collector.h"
 #include "support/temp_folder.h"

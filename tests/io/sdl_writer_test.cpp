@@ -1,6 +1,6 @@
 // The layout of the text files, byte for byte: a blank, tab or line end too many breaks the engine's readers'
 // expectations and every file comparison of a build farm.
-#include "io/sdl_writer.h"
+#include "io/sdl/sdl_writer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The overlapped reader against plain memory.
-#include "io/stream_file_async.h"
+#include "io/streams/stream_file_async.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Streams on disk: the bytes at the edges of the buffer, and the promise that a final name always holds a
 // complete file.
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 #include <string>
 
 #include "io/file_stream_fixture.h"
-#include "io/stream_memory.h"
-#include "io/whole_file.h"
+#include "io/streams/stream_memory.h"
+#include "io/streams/whole_file.h"
 #include "platform/file_events.h"
 #include "platform/write_fence.h"
 

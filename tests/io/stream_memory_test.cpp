@@ -1,5 +1,5 @@
 // Streams in memory: byte for byte at the edges of the buffer.
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 
 #include <gtest/gtest.h>
 

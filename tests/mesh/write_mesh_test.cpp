@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 #include "mesh/mesh_run.h"
 
 namespace {

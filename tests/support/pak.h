@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "io/stream_memory.h"
-#include "io/zip_format.h"
+#include "io/repository/zip_format.h"
+#include "io/streams/stream_memory.h"
 
 namespace support {
 

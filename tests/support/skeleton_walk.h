@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "export/export.h"
-#include "io/stream_memory.h"
+#include "io/streams/stream_memory.h"
 #include "scene/bone_tree.h"
 #include "scene/bone_writer.h"
 #include "scene/mesh_stage.h"

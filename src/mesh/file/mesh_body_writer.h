@@ -1,6 +1,6 @@
 #pragma once
 
-#include "io/stream.h"
+#include "io/streams/stream.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
 

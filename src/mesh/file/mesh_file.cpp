@@ -1,6 +1,6 @@
 #include "mesh/file/mesh_file.h"
 
-#include "io/stream_file.h"
+#include "io/streams/stream_file.h"
 #include "mesh/file/mesh_format.h"
 
 void AddMeshEntry(eExportResourceSet& set, const eName& name) {

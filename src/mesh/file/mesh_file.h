@@ -1,7 +1,7 @@
 #pragma once
 
 #include "io/name.h"
-#include "io/stream.h"
+#include "io/streams/stream.h"
 #include "material/resource_set.h"
 
 // Announces a mesh whose body is written next. Makes the set's stream of bodies at the first mesh.

@@ -1,6 +1,6 @@
 #include "mesh/file/mesh_reader.h"
 
-#include "io/byte_reader.h"
+#include "io/streams/byte_reader.h"
 #include "mesh/file/mesh_format.h"
 #include "mesh/strips/sub_mesh.h"
 #include "mesh/vertex_layout.h"

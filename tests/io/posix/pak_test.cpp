@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "base/ansi.h"
-#include "io/pak_writer.h"
-#include "io/repository.h"
-#include "io/sdl_reader.h"
-#include "io/stream_zip.h"
+#include "io/repository/pak_writer.h"
+#include "io/repository/repository.h"
+#include "io/repository/stream_zip.h"
+#include "io/sdl/sdl_reader.h"
 #include "support/fail_text.h"
 #include "support/message_collector.h"
 #include "support/pak.h"

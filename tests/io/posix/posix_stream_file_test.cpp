@@ -10,8 +10,8 @@
 #include <string>
 
 #include "io/file_stream_fixture.h"
-#include "io/sdl_writer.h"
-#include "io/whole_file.h"
+#include "io/sdl/sdl_writer.h"
+#include "io/streams/whole_file.h"
 #include "platform/file_events.h"
 
 namespace {

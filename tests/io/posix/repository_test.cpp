@@ -1,5 +1,5 @@
 // Names, mounts and resources of several parts.
-#include "io/repository.h"
+#include "io/repository/repository.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/global_collector.h"
-#include "io/repository_table.h"
+#include "io/repository/repository_table.h"
 #include "support/fail_text.h"
 #include "support/message_collector.h"
 #include "support/pak.h"

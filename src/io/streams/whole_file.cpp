@@ -1,0 +1,131 @@
+#include "io/streams/whole_file.h"
+
+#include <vector>
+
+#include "io/streams/file_failure.h"
+#include "io/streams/temporary_name.h"
+#include "platform/file.h"
+#include "platform/file_events.h"
+#include "platform/folder.h"
+
+namespace xIo {
+namespace {
+
+constexpr platform::ePathForm native = platform::ePathForm::Native;
+
+// A file under its .tmp name, on the way to its final one. One that does not get there is removed.
+class eNewFile {
+public:
+    eNewFile() = default;
+    eNewFile(const eNewFile&) = delete;
+    eNewFile& operator=(const eNewFile&) = delete;
+    ~eNewFile() {
+        if (isPending) {
+            file.Close();
+            platform::RemoveTree(TemporaryPath(), native);
+        }
+    }
+
+    platform::eIoStatus Open(const std::string& path) {
+        platform::eIoStatus status = platform::FindOnDisk(path, diskPath);
+        if (status.IsOk()) {
+            status = file.Open(TemporaryPath(), platform::eFileAccess::WriteNew, native);
+            isPending = status.IsOk();
+        }
+        return status;
+    }
+    platform::eIoStatus Write(const void* data, std::size_t count) { return file.Write(data, count); }
+
+    // Brings the content to disk and gives the file its final name.
+    platform::eIoStatus Complete() {
+        platform::eIoStatus status = file.Sync();
+        const platform::eIoStatus closed = file.Close();
+        if (status.IsOk()) {
+            status = closed;
+        }
+        if (status.IsOk()) {
+            status = platform::RenameOver(TemporaryPath(), diskPath, native);
+            isPending = !status.IsOk();
+        }
+        return status;
+    }
+    const std::string& DiskPath() const { return diskPath; }
+
+private:
+    std::string TemporaryPath() const { return diskPath + temporarySuffix; }
+
+    platform::eFile file;
+    std::string diskPath;
+    bool isPending = false;
+};
+
+struct eCopyStatus {
+    platform::eIoStatus read;
+    platform::eIoStatus write;
+
+    bool IsOk() const { return read.IsOk() && write.IsOk(); }
+};
+
+eCopyStatus CopyContent(platform::eFile& from, eNewFile& to) {
+    constexpr std::size_t pieceSize = 0x40000;
+    std::vector<std::uint8_t> piece(pieceSize);
+    eCopyStatus status;
+    for (std::size_t got = pieceSize; status.IsOk() && got == pieceSize;) {
+        status.read = from.Read(piece.data(), pieceSize, got);
+        if (status.read.IsOk()) {
+            status.write = to.Write(piece.data(), got);
+        }
+    }
+    return status;
+}
+
+eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& target) {
+    platform::eFile from;
+    eCopyStatus status;
+    status.read = from.Open(source, platform::eFileAccess::Read);
+    if (status.read.IsOk()) {
+        status.write = to.Open(target);
+    }
+    if (status.IsOk()) {
+        status = CopyContent(from, to);
+    }
+    // It may be the source that is replaced, which Windows refuses for an open file.
+    from.Close();
+    if (status.IsOk()) {
+        status.write = to.Complete();
+    }
+    return status;
+}
+
+}  // namespace
+
+bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                    const std::string& owner) {
+    eNewFile file;
+    platform::eIoStatus status = file.Open(path);
+    if (status.IsOk()) {
+        status = file.Write(content.data(), content.size());
+    }
+    if (status.IsOk()) {
+        status = file.Complete();
+    }
+    if (!status.IsOk()) {
+        TellWriteFailure(path, status, owner);
+    }
+    return status.IsOk();
+}
+
+bool CopyWholeFile(const std::string& source, const std::string& target, const std::string& owner) {
+    eNewFile copy;
+    const eCopyStatus status = Copy(source, copy, target);
+    if (!status.read.IsOk()) {
+        TellReadFailure(source, status.read, owner);
+    } else if (!status.write.IsOk()) {
+        TellWriteFailure(target, status.write, owner);
+    } else {
+        platform::TellFileEvent(platform::eFileAction::Copied, copy.DiskPath(), native);
+    }
+    return status.IsOk();
+}
+
+}  // namespace xIo
