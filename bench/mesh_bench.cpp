@@ -18,7 +18,7 @@
 #include "mesh/strips/sub_mesh.h"
 #include "mesh/vertex_layout.h"
 #include "mesh/write_mesh.h"
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 #include "standalone/standalone_host.h"
 
 namespace {

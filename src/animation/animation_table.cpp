@@ -8,10 +8,10 @@
 #include "base/number_text.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/bone_tree.h"
-#include "scene/node_properties.h"
-#include "scene/prop_text.h"
-#include "scene/text_words.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/properties/node_properties.h"
+#include "scene/properties/prop_text.h"
+#include "scene/properties/text_words.h"
 
 namespace {
 

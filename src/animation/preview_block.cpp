@@ -9,7 +9,7 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "scene/master_scale.h"
-#include "scene/matrix_text.h"
+#include "scene/skeleton/matrix_text.h"
 
 namespace {
 

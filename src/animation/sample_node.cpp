@@ -7,9 +7,9 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
-#include "scene/find_skin.h"
+#include "scene/bones/find_skin.h"
 #include "scene/master_scale.h"
-#include "scene/matrix_text.h"
+#include "scene/skeleton/matrix_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "export/export.h"
 #include "export/resource_set_writer.h"
 #include "io/path.h"
-#include "scene/missing_meshes.h"
+#include "scene/skeleton/missing_meshes.h"
 
 void BeginCommonResources(Export& run) {
     run.commonFolder = run.modelFolder / "common";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/mesh_stage.h"
+#include "scene/skeleton/mesh_stage.h"
 
 // The mesh stage of a real run: hands the calls of the skeleton walk to the modules behind it.
 class eMeshStageDriver : public eMeshStage {

@@ -12,7 +12,7 @@
 #include "base/number_text.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 #include "volume/obstacle_tags.h"
 #include "volume/write_volume.h"
 #include "volume/write_zone.h"

@@ -9,7 +9,7 @@
 #include "export/export.h"
 #include "io/path.h"
 #include "platform/write_fence.h"
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "export/model_folders.h"
 #include "export/resource_set_writer.h"
 #include "export/skeleton_block.h"
-#include "scene/bone_tree.h"
-#include "scene/node_properties.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/properties/node_properties.h"
 
 namespace {
 

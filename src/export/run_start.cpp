@@ -2,7 +2,7 @@
 
 #include "export/export.h"
 #include "export/options_file.h"
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 
 namespace {
 

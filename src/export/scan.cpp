@@ -5,9 +5,9 @@
 #include "base/ansi.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/bone_tree.h"
-#include "scene/node_name.h"
-#include "scene/node_properties.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/properties/node_name.h"
+#include "scene/properties/node_properties.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include "export/export.h"
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
-#include "scene/bone_writer.h"
-#include "scene/missing_meshes.h"
+#include "scene/skeleton/bone_writer.h"
+#include "scene/skeleton/missing_meshes.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

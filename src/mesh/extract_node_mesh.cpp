@@ -10,7 +10,7 @@
 #include "export/export.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/read/extract_mesh.h"
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

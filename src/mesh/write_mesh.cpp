@@ -19,8 +19,8 @@
 #include "mesh/strips/mesh_order.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
-#include "scene/find_skin.h"
-#include "scene/node_name.h"
+#include "scene/bones/find_skin.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

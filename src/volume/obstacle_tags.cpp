@@ -5,9 +5,9 @@
 
 #include "base/number_text.h"
 #include "export/export.h"
-#include "scene/node_properties.h"
-#include "scene/prop_text.h"
-#include "scene/told_values.h"
+#include "scene/properties/node_properties.h"
+#include "scene/properties/prop_text.h"
+#include "scene/properties/told_values.h"
 
 namespace {
 

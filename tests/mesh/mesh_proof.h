@@ -10,8 +10,8 @@
 
 #include "mesh/file/mesh_reader.h"
 #include "mesh/vertex_layout.h"
-#include "scene/find_skin.h"
-#include "scene/node_name.h"
+#include "scene/bones/find_skin.h"
+#include "scene/properties/node_name.h"
 #include "scene/triangle_mesh.h"
 #include "standalone/scene_node.h"
 #include "standalone/standalone_host.h"

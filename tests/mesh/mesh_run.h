@@ -10,7 +10,7 @@
 #include "mesh/extract_node_mesh.h"
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_reader.h"
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 

@@ -1,4 +1,4 @@
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

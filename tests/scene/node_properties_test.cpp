@@ -1,4 +1,4 @@
-#include "scene/node_properties.h"
+#include "scene/properties/node_properties.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,9 +6,9 @@
 #include <random>
 
 #include "base/ansi.h"
-#include "scene/node_kind.h"
-#include "scene/node_name.h"
-#include "scene/prop_text.h"
+#include "scene/properties/node_kind.h"
+#include "scene/properties/node_name.h"
+#include "scene/properties/prop_text.h"
 #include "standalone/standalone_host.h"
 #include "support/scene_builder.h"
 

@@ -10,9 +10,9 @@
 
 #include "export/export.h"
 #include "io/streams/stream_memory.h"
-#include "scene/bone_tree.h"
-#include "scene/bone_writer.h"
-#include "scene/mesh_stage.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/skeleton/bone_writer.h"
+#include "scene/skeleton/mesh_stage.h"
 #include "standalone/standalone_host.h"
 #include "support/message_collector.h"
 #include "support/scene_builder.h"

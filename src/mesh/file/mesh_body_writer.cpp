@@ -8,7 +8,7 @@
 #include "material/material_queries.h"
 #include "mesh/file/mesh_format.h"
 #include "mesh/vertex_layout.h"
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

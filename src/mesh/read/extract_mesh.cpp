@@ -12,9 +12,9 @@
 #include "mesh/read/node_reading.h"
 #include "mesh/read/skin_switch.h"
 #include "mesh/read/vertex_light.h"
-#include "scene/find_skin.h"
+#include "scene/bones/find_skin.h"
 #include "scene/master_scale.h"
-#include "scene/node_properties.h"
+#include "scene/properties/node_properties.h"
 #include "scene/triangle_mesh.h"
 
 namespace {

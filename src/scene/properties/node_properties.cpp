@@ -1,11 +1,11 @@
-#include "scene/node_properties.h"
+#include "scene/properties/node_properties.h"
 
 #include <algorithm>
 #include <array>
 
 #include "base/ansi.h"
 #include "host/node.h"
-#include "scene/prop_text.h"
+#include "scene/properties/prop_text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "host/values.h"
 #include "io/name.h"
-#include "scene/node_kind.h"
+#include "scene/properties/node_kind.h"
 
 struct eExportResourceSet;
 

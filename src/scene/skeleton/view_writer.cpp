@@ -1,12 +1,12 @@
-#include "scene/view_writer.h"
+#include "scene/skeleton/view_writer.h"
 
 #include <string>
 
 #include "export/export.h"
-#include "scene/bone_step.h"
-#include "scene/matrix_text.h"
-#include "scene/prop_text.h"
-#include "scene/told_values.h"
+#include "scene/properties/prop_text.h"
+#include "scene/properties/told_values.h"
+#include "scene/skeleton/bone_step.h"
+#include "scene/skeleton/matrix_text.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "scene/missing_meshes.h"
+#include "scene/skeleton/missing_meshes.h"
 
 #include <string>
 
@@ -6,8 +6,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/node_kind.h"
-#include "scene/node_properties.h"
+#include "scene/properties/node_kind.h"
+#include "scene/properties/node_properties.h"
 
 namespace {
 

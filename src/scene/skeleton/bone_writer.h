@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "scene/bone_step.h"
+#include "scene/skeleton/bone_step.h"
 
 class Export;
 class eMeshStage;

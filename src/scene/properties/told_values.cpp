@@ -1,4 +1,4 @@
-#include "scene/told_values.h"
+#include "scene/properties/told_values.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "scene/bone_header.h"
+#include "scene/skeleton/bone_header.h"
 
 #include <algorithm>
 #include <string>
@@ -7,8 +7,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/bone_step.h"
-#include "scene/node_properties.h"
+#include "scene/properties/node_properties.h"
+#include "scene/skeleton/bone_step.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "scene/node_name.h"
+#include "scene/properties/node_name.h"
 
 #include "base/number_text.h"
 #include "host/node.h"

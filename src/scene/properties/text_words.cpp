@@ -1,4 +1,4 @@
-#include "scene/text_words.h"
+#include "scene/properties/text_words.h"
 
 std::string_view TrimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');

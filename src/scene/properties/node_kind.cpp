@@ -1,8 +1,8 @@
-#include "scene/node_kind.h"
+#include "scene/properties/node_kind.h"
 
 #include "host/node.h"
-#include "scene/node_properties.h"
-#include "scene/prop_text.h"
+#include "scene/properties/node_properties.h"
+#include "scene/properties/prop_text.h"
 
 namespace {
 

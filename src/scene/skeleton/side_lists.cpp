@@ -1,10 +1,10 @@
-#include "scene/side_lists.h"
+#include "scene/skeleton/side_lists.h"
 
 #include "export/export.h"
-#include "scene/bone_step.h"
-#include "scene/bone_tree.h"
-#include "scene/local_matrix.h"
-#include "scene/prop_text.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/bones/local_matrix.h"
+#include "scene/properties/prop_text.h"
+#include "scene/skeleton/bone_step.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "scene/prop_text.h"
+#include "scene/properties/prop_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
-#include "scene/find_skin.h"
+#include "scene/bones/find_skin.h"
 
 #include "host/node.h"
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 
 namespace {
 

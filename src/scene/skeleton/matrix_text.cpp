@@ -1,4 +1,4 @@
-#include "scene/matrix_text.h"
+#include "scene/skeleton/matrix_text.h"
 
 #include <cmath>
 

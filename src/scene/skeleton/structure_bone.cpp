@@ -1,9 +1,9 @@
-#include "scene/structure_bone.h"
+#include "scene/skeleton/structure_bone.h"
 
 #include "base/ansi.h"
 #include "export/export.h"
-#include "scene/prop_text.h"
-#include "scene/text_words.h"
+#include "scene/properties/prop_text.h"
+#include "scene/properties/text_words.h"
 
 namespace {
 

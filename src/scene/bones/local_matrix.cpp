@@ -1,6 +1,6 @@
-#include "scene/local_matrix.h"
+#include "scene/bones/local_matrix.h"
 
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 
 host::Matrix3 MatrixInParentBone(const host::INode& node, host::TimeValue t) {
     const host::INode* parent = ParentBone(node);

@@ -1,4 +1,4 @@
-#include "scene/bone_tree.h"
+#include "scene/bones/bone_tree.h"
 
 #include <memory>
 #include <string>
@@ -9,10 +9,10 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/lod_nodes.h"
-#include "scene/node_kind.h"
-#include "scene/node_name.h"
-#include "scene/node_properties.h"
+#include "scene/bones/lod_nodes.h"
+#include "scene/properties/node_kind.h"
+#include "scene/properties/node_name.h"
+#include "scene/properties/node_properties.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "scene/lod_nodes.h"
+#include "scene/bones/lod_nodes.h"
 
 #include <algorithm>
 #include <string>
 
 #include "export/export.h"
-#include "scene/node_kind.h"
-#include "scene/node_name.h"
+#include "scene/properties/node_kind.h"
+#include "scene/properties/node_name.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "scene/bone_writer.h"
+#include "scene/skeleton/bone_writer.h"
 
 #include <algorithm>
 #include <vector>
@@ -7,22 +7,22 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "scene/bone_header.h"
-#include "scene/bone_tree.h"
-#include "scene/find_skin.h"
-#include "scene/ik_limits.h"
-#include "scene/local_matrix.h"
-#include "scene/lod_nodes.h"
+#include "scene/bones/bone_tree.h"
+#include "scene/bones/find_skin.h"
+#include "scene/bones/local_matrix.h"
+#include "scene/bones/lod_nodes.h"
 #include "scene/master_scale.h"
-#include "scene/matrix_text.h"
-#include "scene/mesh_source.h"
-#include "scene/mesh_stage.h"
-#include "scene/node_name.h"
-#include "scene/node_properties.h"
-#include "scene/prop_text.h"
-#include "scene/side_lists.h"
-#include "scene/structure_bone.h"
-#include "scene/view_writer.h"
+#include "scene/properties/node_name.h"
+#include "scene/properties/node_properties.h"
+#include "scene/properties/prop_text.h"
+#include "scene/skeleton/bone_header.h"
+#include "scene/skeleton/ik_limits.h"
+#include "scene/skeleton/matrix_text.h"
+#include "scene/skeleton/mesh_source.h"
+#include "scene/skeleton/mesh_stage.h"
+#include "scene/skeleton/side_lists.h"
+#include "scene/skeleton/structure_bone.h"
+#include "scene/skeleton/view_writer.h"
 
 namespace {
 

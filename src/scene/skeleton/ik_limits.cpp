@@ -1,11 +1,11 @@
-#include "scene/ik_limits.h"
+#include "scene/skeleton/ik_limits.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "base/number_text.h"
 #include "export/export.h"
-#include "scene/prop_text.h"
+#include "scene/properties/prop_text.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "scene/find_instance.h"
+#include "scene/bones/find_instance.h"
 
 #include "export/export.h"
 

@@ -1,4 +1,4 @@
-#include "scene/mesh_source.h"
+#include "scene/skeleton/mesh_source.h"
 
 #include <algorithm>
 #include <string>
@@ -8,13 +8,13 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
-#include "scene/bone_step.h"
-#include "scene/find_instance.h"
-#include "scene/find_skin.h"
-#include "scene/mesh_stage.h"
-#include "scene/node_name.h"
-#include "scene/node_properties.h"
-#include "scene/prop_text.h"
+#include "scene/bones/find_instance.h"
+#include "scene/bones/find_skin.h"
+#include "scene/properties/node_name.h"
+#include "scene/properties/node_properties.h"
+#include "scene/properties/prop_text.h"
+#include "scene/skeleton/bone_step.h"
+#include "scene/skeleton/mesh_stage.h"
 
 namespace {
 
