@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-#include "material/bmp_file.h"
+#include "material/textures/bmp_file.h"
 
 namespace inspect {
 

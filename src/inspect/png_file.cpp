@@ -7,7 +7,7 @@
 
 #include <optional>
 
-#include "material/bmp_file.h"
+#include "material/textures/bmp_file.h"
 #include "texture/dds_reader.h"
 
 namespace inspect {

@@ -9,12 +9,12 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "material/material_queries.h"
-#include "material/sorrel.h"
-#include "material/texture_claim.h"
-#include "material/texture_name.h"
-#include "material/texture_slot.h"
-#include "material/write_texture.h"
+#include "material/queries/material_queries.h"
+#include "material/queries/sorrel.h"
+#include "material/queries/texture_slot.h"
+#include "material/textures/texture_claim.h"
+#include "material/textures/texture_name.h"
+#include "material/textures/write_texture.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "material/bmp_file.h"
+#include "material/textures/bmp_file.h"
 #include "standalone/image.h"
 
 namespace {

@@ -1,12 +1,12 @@
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
 #include "export/export.h"
-#include "material/mapping_channels.h"
-#include "material/shade_material.h"
+#include "material/queries/mapping_channels.h"
+#include "material/queries/shade_material.h"
 #include "standalone/standalone_host.h"
 #include "support/message_collector.h"
 #include "support/scene_builder.h"

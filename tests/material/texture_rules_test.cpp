@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "material/bmp_file.h"
 #include "material/natural_order.h"
-#include "material/normal_map.h"
+#include "material/textures/bmp_file.h"
+#include "material/textures/normal_map.h"
 
 namespace {
 

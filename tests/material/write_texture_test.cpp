@@ -1,5 +1,5 @@
 // What becomes of a picture, by its slot and kind; what stays, and what is told.
-#include "material/write_texture.h"
+#include "material/textures/write_texture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <string>
 
 #include "base/ansi.h"
-#include "material/bmp_file.h"
+#include "material/textures/bmp_file.h"
 #include "platform/file_events.h"
 #include "support/export_run.h"
 #include "support/index_meshes.h"

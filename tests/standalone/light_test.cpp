@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "material/shade_context.h"
+#include "material/queries/shade_context.h"
 #include "standalone/standalone_host.h"
 #include "support/scene_builder.h"
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "material/shade_context.h"
+#include "material/queries/shade_context.h"
 #include "standalone/standalone_host.h"
 #include "support/scene_builder.h"
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
-#include "material/shade_context.h"
+#include "material/queries/shade_context.h"
 #include "standalone/standalone_host.h"
 #include "support/pictures.h"
 #include "support/scene_builder.h"

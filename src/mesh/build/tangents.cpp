@@ -9,7 +9,7 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 #include "platform/message_box.h"
 
 namespace {

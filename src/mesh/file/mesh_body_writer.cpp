@@ -5,7 +5,7 @@
 
 #include "export/export.h"
 #include "host/node.h"
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 #include "mesh/file/mesh_format.h"
 #include "mesh/vertex_layout.h"
 #include "scene/properties/node_name.h"

@@ -1,8 +1,8 @@
 #include "mesh/read/face_material.h"
 
 #include "export/export.h"
-#include "material/mapping_channels.h"
-#include "material/material_queries.h"
+#include "material/queries/mapping_channels.h"
+#include "material/queries/material_queries.h"
 
 namespace {
 

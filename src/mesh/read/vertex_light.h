@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "host/values.h"
-#include "material/shade_context.h"
+#include "material/queries/shade_context.h"
 
 class Export;
 

@@ -6,7 +6,7 @@
 
 #include "export/export.h"
 #include "io/name.h"
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 #include "mesh/strips/cache_statistics.h"
 #include "platform/message_box.h"
 #include "scene/export_bone.h"

@@ -1,4 +1,4 @@
-#include "material/mapping_channels.h"
+#include "material/queries/mapping_channels.h"
 
 #include <algorithm>
 #include <string>

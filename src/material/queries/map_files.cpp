@@ -1,4 +1,4 @@
-#include "material/map_files.h"
+#include "material/queries/map_files.h"
 
 #include <vector>
 

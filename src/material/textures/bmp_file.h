@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "material/texture_image.h"
+#include "material/textures/texture_image.h"
 
 // The picture file of the engine, little-endian:
 //

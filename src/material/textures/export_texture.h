@@ -4,7 +4,7 @@
 #include <string>
 
 #include "io/name.h"
-#include "material/texture_role.h"
+#include "material/queries/texture_role.h"
 
 namespace host {
 class Mtl;

@@ -1,4 +1,4 @@
-#include "material/sorrel.h"
+#include "material/queries/sorrel.h"
 
 eSorrelParameters ReadSorrelParameters(const host::Mtl* material) {
     eSorrelParameters parameters;

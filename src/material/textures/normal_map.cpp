@@ -1,4 +1,4 @@
-#include "material/normal_map.h"
+#include "material/textures/normal_map.h"
 
 #include "host/values.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "material/texture_image.h"
+#include "material/textures/texture_image.h"
 
 // Both operations give the engine's normal map: red 0, green the normal's y, blue its z, alpha its x. The
 // image comes with row 0 at the bottom and leaves with row 0 at the top.

@@ -1,4 +1,4 @@
-#include "material/shade_context.h"
+#include "material/queries/shade_context.h"
 
 SContext::SContext(const eSceneLights& lights) : lights_(&lights) {
     nLights = static_cast<int>(lights.size());

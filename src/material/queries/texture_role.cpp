@@ -1,6 +1,6 @@
-#include "material/texture_role.h"
+#include "material/queries/texture_role.h"
 
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 
 eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map) {
     eTextureRole role;

@@ -1,10 +1,10 @@
-#include "material/texture_claim.h"
+#include "material/textures/texture_claim.h"
 
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "material/write_texture.h"
+#include "material/textures/write_texture.h"
 
 #include <optional>
 #include <string>
@@ -10,13 +10,13 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "io/streams/whole_file.h"
-#include "material/bmp_file.h"
-#include "material/copied_picture.h"
-#include "material/map_files.h"
-#include "material/material_queries.h"
-#include "material/normal_map.h"
-#include "material/texture_name.h"
-#include "material/texture_source.h"
+#include "material/queries/map_files.h"
+#include "material/queries/material_queries.h"
+#include "material/textures/bmp_file.h"
+#include "material/textures/copied_picture.h"
+#include "material/textures/normal_map.h"
+#include "material/textures/texture_name.h"
+#include "material/textures/texture_source.h"
 #include "platform/file.h"
 #include "platform/file_events.h"
 #include "platform/file_time.h"

@@ -1,10 +1,10 @@
-#include "material/texture_source.h"
+#include "material/textures/texture_source.h"
 
 #include <algorithm>
 
 #include "export/export.h"
-#include "material/shade_context.h"
-#include "material/shade_material.h"
+#include "material/queries/shade_context.h"
+#include "material/queries/shade_material.h"
 
 namespace {
 

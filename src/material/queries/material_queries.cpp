@@ -1,4 +1,4 @@
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 
 #include <algorithm>
 

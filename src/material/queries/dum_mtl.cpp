@@ -1,4 +1,4 @@
-#include "material/dum_mtl.h"
+#include "material/queries/dum_mtl.h"
 
 #include <cmath>
 

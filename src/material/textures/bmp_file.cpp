@@ -1,4 +1,4 @@
-#include "material/bmp_file.h"
+#include "material/textures/bmp_file.h"
 
 #include <cstring>
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "host/material.h"
-#include "material/texture_image.h"
-#include "material/texture_role.h"
+#include "material/queries/texture_role.h"
+#include "material/textures/texture_image.h"
 
 class Export;
 

@@ -1,11 +1,11 @@
-#include "material/texture_name.h"
+#include "material/textures/texture_name.h"
 
 #include "base/ansi.h"
 #include "base/format.h"
 #include "export/export.h"
 #include "io/path.h"
-#include "material/map_files.h"
-#include "material/material_queries.h"
+#include "material/queries/map_files.h"
+#include "material/queries/material_queries.h"
 
 namespace {
 

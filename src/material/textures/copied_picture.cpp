@@ -1,4 +1,4 @@
-#include "material/copied_picture.h"
+#include "material/textures/copied_picture.h"
 
 #include <algorithm>
 #include <array>

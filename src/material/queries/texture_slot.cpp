@@ -1,6 +1,6 @@
-#include "material/texture_slot.h"
+#include "material/queries/texture_slot.h"
 
-#include "material/material_queries.h"
+#include "material/queries/material_queries.h"
 
 namespace {
 
