@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 #include "standalone/scene_data.h"
 
 namespace bench {

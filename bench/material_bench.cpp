@@ -16,7 +16,7 @@
 #include "material/textures/normal_map.h"
 #include "material/textures/texture_source.h"
 #include "material/textures/write_texture.h"
-#include "standalone/image.h"
+#include "standalone/pictures/image.h"
 #include "standalone/standalone_host.h"
 #include "support/normal_maps.h"
 #include "support/pictures.h"

@@ -2,8 +2,8 @@
 #include <benchmark/benchmark.h>
 
 #include "large_scene.h"
-#include "standalone/loaders/scene_document_reader.h"
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "standalone/loaders/gltf_importer.h"
-#include "standalone/loaders/scene_document_reader.h"
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/gltf/gltf_importer.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string content(reinterpret_cast<const char*>(data), size);

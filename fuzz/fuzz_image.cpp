@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "standalone/image.h"
+#include "standalone/pictures/image.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const standalone::eDecodedImage decoded = standalone::DecodeImage({data, size});

@@ -17,8 +17,8 @@
 #include "platform/message_box.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/skeleton/bone_writer.h"
-#include "standalone/loaders/gltf_importer.h"
-#include "standalone/loaders/scene_document_reader.h"
+#include "standalone/loaders/gltf/gltf_importer.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "standalone/loaders/scene_format.h"
 #include "standalone/standalone_host.h"
 

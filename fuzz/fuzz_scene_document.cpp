@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "standalone/loaders/scene_document_reader.h"
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 #include "standalone/loaders/scene_format.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
 #include "platform/utf8_path.h"
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 
 namespace cli {
 

@@ -26,7 +26,7 @@
 #include "platform/write_fence.h"
 #include "standalone/plugin_module.h"
 #include "standalone/standalone_host.h"
-#include "standalone/terminal_face.h"
+#include "standalone/terminal/terminal_face.h"
 
 namespace cli {
 

@@ -7,7 +7,7 @@
 #include "export/options.h"
 #include "export/run_report.h"
 #include "platform/file_events.h"
-#include "standalone/terminal_face.h"
+#include "standalone/terminal/terminal_face.h"
 
 namespace cli {
 

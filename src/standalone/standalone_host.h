@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "host/interface.h"
-#include "standalone/progress_sink.h"
-#include "standalone/scene.h"
+#include "standalone/objects/scene.h"
+#include "standalone/terminal/progress_sink.h"
 
 namespace standalone {
 

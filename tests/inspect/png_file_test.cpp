@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "material/textures/bmp_file.h"
-#include "standalone/image.h"
+#include "standalone/pictures/image.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
 #include "scene/triangle_mesh.h"
-#include "standalone/scene_node.h"
+#include "standalone/objects/scene_node.h"
 #include "standalone/standalone_host.h"
 
 namespace mesh_test {

@@ -1,4 +1,4 @@
-#include "standalone/as_model.h"
+#include "standalone/data/as_model.h"
 
 #include <gmock/gmock.h>
 

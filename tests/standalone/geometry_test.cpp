@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "standalone/objects/tessellation.h"
 #include "standalone/standalone_host.h"
-#include "standalone/tessellation.h"
 #include "support/scene_builder.h"
 
 namespace {

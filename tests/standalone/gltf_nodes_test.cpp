@@ -3,7 +3,7 @@
 #include <random>
 
 #include "base/ansi.h"
-#include "standalone/transform_track.h"
+#include "standalone/data/transform_track.h"
 #include "support/gltf_scene.h"
 
 namespace {

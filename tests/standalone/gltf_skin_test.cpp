@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "standalone/loaders/gltf_axes.h"
-#include "standalone/transform_track.h"
+#include "standalone/data/transform_track.h"
+#include "standalone/loaders/gltf/gltf_axes.h"
 #include "support/gltf_scene.h"
 
 namespace {

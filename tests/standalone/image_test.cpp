@@ -1,4 +1,4 @@
-#include "standalone/image.h"
+#include "standalone/pictures/image.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "standalone/mtl.h"
+#include "standalone/objects/mtl.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "standalone/loaders/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "standalone/loaders/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "base/ansi.h"
-#include "standalone/loaders/file_content.h"
+#include "standalone/data/file_content.h"
 #include "standalone/loaders/load_scene.h"
 #include "standalone/loaders/scene_format.h"
 #include "support/source_tree.h"

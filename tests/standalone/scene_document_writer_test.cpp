@@ -1,4 +1,4 @@
-#include "standalone/loaders/scene_document_writer.h"
+#include "standalone/loaders/scene_document/scene_document_writer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,10 +8,10 @@
 #include <random>
 
 #include "base/ansi.h"
-#include "standalone/loaders/json_layout.h"
-#include "standalone/loaders/json_writer.h"
+#include "standalone/loaders/json/json_layout.h"
+#include "standalone/loaders/json/json_writer.h"
 #include "standalone/loaders/load_scene.h"
-#include "standalone/loaders/scene_document_reader.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "support/scene_builder.h"
 #include "support/source_tree.h"
 

@@ -1,4 +1,4 @@
-#include "standalone/scene_node.h"
+#include "standalone/objects/scene_node.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

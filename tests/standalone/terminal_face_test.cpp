@@ -1,4 +1,4 @@
-#include "standalone/terminal_face.h"
+#include "standalone/terminal/terminal_face.h"
 
 #include <gtest/gtest.h>
 

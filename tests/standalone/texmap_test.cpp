@@ -1,4 +1,4 @@
-#include "standalone/texmap.h"
+#include "standalone/objects/texmap.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

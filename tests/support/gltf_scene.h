@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "standalone/loaders/gltf_importer.h"
-#include "standalone/scene.h"
+#include "standalone/loaders/gltf/gltf_importer.h"
+#include "standalone/objects/scene.h"
 #include "support/gltf_text.h"
 
 namespace support {

@@ -1,10 +1,10 @@
 #include "standalone/loaders/load_scene.h"
 
 #include "platform/path_lookup.h"
-#include "standalone/as_model.h"
-#include "standalone/loaders/file_content.h"
-#include "standalone/loaders/gltf_importer.h"
-#include "standalone/loaders/scene_document_reader.h"
+#include "standalone/data/as_model.h"
+#include "standalone/data/file_content.h"
+#include "standalone/loaders/gltf/gltf_importer.h"
+#include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "standalone/loaders/scene_format.h"
 
 namespace standalone {

@@ -1,0 +1,25 @@
+#include "standalone/data/key_search.h"
+
+#include <algorithm>
+
+namespace standalone {
+
+eKeySpan FindKeys(std::span<const double> frames, double frame, std::size_t& hint) {
+    const auto isLastBefore = [&](std::size_t key) {
+        return key < frames.size() && frames[key] <= frame &&
+               (key + 1 == frames.size() || frame < frames[key + 1]);
+    };
+    if (frame < frames.front()) {
+        return {};
+    }
+    if (!isLastBefore(hint)) {
+        const auto behind = std::ranges::upper_bound(frames, frame);
+        hint = isLastBefore(hint + 1) ? hint + 1 : static_cast<std::size_t>(behind - frames.begin()) - 1;
+    }
+    if (hint + 1 == frames.size() || frames[hint] == frame) {
+        return {hint, hint, 0};
+    }
+    return {hint, hint + 1, (frame - frames[hint]) / (frames[hint + 1] - frames[hint])};
+}
+
+}  // namespace standalone

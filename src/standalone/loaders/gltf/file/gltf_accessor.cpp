@@ -1,0 +1,286 @@
+#include "standalone/loaders/gltf/file/gltf_accessor.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace standalone {
+namespace {
+
+std::size_t ComponentSize(int componentType) {
+    return static_cast<std::size_t>(
+        tinygltf::GetComponentSizeInBytes(static_cast<std::uint32_t>(componentType)));
+}
+
+std::size_t WidthOf(const tinygltf::Accessor& accessor) {
+    return static_cast<std::size_t>(
+        tinygltf::GetNumComponentsInType(static_cast<std::uint32_t>(accessor.type)));
+}
+
+std::size_t ElementSize(const tinygltf::Accessor& accessor) {
+    return WidthOf(accessor) * ComponentSize(accessor.componentType);
+}
+
+// True if `count` elements at that stride from the offset on lie within the view.
+bool Fits(const tinygltf::BufferView& view, std::size_t offset, std::size_t count, std::size_t stride,
+          std::size_t elementSize) {
+    if (offset > view.byteLength || elementSize > view.byteLength - offset) {
+        return false;
+    }
+    return count - 1 <= (view.byteLength - offset - elementSize) / stride;
+}
+
+// Holds accessors against the views that they read from.
+class eAccessorCheck {
+public:
+    eAccessorCheck(const tinygltf::Model& checkedModel, eGltfReport& ownReport)
+        : model(checkedModel), report(ownReport) {
+        for (const tinygltf::Buffer& buffer : model.buffers) {
+            allBytes += buffer.data.size();
+        }
+    }
+
+    void Check(const tinygltf::Accessor& accessor, const std::string& place) {
+        if (accessor.bufferView < 0) {
+            // Zeros that no byte of the file stands for must not outgrow the file.
+            if (accessor.count > allBytes) {
+                report.Problem(place, "more elements are told than the file can hold");
+            }
+        } else {
+            CheckView(accessor, place);
+        }
+        if (accessor.sparse.isSparse) {
+            CheckSparse(accessor, place + "/sparse");
+        }
+    }
+
+private:
+    const tinygltf::BufferView& View(int index) const {
+        return model.bufferViews[static_cast<std::size_t>(index)];
+    }
+
+    void CheckView(const tinygltf::Accessor& accessor, const std::string& place) {
+        const tinygltf::BufferView& view = View(accessor.bufferView);
+        const std::size_t size = ElementSize(accessor);
+        const std::size_t stride = view.byteStride == 0 ? size : view.byteStride;
+        if (stride < size) {
+            report.Problem(place, "the stride of the buffer view is less than an element");
+        } else if (!Fits(view, accessor.byteOffset, accessor.count, stride, size)) {
+            report.Problem(place, std::to_string(accessor.count) + " elements from byte " +
+                                      std::to_string(accessor.byteOffset) + " on lie beyond the " +
+                                      std::to_string(view.byteLength) + " bytes of the buffer view");
+        }
+    }
+
+    void CheckSparse(const tinygltf::Accessor& accessor, const std::string& place) {
+        const auto& sparse = accessor.sparse;
+        const auto count = static_cast<std::size_t>(sparse.count);
+        const std::size_t indexSize = ComponentSize(sparse.indices.componentType);
+        const std::size_t valueSize = ElementSize(accessor);
+        if (count > accessor.count) {
+            report.Problem(place, "more elements than the accessor has");
+        } else if (!Fits(View(sparse.indices.bufferView), static_cast<std::size_t>(sparse.indices.byteOffset),
+                         count, indexSize, indexSize)) {
+            report.Problem(place + "/indices", "the indices lie beyond their buffer view");
+        } else if (!Fits(View(sparse.values.bufferView), static_cast<std::size_t>(sparse.values.byteOffset),
+                         count, valueSize, valueSize)) {
+            report.Problem(place + "/values", "the values lie beyond their buffer view");
+        } else {
+            CheckSparseIndices(accessor, place + "/indices");
+        }
+    }
+
+    void CheckSparseIndices(const tinygltf::Accessor& accessor, const std::string& place);
+
+    const tinygltf::Model& model;
+    eGltfReport& report;
+    std::size_t allBytes = 0;
+};
+
+// --- The numbers in a buffer, little-endian.
+
+template <class Component>
+Component Load(const unsigned char* bytes) {
+    Component value;
+    std::memcpy(&value, bytes, sizeof value);
+    return value;
+}
+
+template <class Number, class Component>
+Number Convert(Component component, bool isNormalised) {
+    if constexpr (std::is_same_v<Number, float> && std::is_integral_v<Component>) {
+        if (isNormalised) {
+            const double fraction =
+                static_cast<double>(component) / static_cast<double>(std::numeric_limits<Component>::max());
+            return static_cast<float>(std::max(fraction, -1.0));
+        }
+    }
+    return static_cast<Number>(component);
+}
+
+struct eElements {
+    const unsigned char* first = nullptr;
+    std::size_t count = 0;
+    std::size_t stride = 0;
+    std::size_t width = 0;
+    bool isNormalised = false;
+};
+
+template <class Number, class Component>
+void LoadAll(const eElements& elements, Number* out) {
+    const unsigned char* element = elements.first;
+    for (std::size_t i = 0; i < elements.count; ++i, element += elements.stride) {
+        for (std::size_t component = 0; component < elements.width; ++component) {
+            *out++ = Convert<Number>(Load<Component>(element + component * sizeof(Component)),
+                                     elements.isNormalised);
+        }
+    }
+}
+
+template <class Number>
+void LoadAll(int componentType, const eElements& elements, Number* out) {
+    switch (componentType) {
+        case TINYGLTF_COMPONENT_TYPE_BYTE:
+            return LoadAll<Number, std::int8_t>(elements, out);
+        case TINYGLTF_COMPONENT_TYPE_UNSIGNED_BYTE:
+            return LoadAll<Number, std::uint8_t>(elements, out);
+        case TINYGLTF_COMPONENT_TYPE_SHORT:
+            return LoadAll<Number, std::int16_t>(elements, out);
+        case TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT:
+            return LoadAll<Number, std::uint16_t>(elements, out);
+        case TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT:
+            return LoadAll<Number, std::uint32_t>(elements, out);
+        default:
+            if constexpr (std::is_same_v<Number, float>) {
+                LoadAll<Number, float>(elements, out);
+            }
+    }
+}
+
+const unsigned char* BytesOf(const tinygltf::Model& model, int bufferView, std::size_t offset) {
+    const tinygltf::BufferView& view = model.bufferViews[static_cast<std::size_t>(bufferView)];
+    return model.buffers[static_cast<std::size_t>(view.buffer)].data.data() + view.byteOffset + offset;
+}
+
+std::vector<std::uint32_t> SparseIndices(const tinygltf::Model& model, const tinygltf::Accessor& accessor) {
+    const auto& indices = accessor.sparse.indices;
+    std::vector<std::uint32_t> numbers(static_cast<std::size_t>(accessor.sparse.count));
+    LoadAll(indices.componentType,
+            {BytesOf(model, indices.bufferView, static_cast<std::size_t>(indices.byteOffset)), numbers.size(),
+             ComponentSize(indices.componentType), 1, false},
+            numbers.data());
+    return numbers;
+}
+
+void eAccessorCheck::CheckSparseIndices(const tinygltf::Accessor& accessor, const std::string& place) {
+    const std::vector<std::uint32_t> indices = SparseIndices(model, accessor);
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        if (indices[i] >= accessor.count || (i != 0 && indices[i] <= indices[i - 1])) {
+            report.Problem(place, "index " + std::to_string(indices[i]) + " at position " +
+                                      std::to_string(i) + " does not rise, or lies beyond the accessor");
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+eGltfAccessors::eGltfAccessors(const tinygltf::Model& readModel, eGltfReport& ownReport)
+    : model(readModel), report(ownReport) {
+    eAccessorCheck check(model, report);
+    for (std::size_t i = 0; i < model.accessors.size(); ++i) {
+        check.Check(model.accessors[i], GltfPlace("accessors", i));
+    }
+}
+
+std::size_t eGltfAccessors::Width(int accessor) const {
+    return WidthOf(model.accessors[static_cast<std::size_t>(accessor)]);
+}
+
+bool eGltfAccessors::IsFloat(int accessor) const {
+    return model.accessors[static_cast<std::size_t>(accessor)].componentType == TINYGLTF_COMPONENT_TYPE_FLOAT;
+}
+
+bool eGltfAccessors::Expect(int accessor, std::size_t width, const std::string& place) const {
+    if (Width(accessor) == width) {
+        return true;
+    }
+    report.Problem(place, "accessor " + std::to_string(accessor) + " has " + std::to_string(Width(accessor)) +
+                              " numbers per element, and " + std::to_string(width) + " are expected");
+    return false;
+}
+
+template <class Number>
+std::vector<Number> eGltfAccessors::Read(const tinygltf::Accessor& accessor) const {
+    std::vector<Number> numbers(accessor.count * WidthOf(accessor));
+    if (accessor.bufferView >= 0) {
+        const std::size_t viewStride =
+            model.bufferViews[static_cast<std::size_t>(accessor.bufferView)].byteStride;
+        LoadAll(
+            accessor.componentType,
+            {BytesOf(model, accessor.bufferView, accessor.byteOffset), accessor.count,
+             viewStride == 0 ? ElementSize(accessor) : viewStride, WidthOf(accessor), accessor.normalized},
+            numbers.data());
+    }
+    if (accessor.sparse.isSparse) {
+        ReadSparse(accessor, numbers);
+    }
+    return numbers;
+}
+
+template <class Number>
+void eGltfAccessors::ReadSparse(const tinygltf::Accessor& accessor, std::vector<Number>& numbers) const {
+    const auto& values = accessor.sparse.values;
+    const std::size_t width = WidthOf(accessor);
+    const std::vector<std::uint32_t> indices = SparseIndices(model, accessor);
+    std::vector<Number> replaced(indices.size() * width);
+    LoadAll(accessor.componentType,
+            {BytesOf(model, values.bufferView, static_cast<std::size_t>(values.byteOffset)), indices.size(),
+             ElementSize(accessor), width, accessor.normalized},
+            replaced.data());
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        std::copy_n(replaced.begin() + static_cast<std::ptrdiff_t>(i * width), width,
+                    numbers.begin() + static_cast<std::ptrdiff_t>(indices[i] * width));
+    }
+}
+
+std::vector<float> eGltfAccessors::Floats(int accessor, std::size_t width, const std::string& place) const {
+    if (!Expect(accessor, width, place)) {
+        return {};
+    }
+    std::vector<float> numbers = Read<float>(model.accessors[static_cast<std::size_t>(accessor)]);
+    const auto bad = std::ranges::find_if_not(numbers, [](float number) { return std::isfinite(number); });
+    if (bad != numbers.end()) {
+        report.Problem(place, "element " +
+                                  std::to_string(static_cast<std::size_t>(bad - numbers.begin()) / width) +
+                                  " of accessor " + std::to_string(accessor) + " is no number");
+        return {};
+    }
+    return numbers;
+}
+
+std::vector<host::Point3> eGltfAccessors::Points(int accessor, const std::string& place) const {
+    const std::vector<float> numbers = Floats(accessor, 3, place);
+    std::vector<host::Point3> points(numbers.size() / 3);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        points[i] = {numbers[3 * i], numbers[3 * i + 1], numbers[3 * i + 2]};
+    }
+    return points;
+}
+
+std::vector<std::uint32_t> eGltfAccessors::Wholes(int accessor, std::size_t width,
+                                                  const std::string& place) const {
+    const int type = model.accessors[static_cast<std::size_t>(accessor)].componentType;
+    if (!Expect(accessor, width, place)) {
+        return {};
+    }
+    if (type == TINYGLTF_COMPONENT_TYPE_FLOAT || type == TINYGLTF_COMPONENT_TYPE_BYTE ||
+        type == TINYGLTF_COMPONENT_TYPE_SHORT) {
+        report.Problem(place, "accessor " + std::to_string(accessor) + " holds no whole numbers from 0 up");
+        return {};
+    }
+    return Read<std::uint32_t>(model.accessors[static_cast<std::size_t>(accessor)]);
+}
+
+}  // namespace standalone

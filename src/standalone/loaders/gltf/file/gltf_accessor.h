@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/values.h"
+#include "standalone/loaders/gltf/file/gltf_library.h"
+
+namespace standalone {
+
+// Reads the numbers behind accessors, whatever their component type, stride and sparse storage. Numbers that
+// the file marks as normalised come as fractions. What an accessor can't give is a problem at the place of
+// its user, and the result is empty; a good accessor is never empty.
+class eGltfAccessors {
+public:
+    // Both must outlive the object. Holds every accessor against its buffer views and reports what lies
+    // beyond them: the other operations may be called only if that went well.
+    eGltfAccessors(const tinygltf::Model& model, eGltfReport& report);
+
+    std::size_t Count(int accessor) const {
+        return model.accessors[static_cast<std::size_t>(accessor)].count;
+    }
+    // Numbers per element: 3 for VEC3, 16 for MAT4.
+    std::size_t Width(int accessor) const;
+    bool IsFloat(int accessor) const;
+
+    // `width` numbers per element, all finite.
+    std::vector<float> Floats(int accessor, std::size_t width, const std::string& place) const;
+    std::vector<host::Point3> Points(int accessor, const std::string& place) const;
+    // `width` whole numbers from 0 up per element.
+    std::vector<std::uint32_t> Wholes(int accessor, std::size_t width, const std::string& place) const;
+
+private:
+    bool Expect(int accessor, std::size_t width, const std::string& place) const;
+    template <class Number>
+    std::vector<Number> Read(const tinygltf::Accessor& accessor) const;
+    template <class Number>
+    void ReadSparse(const tinygltf::Accessor& accessor, std::vector<Number>& numbers) const;
+    const unsigned char* Bytes(int bufferView, std::size_t offset) const;
+
+    const tinygltf::Model& model;
+    eGltfReport& report;
+};
+
+}  // namespace standalone

@@ -1,0 +1,120 @@
+#include "standalone/loaders/gltf/file/gltf_container.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace standalone {
+namespace {
+
+// A binary file, little-endian:
+//   offset  size
+//        0     4  "glTF"
+//        4     4  version, 2
+//        8     4  length of the whole file
+//       12        chunks: length of the content, type, content; lengths are multiples of 4
+// The first chunk is "JSON". The buffer follows in a chunk "BIN\0"; chunks of other types are passed over.
+constexpr std::string_view kMagic = "glTF";
+constexpr std::string_view kJsonChunk = "JSON";
+constexpr std::string_view kBinaryChunk{"BIN\0", 4};
+constexpr std::size_t kHeaderSize = 12;
+constexpr std::size_t kChunkHeaderSize = 8;
+constexpr std::uint32_t kVersion = 2;
+
+std::uint32_t ReadWord(std::string_view bytes, std::size_t offset) {
+    std::uint32_t word = 0;
+    for (std::size_t i = 4; i-- > 0;) {
+        word = word << 8 | static_cast<unsigned char>(bytes[offset + i]);
+    }
+    return word;
+}
+
+std::string AtByte(std::size_t offset) {
+    return "byte " + std::to_string(offset);
+}
+
+struct eChunk {
+    std::string_view type;
+    std::string_view content;
+    std::size_t end = 0;
+};
+
+// The chunk that starts at the offset, or nothing, with a problem.
+std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eGltfReport& report) {
+    if (bytes.size() - offset < kChunkHeaderSize) {
+        report.Problem(AtByte(offset), "the file ends within the head of a chunk");
+        return std::nullopt;
+    }
+    const std::uint32_t length = ReadWord(bytes, offset);
+    const std::size_t start = offset + kChunkHeaderSize;
+    if (length > bytes.size() - start) {
+        report.Problem(AtByte(offset), "the chunk tells " + std::to_string(length) + " bytes, but only " +
+                                           std::to_string(bytes.size() - start) + " follow");
+        return std::nullopt;
+    }
+    if (length % 4 != 0) {
+        report.Problem(AtByte(offset), "the length of the chunk is no multiple of 4");
+        return std::nullopt;
+    }
+    return eChunk{bytes.substr(offset + 4, 4), bytes.substr(start, length), start + length};
+}
+
+// False, with a problem, where the chunks can't be found.
+bool CheckHeader(std::string_view bytes, eGltfReport& report) {
+    if (bytes.size() < kHeaderSize) {
+        report.Problem(AtByte(bytes.size()), "the file ends within its head");
+        return false;
+    }
+    if (const std::uint32_t version = ReadWord(bytes, 4); version != kVersion) {
+        report.Problem(AtByte(4), "version " + std::to_string(version) +
+                                      " of the binary form is not known, only version 2");
+        return false;
+    }
+    if (const std::uint32_t length = ReadWord(bytes, 8); length > bytes.size() || length < kHeaderSize) {
+        report.Problem(AtByte(8), "the file tells " + std::to_string(length) + " bytes and holds " +
+                                      std::to_string(bytes.size()));
+        return false;
+    }
+    return true;
+}
+
+eGltfContainer OpenBinary(std::string_view bytes, eGltfReport& report) {
+    eGltfContainer container{true, {}, {}};
+    if (!CheckHeader(bytes, report)) {
+        return container;
+    }
+    bytes = bytes.substr(0, ReadWord(bytes, 8));
+    const std::optional<eChunk> json = ReadChunk(bytes, kHeaderSize, report);
+    if (!json) {
+        return container;
+    }
+    if (json->type != kJsonChunk) {
+        report.Problem(AtByte(kHeaderSize), "the first chunk is not of type JSON");
+        return container;
+    }
+    container.json = json->content;
+    if (json->end < bytes.size()) {
+        const std::optional<eChunk> binary = ReadChunk(bytes, json->end, report);
+        if (binary && binary->type == kBinaryChunk) {
+            container.binary = binary->content;
+        }
+    }
+    return container;
+}
+
+}  // namespace
+
+eGltfContainer OpenGltfContainer(std::string_view bytes, eGltfReport& report) {
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
+        report.Problem("", "the file is larger than 4 GB");
+        return {};
+    }
+    if (bytes.starts_with(kMagic)) {
+        return OpenBinary(bytes, report);
+    }
+    return {false, bytes, {}};
+}
+
+}  // namespace standalone

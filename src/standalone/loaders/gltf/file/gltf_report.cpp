@@ -1,0 +1,92 @@
+#include "standalone/loaders/gltf/file/gltf_report.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/ansi.h"
+
+namespace standalone {
+namespace {
+
+// A file that is broken throughout is told in a screenful.
+constexpr std::size_t kMostProblems = 100;
+constexpr std::size_t kMostItems = 20;
+
+constexpr std::array<std::string_view, 5> kHeadings = {
+    "the host can't show",
+    "extras left out, because property text can't hold them",
+    "selection sets name nodes that the scene lacks",
+    "scene extras that mean nothing here",
+    "the bones are not where the mesh was bound at the first frame, and a skeleton exported at that frame "
+    "bends the mesh; OldSkin among the node's properties takes the mesh as it stands there",
+};
+
+std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {
+    std::string line = std::string(heading) + ": ";
+    for (std::size_t i = 0; i < std::min(items.size(), kMostItems); ++i) {
+        line += (i == 0 ? "" : ", ") + items[i];
+    }
+    if (items.size() > kMostItems) {
+        line += " and " + std::to_string(items.size() - kMostItems) + " more";
+    }
+    return line;
+}
+
+bool IsControl(char byte) {
+    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+}
+
+}  // namespace
+
+void eGltfReport::Problem(std::string place, std::string text) {
+    ++problemCount;
+    if (problems.size() < kMostProblems) {
+        problems.push_back({std::move(place), std::move(text)});
+    }
+}
+
+void eGltfReport::Notice(eGltfNotice notice, std::string_view item) {
+    std::vector<std::string>& items = notices[static_cast<std::size_t>(notice)];
+    if (std::ranges::find(items, item) == items.end()) {
+        items.emplace_back(item);
+    }
+}
+
+std::string eGltfReport::Ansi(std::string_view utf8) {
+    eFromUtf8 ansi = FromUtf8(utf8);
+    const auto controls = std::ranges::count_if(ansi.text, IsControl);
+    if (firstLossyText.empty() && (controls != 0 || !ansi.IsExact())) {
+        firstLossyText = utf8;
+    }
+    std::ranges::replace_if(ansi.text, IsControl, '_');
+    return std::move(ansi.text);
+}
+
+std::vector<eProblem> eGltfReport::TakeProblems() {
+    if (problemCount > problems.size()) {
+        problems.push_back({"", std::to_string(problemCount - problems.size()) + " more problems"});
+    }
+    problemCount = 0;
+    return std::exchange(problems, {});
+}
+
+std::vector<std::string> eGltfReport::TakeWarnings() {
+    std::vector<std::string> warnings;
+    if (!firstLossyText.empty()) {
+        warnings.push_back("characters outside code page 1251 become \"_\", first in \"" +
+                           std::exchange(firstLossyText, {}) + "\"");
+    }
+    for (std::size_t notice = 0; notice < kNotices; ++notice) {
+        const std::vector<std::string> items = std::exchange(notices[notice], {});
+        if (!items.empty()) {
+            warnings.push_back(WarningLine(kHeadings[notice], items));
+        }
+    }
+    return warnings;
+}
+
+std::string GltfPlace(std::string_view list, std::size_t index) {
+    return "/" + std::string(list) + "/" + std::to_string(index);
+}
+
+}  // namespace standalone

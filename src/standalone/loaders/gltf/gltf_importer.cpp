@@ -1,0 +1,155 @@
+#include "standalone/loaders/gltf/gltf_importer.h"
+
+#include <algorithm>
+#include <exception>
+#include <system_error>
+#include <utility>
+
+#include "base/ansi.h"
+#include "standalone/data/as_model.h"
+#include "standalone/data/node_order.h"
+#include "standalone/loaders/gltf/file/gltf_buffers.h"
+#include "standalone/loaders/gltf/file/gltf_conditions.h"
+#include "standalone/loaders/gltf/file/gltf_container.h"
+#include "standalone/loaders/gltf/file/gltf_schema.h"
+#include "standalone/loaders/gltf/file/gltf_uri.h"
+#include "standalone/loaders/gltf/gltf_animation.h"
+#include "standalone/loaders/gltf/gltf_bind_pose.h"
+#include "standalone/loaders/gltf/gltf_cameras.h"
+#include "standalone/loaders/gltf/gltf_clips.h"
+#include "standalone/loaders/gltf/gltf_nodes.h"
+#include "standalone/loaders/gltf/gltf_objects.h"
+#include "standalone/loaders/gltf/gltf_scene_extras.h"
+#include "standalone/loaders/json/json_parse.h"
+
+namespace standalone {
+namespace {
+
+constexpr double kDefaultFramesPerSecond = 30;
+
+// The library walks nested values by recursion.
+constexpr std::size_t kMostJsonLevels = 200;
+
+bool IsTooDeep(const eJsonTree& json) {
+    std::vector<eJsonIndex> ends;  // of the arrays and objects around a value
+    for (eJsonIndex value = 0; value < json.values.size(); ++value) {
+        while (!ends.empty() && ends.back() <= value) {
+            ends.pop_back();
+        }
+        if (json.values[value].end > value + 1) {
+            ends.push_back(json.values[value].end);
+        }
+        if (ends.size() > kMostJsonLevels) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The document, checked as far as it can be without its buffers. False, with problems, where it is no use to
+// go on.
+bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eGltfReport& report) {
+    if (report.HasProblems()) {
+        return false;
+    }
+    if (std::optional<eProblem> problem = ParseJson(container.json, json)) {
+        report.Problem(problem->place, problem->text);
+    } else if (IsTooDeep(json)) {
+        report.Problem("", "the values are nested too deeply");
+    } else {
+        CheckGltfForm(json, report);
+        if (!report.HasProblems()) {
+            CheckGltfConditions(json, report);
+        }
+    }
+    return !report.HasProblems();
+}
+
+void NoticeExtensions(const tinygltf::Model& model, eGltfReport& report) {
+    for (const std::string& extension : model.extensionsUsed) {
+        if (extension != "KHR_lights_punctual" && extension != "KHR_texture_transform" &&
+            extension != "KHR_mesh_quantization") {
+            report.Notice(eGltfNotice::CannotShow, "the extension " + extension);
+        }
+    }
+}
+
+// The records of the scene, step by step. Each step may find problems; the next one needs it to have found
+// none.
+void MakeScene(eGltfImport& import, const eGltfOptions& options) {
+    const eGltfReport& report = import.report;
+    const std::optional<double> ownRate =
+        ReadGltfFrameRate(import.json, import.hierarchy.scene, import.report);
+    const double framesPerSecond = options.fps.value_or(ownRate.value_or(kDefaultFramesPerSecond));
+    MakeGltfNodes(import);
+    const std::vector<eGltfClip> clips = LayOutGltfClips(import, framesPerSecond);
+    ReadGltfSceneExtras(import, clips);
+    if (report.HasProblems()) {
+        return;
+    }
+    ReadGltfCurves(import, clips, framesPerSecond);
+    MakeGltfKeys(import);
+    if (report.HasProblems()) {
+        return;
+    }
+    MakeGltfObjects(import);
+    if (report.HasProblems()) {
+        return;
+    }
+    AddGltfCameraTargets(import);
+    const std::vector<eGltfDeclaration> declarations = AddGltfClipSets(import, clips);
+    SortNodesDepthFirst(import.scene);
+    if (!options.asModel.empty()) {
+        GatherAsModel(import.scene, options.asModel);
+        MakeNamesUnique(import.scene);
+    }
+    DeclareGltfClips(import.scene, declarations);
+    NoticeBindPoses(import.scene, import.report);
+}
+
+std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes,
+                                      const eGltfOptions& options, eGltfReport& report) {
+    eJsonTree json;
+    const eGltfContainer container = OpenGltfContainer(bytes, report);
+    if (!ReadDocument(container, json, report)) {
+        return std::nullopt;
+    }
+    const std::string folder = FolderOfFile(path);
+    std::vector<std::vector<std::uint8_t>> buffers = ReadGltfBuffers(json, container, folder, report);
+    if (report.HasProblems()) {
+        return std::nullopt;
+    }
+    const std::optional<tinygltf::Model> model =
+        ReadGltfModel(bytes, container, std::move(buffers), json, report);
+    if (!model) {
+        return std::nullopt;
+    }
+    const eGltfAccessors accessors(*model, report);
+    const eGltfHierarchy hierarchy = ReadGltfHierarchy(*model, report);
+    if (report.HasProblems()) {
+        return std::nullopt;
+    }
+    NoticeExtensions(*model, report);
+    eGltfImport import{*model, json, accessors, hierarchy, report, path, folder};
+    import.scene.file = FromUtf8(path).text;
+    MakeScene(import, options);
+    return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));
+}
+
+}  // namespace
+
+eLoadResult ImportGltf(const std::string& pathUtf8, std::string_view bytes, const eGltfOptions& options) {
+    eLoadResult result;
+    eGltfReport report;
+    try {
+        result.scene = ImportScene(pathUtf8, bytes, options, report);
+    } catch (const std::exception& failure) {
+        // Memory that runs out on a file that really is as large as it says.
+        report.Problem("", std::string("the file can't be imported: ") + failure.what());
+    }
+    result.problems = report.TakeProblems();
+    result.warnings = report.TakeWarnings();
+    return result;
+}
+
+}  // namespace standalone

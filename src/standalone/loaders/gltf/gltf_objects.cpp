@@ -1,0 +1,135 @@
+#include "standalone/loaders/gltf/gltf_objects.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "standalone/loaders/gltf/gltf_axes.h"
+#include "standalone/loaders/gltf/gltf_cameras.h"
+#include "standalone/loaders/gltf/gltf_lights.h"
+#include "standalone/loaders/gltf/gltf_materials.h"
+#include "standalone/loaders/gltf/gltf_names.h"
+#include "standalone/loaders/gltf/gltf_nodes.h"
+#include "standalone/loaders/gltf/shapes/gltf_mesh_object.h"
+#include "standalone/loaders/gltf/shapes/gltf_shape.h"
+
+namespace standalone {
+namespace {
+
+class eObjectMaker {
+public:
+    explicit eObjectMaker(eGltfImport& ownImport)
+        : import(ownImport), materials(ownImport), worlds(GltfWorldMatrices(ownImport)) {
+        materials.MakeAll();
+    }
+
+    void Make(int number) {
+        const tinygltf::Node& node = import.model.nodes[static_cast<std::size_t>(number)];
+        const int light = GltfLightOf(node);
+        bool isTaken = false;
+        if (node.mesh >= 0) {
+            SetMesh(number, node.mesh);
+            isTaken = true;
+        }
+        if (node.camera >= 0) {
+            const int record = isTaken ? AddBelow(number, "_camera") : import.NodeOf(number).record;
+            SetObject(record, MakeGltfCamera(import, node.camera));
+            import.cameraNodes.push_back({number, node.camera, record});
+            isTaken = true;
+        }
+        if (light >= 0) {
+            const int record = isTaken ? AddBelow(number, "_light") : import.NodeOf(number).record;
+            SetObject(record, MakeGltfLight(import, number, light));
+            isTaken = true;
+        }
+        if (!isTaken) {
+            SetObject(import.NodeOf(number).record, eHelperObject{});
+        }
+    }
+
+    // Objects that several nodes show need an id; the name of the mesh is one that an artist knows.
+    void NameSharedObjects() {
+        std::vector<int> users(import.scene.objects.size());
+        for (const eNodeData& node : import.scene.nodes) {
+            users[static_cast<std::size_t>(node.object)] += 1;
+        }
+        eUniqueNames ids;
+        for (const auto& [object, mesh] : meshOfObject) {
+            if (users[static_cast<std::size_t>(object)] > 1) {
+                const std::string& name = import.model.meshes[static_cast<std::size_t>(mesh)].name;
+                import.scene.objects[static_cast<std::size_t>(object)].id =
+                    ids.Take(name.empty() ? "mesh_" + std::to_string(mesh) : import.report.Ansi(name));
+            }
+        }
+    }
+
+private:
+    void SetObject(int record, eObjectKind kind) {
+        import.scene.nodes[static_cast<std::size_t>(record)].object = AddObject({{}, std::move(kind), {}});
+    }
+
+    int AddObject(eObjectData object) {
+        import.scene.objects.push_back(std::move(object));
+        return static_cast<int>(import.scene.objects.size()) - 1;
+    }
+
+    // A node at the same place, with the axes that a camera or light needs.
+    int AddBelow(int number, const char* ending) {
+        constexpr std::array<float, 4> kNoRotation = {0, 0, 0, 1};
+        const int record = static_cast<int>(import.scene.nodes.size());
+        eNodeData below;
+        eNodeData& above = import.RecordOf(number);
+        below.name = above.name + ending;
+        below.hidden = above.hidden;
+        below.groupMember = above.groupMember;
+        below.parent = import.NodeOf(number).record;
+        below.transform.parts.rotation = ToHostRotation(kNoRotation, {true, import.KeepsOwnAxes(number)});
+        above.children.push_back(record);
+        import.scene.nodes.push_back(std::move(below));
+        return record;
+    }
+
+    void SetMesh(int number, int mesh) {
+        import.RecordOf(number).material = materials.OfMesh(mesh);
+        if (import.NodeOf(number).shape != eGltfShape::None) {
+            SetShape(number, mesh);
+            return;
+        }
+        // What a node alone does to its mesh makes the object its own.
+        const eGltfMeshUse use = GltfMeshUse(import, number, worlds);
+        const std::tuple key(mesh, use.skin ? import.model.nodes[static_cast<std::size_t>(number)].skin : -1,
+                             use.isOwn ? number : -1);
+        const auto [entry, isNew] = objects.try_emplace(key, static_cast<int>(import.scene.objects.size()));
+        import.RecordOf(number).object = entry->second;
+        if (isNew) {
+            meshOfObject.emplace(AddObject(MakeGltfMeshObject(import, mesh, use)), mesh);
+        }
+    }
+
+    void SetShape(int number, int mesh) {
+        const eGltfPlacedShape shape = MakeGltfShape(import, mesh, import.NodeOf(number).shape);
+        SetObject(import.NodeOf(number).record, shape.kind);
+        import.RecordOf(number).offset = shape.offset;
+    }
+
+    eGltfImport& import;
+    eGltfMaterials materials;
+    std::vector<host::Matrix3> worlds;
+    std::map<std::tuple<int, int, int>, int> objects;  // by mesh, skin and node
+    std::map<int, int> meshOfObject;
+};
+
+}  // namespace
+
+void MakeGltfObjects(eGltfImport& import) {
+    eObjectMaker maker(import);
+    for (const int number : import.hierarchy.order) {
+        maker.Make(number);
+        if (import.report.HasProblems()) {
+            return;
+        }
+    }
+    maker.NameSharedObjects();
+}
+
+}  // namespace standalone

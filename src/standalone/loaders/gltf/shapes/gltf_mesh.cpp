@@ -1,0 +1,193 @@
+#include "standalone/loaders/gltf/shapes/gltf_mesh.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <set>
+#include <string_view>
+
+#include "standalone/loaders/gltf/gltf_axes.h"
+
+namespace standalone {
+namespace {
+
+constexpr int kFirstTextureChannel = 1;
+constexpr int kLastTextureSet = 98;
+
+// Morph targets may share their data in the file.
+constexpr std::size_t kMostMovements = std::size_t{1} << 26;
+
+void AddFaces(const eGltfVertices& vertices, host::Mesh& mesh) {
+    for (const eGltfFaceGroup& group : vertices.Groups()) {
+        const std::vector<std::uint32_t>& numbers = vertices.Blocks()[group.block].numbers;
+        mesh.faces.reserve(mesh.faces.size() + group.corners.size() / 3);
+        for (std::size_t i = 0; i < group.corners.size(); i += 3) {
+            host::Face& face = mesh.faces.emplace_back();
+            for (std::size_t corner = 0; corner < 3; ++corner) {
+                face.v[corner] = numbers[group.corners[i + corner]];
+            }
+            face.smGroup = 1;
+            face.setMatID(group.materialId);
+        }
+    }
+}
+
+// Corners of primitives without normals, and of normals without length, have none.
+void AddNormals(const eGltfVertices& vertices, host::Mesh& mesh) {
+    const std::size_t count = mesh.verts.size();
+    host::MeshNormalSpec spec{std::vector<host::Point3>(count), {}, std::vector<bool>(count, true)};
+    std::vector<bool> hasNormal(count);
+    vertices.ForEach("NORMAL", 3, [&](std::size_t vertex, std::span<const float> n) {
+        spec.normals[vertex] = Normalize(ToHostPoint({n[0], n[1], n[2]}));
+        hasNormal[vertex] = spec.normals[vertex] != host::Point3{};
+    });
+    if (std::ranges::find(hasNormal, true) == hasNormal.end()) {
+        return;
+    }
+    spec.faceNormals.reserve(3 * mesh.faces.size());
+    for (const host::Face& face : mesh.faces) {
+        for (const std::uint32_t v : face.v) {
+            spec.faceNormals.push_back(hasNormal[v] ? static_cast<std::int32_t>(v) : -1);
+        }
+    }
+    mesh.specifiedNormals = std::move(spec);
+}
+
+// A channel with a map vertex for every vertex; `value` is for those that the file has none for.
+host::MapChannel& AddChannel(host::Mesh& mesh, int number, const host::Point3& value) {
+    host::MapChannel& channel = mesh.maps.emplace_back();
+    channel.channel = number;
+    channel.verts.assign(mesh.verts.size(), value);
+    channel.faces.reserve(mesh.faces.size());
+    for (const host::Face& face : mesh.faces) {
+        channel.faces.push_back({{face.v[0], face.v[1], face.v[2]}});
+    }
+    return channel;
+}
+
+// n of an attribute TEXCOORD_n.
+std::optional<int> TextureSet(std::string_view attribute) {
+    constexpr std::string_view kName = "TEXCOORD_";
+    int number = 0;
+    if (!attribute.starts_with(kName)) {
+        return std::nullopt;
+    }
+    const char* end = attribute.data() + attribute.size();
+    const auto [behind, error] = std::from_chars(attribute.data() + kName.size(), end, number);
+    const bool isSet = error == std::errc() && behind == end && number >= 0 && number <= kLastTextureSet;
+    return isSet ? std::optional(number) : std::nullopt;
+}
+
+// The exporter turns v downward again, so that the file's own coordinates come out.
+void AddTextureSets(const eGltfVertices& vertices, host::Mesh& mesh) {
+    std::set<int> sets;
+    for (const eGltfVertexBlock& block : vertices.Blocks()) {
+        for (const auto& [name, accessor] : block.primitive->attributes) {
+            if (const std::optional<int> set = TextureSet(name)) {
+                sets.insert(*set);
+            }
+        }
+    }
+    for (const int set : sets) {
+        host::MapChannel& channel = AddChannel(mesh, set + kFirstTextureChannel, {0, 1, 0});
+        vertices.ForEach("TEXCOORD_" + std::to_string(set), 2,
+                         [&](std::size_t vertex, std::span<const float> uv) {
+                             channel.verts[vertex] = {uv[0], 1 - uv[1], 0};
+                         });
+    }
+}
+
+// Fills a channel from COLOR_0, which some primitives may have with alpha, some without, and some not at all.
+template <class Pick>
+void AddColorChannel(const eGltfAccessors& accessors, const eGltfVertices& vertices, host::Mesh& mesh,
+                     int number, Pick pick) {
+    host::MapChannel& channel = AddChannel(mesh, number, {1, 1, 1});
+    for (const eGltfVertexBlock& block : vertices.Blocks()) {
+        const int accessor = block.Attribute("COLOR_0");
+        if (accessor < 0) {
+            continue;
+        }
+        const std::size_t width = accessors.Width(accessor) == 4 ? 4 : 3;
+        vertices.ForEachOf(block, accessor, width, [&](std::size_t vertex, std::span<const float> color) {
+            channel.verts[vertex] = pick(color);
+        });
+    }
+}
+
+void AddColors(eGltfReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices,
+               host::Mesh& mesh) {
+    bool hasColor = false, hasAlpha = false;
+    for (const eGltfVertexBlock& block : vertices.Blocks()) {
+        const int accessor = block.Attribute("COLOR_0");
+        hasColor = hasColor || accessor >= 0;
+        hasAlpha = hasAlpha || (accessor >= 0 && accessors.Width(accessor) == 4);
+        if (block.Attribute("COLOR_1") >= 0) {
+            report.Notice(eGltfNotice::CannotShow, "further sets of vertex colours");
+        }
+    }
+    if (hasColor) {
+        AddColorChannel(accessors, vertices, mesh, host::Mesh::kVertexColorChannel,
+                        [](std::span<const float> c) {
+                            return host::Point3{c[0], c[1], c[2]};
+                        });
+    }
+    if (hasAlpha) {
+        AddColorChannel(accessors, vertices, mesh, host::Mesh::kVertexAlphaChannel,
+                        [](std::span<const float> c) {
+                            const float alpha = c.size() == 4 ? c[3] : 1;
+                            return host::Point3{alpha, alpha, alpha};
+                        });
+    }
+}
+
+void AddTarget(eGltfReport& report, const eGltfVertices& vertices, const eGltfVertexBlock& block,
+               const std::map<std::string, int>& attributes, std::vector<host::Point3>& movements) {
+    for (const auto& [name, accessor] : attributes) {
+        if (name == "POSITION") {
+            vertices.ForEachOf(block, accessor, 3, [&](std::size_t vertex, std::span<const float> p) {
+                movements[vertex] = ToHostPoint({p[0], p[1], p[2]});
+            });
+        } else {
+            report.Notice(eGltfNotice::CannotShow, "morph targets of " + name);
+        }
+    }
+}
+
+}  // namespace
+
+host::Mesh MakeGltfMesh(eGltfReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices) {
+    host::Mesh mesh;
+    mesh.verts.resize(vertices.Count());
+    vertices.ForEach("POSITION", 3, [&](std::size_t vertex, std::span<const float> p) {
+        mesh.verts[vertex] = ToHostPoint({p[0], p[1], p[2]});
+    });
+    AddFaces(vertices, mesh);
+    AddNormals(vertices, mesh);
+    AddTextureSets(vertices, mesh);
+    AddColors(report, accessors, vertices, mesh);
+    return mesh;
+}
+
+std::vector<std::vector<host::Point3>> ReadGltfTargets(eGltfReport& report, const eGltfVertices& vertices) {
+    const std::size_t count = vertices.Blocks().front().primitive->targets.size();
+    if (count > kMostMovements / std::max(vertices.Count(), std::size_t{1})) {
+        report.Problem(vertices.Blocks().front().place + "/targets",
+                       "the morph targets are too many to unfold");
+        return {};
+    }
+    std::vector<std::vector<host::Point3>> movements(count, std::vector<host::Point3>(vertices.Count()));
+    for (const eGltfVertexBlock& block : vertices.Blocks()) {
+        const auto& targets = block.primitive->targets;
+        if (targets.size() != count) {
+            report.Problem(block.place + "/targets",
+                           "the primitives of the mesh have different numbers of morph targets");
+            return {};
+        }
+        for (std::size_t target = 0; target < count; ++target) {
+            AddTarget(report, vertices, block, targets[target], movements[target]);
+        }
+    }
+    return movements;
+}
+
+}  // namespace standalone

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "standalone/loaders/gltf/gltf_import.h"
+
+namespace standalone {
+
+// Vertices that one or more primitives of a mesh have in common.
+struct eGltfVertexBlock {
+    static constexpr std::uint32_t kUnused = std::numeric_limits<std::uint32_t>::max();
+
+    const tinygltf::Primitive* primitive = nullptr;  // the first one that has them
+    std::string place;
+    std::vector<std::uint32_t> numbers;  // in the mesh, by number in the file; kUnused where no triangle is
+    std::vector<std::uint32_t> kept;     // numbers in the file, in the order of the mesh
+    std::size_t first = 0;               // number of the first in the mesh
+
+    // The accessor, -1 where the block lacks the attribute.
+    int Attribute(const std::string& name) const;
+};
+
+// The triangles of one primitive.
+struct eGltfFaceGroup {
+    std::size_t block = 0;
+    std::uint16_t materialId = 0;
+    std::vector<std::uint32_t> corners;  // vertices by number in the file, three per triangle
+};
+
+// The vertices and triangles of a mesh of the file. Primitives that name the same accessors share a block;
+// vertices that no triangle uses are left out.
+class eGltfVertices {
+public:
+    // Without triangles there are no groups. Faults are told.
+    eGltfVertices(eGltfImport& import, int mesh);
+
+    std::size_t Count() const { return count; }
+    const std::vector<eGltfVertexBlock>& Blocks() const { return blocks; }
+    const std::vector<eGltfFaceGroup>& Groups() const { return groups; }
+
+    // Calls take(vertex of the mesh, its `width` numbers) for each vertex whose block has the attribute.
+    template <class Take>
+    void ForEach(const std::string& attribute, std::size_t width, Take take) const {
+        for (const eGltfVertexBlock& block : blocks) {
+            if (const int accessor = block.Attribute(attribute); accessor >= 0) {
+                ForEachOf(block, accessor, width, take);
+            }
+        }
+    }
+    // The same for an accessor with an element per vertex of the block.
+    template <class Take>
+    void ForEachOf(const eGltfVertexBlock& block, int accessor, std::size_t width, Take take) const {
+        const std::vector<float> numbers = HasAllVertices(block, accessor)
+                                               ? accessors.Floats(accessor, width, block.place)
+                                               : std::vector<float>();
+        for (std::size_t i = 0; i < block.kept.size() && !numbers.empty(); ++i) {
+            take(block.first + i, std::span(numbers).subspan(block.kept[i] * width, width));
+        }
+    }
+    // False, with a problem, where the accessor has another number of elements than the block has vertices.
+    bool HasAllVertices(const eGltfVertexBlock& block, int accessor) const;
+
+private:
+    using eBlockKey = std::pair<std::map<std::string, int>, std::vector<std::map<std::string, int>>>;
+
+    void CollectTriangles(eGltfImport& import, int mesh);
+    std::size_t BlockOf(const tinygltf::Primitive& primitive, const std::string& place);
+    void NumberVertices();
+
+    const eGltfAccessors& accessors;
+    eGltfReport& report;
+    std::map<eBlockKey, std::size_t> known;
+    std::vector<eGltfVertexBlock> blocks;
+    std::vector<eGltfFaceGroup> groups;
+    std::size_t count = 0;
+};
+
+}  // namespace standalone

@@ -1,0 +1,80 @@
+#include "standalone/objects/bitmap_texmap.h"
+
+#include <cmath>
+
+#include "base/ansi.h"
+#include "standalone/data/scene_path.h"
+#include "standalone/objects/scene.h"
+
+namespace standalone {
+
+namespace {
+
+eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
+    if (!bitmap.onDisk.empty()) {
+        return {bitmap.onDisk, platform::ePathForm::Native};
+    }
+    if (bitmap.file.empty() || IsAbsolutePath(bitmap.file)) {
+        return {bitmap.file};
+    }
+    const std::string folder = scene.folder.empty() ? FolderOf(scene.file) : scene.folder;
+    return {folder.empty() ? bitmap.file : folder + "/" + bitmap.file};
+}
+
+class ePictureAsset : public host::AssetUser {
+public:
+    explicit ePictureAsset(const eImageFile& pictureFile) : file(pictureFile) {}
+
+    std::string GetFullFilePath() const override {
+        return file.form == platform::ePathForm::Native ? FromUtf8(file.path).text : file.path;
+    }
+
+private:
+    const eImageFile& file;
+};
+
+}  // namespace
+
+eBitmapTexmap::eBitmapTexmap(eScene& ownScene, std::size_t place, const eMapData& data,
+                             const eBitmapMap& bitmapMap)
+    : eTexmap(ownScene, place, data),
+      bitmap(bitmapMap),
+      file(FileOf(ownScene.data, bitmapMap)),
+      isCropped(bitmap.cropOrigin != host::Point2{} || bitmap.cropSize != host::Point2{1, 1}) {}
+
+const eImage* eBitmapTexmap::Picture() {
+    if (generation != scene.images.Generation()) {
+        picture = file.path.empty() ? nullptr : scene.images.Find(file);
+        generation = scene.images.Generation();
+    }
+    return picture;
+}
+
+host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
+    const eImage* const image = Picture();
+    if (image == nullptr) {
+        return {0, 0, 0, 1};
+    }
+    const host::Point3 point = Coordinates(context);
+    float u = point.x, v = point.y;
+    if (isCropped) {
+        u = bitmap.cropOrigin.x + (u - std::floor(u)) * bitmap.cropSize.x;
+        v = bitmap.cropOrigin.y + (v - std::floor(v)) * bitmap.cropSize.y;
+    }
+    host::AColor color = context.filterMaps ? image->Bilinear(u, v) : image->Nearest(u, v);
+    if (bitmap.invert) {
+        color = {1 - color.r, 1 - color.g, 1 - color.b, color.a};
+    }
+    return {color.r * bitmap.amount, color.g * bitmap.amount, color.b * bitmap.amount, color.a};
+}
+
+void eBitmapTexmap::EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const {
+    if (file.path.empty()) {
+        return;
+    }
+    if ((flags & kListMissingFiles) != 0 || IsFile(file)) {
+        callback.RecordAsset(ePictureAsset(file));
+    }
+}
+
+}  // namespace standalone

@@ -1,0 +1,75 @@
+#include "standalone/pictures/image.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace standalone {
+
+std::size_t eImage::Bytes() const {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4 * (has16Bits ? 2 : 1);
+}
+
+namespace {
+
+constexpr std::array<float, 256> MakeByteValues() {
+    std::array<float, 256> values{};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = static_cast<float>(i) / 255.0F;
+    }
+    return values;
+}
+
+constexpr std::array<float, 256> byteValues = MakeByteValues();
+
+float Fraction(float value) {
+    return value - std::floor(value);
+}
+
+host::AColor Between(const host::AColor& a, const host::AColor& b, float f) {
+    return {a.r + (b.r - a.r) * f, a.g + (b.g - a.g) * f, a.b + (b.b - a.b) * f, a.a + (b.a - a.a) * f};
+}
+
+}  // namespace
+
+host::AColor eImage::Texel(int column, int row) const {
+    const std::size_t first = (static_cast<std::size_t>(height - 1 - row) * static_cast<std::size_t>(width) +
+                               static_cast<std::size_t>(column)) *
+                              4;
+    if (has16Bits) {
+        const auto* const values = static_cast<const std::uint16_t*>(texels.get()) + first;
+        constexpr float kFull = 65535;
+        return {static_cast<float>(values[0]) / kFull, static_cast<float>(values[1]) / kFull,
+                static_cast<float>(values[2]) / kFull, static_cast<float>(values[3]) / kFull};
+    }
+    const auto* const values = static_cast<const std::uint8_t*>(texels.get()) + first;
+    return {byteValues[values[0]], byteValues[values[1]], byteValues[values[2]], byteValues[values[3]]};
+}
+
+namespace {
+
+// The texel at a place counted in texels; the last one behind the end, where rounding leads, and the first
+// one for what is no number.
+int TexelAt(float place, int count) {
+    return place >= 0 ? std::min(static_cast<int>(place), count - 1) : 0;
+}
+
+}  // namespace
+
+host::AColor eImage::Nearest(float u, float v) const {
+    return Texel(TexelAt(Fraction(u) * static_cast<float>(width), width),
+                 TexelAt(Fraction(v) * static_cast<float>(height), height));
+}
+
+host::AColor eImage::Bilinear(float u, float v) const {
+    // Counted from the middle of the texel before the first, so that whole numbers are the right neighbours.
+    const float x = Fraction(u) * static_cast<float>(width) + 0.5F;
+    const float y = Fraction(v) * static_cast<float>(height) + 0.5F;
+    const int right = TexelAt(x, width + 1), left = (right + width - 1) % width;
+    const int above = TexelAt(y, height + 1), below = (above + height - 1) % height;
+    const float fx = x - std::floor(x), fy = y - std::floor(y);
+    return Between(Between(Texel(left, below), Texel(right % width, below), fx),
+                   Between(Texel(left, above % height), Texel(right % width, above % height), fx), fy);
+}
+
+}  // namespace standalone

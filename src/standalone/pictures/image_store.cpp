@@ -1,0 +1,90 @@
+#include "standalone/pictures/image_store.h"
+
+#include <algorithm>
+
+#include "platform/folder.h"
+#include "standalone/data/file_content.h"
+
+namespace standalone {
+
+namespace {
+
+eDecodedImage ReadImage(const eImageFile& file, const std::string& diskPath) {
+    if (platform::IsFolder(file.path, file.form)) {
+        return {nullptr, "it is a folder"};
+    }
+    std::string content;
+    const platform::eIoStatus status = ReadFileContent(diskPath, content);
+    if (!status.IsOk()) {
+        return {nullptr, status.Text()};
+    }
+    return DecodeImage({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+}
+
+}  // namespace
+
+bool IsFile(const eImageFile& file) {
+    return platform::Exists(file.path, file.form) && !platform::IsFolder(file.path, file.form);
+}
+
+const eImage* eImageStore::Find(const eImageFile& file, std::string* problem) {
+    const std::string diskPath = platform::DiskPath(file.path, file.form);
+    const auto found = std::ranges::find(entries, diskPath, &eEntry::diskPath);
+    if (found != entries.end()) {
+        entries.splice(entries.begin(), entries, found);
+    } else {
+        entries.push_front({diskPath, ReadImage(file, diskPath)});
+        MakeRoom();
+    }
+    const eDecodedImage& decoded = entries.front().decoded;
+    if (problem != nullptr && decoded.image == nullptr) {
+        *problem = decoded.problem;
+    }
+    return decoded.image.get();
+}
+
+void eImageStore::MakeRoom() {
+    constexpr std::size_t kBudget = std::size_t{128} << 20;
+    constexpr std::size_t kKept = 8;
+    std::size_t bytes = 0;
+    std::size_t pictures = 0;
+    for (auto entry = entries.begin(); entry != entries.end();) {
+        const bool isPicture = entry->decoded.image != nullptr;
+        bytes += isPicture ? entry->decoded.image->Bytes() : 0;
+        pictures += isPicture ? 1 : 0;
+        if (isPicture && pictures > kKept && bytes > kBudget) {
+            entry = entries.erase(entry);
+            ++generation;
+        } else {
+            ++entry;
+        }
+    }
+}
+
+namespace {
+
+// What a caller holds of a picture in the store.
+class eLoadedBitmap : public host::Bitmap {
+public:
+    explicit eLoadedBitmap(const eImage& image)
+        : width(image.Width()), height(image.Height()), hasAlpha(image.HasAlpha()) {}
+
+    int Width() const override { return width; }
+    int Height() const override { return height; }
+    bool HasAlpha() const override { return hasAlpha; }
+    void DeleteThis() override { delete this; }
+
+private:
+    int width;
+    int height;
+    bool hasAlpha;
+};
+
+}  // namespace
+
+host::Bitmap* eImageStore::Load(const host::BitmapInfo& info, std::string* problem) {
+    const eImage* image = Find({info.path}, problem);
+    return image != nullptr ? new eLoadedBitmap(*image) : nullptr;
+}
+
+}  // namespace standalone
