@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/export.h"
+#include "geometry/vertex_layout.h"
 #include "io/streams/stream_memory.h"
 #include "mesh/build/bone_palettes.h"
 #include "mesh/build/mesh_assembly.h"
@@ -16,7 +17,6 @@
 #include "mesh/read/extract_mesh.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
-#include "mesh/vertex_layout.h"
 #include "mesh/write_mesh.h"
 #include "scene/bones/bone_tree.h"
 #include "standalone/standalone_host.h"

@@ -41,7 +41,7 @@
 //   4     first vertex, in the order of the mesh file
 //   2     number of vertices
 //   2     hasBox
-//         vertices (mesh/vertex_layout.h)
+//         vertices (geometry/vertex_layout.h)
 //   24    if hasBox: lower corner, upper corner
 inline constexpr std::uint32_t kAnimationVersion = 0x00060001;
 inline constexpr int kMaxAnimatedBones = 255;

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "geometry/export_vertex.h"
 #include "host/values.h"
-#include "mesh/export_vertex.h"
 
 namespace host {
 class INode;

@@ -4,8 +4,8 @@
 
 #include "animation/export_animation.h"
 #include "animation/export_frame.h"
+#include "geometry/vertex_layout.h"
 #include "io/streams/stream_file.h"
-#include "mesh/vertex_layout.h"
 #include "scene/export_bone.h"
 
 class Export;

@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "base/ansi.h"
+#include "geometry/vertex_layout.h"
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_reader.h"
 #include "mesh/strips/cache_statistics.h"
 #include "mesh/strips/sub_mesh.h"
-#include "mesh/vertex_layout.h"
 
 namespace inspect {
 

@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "geometry/export_mesh.h"
 #include "host/values.h"
-#include "mesh/export_mesh.h"
 
 namespace host {
 class INode;

@@ -6,8 +6,8 @@
 #include <filesystem>
 
 #include "animation/animation_reader.h"
+#include "geometry/vertex_layout.h"
 #include "mesh/file/mesh_reader.h"
-#include "mesh/vertex_layout.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/export_run.h"
 #include "support/source_tree.h"

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "geometry/vertex_layout.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/animated_part.h"
-#include "mesh/vertex_layout.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "animation/animation_reader.h"
+#include "geometry/vertex_layout.h"
 #include "mesh/mesh_run.h"
-#include "mesh/vertex_layout.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/source_tree.h"
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "geometry/vertex_layout.h"
 #include "mesh/file/mesh_reader.h"
-#include "mesh/vertex_layout.h"
 #include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
 #include "scene/triangle_mesh.h"

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/export_vertex.h"
 #include "mesh/build/vertex_order.h"
-#include "mesh/export_vertex.h"
 
 // The rule of the weld as plainly as it can be said.
 class ePlainWeld {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <random>
 
+#include "geometry/vertex_layout.h"
 #include "mesh/plain_weld.h"
-#include "mesh/vertex_layout.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "mesh/export_vertex.h"
+#include "geometry/export_vertex.h"
 
 class Export;
 struct eExportBone;

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "mesh/vertex_layout.h"
+#include "geometry/vertex_layout.h"
 
 namespace {
 

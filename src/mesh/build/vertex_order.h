@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mesh/export_vertex.h"
+#include "geometry/export_vertex.h"
 
 // The order of the weld. Two vertices are one exactly when neither is less: they agree in position, map
 // coordinates, normal and tangent up to 0.001 per component (of a position: a millimetre), and in all else

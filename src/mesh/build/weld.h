@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "mesh/export_vertex.h"
+#include "geometry/export_vertex.h"
 
 // The unique vertices of a mesh, numbered in the order in which they first came.
 //

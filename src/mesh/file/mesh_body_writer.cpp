@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "export/export.h"
+#include "geometry/vertex_layout.h"
 #include "host/node.h"
 #include "material/queries/material_queries.h"
 #include "mesh/file/mesh_format.h"
-#include "mesh/vertex_layout.h"
 #include "scene/properties/node_name.h"
 
 namespace {

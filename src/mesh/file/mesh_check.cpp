@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "mesh/export_mesh.h"
+#include "geometry/export_mesh.h"
+#include "geometry/vertex_layout.h"
 #include "mesh/strips/sub_mesh.h"
-#include "mesh/vertex_layout.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "mesh/file/mesh_reader.h"
 
+#include "geometry/vertex_layout.h"
 #include "io/streams/byte_reader.h"
 #include "mesh/file/mesh_format.h"
 #include "mesh/strips/sub_mesh.h"
-#include "mesh/vertex_layout.h"
 
 namespace {
 

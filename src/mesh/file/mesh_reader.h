@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "geometry/export_vertex.h"
 #include "host/values.h"
-#include "mesh/export_vertex.h"
 
 // A sub-mesh as the file holds it (mesh_format.h).
 struct eFileSubMesh {

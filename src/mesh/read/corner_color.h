@@ -2,8 +2,8 @@
 
 #include <span>
 
+#include "geometry/export_mesh.h"
 #include "host/mesh.h"
-#include "mesh/export_mesh.h"
 #include "mesh/read/face_material.h"
 #include "mesh/read/map_coords.h"
 #include "mesh/read/node_reading.h"

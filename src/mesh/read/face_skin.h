@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "geometry/export_mesh.h"
 #include "host/object.h"
-#include "mesh/export_mesh.h"
 
 // Reads the skin of faces: per corner the three heaviest influences of at least 0.001, brought to the sum 1.
 class eFaceSkinReader {

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "mesh/export_mesh.h"
+#include "geometry/export_mesh.h"
 
 // How much of a mesh a frame holds. Every frame that is written must hold as much as the first one: the
 // frames share faces, and a face is found by its number in all of them.

@@ -3,9 +3,9 @@
 #include <optional>
 #include <span>
 
+#include "geometry/export_mesh.h"
 #include "host/material.h"
 #include "host/mesh.h"
-#include "mesh/export_mesh.h"
 
 // The bounds of a mesh in object space, for coordinates that come from nowhere else. Worked out at the first
 // question.

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "mesh/export_vertex.h"
+#include "geometry/export_vertex.h"
 #include "mesh/strips/sub_mesh.h"
 
 // A mesh as the file holds it.

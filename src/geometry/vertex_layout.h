@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "mesh/export_vertex.h"
+#include "geometry/export_vertex.h"
 
 // How a vertex lies in the mesh file and in the animation file. Its format word says which fields it has;
 // they follow one another without padding, little-endian:
