@@ -1,5 +1,8 @@
+#include "io/file_cache.h"
+
 #include "base/diagnostics.h"
 #include "base/format.h"
+#include "base/global_collector.h"
 #include "io/name.h"
 #include "io/repository/repository.h"
 #include "io/repository/repository_table.h"
@@ -8,6 +11,8 @@
 
 namespace xIo::xRepository {
 namespace {
+
+const eModuleRegistration applicationModule({"app", LoadFileCache, Clear});
 
 void CacheResource(const std::string& name) {
     eStorage* storage = FindStorage(name);

@@ -6,7 +6,6 @@
 
 #include "base/diagnostics.h"
 #include "base/format.h"
-#include "base/global_collector.h"
 #include "io/name.h"
 #include "io/repository/folder_walk.h"
 #include "io/repository/part_name.h"
@@ -18,8 +17,6 @@
 
 namespace xIo::xRepository {
 namespace {
-
-const eModuleRegistration applicationModule({"app", LoadFileCache, Clear});
 
 bool IsExcluded(const eName& name) {
     const std::string extension = name.Part(eName::Extension);

@@ -76,8 +76,4 @@ public:
 // Everything up to and with the last slash.
 std::string FolderOf(const std::string& name);
 
-// Inflates the entries listed in "/set/file_cache.set" and keeps them in memory. The start of an application
-// does it.
-void LoadFileCache();
-
 }  // namespace xIo::xRepository

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/global_collector.h"
+#include "io/file_cache.h"
 #include "io/repository/repository_table.h"
 #include "support/fail_text.h"
 #include "support/message_collector.h"
@@ -20,7 +21,9 @@ namespace {
 
 using namespace xIo::xRepository;
 using support::FailText;
+using testing::Contains;
 using testing::ElementsAre;
+using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -169,6 +172,8 @@ TEST_F(Repository, FillsTheFileCache) {
     folder.Write("set/file_cache.set", "{cache \"/A.txt\" \"/none\" \"/set/file_cache.set\" {\"/b.txt\"}}");
     folder.Write("game.pak", support::ePakBuilder().Add("b.txt", "b").Add("a.txt", content).Bytes());
     Mount("/", folder.Path());
+    ASSERT_THAT(eGlobalCollector::Instance().Records(),
+                Contains(Field(&eModuleRecord::start, &LoadFileCache)));
     eGlobalCollector::Instance().StartModules();
     EXPECT_THAT(messages.log, HasSubstr("Can't find file for caching: /none"));
     std::filesystem::resize_file(folder / "game.pak", 0);
