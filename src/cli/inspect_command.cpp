@@ -18,6 +18,9 @@ namespace cli {
 
 namespace {
 
+// The version of the descriptions' keys; rises when one is taken out or changes its meaning.
+constexpr int kDescriptionSchema = 1;
+
 // Prints the descriptions, for people at once, as JSON at the end.
 class eInspectOutput {
 public:
@@ -33,7 +36,7 @@ public:
             TellError(file.path + ": " + result.problem);
             exitCode = kExitUsage;
         } else if (asJson) {
-            inspect::eDescription entry{{"path", file.path}};
+            inspect::eDescription entry{{"schema", kDescriptionSchema}, {"path", file.path}};
             entry.update(result.description);
             all.push_back(std::move(entry));
         } else {

@@ -75,6 +75,7 @@ int eRunRecord::ChangedFiles() const {
 
 std::string ReportText(const eRunRecord& record) {
     ordered_json json;
+    json["schema"] = kReportSchema;
     json["scene"] = record.scene;
     json["options"] = OptionsJson(record.options);
     json["models"] = ordered_json::array();

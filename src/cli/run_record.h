@@ -35,6 +35,9 @@ struct eRunRecord {
     int ChangedFiles() const;
 };
 
+// The version of the report's keys; rises when one is taken out or changes its meaning.
+inline constexpr int kReportSchema = 1;
+
 // The report as JSON text, UTF-8; keys in a fixed order, files sorted by path with their present sizes.
 std::string ReportText(const eRunRecord& record);
 

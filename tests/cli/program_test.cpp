@@ -78,8 +78,8 @@ TEST_F(Program, ExportsAndReports) {
     for (const auto& member : report.items()) {
         keys.push_back(member.key());
     }
-    EXPECT_THAT(
-        keys, ElementsAre("scene", "options", "models", "messages", "files", "cancelled", "seconds", "exit"));
+    EXPECT_THAT(keys, ElementsAre("schema", "scene", "options", "models", "messages", "files", "cancelled",
+                                  "seconds", "exit"));
     EXPECT_EQ(report["models"][0]["bones"], 2);
     EXPECT_EQ(report["exit"], 0);
     bool foundModel = false;
@@ -167,6 +167,7 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     EXPECT_EQ(text.exitCode, 0) << text.errors;
     EXPECT_THAT(text.output, HasSubstr("bone: arm"));
     const eProgramResult json = Run("inspect --json '" + (folder / "game/units/arm/arm.mdl") + "'");
+    EXPECT_THAT(json.output, testing::StartsWith("[\n  {\n    \"schema\": 1,\n"));
     EXPECT_EQ(nlohmann::json::parse(json.output)[0]["boneCount"], 2);
     const std::string png = " --png '" + (folder / "out.png") + "'";
     folder.Write("wall.bmp", support::Bmp({1, 1, 3, {1, 2, 3}}));
