@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/gltf_axes.h"
 
 namespace standalone {

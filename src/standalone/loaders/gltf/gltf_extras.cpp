@@ -1,44 +1,18 @@
 #include "standalone/loaders/gltf/gltf_extras.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <vector>
 
-#include "base/ansi.h"
 #include "standalone/data/property_lines.h"
 #include "standalone/loaders/gltf/file/gltf_json.h"
+#include "standalone/loaders/shared/short_number.h"
 
 namespace standalone {
 namespace {
 
-bool IsTextOf(const eJsonTree& json, eJsonIndex value, std::string_view text) {
-    return json.Is(value, eJsonKind::Text) && json.Text(value) == text;
-}
-
-// A line per member: a break inside a value would begin another property.
-std::string OneLine(std::string_view utf8, eGltfReport& report) {
-    std::string line(utf8);
-    std::ranges::replace_if(
-        line, [](char byte) { return byte == '\r' || byte == '\n' || byte == '\t'; }, ' ');
-    return report.Ansi(line);
-}
-
-// A whole property text, whose lines end in CR LF in the host: one of its readers does not know a bare LF.
-std::string WholeText(std::string_view utf8) {
-    std::string text;
-    for (const char byte : FromUtf8(utf8).text) {
-        if (byte == '\n' && !text.ends_with('\r')) {
-            text += '\r';
-        }
-        text += byte == '\0' ? '_' : byte;
-    }
-    return text;
-}
-
 class eNodeExtras {
 public:
-    eNodeExtras(const eJsonTree& document, eGltfReport& ownReport, eNodeData& node)
+    eNodeExtras(const eJsonTree& document, eImportReport& ownReport, eNodeData& node)
         : json(document), report(ownReport), record(node) {}
 
     void Read(eJsonIndex extras) {
@@ -53,10 +27,10 @@ public:
         }
     }
 
-    eGltfShape shape = eGltfShape::None;
+    eShapeWord shape = eShapeWord::None;
 
 private:
-    void Lose(eJsonIndex value) { report.Notice(eGltfNotice::LostExtra, json.PathOf(value)); }
+    void Lose(eJsonIndex value) { report.Notice(eImportNotice::LostExtra, json.PathOf(value)); }
 
     std::string NumberText(eJsonIndex value) const {
         return json.Is(value, eJsonKind::Integer) ? std::to_string(json.values[value].integer)
@@ -92,24 +66,16 @@ private:
             for (const eJsonIndex element : json.Children(value)) {
                 ReadGroup(element);
             }
-        } else if (IsTextOf(json, value, "head")) {
-            record.groupHead = true;
-        } else if (IsTextOf(json, value, "member")) {
-            record.groupMember = true;
-        } else {
+        } else if (!json.Is(value, eJsonKind::Text) || !ReadGroupWord(json.Text(value), record)) {
             Lose(value);
         }
     }
 
     void ReadShape(eJsonIndex value) {
-        constexpr std::array<std::string_view, 4> kWords = {"", "box", "sphere", "cylinder"};
-        for (std::size_t word = 1; word < kWords.size(); ++word) {
-            if (IsTextOf(json, value, kWords[word])) {
-                shape = static_cast<eGltfShape>(word);
-                return;
-            }
+        shape = json.Is(value, eJsonKind::Text) ? ShapeOfWord(json.Text(value)) : eShapeWord::None;
+        if (shape == eShapeWord::None) {
+            Lose(value);
         }
-        Lose(value);
     }
 
     void ReadProperty(eJsonIndex member) {
@@ -138,8 +104,8 @@ private:
     }
 
     void ReadText(eJsonIndex member) {
-        if (json.Key(member) == "properties") {
-            AppendPropertyLine(record.properties, WholeText(json.Text(member)));
+        if (json.Key(member) == kWholeTextKey) {
+            AppendPropertyLine(record.properties, PropertyTextOf(json.Text(member)));
         } else {
             AddLine(json.Key(member), json.Text(member));
         }
@@ -167,21 +133,20 @@ private:
     }
 
     void AddLine(std::string_view key, std::string_view value) {
-        const std::string line = OneLine(key, report);
-        AppendPropertyLine(record.properties, value.empty() ? line : line + "=" + OneLine(value, report));
+        AppendPropertyLine(record.properties, PropertyLineOf(key, value, report));
     }
 
     const eJsonTree& json;
-    eGltfReport& report;
+    eImportReport& report;
     eNodeData& record;
 };
 
 }  // namespace
 
-eGltfShape ReadNodeExtras(const eJsonTree& json, eJsonIndex node, eGltfReport& report, eNodeData& record) {
+eShapeWord ReadNodeExtras(const eJsonTree& json, eJsonIndex node, eImportReport& report, eNodeData& record) {
     const eJsonIndex extras = json.FindMember(node, "extras");
     if (extras == kNoJson) {
-        return eGltfShape::None;
+        return eShapeWord::None;
     }
     eNodeExtras reader(json, report, record);
     reader.Read(extras);
@@ -197,13 +162,6 @@ std::optional<double> ExtraNumber(const eJsonTree& json, eJsonIndex object, std:
         return json.values[value].isTrue ? 1 : 0;
     }
     return json.Double(value);
-}
-
-std::string ShortNumber(double number) {
-    std::array<char, 400> digits;  // the smallest number takes 327 characters, the largest 309
-    const auto written =
-        std::to_chars(digits.data(), digits.data() + digits.size(), number + 0.0, std::chars_format::fixed);
-    return {digits.data(), written.ptr};
 }
 
 }  // namespace standalone

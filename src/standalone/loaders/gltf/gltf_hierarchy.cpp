@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <string>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
+
 namespace standalone {
 namespace {
 
 // As deep as scene documents may be.
 constexpr int kMostLevels = 2000;
 
-void ReadParents(const tinygltf::Model& model, std::vector<int>& parents, eGltfReport& report) {
+void ReadParents(const tinygltf::Model& model, std::vector<int>& parents, eImportReport& report) {
     parents.assign(model.nodes.size(), -1);
     for (std::size_t node = 0; node < model.nodes.size(); ++node) {
         for (const int child : model.nodes[node].children) {
@@ -60,7 +62,7 @@ std::vector<int> NodesWithoutParent(const std::vector<int>& parents) {
 }
 
 // A node below no root is below itself.
-void CheckTree(const tinygltf::Model& model, const std::vector<int>& parents, eGltfReport& report) {
+void CheckTree(const tinygltf::Model& model, const std::vector<int>& parents, eImportReport& report) {
     std::vector<bool> isReached(model.nodes.size());
     for (const eVisit& visit : Walk(model, NodesWithoutParent(parents))) {
         isReached[static_cast<std::size_t>(visit.node)] = true;
@@ -76,7 +78,7 @@ void CheckTree(const tinygltf::Model& model, const std::vector<int>& parents, eG
     }
 }
 
-void CheckSceneRoots(const eGltfHierarchy& hierarchy, eGltfReport& report) {
+void CheckSceneRoots(const eGltfHierarchy& hierarchy, eImportReport& report) {
     std::vector<bool> isListed(hierarchy.parents.size());
     for (const int root : hierarchy.roots) {
         const auto index = static_cast<std::size_t>(root);
@@ -92,7 +94,7 @@ void CheckSceneRoots(const eGltfHierarchy& hierarchy, eGltfReport& report) {
 
 }  // namespace
 
-eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eGltfReport& report) {
+eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eImportReport& report) {
     eGltfHierarchy hierarchy;
     ReadParents(model, hierarchy.parents, report);
     if (report.HasProblems()) {
@@ -113,7 +115,7 @@ eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eGltfReport& repo
         hierarchy.order.push_back(visit.node);
     }
     if (model.scenes.size() > 1) {
-        report.Notice(eGltfNotice::CannotShow, "other scenes than the one shown");
+        report.Notice(eImportNotice::CannotShow, "other scenes than the one shown");
     }
     return hierarchy;
 }

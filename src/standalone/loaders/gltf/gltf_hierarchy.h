@@ -16,6 +16,6 @@ struct eGltfHierarchy {
 
 // Nodes that are their own ancestors, have two parents, or lie too deep for whoever walks trees by recursion,
 // are problems; the hierarchy is good only without them.
-eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eGltfReport& report);
+eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eImportReport& report);
 
 }  // namespace standalone

@@ -1,14 +1,10 @@
 #pragma once
 
 #include <optional>
-#include <set>
-#include <span>
-#include <string>
-#include <string_view>
 #include <vector>
 
-#include "platform/io_status.h"
 #include "standalone/loaders/gltf/gltf_import.h"
+#include "standalone/loaders/shared/picture_files.h"
 
 namespace standalone {
 
@@ -25,15 +21,10 @@ public:
 private:
     eBitmapMap InFile(int image);
     eBitmapMap Embedded(int image);
-    eBitmapMap InTemporaryFile(int image, const std::string& imageName, std::span<const std::uint8_t> content,
-                               const std::string& origin);
-    std::string FileName(const std::string& imageName, std::string_view extension);
-    platform::eIoStatus Write(const std::string& name, std::span<const std::uint8_t> content,
-                              const std::string& origin);
 
     eGltfImport& import;
+    ePictureFiles files;
     std::vector<std::optional<eBitmapMap>> bitmaps;  // by image
-    std::set<std::string> takenNames;                // lower case
 };
 
 }  // namespace standalone

@@ -18,7 +18,7 @@ namespace standalone {
 struct eGltfNode {
     int record = -1;  // number in eSceneData::nodes; -1 for a node outside the scene shown
     bool keepsOwnAxes = false;
-    eGltfShape shape = eGltfShape::None;
+    eShapeWord shape = eShapeWord::None;
 };
 
 // A camera in the scene.
@@ -34,7 +34,7 @@ struct eGltfImport {
     const eJsonTree& json;
     const eGltfAccessors& accessors;
     const eGltfHierarchy& hierarchy;
-    eGltfReport& report;
+    eImportReport& report;
     std::string path;    // of the file, UTF-8
     std::string folder;  // of the file, UTF-8
 

@@ -14,13 +14,13 @@
 #include "standalone/loaders/gltf/file/gltf_schema.h"
 #include "standalone/loaders/gltf/file/gltf_uri.h"
 #include "standalone/loaders/gltf/gltf_animation.h"
-#include "standalone/loaders/gltf/gltf_bind_pose.h"
 #include "standalone/loaders/gltf/gltf_cameras.h"
-#include "standalone/loaders/gltf/gltf_clips.h"
 #include "standalone/loaders/gltf/gltf_nodes.h"
 #include "standalone/loaders/gltf/gltf_objects.h"
 #include "standalone/loaders/gltf/gltf_scene_extras.h"
 #include "standalone/loaders/json/json_parse.h"
+#include "standalone/loaders/shared/bind_pose.h"
+#include "standalone/loaders/shared/take_declarations.h"
 
 namespace standalone {
 namespace {
@@ -48,7 +48,7 @@ bool IsTooDeep(const eJsonTree& json) {
 
 // The document, checked as far as it can be without its buffers. False, with problems, where it is no use to
 // go on.
-bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eGltfReport& report) {
+bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eImportReport& report) {
     if (report.HasProblems()) {
         return false;
     }
@@ -65,19 +65,32 @@ bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eGltfReport&
     return !report.HasProblems();
 }
 
-void NoticeExtensions(const tinygltf::Model& model, eGltfReport& report) {
+void NoticeExtensions(const tinygltf::Model& model, eImportReport& report) {
     for (const std::string& extension : model.extensionsUsed) {
         if (extension != "KHR_lights_punctual" && extension != "KHR_texture_transform" &&
             extension != "KHR_mesh_quantization") {
-            report.Notice(eGltfNotice::CannotShow, "the extension " + extension);
+            report.Notice(eImportNotice::CannotShow, "the extension " + extension);
         }
     }
+}
+
+std::vector<eTake> TakesOf(const eGltfImport& import, const std::vector<eGltfClip>& clips) {
+    std::vector<eTake> takes;
+    for (const eGltfClip& clip : clips) {
+        const tinygltf::Animation& source = import.model.animations[static_cast<std::size_t>(clip.animation)];
+        eTake& take =
+            takes.emplace_back(eTake{source.name, clip.animation, clip.firstFrame, clip.lastFrame, {}});
+        for (const eGltfChannel& channel : clip.channels) {
+            take.moved.push_back(import.nodes[static_cast<std::size_t>(channel.node)].record);
+        }
+    }
+    return takes;
 }
 
 // The records of the scene, step by step. Each step may find problems; the next one needs it to have found
 // none.
 void MakeScene(eGltfImport& import, const eGltfOptions& options) {
-    const eGltfReport& report = import.report;
+    const eImportReport& report = import.report;
     const std::optional<double> ownRate =
         ReadGltfFrameRate(import.json, import.hierarchy.scene, import.report);
     const double framesPerSecond = options.fps.value_or(ownRate.value_or(kDefaultFramesPerSecond));
@@ -97,18 +110,18 @@ void MakeScene(eGltfImport& import, const eGltfOptions& options) {
         return;
     }
     AddGltfCameraTargets(import);
-    const std::vector<eGltfDeclaration> declarations = AddGltfClipSets(import, clips);
+    const std::vector<eDeclaration> declarations = AddTakeSets(import.scene, TakesOf(import, clips));
     SortNodesDepthFirst(import.scene);
     if (!options.asModel.empty()) {
         GatherAsModel(import.scene, options.asModel);
         MakeNamesUnique(import.scene);
     }
-    DeclareGltfClips(import.scene, declarations);
+    DeclareTakes(import.scene, declarations);
     NoticeBindPoses(import.scene, import.report);
 }
 
 std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes,
-                                      const eGltfOptions& options, eGltfReport& report) {
+                                      const eGltfOptions& options, eImportReport& report) {
     eJsonTree json;
     const eGltfContainer container = OpenGltfContainer(bytes, report);
     if (!ReadDocument(container, json, report)) {
@@ -140,7 +153,7 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
 
 eLoadResult ImportGltf(const std::string& pathUtf8, std::string_view bytes, const eGltfOptions& options) {
     eLoadResult result;
-    eGltfReport report;
+    eImportReport report;
     try {
         result.scene = ImportScene(pathUtf8, bytes, options, report);
     } catch (const std::exception& failure) {

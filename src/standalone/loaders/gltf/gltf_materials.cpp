@@ -103,7 +103,7 @@ int eGltfMaterials::Add(const std::string& id, const std::string& name, eMateria
 void eGltfMaterials::NoticeLosses(const tinygltf::Material& source) {
     const auto lose = [&](bool isLost, std::string_view what) {
         if (isLost) {
-            import.report.Notice(eGltfNotice::CannotShow, what);
+            import.report.Notice(eImportNotice::CannotShow, what);
         }
     };
     const tinygltf::PbrMetallicRoughness& surface = source.pbrMetallicRoughness;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "standalone/loaders/gltf/gltf_images.h"
-#include "standalone/loaders/gltf/gltf_names.h"
+#include "standalone/loaders/shared/unique_names.h"
 
 namespace standalone {
 

@@ -4,6 +4,7 @@
 
 #include "standalone/data/transform_track.h"
 #include "standalone/loaders/gltf/file/gltf_json.h"
+#include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/gltf_axes.h"
 
 namespace standalone {
@@ -25,7 +26,7 @@ host::Point3 PointOf(const std::array<float, 3>& numbers) {
 }
 
 eTransform TransformOf(const tinygltf::Node& node, const eAxes& axes, const std::string& place,
-                       eGltfReport& report) {
+                       eImportReport& report) {
     eTransform transform;
     if (!node.matrix.empty()) {
         transform.matrix = ToHostMatrix(FileMatrix(NumbersOf<16>(node.matrix, {})), axes);
@@ -47,7 +48,7 @@ bool LooksAlongAnAxis(const tinygltf::Node& node) {
     return node.mesh < 0 && (node.camera >= 0 || node.extensions.contains("KHR_lights_punctual"));
 }
 
-std::string NameOf(const tinygltf::Node& node, int number, eGltfReport& report) {
+std::string NameOf(const tinygltf::Node& node, int number, eImportReport& report) {
     return node.name.empty() ? "node_" + std::to_string(number) : report.Ansi(node.name);
 }
 
@@ -82,13 +83,13 @@ void MakeGltfNodes(eGltfImport& import) {
         PutIntoTree(import, number);
     }
     if (import.hierarchy.order.size() < import.nodes.size()) {
-        import.report.Notice(eGltfNotice::CannotShow, "nodes outside the scene");
+        import.report.Notice(eImportNotice::CannotShow, "nodes outside the scene");
     }
 }
 
 std::vector<host::Matrix3> GltfWorldMatrices(const eGltfImport& import) {
     std::vector<host::Matrix3> worlds(import.model.nodes.size());
-    eGltfReport ignored;
+    eImportReport ignored;
     for (const int number : import.hierarchy.order) {
         const auto node = static_cast<std::size_t>(number);
         const int parent = import.hierarchy.parents[node];

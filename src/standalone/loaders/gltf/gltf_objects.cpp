@@ -8,10 +8,11 @@
 #include "standalone/loaders/gltf/gltf_cameras.h"
 #include "standalone/loaders/gltf/gltf_lights.h"
 #include "standalone/loaders/gltf/gltf_materials.h"
-#include "standalone/loaders/gltf/gltf_names.h"
 #include "standalone/loaders/gltf/gltf_nodes.h"
 #include "standalone/loaders/gltf/shapes/gltf_mesh_object.h"
-#include "standalone/loaders/gltf/shapes/gltf_shape.h"
+#include "standalone/loaders/shared/object_bounds.h"
+#include "standalone/loaders/shared/placed_shape.h"
+#include "standalone/loaders/shared/unique_names.h"
 
 namespace standalone {
 namespace {
@@ -91,7 +92,7 @@ private:
 
     void SetMesh(int number, int mesh) {
         import.RecordOf(number).material = materials.OfMesh(mesh);
-        if (import.NodeOf(number).shape != eGltfShape::None) {
+        if (import.NodeOf(number).shape != eShapeWord::None) {
             SetShape(number, mesh);
             return;
         }
@@ -107,7 +108,8 @@ private:
     }
 
     void SetShape(int number, int mesh) {
-        const eGltfPlacedShape shape = MakeGltfShape(import, mesh, import.NodeOf(number).shape);
+        const eObjectKind shown = MakeGltfMeshObject(import, mesh, {}).kind;
+        const ePlacedShape shape = PlacedShapeOf(BoundsOfPoints(shown), import.NodeOf(number).shape);
         SetObject(import.NodeOf(number).record, shape.kind);
         import.RecordOf(number).offset = shape.offset;
     }

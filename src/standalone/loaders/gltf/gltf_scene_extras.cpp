@@ -40,7 +40,7 @@ public:
             } else if (key.starts_with(kSelection)) {
                 ReadSelection(member, key.substr(kSelection.size()));
             } else if (key.starts_with(kPrefix) && key != "host.fps") {
-                import.report.Notice(eGltfNotice::UnknownExtra, key);
+                import.report.Notice(eImportNotice::UnknownExtra, key);
             }
         }
     }
@@ -122,7 +122,7 @@ private:
         utf8 = utf8.substr(first, utf8.find_last_not_of(' ') - first + 1);
         const auto found = nodesByName.find(LowerAnsi(import.report.Ansi(utf8)));
         if (found == nodesByName.end()) {
-            import.report.Notice(eGltfNotice::UnknownNode, utf8);
+            import.report.Notice(eImportNotice::UnknownNode, utf8);
         } else {
             set.nodes.push_back(found->second);
         }
@@ -144,7 +144,7 @@ private:
 
 }  // namespace
 
-std::optional<double> ReadGltfFrameRate(const eJsonTree& json, int scene, eGltfReport& report) {
+std::optional<double> ReadGltfFrameRate(const eJsonTree& json, int scene, eImportReport& report) {
     const eJsonIndex value = FindJson(json, SceneExtras(json, scene), {"host.fps"});
     if (value == kNoJson) {
         return std::nullopt;

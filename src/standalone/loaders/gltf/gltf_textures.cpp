@@ -51,7 +51,7 @@ void NoticeWrapModes(eGltfImport& import, const tinygltf::Texture& texture) {
     }
     const tinygltf::Sampler& sampler = import.model.samplers[static_cast<std::size_t>(texture.sampler)];
     if (sampler.wrapS != TINYGLTF_TEXTURE_WRAP_REPEAT || sampler.wrapT != TINYGLTF_TEXTURE_WRAP_REPEAT) {
-        import.report.Notice(eGltfNotice::CannotShow, "textures that don't repeat");
+        import.report.Notice(eImportNotice::CannotShow, "textures that don't repeat");
     }
 }
 
@@ -61,7 +61,7 @@ template <class TextureInfo>
 int MakeGltfTexture(eGltfImport& import, eGltfImages& images, const TextureInfo& info) {
     const tinygltf::Texture& texture = import.model.textures[static_cast<std::size_t>(info.index)];
     if (texture.source < 0) {
-        import.report.Notice(eGltfNotice::CannotShow, "textures whose image only an extension names");
+        import.report.Notice(eImportNotice::CannotShow, "textures whose image only an extension names");
         return -1;
     }
     NoticeWrapModes(import, texture);

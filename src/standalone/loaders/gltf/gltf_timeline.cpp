@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
+
 namespace standalone {
 namespace {
 
@@ -26,7 +28,7 @@ std::vector<eGltfChannel> ChannelsOf(const eGltfImport& import, const tinygltf::
     for (const tinygltf::AnimationChannel& channel : animation.channels) {
         const std::optional<eGltfPath> path = PathOf(channel.target_path);
         if (!path) {
-            import.report.Notice(eGltfNotice::CannotShow, "animation of \"" + channel.target_path + "\"");
+            import.report.Notice(eImportNotice::CannotShow, "animation of \"" + channel.target_path + "\"");
         } else if (import.nodes[static_cast<std::size_t>(channel.target_node)].record >= 0) {
             channels.push_back({channel.target_node, *path, channel.sampler});
         }
@@ -34,7 +36,7 @@ std::vector<eGltfChannel> ChannelsOf(const eGltfImport& import, const tinygltf::
     return channels;
 }
 
-eTargets TargetsOf(const eGltfClip& clip, eGltfReport& report) {
+eTargets TargetsOf(const eGltfClip& clip, eImportReport& report) {
     eTargets targets;
     for (const eGltfChannel& channel : clip.channels) {
         if (!targets.emplace(channel.node, channel.path).second) {

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <limits>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
+
 namespace standalone {
 namespace {
 
@@ -34,7 +36,7 @@ bool Fits(const tinygltf::BufferView& view, std::size_t offset, std::size_t coun
 // Holds accessors against the views that they read from.
 class eAccessorCheck {
 public:
-    eAccessorCheck(const tinygltf::Model& checkedModel, eGltfReport& ownReport)
+    eAccessorCheck(const tinygltf::Model& checkedModel, eImportReport& ownReport)
         : model(checkedModel), report(ownReport) {
         for (const tinygltf::Buffer& buffer : model.buffers) {
             allBytes += buffer.data.size();
@@ -94,7 +96,7 @@ private:
     void CheckSparseIndices(const tinygltf::Accessor& accessor, const std::string& place);
 
     const tinygltf::Model& model;
-    eGltfReport& report;
+    eImportReport& report;
     std::size_t allBytes = 0;
 };
 
@@ -186,7 +188,7 @@ void eAccessorCheck::CheckSparseIndices(const tinygltf::Accessor& accessor, cons
 
 }  // namespace
 
-eGltfAccessors::eGltfAccessors(const tinygltf::Model& readModel, eGltfReport& ownReport)
+eGltfAccessors::eGltfAccessors(const tinygltf::Model& readModel, eImportReport& ownReport)
     : model(readModel), report(ownReport) {
     eAccessorCheck check(model, report);
     for (std::size_t i = 0; i < model.accessors.size(); ++i) {

@@ -16,7 +16,7 @@ class eGltfAccessors {
 public:
     // Both must outlive the object. Holds every accessor against its buffer views and reports what lies
     // beyond them: the other operations may be called only if that went well.
-    eGltfAccessors(const tinygltf::Model& model, eGltfReport& report);
+    eGltfAccessors(const tinygltf::Model& model, eImportReport& report);
 
     std::size_t Count(int accessor) const {
         return model.accessors[static_cast<std::size_t>(accessor)].count;
@@ -40,7 +40,7 @@ private:
     const unsigned char* Bytes(int bufferView, std::size_t offset) const;
 
     const tinygltf::Model& model;
-    eGltfReport& report;
+    eImportReport& report;
 };
 
 }  // namespace standalone

@@ -14,7 +14,8 @@ namespace {
 using eBytes = std::vector<std::uint8_t>;
 
 // Nothing, with a problem, where there are no bytes to be had.
-std::optional<eBytes> ReadFileBuffer(const std::string& file, const std::string& place, eGltfReport& report) {
+std::optional<eBytes> ReadFileBuffer(const std::string& file, const std::string& place,
+                                     eImportReport& report) {
     std::string content;
     const platform::eIoStatus status = ReadFileContent(file, content);
     if (!status.IsOk()) {
@@ -24,7 +25,7 @@ std::optional<eBytes> ReadFileBuffer(const std::string& file, const std::string&
     return eBytes(content.begin(), content.end());
 }
 
-std::optional<eBytes> DecodeBuffer(std::string_view uri, const std::string& place, eGltfReport& report) {
+std::optional<eBytes> DecodeBuffer(std::string_view uri, const std::string& place, eImportReport& report) {
     const std::optional<eDataUri> data = SplitDataUri(uri);
     std::optional<eBytes> bytes = data ? DecodeBase64(data->base64) : std::nullopt;
     if (!bytes) {
@@ -33,7 +34,7 @@ std::optional<eBytes> DecodeBuffer(std::string_view uri, const std::string& plac
     return bytes;
 }
 
-void CheckLength(std::size_t length, std::size_t told, const std::string& place, eGltfReport& report) {
+void CheckLength(std::size_t length, std::size_t told, const std::string& place, eImportReport& report) {
     if (length < told) {
         report.Problem(place, "the buffer holds " + std::to_string(length) + " bytes, and tells " +
                                   std::to_string(told));
@@ -43,7 +44,7 @@ void CheckLength(std::size_t length, std::size_t told, const std::string& place,
 }  // namespace
 
 std::vector<eBytes> ReadGltfBuffers(const eJsonTree& json, const eGltfContainer& container,
-                                    const std::string& folder, eGltfReport& report) {
+                                    const std::string& folder, eImportReport& report) {
     std::vector<eBytes> buffers;
     for (const eJsonIndex entry : GltfEntries(json, "buffers")) {
         const std::string place = json.PathOf(entry);

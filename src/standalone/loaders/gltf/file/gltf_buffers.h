@@ -13,6 +13,6 @@ namespace standalone {
 // file that it names, or of its data URI. The buffer in the binary part stays empty, because whoever has the
 // container has its bytes. A buffer that can't be read, or is shorter than told, is a problem.
 std::vector<std::vector<std::uint8_t>> ReadGltfBuffers(const eJsonTree& json, const eGltfContainer& container,
-                                                       const std::string& folder, eGltfReport& report);
+                                                       const std::string& folder, eImportReport& report);
 
 }  // namespace standalone

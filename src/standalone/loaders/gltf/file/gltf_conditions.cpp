@@ -24,7 +24,7 @@ constexpr std::int64_t kLastTextureSet = 98;
 
 class eConditions {
 public:
-    eConditions(const eJsonTree& document, eGltfReport& ownReport) : json(document), report(ownReport) {}
+    eConditions(const eJsonTree& document, eImportReport& ownReport) : json(document), report(ownReport) {}
 
     void Check() {
         CheckVersion();
@@ -190,12 +190,12 @@ private:
     }
 
     const eJsonTree& json;
-    eGltfReport& report;
+    eImportReport& report;
 };
 
 }  // namespace
 
-void CheckGltfConditions(const eJsonTree& json, eGltfReport& report) {
+void CheckGltfConditions(const eJsonTree& json, eImportReport& report) {
     eConditions(json, report).Check();
 }
 

@@ -42,7 +42,7 @@ struct eChunk {
 };
 
 // The chunk that starts at the offset, or nothing, with a problem.
-std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eGltfReport& report) {
+std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eImportReport& report) {
     if (bytes.size() - offset < kChunkHeaderSize) {
         report.Problem(AtByte(offset), "the file ends within the head of a chunk");
         return std::nullopt;
@@ -62,7 +62,7 @@ std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eGlt
 }
 
 // False, with a problem, where the chunks can't be found.
-bool CheckHeader(std::string_view bytes, eGltfReport& report) {
+bool CheckHeader(std::string_view bytes, eImportReport& report) {
     if (bytes.size() < kHeaderSize) {
         report.Problem(AtByte(bytes.size()), "the file ends within its head");
         return false;
@@ -80,7 +80,7 @@ bool CheckHeader(std::string_view bytes, eGltfReport& report) {
     return true;
 }
 
-eGltfContainer OpenBinary(std::string_view bytes, eGltfReport& report) {
+eGltfContainer OpenBinary(std::string_view bytes, eImportReport& report) {
     eGltfContainer container{true, {}, {}};
     if (!CheckHeader(bytes, report)) {
         return container;
@@ -106,7 +106,7 @@ eGltfContainer OpenBinary(std::string_view bytes, eGltfReport& report) {
 
 }  // namespace
 
-eGltfContainer OpenGltfContainer(std::string_view bytes, eGltfReport& report) {
+eGltfContainer OpenGltfContainer(std::string_view bytes, eImportReport& report) {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
         report.Problem("", "the file is larger than 4 GB");
         return {};

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "standalone/loaders/gltf/file/gltf_report.h"
+#include "standalone/loaders/shared/import_report.h"
 
 namespace standalone {
 
@@ -15,6 +15,6 @@ struct eGltfContainer {
 
 // Takes the file apart. A file that does not begin as a binary one is JSON from start to end. Faults of the
 // binary frame are reported with the byte at which they stand.
-eGltfContainer OpenGltfContainer(std::string_view bytes, eGltfReport& report);
+eGltfContainer OpenGltfContainer(std::string_view bytes, eImportReport& report);
 
 }  // namespace standalone

@@ -93,7 +93,7 @@ bool Load(tinygltf::TinyGLTF& library, tinygltf::Model& model, std::string& erro
 
 std::optional<tinygltf::Model> ReadGltfModel(std::string_view bytes, const eGltfContainer& container,
                                              std::vector<eBytes> buffers, const eJsonTree& json,
-                                             eGltfReport& report) {
+                                             eImportReport& report) {
     eBufferQueue queue = QueueOf(json, std::move(buffers));
     tinygltf::TinyGLTF library;
     library.SetFsCallbacks({IsAlwaysThere, AsItIs, TakeNextBuffer, WriteNothing, &queue});

@@ -23,6 +23,6 @@ namespace standalone {
 // bytes as they are, in Image::image. What the library refuses all the same is a problem.
 std::optional<tinygltf::Model> ReadGltfModel(std::string_view bytes, const eGltfContainer& container,
                                              std::vector<std::vector<std::uint8_t>> buffers,
-                                             const eJsonTree& json, eGltfReport& report);
+                                             const eJsonTree& json, eImportReport& report);
 
 }  // namespace standalone

@@ -190,7 +190,7 @@ constexpr std::array kDocument = {Object("asset", kAsset, kRequired), Index("sce
 
 class eFormCheck {
 public:
-    eFormCheck(const eJsonTree& document, eGltfReport& ownReport) : json(document), report(ownReport) {}
+    eFormCheck(const eJsonTree& document, eImportReport& ownReport) : json(document), report(ownReport) {}
 
     void Check(eJsonIndex object, std::span<const eMember> members) {
         if (!Expect(object, eJsonKind::Object)) {
@@ -372,13 +372,13 @@ private:
     };
 
     const eJsonTree& json;
-    eGltfReport& report;
+    eImportReport& report;
     std::vector<eTableSize> tableSizes;
 };
 
 }  // namespace
 
-void CheckGltfForm(const eJsonTree& json, eGltfReport& report) {
+void CheckGltfForm(const eJsonTree& json, eImportReport& report) {
     for (const eJsonIndex member : json.repeatedMembers) {
         report.Problem(json.PathOf(member), "the member stands twice in its object");
     }

@@ -12,7 +12,4 @@ namespace standalone {
 // two segments meet. A chain runs in the direction of its first segment in the file.
 std::vector<eSpline> ReadGltfLines(eGltfImport& import, int mesh);
 
-// The chains of segments, two points each.
-std::vector<eSpline> ChainSegments(const std::vector<host::Point3>& ends);
-
 }  // namespace standalone

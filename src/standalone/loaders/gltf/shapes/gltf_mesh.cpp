@@ -114,7 +114,7 @@ void AddColorChannel(const eGltfAccessors& accessors, const eGltfVertices& verti
     }
 }
 
-void AddColors(eGltfReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices,
+void AddColors(eImportReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices,
                host::Mesh& mesh) {
     bool hasColor = false, hasAlpha = false;
     for (const eGltfVertexBlock& block : vertices.Blocks()) {
@@ -122,7 +122,7 @@ void AddColors(eGltfReport& report, const eGltfAccessors& accessors, const eGltf
         hasColor = hasColor || accessor >= 0;
         hasAlpha = hasAlpha || (accessor >= 0 && accessors.Width(accessor) == 4);
         if (block.Attribute("COLOR_1") >= 0) {
-            report.Notice(eGltfNotice::CannotShow, "further sets of vertex colours");
+            report.Notice(eImportNotice::CannotShow, "further sets of vertex colours");
         }
     }
     if (hasColor) {
@@ -140,7 +140,7 @@ void AddColors(eGltfReport& report, const eGltfAccessors& accessors, const eGltf
     }
 }
 
-void AddTarget(eGltfReport& report, const eGltfVertices& vertices, const eGltfVertexBlock& block,
+void AddTarget(eImportReport& report, const eGltfVertices& vertices, const eGltfVertexBlock& block,
                const std::map<std::string, int>& attributes, std::vector<host::Point3>& movements) {
     for (const auto& [name, accessor] : attributes) {
         if (name == "POSITION") {
@@ -148,14 +148,15 @@ void AddTarget(eGltfReport& report, const eGltfVertices& vertices, const eGltfVe
                 movements[vertex] = ToHostPoint({p[0], p[1], p[2]});
             });
         } else {
-            report.Notice(eGltfNotice::CannotShow, "morph targets of " + name);
+            report.Notice(eImportNotice::CannotShow, "morph targets of " + name);
         }
     }
 }
 
 }  // namespace
 
-host::Mesh MakeGltfMesh(eGltfReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices) {
+host::Mesh MakeGltfMesh(eImportReport& report, const eGltfAccessors& accessors,
+                        const eGltfVertices& vertices) {
     host::Mesh mesh;
     mesh.verts.resize(vertices.Count());
     vertices.ForEach("POSITION", 3, [&](std::size_t vertex, std::span<const float> p) {
@@ -168,7 +169,7 @@ host::Mesh MakeGltfMesh(eGltfReport& report, const eGltfAccessors& accessors, co
     return mesh;
 }
 
-std::vector<std::vector<host::Point3>> ReadGltfTargets(eGltfReport& report, const eGltfVertices& vertices) {
+std::vector<std::vector<host::Point3>> ReadGltfTargets(eImportReport& report, const eGltfVertices& vertices) {
     const std::size_t count = vertices.Blocks().front().primitive->targets.size();
     if (count > kMostMovements / std::max(vertices.Count(), std::size_t{1})) {
         report.Problem(vertices.Blocks().front().place + "/targets",

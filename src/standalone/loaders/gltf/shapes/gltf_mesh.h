@@ -8,9 +8,10 @@ namespace standalone {
 
 // The triangles as one host mesh in the host's axes: a material id per primitive, normals as specified
 // normals, colours as the channels 0 and -2, sets of coordinates as the channels from 1 on with v upward.
-host::Mesh MakeGltfMesh(eGltfReport& report, const eGltfAccessors& accessors, const eGltfVertices& vertices);
+host::Mesh MakeGltfMesh(eImportReport& report, const eGltfAccessors& accessors,
+                        const eGltfVertices& vertices);
 
 // Per morph target, by how much it moves each vertex of the mesh, in the host's axes.
-std::vector<std::vector<host::Point3>> ReadGltfTargets(eGltfReport& report, const eGltfVertices& vertices);
+std::vector<std::vector<host::Point3>> ReadGltfTargets(eImportReport& report, const eGltfVertices& vertices);
 
 }  // namespace standalone

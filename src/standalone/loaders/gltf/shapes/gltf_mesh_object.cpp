@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/shapes/gltf_corners.h"
 #include "standalone/loaders/gltf/shapes/gltf_lines.h"
 #include "standalone/loaders/gltf/shapes/gltf_mesh.h"
@@ -23,15 +24,15 @@ bool HasTopology(const tinygltf::Mesh& mesh, eGltfTopology topology) {
 
 void NoticeLosses(eGltfImport& import, const tinygltf::Mesh& mesh, bool hasTriangles) {
     if (HasTopology(mesh, eGltfTopology::Points)) {
-        import.report.Notice(eGltfNotice::CannotShow, "points");
+        import.report.Notice(eImportNotice::CannotShow, "points");
     }
     if (hasTriangles && HasTopology(mesh, eGltfTopology::Lines)) {
-        import.report.Notice(eGltfNotice::CannotShow, "lines beside triangles in one mesh");
+        import.report.Notice(eImportNotice::CannotShow, "lines beside triangles in one mesh");
     }
     if (std::ranges::any_of(mesh.primitives, [](const tinygltf::Primitive& primitive) {
             return !primitive.attributes.contains("POSITION");
         })) {
-        import.report.Notice(eGltfNotice::CannotShow, "primitives without positions");
+        import.report.Notice(eImportNotice::CannotShow, "primitives without positions");
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/gltf_axes.h"
 
 namespace standalone {

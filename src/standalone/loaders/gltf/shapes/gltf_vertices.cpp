@@ -1,5 +1,6 @@
 #include "standalone/loaders/gltf/shapes/gltf_vertices.h"
 
+#include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/shapes/gltf_corners.h"
 
 namespace standalone {

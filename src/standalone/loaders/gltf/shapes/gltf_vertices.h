@@ -73,7 +73,7 @@ private:
     void NumberVertices();
 
     const eGltfAccessors& accessors;
-    eGltfReport& report;
+    eImportReport& report;
     std::map<eBlockKey, std::size_t> known;
     std::vector<eGltfVertexBlock> blocks;
     std::vector<eGltfFaceGroup> groups;

@@ -1,4 +1,4 @@
-#include "standalone/loaders/gltf/file/gltf_report.h"
+#include "standalone/loaders/shared/import_report.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,21 +38,21 @@ bool IsControl(char byte) {
 
 }  // namespace
 
-void eGltfReport::Problem(std::string place, std::string text) {
+void eImportReport::Problem(std::string place, std::string text) {
     ++problemCount;
     if (problems.size() < kMostProblems) {
         problems.push_back({std::move(place), std::move(text)});
     }
 }
 
-void eGltfReport::Notice(eGltfNotice notice, std::string_view item) {
+void eImportReport::Notice(eImportNotice notice, std::string_view item) {
     std::vector<std::string>& items = notices[static_cast<std::size_t>(notice)];
     if (std::ranges::find(items, item) == items.end()) {
         items.emplace_back(item);
     }
 }
 
-std::string eGltfReport::Ansi(std::string_view utf8) {
+std::string eImportReport::Ansi(std::string_view utf8) {
     eFromUtf8 ansi = FromUtf8(utf8);
     const auto controls = std::ranges::count_if(ansi.text, IsControl);
     if (firstLossyText.empty() && (controls != 0 || !ansi.IsExact())) {
@@ -62,7 +62,7 @@ std::string eGltfReport::Ansi(std::string_view utf8) {
     return std::move(ansi.text);
 }
 
-std::vector<eProblem> eGltfReport::TakeProblems() {
+std::vector<eProblem> eImportReport::TakeProblems() {
     if (problemCount > problems.size()) {
         problems.push_back({"", std::to_string(problemCount - problems.size()) + " more problems"});
     }
@@ -70,7 +70,7 @@ std::vector<eProblem> eGltfReport::TakeProblems() {
     return std::exchange(problems, {});
 }
 
-std::vector<std::string> eGltfReport::TakeWarnings() {
+std::vector<std::string> eImportReport::TakeWarnings() {
     std::vector<std::string> warnings;
     if (!firstLossyText.empty()) {
         warnings.push_back("characters outside code page 1251 become \"_\", first in \"" +
@@ -83,10 +83,6 @@ std::vector<std::string> eGltfReport::TakeWarnings() {
         }
     }
     return warnings;
-}
-
-std::string GltfPlace(std::string_view list, std::size_t index) {
-    return "/" + std::string(list) + "/" + std::to_string(index);
 }
 
 }  // namespace standalone

@@ -1,4 +1,4 @@
-#include "standalone/loaders/gltf/gltf_clips.h"
+#include "standalone/loaders/shared/take_declarations.h"
 
 #include <algorithm>
 #include <array>
@@ -7,14 +7,14 @@
 #include "base/ansi.h"
 #include "standalone/data/property_lines.h"
 #include "standalone/data/property_reader.h"
-#include "standalone/loaders/gltf/gltf_names.h"
+#include "standalone/loaders/shared/unique_names.h"
 
 namespace standalone {
 namespace {
 
 // A name that survives the reading of a declaration and can be a file: letters and digits of ASCII, blanks
 // and plain signs.
-std::string ClipName(const std::string& utf8, int animation) {
+std::string TakeName(const std::string& utf8, int animation) {
     constexpr std::string_view kUnsafe = ",;=/\\:*?\"<>|";
     std::string name = FromUtf8(utf8).text;
     std::ranges::replace_if(
@@ -25,17 +25,6 @@ std::string ClipName(const std::string& utf8, int animation) {
         '_');
     const bool isOnlyDotsAndBlanks = name.find_first_not_of(". ") == std::string::npos;
     return isOnlyDotsAndBlanks ? "animation_" + std::to_string(animation) : name;
-}
-
-// The nodes that the clip moves, in the order of the scene.
-std::vector<int> MovedRecords(const eGltfImport& import, const eGltfClip& clip) {
-    std::vector<int> records;
-    for (const eGltfChannel& channel : clip.channels) {
-        records.push_back(import.nodes[static_cast<std::size_t>(channel.node)].record);
-    }
-    std::ranges::sort(records);
-    records.erase(std::unique(records.begin(), records.end()), records.end());
-    return records;
 }
 
 bool DeclaresAnimation(const eNodeData& node) {
@@ -67,7 +56,7 @@ std::vector<int> ModelsOf(const eSceneData& scene) {
     return models;
 }
 
-std::string LineOf(const eGltfDeclaration& declaration) {
+std::string LineOf(const eDeclaration& declaration) {
     return "animation=" + declaration.name + "," + declaration.selection + "," +
            std::to_string(declaration.firstFrame) + "-" + std::to_string(declaration.lastFrame);
 }
@@ -85,30 +74,32 @@ std::vector<int> OwnersOf(const eSelectionSet& set, const std::vector<int>& mode
 
 }  // namespace
 
-std::vector<eGltfDeclaration> AddGltfClipSets(eGltfImport& import, const std::vector<eGltfClip>& clips) {
-    std::vector<eGltfDeclaration> declarations;
-    eUniqueNames clipNames, setNames;
-    for (const eSelectionSet& set : import.scene.selectionSets) {
+std::vector<eDeclaration> AddTakeSets(eSceneData& scene, const std::vector<eTake>& takes) {
+    std::vector<eDeclaration> declarations;
+    eUniqueNames takeNames, setNames;
+    for (const eSelectionSet& set : scene.selectionSets) {
         setNames.Take(set.name);
     }
-    for (const eGltfClip& clip : clips) {
-        const tinygltf::Animation& source = import.model.animations[static_cast<std::size_t>(clip.animation)];
-        const std::string name = clipNames.Take(ClipName(source.name, clip.animation));
+    for (const eTake& take : takes) {
+        const std::string name = takeNames.Take(TakeName(take.name, take.number));
         declarations.push_back(
-            {name, clip.firstFrame, clip.lastFrame, setNames.Take(name), import.scene.selectionSets.size()});
-        import.scene.selectionSets.push_back({declarations.back().selection, MovedRecords(import, clip)});
+            {name, take.firstFrame, take.lastFrame, setNames.Take(name), scene.selectionSets.size()});
+        scene.selectionSets.push_back({declarations.back().selection, take.moved});
+        std::vector<int>& members = scene.selectionSets.back().nodes;
+        std::ranges::sort(members);
+        members.erase(std::unique(members.begin(), members.end()), members.end());
     }
     return declarations;
 }
 
-void DeclareGltfClips(eSceneData& scene, const std::vector<eGltfDeclaration>& declarations) {
+void DeclareTakes(eSceneData& scene, const std::vector<eDeclaration>& declarations) {
     const std::vector<int> models = ModelsOf(scene);
     std::vector<bool> declaresItself;
     for (const eNodeData& node : scene.nodes) {
         declaresItself.push_back(DeclaresAnimation(node));
     }
     std::vector<std::size_t> unused;
-    for (const eGltfDeclaration& declaration : declarations) {
+    for (const eDeclaration& declaration : declarations) {
         bool isDeclared = false;
         for (const int owner : OwnersOf(scene.selectionSets[declaration.selectionSet], models)) {
             if (!declaresItself[static_cast<std::size_t>(owner)]) {

@@ -1,4 +1,4 @@
-#include "standalone/loaders/gltf/gltf_bind_pose.h"
+#include "standalone/loaders/shared/bind_pose.h"
 
 #include <algorithm>
 
@@ -40,7 +40,7 @@ bool KeepsInPlace(const host::Matrix3& movement, const host::Box3& bounds) {
 
 }  // namespace
 
-void NoticeBindPoses(const eSceneData& scene, eGltfReport& report) {
+void NoticeBindPoses(const eSceneData& scene, eImportReport& report) {
     const auto isSkinned = [](const eObjectData& object) { return SkinOf(object) != nullptr; };
     if (std::ranges::none_of(scene.objects, isSkinned)) {
         return;
@@ -68,7 +68,7 @@ void NoticeBindPoses(const eSceneData& scene, eGltfReport& report) {
                 KeepsInPlace(skin->bindMatrices[bone] * world.At(skin->bones[bone], time) * toObject, bounds);
         }
         if (!isBound) {
-            report.Notice(eGltfNotice::BindPose, ToUtf8(scene.nodes[node].name));
+            report.Notice(eImportNotice::BindPose, ToUtf8(scene.nodes[node].name));
         }
     }
 }

@@ -11,23 +11,23 @@
 namespace standalone {
 
 // What the file holds and the import leaves out. Each is one warning line per file, with a list of items.
-enum class eGltfNotice {
+enum class eImportNotice {
     CannotShow,    // kinds of content
-    LostExtra,     // JSON paths of extras that property text can't say
+    LostExtra,     // places of extras that property text can't say
     UnknownNode,   // names in selection sets
     UnknownExtra,  // scene extras that begin as ours do
     BindPose,      // skins whose bones are elsewhere at the first frame
 };
 
 // Collects what an import has to tell.
-class eGltfReport {
+class eImportReport {
 public:
     // A fault of the file; `place` is a JSON path, or a byte offset in words.
     void Problem(std::string place, std::string text);
     bool HasProblems() const { return !problems.empty(); }
 
     // Repeated items are told once.
-    void Notice(eGltfNotice notice, std::string_view item);
+    void Notice(eImportNotice notice, std::string_view item);
 
     // The text in code page 1251, "_" for what the page lacks and for control characters, which names and
     // values of properties can't hold.
@@ -45,11 +45,5 @@ private:
     std::array<std::vector<std::string>, kNotices> notices;
     std::string firstLossyText;  // UTF-8
 };
-
-// The JSON path of an entry of a list: /nodes/3.
-std::string GltfPlace(std::string_view list, std::size_t index);
-inline std::string GltfPlace(std::string_view list, int index) {
-    return GltfPlace(list, static_cast<std::size_t>(index));
-}
 
 }  // namespace standalone
