@@ -11,11 +11,13 @@ build=build/asan-ubsan
 
 scripts/install-packages clang libclang-rt-14-dev
 cmake --preset asan-ubsan > /dev/null
-targets=(fuzz/fuzz_*.cpp)
+# What fuzz_fbx finds is mostly the import library's own; it is run by hand, with tests/standalone/foreign as corpus.
+shopt -s extglob
+targets=(fuzz/fuzz_!(fbx).cpp)
 targets=("${targets[@]##*/}")
 cmake --build --preset asan-ubsan --target "${targets[@]%.cpp}" -- --quiet
 programs=()
-for target in $build/fuzz/fuzz_*; do
+for target in $build/fuzz/fuzz_!(fbx); do
   if [ -f "$target" ] && [ -x "$target" ]; then
     programs+=("$target")
   fi

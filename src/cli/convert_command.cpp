@@ -72,7 +72,7 @@ void AddConvertCommand(CLI::App& program, std::function<int()>& action) {
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand("convert", "Write a scene as a scene document");
-    command.add_option("SCENE", arguments->source, "Scene document or glTF file")->required();
+    command.add_option("SCENE", arguments->source, "Scene document, glTF or FBX file")->required();
     command.add_option("OUT", arguments->target, "The scene document to write, NAME.scene.json")->required();
     AddSceneFlags(command, arguments->sceneFlags);
     command.callback([arguments, &action] {

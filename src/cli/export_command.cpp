@@ -50,7 +50,7 @@ std::vector<CLI::Option*> AddOptionFlags(CLI::App& command, eExportFlags& flags)
 void AddExportCommand(CLI::App& program, std::function<int()>& action) {
     const auto flags = std::make_shared<eExportFlags>();
     CLI::App& command = *program.add_subcommand("export", "Export a scene to the resource tree");
-    command.add_option("SCENE", flags->scene, "Scene document or glTF file")->required();
+    command.add_option("SCENE", flags->scene, "Scene document, glTF or FBX file")->required();
     std::vector<CLI::Option*> optionFlags = AddOptionFlags(command, *flags);
     const std::vector<CLI::Option*> sceneFlags = AddSceneFlags(command, flags->sceneFlags);
     optionFlags.insert(optionFlags.end(), sceneFlags.begin(), sceneFlags.end());

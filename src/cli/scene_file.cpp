@@ -10,7 +10,8 @@ using standalone::eLoadResult;
 using standalone::eMessageKind;
 
 eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet) {
-    eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text});
+    eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text,
+                                                      flags.texturePaths});
     for (const eToldMessage& message : SceneMessages(path, loaded)) {
         if (message.kind == eMessageKind::Error) {
             TellError(message.text);

@@ -10,9 +10,15 @@ std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags) {
             .add_option("--as-model", flags.asModel,
                         "Export a scene without properties as the model of that path")
             ->type_name("PATH"),
-        command.add_option("--fps", flags.fps, "Frames a second of a glTF file")
+        command.add_option("--fps", flags.fps, "Frames a second of a file that counts seconds")
             ->type_name("N")
             ->check(CLI::Range(kSlowest, kFastest)),
+        command
+            .add_option(
+                "--texture-path", flags.texturePaths,
+                "Folder where pictures are looked for that an FBX file names elsewhere; may be repeated")
+            ->type_name("DIR")
+            ->allow_extra_args(false),
     };
 }
 

@@ -11,9 +11,10 @@ namespace cli {
 struct eSceneFlags {
     std::string asModel;
     std::optional<double> fps;
+    std::vector<std::string> texturePaths;
 };
 
-// Adds `--as-model PATH` and `--fps N`.
+// Adds `--as-model PATH`, `--fps N` and `--texture-path DIR`.
 std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags);
 
 }  // namespace cli

@@ -3,6 +3,7 @@
 #include "platform/path_lookup.h"
 #include "standalone/data/as_model.h"
 #include "standalone/data/file_content.h"
+#include "standalone/loaders/assimp/assimp_importer.h"
 #include "standalone/loaders/gltf/gltf_importer.h"
 #include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "standalone/loaders/scene_format.h"
@@ -19,6 +20,14 @@ eLoadResult ReadDocument(const std::string& content, const std::string& path, co
     return result;
 }
 
+eLoadResult LoadForeign(const std::string& path, std::string_view content, eSceneFormat format,
+                        const eLoadOptions& options) {
+    if (format == eSceneFormat::Gltf) {
+        return ImportGltf(path, content, {options.fps, options.asModel});
+    }
+    return ImportWithAssimp(path, content, format, {options.fps, options.asModel, options.texturePaths});
+}
+
 }  // namespace
 
 eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
@@ -30,16 +39,14 @@ eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
         return result;
     }
     const std::string fullPath = platform::DiskPath(path, platform::ePathForm::Native);
-    switch (SceneFormatOf(content)) {
-        case eSceneFormat::Document:
-            return ReadDocument(content, fullPath, options.asModel);
-        case eSceneFormat::Gltf:
-            return ImportGltf(fullPath, content, {options.fps, options.asModel});
-        case eSceneFormat::Unknown:
-            break;
+    const eSceneFormat format = SceneFormatOf(content);
+    if (format == eSceneFormat::Unknown) {
+        result.problems.push_back(
+            {"", "the file is neither a scene document nor a glTF, FBX, Collada, OBJ or 3DS file"});
+        return result;
     }
-    result.problems.push_back({"", "the file is neither a scene document nor a glTF file"});
-    return result;
+    return format == eSceneFormat::Document ? ReadDocument(content, fullPath, options.asModel)
+                                            : LoadForeign(fullPath, content, format, options);
 }
 
 }  // namespace standalone

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "standalone/load_result.h"
 
@@ -13,6 +14,9 @@ struct eLoadOptions {
     std::optional<double> fps{};
     // Path in code page 1251: makes a model of a scene without properties (as_model.h).
     std::string asModel{};
+    // Folders where the pictures of an FBX file and its kin are looked for beside the file's own, UTF-8.
+    std::vector<std::string> texturePaths{};
+};
 };
 
 // Reads a scene file of any known format; its content decides which, not its name. The path is as the

@@ -12,13 +12,16 @@ namespace {
 constexpr std::size_t kMostProblems = 100;
 constexpr std::size_t kMostItems = 20;
 
-constexpr std::array<std::string_view, 5> kHeadings = {
+constexpr std::array<std::string_view, 8> kHeadings = {
     "the host can't show",
     "extras left out, because property text can't hold them",
     "selection sets name nodes that the scene lacks",
     "scene extras that mean nothing here",
     "the bones are not where the mesh was bound at the first frame, and a skeleton exported at that frame "
     "bends the mesh; OldSkin among the node's properties takes the mesh as it stands there",
+    "properties left out, because the property text has their keys already",
+    "pictures that are nowhere",
+    "skinned meshes that stood apart from their bones are put beside them",
 };
 
 std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {

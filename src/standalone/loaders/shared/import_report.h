@@ -17,6 +17,9 @@ enum class eImportNotice {
     UnknownNode,   // names in selection sets
     UnknownExtra,  // scene extras that begin as ours do
     BindPose,      // skins whose bones are elsewhere at the first frame
+    ToldTwice,     // properties whose keys the property text has already
+    NoPicture,     // materials whose pictures are nowhere
+    MovedMesh,     // skinned meshes that went back to their bones
 };
 
 // Collects what an import has to tell.
@@ -38,7 +41,7 @@ public:
     std::vector<std::string> TakeWarnings();
 
 private:
-    static constexpr std::size_t kNotices = 5;
+    static constexpr std::size_t kNotices = 8;
 
     std::vector<eProblem> problems;
     std::size_t problemCount = 0;
