@@ -12,9 +12,10 @@ struct eSceneFlags {
     std::string asModel;
     std::optional<double> fps;
     std::vector<std::string> texturePaths;
+    bool noSplit = false;
 };
 
-// Adds `--as-model PATH`, `--fps N` and `--texture-path DIR`.
+// Adds `--as-model PATH`, `--fps N`, `--texture-path DIR` and `--no-split`.
 std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags);
 
 }  // namespace cli

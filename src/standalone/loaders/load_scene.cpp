@@ -1,5 +1,8 @@
 #include "standalone/loaders/load_scene.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform/path_lookup.h"
 #include "standalone/data/as_model.h"
 #include "standalone/data/file_content.h"
@@ -7,6 +10,7 @@
 #include "standalone/loaders/gltf/gltf_importer.h"
 #include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "standalone/loaders/scene_format.h"
+#include "standalone/loaders/shared/fit_meshes.h"
 
 namespace standalone {
 
@@ -18,6 +22,20 @@ eLoadResult ReadDocument(const std::string& content, const std::string& path, co
         GatherAsModel(*result.scene, asModel);
     }
     return result;
+}
+
+// What the engine can't hold is put right in scenes that were made for other ends; a scene document says what
+// it means.
+void FitToEngine(bool splitMeshes, eLoadResult& result) {
+    if (!result.scene) {
+        return;
+    }
+    eImportReport report;
+    DropFacesWithoutArea(*result.scene, report);
+    if (splitMeshes) {
+        PartLargeMeshes(*result.scene, report);
+    }
+    std::ranges::move(report.TakeWarnings(), std::back_inserter(result.warnings));
 }
 
 eLoadResult LoadForeign(const std::string& path, std::string_view content, eSceneFormat format,
@@ -45,8 +63,13 @@ eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
             {"", "the file is neither a scene document nor a glTF, FBX, Collada, OBJ or 3DS file"});
         return result;
     }
-    return format == eSceneFormat::Document ? ReadDocument(content, fullPath, options.asModel)
-                                            : LoadForeign(fullPath, content, format, options);
+    const bool isDocument = format == eSceneFormat::Document;
+    result = isDocument ? ReadDocument(content, fullPath, options.asModel)
+                        : LoadForeign(fullPath, content, format, options);
+    if (!isDocument) {
+        FitToEngine(options.splitMeshes, result);
+    }
+    return result;
 }
 
 }  // namespace standalone

@@ -16,6 +16,8 @@ struct eLoadOptions {
     std::string asModel{};
     // Folders where the pictures of an FBX file and its kin are looked for beside the file's own, UTF-8.
     std::vector<std::string> texturePaths{};
+    // Parts meshes that the engine can't hold (shared/fit_meshes.h).
+    bool splitMeshes = true;
 };
 };
 

@@ -20,6 +20,9 @@ enum class eImportNotice {
     ToldTwice,     // properties whose keys the property text has already
     NoPicture,     // materials whose pictures are nowhere
     MovedMesh,     // skinned meshes that went back to their bones
+    NoArea,        // meshes that lost triangles without area
+    Parted,        // meshes in pieces
+    TooLarge,      // meshes that had to stay whole
 };
 
 // Collects what an import has to tell.
@@ -41,7 +44,7 @@ public:
     std::vector<std::string> TakeWarnings();
 
 private:
-    static constexpr std::size_t kNotices = 8;
+    static constexpr std::size_t kNotices = 11;
 
     std::vector<eProblem> problems;
     std::size_t problemCount = 0;

@@ -1,0 +1,267 @@
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string_view>
+#include <unordered_set>
+
+#include "base/ansi.h"
+#include "standalone/data/node_order.h"
+#include "standalone/data/property_lines.h"
+#include "standalone/data/property_reader.h"
+#include "standalone/loaders/shared/face_subset.h"
+#include "standalone/loaders/shared/fit_meshes.h"
+#include "standalone/loaders/shared/unique_names.h"
+
+namespace standalone {
+namespace {
+
+using eFaces = std::vector<std::uint32_t>;
+
+constexpr std::size_t kMostVertices = 65534;
+constexpr std::size_t kMostTriangles = 65535;
+
+// What a property says of the mesh goes with the pieces; what it says of the node stays with it.
+constexpr std::array<const char*, 12> kMeshKeys = {
+    "Poly",          "Layer",        "Color",  "Ground",  "DecalTarget", "NoGroupMesh",
+    "NoCastShadows", "NoGetShadows", "NoSkin", "OldSkin", "AniTex",      "LODLastOff"};
+constexpr std::array<const char*, 8> kWholeKeys = {"Volume", "Component", "SupportPoint", "Obstacle",
+                                                   "Area",   "Body",      "Preview",      "CommonMesh"};
+
+// What a corner is welded by, as bytes: equal corners become one vertex.
+std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t corner) {
+    std::string key;
+    const auto append = [&](const host::Point3& point) {
+        for (const float part : {point.x, point.y, point.z}) {
+            const float value = part + 0.0F;
+            key.append(reinterpret_cast<const char*>(&value), sizeof value);
+        }
+    };
+    append(mesh.verts[mesh.faces[face].v[corner]]);
+    for (const host::MapChannel& channel : mesh.maps) {
+        append(channel.verts[channel.faces[face].t[corner]]);
+    }
+    if (mesh.specifiedNormals) {
+        const std::int32_t normal = mesh.specifiedNormals->faceNormals[std::size_t{3} * face + corner];
+        append(normal < 0 ? host::Point3{}
+                          : mesh.specifiedNormals->normals[static_cast<std::size_t>(normal)]);
+    }
+    return key;
+}
+
+std::size_t WeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
+    std::unordered_set<std::string> known;
+    for (const std::uint32_t face : faces) {
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            known.insert(CornerKey(mesh, face, corner));
+        }
+    }
+    return known.size();
+}
+
+// A mesh of few vertices needs no count: each of them is welded from at most as many corners as it has.
+bool Fits(const host::Mesh& mesh, const eFaces& faces) {
+    return faces.size() <= kMostTriangles &&
+           (3 * faces.size() <= kMostVertices || WeldedVertices(mesh, faces) <= kMostVertices);
+}
+
+host::Point3 Middle(const host::Mesh& mesh, std::uint32_t face) {
+    const auto& v = mesh.faces[face].v;
+    return (mesh.verts[v[0]] + mesh.verts[v[1]] + mesh.verts[v[2]]) * (1.0F / 3);
+}
+
+int LongestAxis(const host::Mesh& mesh, const eFaces& faces) {
+    host::Box3 box;
+    for (const std::uint32_t face : faces) {
+        box += Middle(mesh, face);
+    }
+    const host::Point3 size = box.Width();
+    return size.x >= size.y && size.x >= size.z ? 0 : size.y >= size.z ? 1 : 2;
+}
+
+// Halves the faces until each part fits; the order of the faces in a part is that of the mesh.
+void Part(const host::Mesh& mesh, eFaces faces, std::vector<eFaces>& parts) {
+    if (Fits(mesh, faces)) {
+        std::ranges::sort(faces);
+        parts.push_back(std::move(faces));
+        return;
+    }
+    const int axis = LongestAxis(mesh, faces);
+    const auto half = faces.begin() + static_cast<std::ptrdiff_t>(faces.size() / 2);
+    std::ranges::nth_element(faces, half, {},
+                             [&](std::uint32_t face) { return std::pair(Middle(mesh, face)[axis], face); });
+    Part(mesh, {faces.begin(), half}, parts);
+    Part(mesh, {half, faces.end()}, parts);
+}
+
+std::vector<eFaces> PartsOf(const host::Mesh& mesh) {
+    eFaces all(mesh.faces.size());
+    for (std::uint32_t face = 0; face < all.size(); ++face) {
+        all[face] = face;
+    }
+    std::vector<eFaces> parts;
+    Part(mesh, std::move(all), parts);
+    return parts;
+}
+
+template <std::size_t Count>
+bool HasAny(const std::string& properties, const std::array<const char*, Count>& keys) {
+    const eUserProperties told(properties);
+    return std::ranges::any_of(keys, [&](const char* key) { return told.Find(key).has_value(); });
+}
+
+// The lines that the pieces take over.
+std::string MeshLines(const std::string& properties) {
+    const eUserProperties told(properties);
+    std::string lines;
+    for (const char* key : kMeshKeys) {
+        if (const auto value = told.Find(key)) {
+            AppendPropertyLine(lines, value->empty() ? key : std::string(key) + "=" + std::string(*value));
+        }
+    }
+    return lines;
+}
+
+// The text without the wish for a mesh.
+std::string WithoutMesh(std::string_view properties) {
+    std::string lines;
+    while (!properties.empty()) {
+        const std::string_view line = properties.substr(0, properties.find_first_of("\r\n"));
+        properties.remove_prefix(std::min(line.size() + 1, properties.size()));
+        if (!line.empty() && !eUserProperties(line).Find("Poly")) {
+            AppendPropertyLine(lines, line);
+        }
+    }
+    return lines;
+}
+
+class eParting {
+public:
+    eParting(eSceneData& ownScene, eImportReport& ownReport) : scene(ownScene), report(ownReport) {
+        for (const eNodeData& node : scene.nodes) {
+            names.Take(node.name);
+            if (const auto shown = eUserProperties(node.properties).Find("Mesh")) {
+                lent.insert(LowerAnsi(*shown));
+            }
+        }
+    }
+
+    void PartAll() {
+        const std::size_t nodeCount = scene.nodes.size();
+        for (std::size_t node = 0; node < nodeCount; ++node) {
+            const int object = scene.nodes[node].object;
+            if (object >= 0 && IsLarge(static_cast<std::size_t>(object))) {
+                PartNode(node, static_cast<std::size_t>(object));
+            }
+        }
+        if (scene.nodes.size() != nodeCount) {
+            SortNodesDepthFirst(scene);
+        }
+    }
+
+private:
+    bool IsLarge(std::size_t object) {
+        const auto* mesh = std::get_if<eMeshObject>(&scene.objects[object].kind);
+        if (mesh == nullptr || 3 * mesh->mesh.faces.size() <= kMostVertices) {
+            return false;
+        }
+        const auto [entry, isNew] = parts.try_emplace(object);
+        if (isNew) {
+            entry->second = PartsOf(mesh->mesh);
+        }
+        return entry->second.size() > 1;
+    }
+
+    void PartNode(std::size_t node, std::size_t object) {
+        const std::string size = std::to_string(FaceCount(object)) + " triangles";
+        const std::string name = ToUtf8(scene.nodes[node].name);
+        if (MustStayWhole(scene.nodes[node])) {
+            report.Notice(eImportNotice::TooLarge, name + " (" + size + ")");
+            return;
+        }
+        const std::vector<int>& made = PiecesOf(object);
+        report.Notice(eImportNotice::Parted, name + " (" + size + ", " + std::to_string(WeldedCount(object)) +
+                                                 " vertices, " + std::to_string(made.size()) + " pieces)");
+        std::vector<int> children;
+        for (const int piece : made) {
+            children.push_back(AddChild(static_cast<int>(node), piece, children.size() + 1));
+        }
+        eNodeData& record = scene.nodes[node];
+        record.children.insert(record.children.begin(), children.begin(), children.end());
+        record.properties = WithoutMesh(record.properties);
+        record.object = static_cast<int>(scene.objects.size());
+        record.material = -1;
+        record.offset = {};
+        scene.objects.push_back({{}, eHelperObject{}, {}});
+    }
+
+    bool MustStayWhole(const eNodeData& node) const {
+        return node.groupMember || HasAny(node.properties, kWholeKeys) || lent.contains(LowerAnsi(node.name));
+    }
+
+    std::size_t FaceCount(std::size_t object) const {
+        return std::get<eMeshObject>(scene.objects[object].kind).mesh.faces.size();
+    }
+
+    std::size_t WeldedCount(std::size_t object) const {
+        std::size_t count = 0;
+        for (const eFaces& faces : parts.at(object)) {
+            count += WeldedVertices(std::get<eMeshObject>(scene.objects[object].kind).mesh, faces);
+        }
+        return count;
+    }
+
+    // The objects of the pieces, shared by all nodes that showed the whole.
+    const std::vector<int>& PiecesOf(std::size_t object) {
+        const auto [entry, isNew] = pieces.try_emplace(object);
+        if (isNew) {
+            for (const eFaces& faces : parts.at(object)) {
+                eObjectData piece = SubsetOf(scene.objects[object], faces);
+                if (!scene.objects[object].id.empty()) {
+                    piece.id = scene.objects[object].id + "_part" + std::to_string(entry->second.size() + 1);
+                }
+                entry->second.push_back(static_cast<int>(scene.objects.size()));
+                scene.objects.push_back(std::move(piece));
+            }
+        }
+        return entry->second;
+    }
+
+    int AddChild(int parent, int object, std::size_t place) {
+        const int number = static_cast<int>(scene.nodes.size());
+        const eNodeData& whole = scene.nodes[static_cast<std::size_t>(parent)];
+        eNodeData child;
+        child.name = names.Take(whole.name + "_part" + std::to_string(place));
+        child.properties = MeshLines(whole.properties);
+        child.hidden = whole.hidden;
+        child.selected = whole.selected;
+        child.renderable = whole.renderable;
+        child.visibility = whole.visibility;
+        child.visibilityKeys = whole.visibilityKeys;
+        child.offset = whole.offset;
+        child.object = object;
+        child.material = whole.material;
+        child.parent = parent;
+        scene.nodes.push_back(std::move(child));
+        for (eSelectionSet& set : scene.selectionSets) {
+            if (std::ranges::find(set.nodes, parent) != set.nodes.end()) {
+                set.nodes.push_back(number);
+            }
+        }
+        return number;
+    }
+
+    eSceneData& scene;
+    eImportReport& report;
+    eUniqueNames names;
+    std::unordered_set<std::string> lent;              // nodes whose mesh others show, lower case
+    std::map<std::size_t, std::vector<eFaces>> parts;  // by object
+    std::map<std::size_t, std::vector<int>> pieces;    // by object
+};
+
+}  // namespace
+
+void PartLargeMeshes(eSceneData& scene, eImportReport& report) {
+    eParting(scene, report).PartAll();
+}
+
+}  // namespace standalone
