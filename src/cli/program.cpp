@@ -13,6 +13,7 @@
 #include "cli/inspect_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
+#include "cli/properties_command.h"
 
 namespace cli {
 
@@ -29,6 +30,7 @@ int RunProgram(std::vector<std::string> arguments) {
     AddInspectCommand(program, action);
     AddPakCommand(program, action);
     AddOptionsCommand(program, action);
+    AddPropertiesCommand(program, action);
     // The parser takes them from the back.
     std::ranges::reverse(arguments);
     try {

@@ -11,7 +11,7 @@ using standalone::eMessageKind;
 
 eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet) {
     eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text,
-                                                      flags.texturePaths, !flags.noSplit});
+                                                      flags.texturePaths, !flags.noSplit, flags.properties});
     for (const eToldMessage& message : SceneMessages(path, loaded)) {
         if (message.kind == eMessageKind::Error) {
             TellError(message.text);

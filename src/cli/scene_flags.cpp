@@ -19,6 +19,10 @@ std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags) {
                 "Folder where pictures are looked for that an FBX file names elsewhere; may be repeated")
             ->type_name("DIR")
             ->allow_extra_args(false),
+        command
+            .add_option("--properties", flags.properties,
+                        "Properties of the nodes, instead of those in SCENE.properties")
+            ->type_name("FILE"),
         command.add_flag("--no-split", flags.noSplit, "Keep meshes whole that the engine can't hold"),
     };
 }

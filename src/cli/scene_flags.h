@@ -13,9 +13,11 @@ struct eSceneFlags {
     std::optional<double> fps;
     std::vector<std::string> texturePaths;
     bool noSplit = false;
+    std::string properties;
 };
 
-// Adds `--as-model PATH`, `--fps N`, `--texture-path DIR` and `--no-split`.
+// Adds `--as-model PATH`, `--fps N`, `--texture-path DIR`,
+// `--no-split` and `--properties FILE`.
 std::vector<CLI::Option*> AddSceneFlags(CLI::App& command, eSceneFlags& flags);
 
 }  // namespace cli

@@ -11,6 +11,7 @@
 #include "standalone/loaders/scene_document/scene_document_reader.h"
 #include "standalone/loaders/scene_format.h"
 #include "standalone/loaders/shared/fit_meshes.h"
+#include "standalone/loaders/shared/property_sidecar.h"
 
 namespace standalone {
 
@@ -22,6 +23,27 @@ eLoadResult ReadDocument(const std::string& content, const std::string& path, co
         GatherAsModel(*result.scene, asModel);
     }
     return result;
+}
+
+// The properties that lie beside the scene, or that were asked for.
+void ReadSidecar(const std::string& scenePath, const std::string& asked, eLoadResult& result) {
+    std::string text;
+    const platform::eIoStatus status =
+        ReadFileContent(asked.empty() ? scenePath + ".properties" : asked, text);
+    if (!status.IsOk() && !asked.empty()) {
+        result.problems.push_back({"", "the properties " + asked + " can't be read: " + status.Text()});
+        result.scene.reset();
+    }
+    if (!status.IsOk() || !result.scene) {
+        return;
+    }
+    eImportReport report;
+    ApplyPropertySidecar(text, *result.scene, report);
+    std::ranges::move(report.TakeWarnings(), std::back_inserter(result.warnings));
+    if (report.HasProblems()) {
+        result.problems = report.TakeProblems();
+        result.scene.reset();
+    }
 }
 
 // What the engine can't hold is put right in scenes that were made for other ends; a scene document says what
@@ -66,6 +88,7 @@ eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
     const bool isDocument = format == eSceneFormat::Document;
     result = isDocument ? ReadDocument(content, fullPath, options.asModel)
                         : LoadForeign(fullPath, content, format, options);
+    ReadSidecar(fullPath, options.propertiesFile, result);
     if (!isDocument) {
         FitToEngine(options.splitMeshes, result);
     }

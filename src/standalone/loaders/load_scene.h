@@ -18,7 +18,9 @@ struct eLoadOptions {
     std::vector<std::string> texturePaths{};
     // Parts meshes that the engine can't hold (shared/fit_meshes.h).
     bool splitMeshes = true;
-};
+    // A text with the nodes' properties (shared/property_sidecar.h), UTF-8; without one, that of the scene's
+    // name with ".properties" behind it, where there is one.
+    std::string propertiesFile{};
 };
 
 // Reads a scene file of any known format; its content decides which, not its name. The path is as the

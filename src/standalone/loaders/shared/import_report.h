@@ -23,6 +23,7 @@ enum class eImportNotice {
     NoArea,        // meshes that lost triangles without area
     Parted,        // meshes in pieces
     TooLarge,      // meshes that had to stay whole
+    NoSuchNode,    // headings of a property sidecar
 };
 
 // Collects what an import has to tell.
@@ -44,7 +45,7 @@ public:
     std::vector<std::string> TakeWarnings();
 
 private:
-    static constexpr std::size_t kNotices = 11;
+    static constexpr std::size_t kNotices = 12;
 
     std::vector<eProblem> problems;
     std::size_t problemCount = 0;
