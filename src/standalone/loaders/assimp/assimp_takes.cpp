@@ -93,7 +93,7 @@ bool Place(eAssimpImport& import, eAssimpTake& take, const eTicks& span, double 
     }
     const double last = std::ceil(WholeFrame(span.last * take.rate + take.shift));
     const double most = std::numeric_limits<int>::max() / import.scene.frameTicks;
-    if (std::fabs(last) > most || std::fabs(first) > most) {
+    if (!(std::fabs(last) <= most && std::fabs(first) <= most)) {
         import.report.Problem(take.name, "the keys lie too far from the start for the host's timeline");
         return false;
     }
