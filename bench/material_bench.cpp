@@ -16,9 +16,9 @@
 #include "material/textures/normal_map.h"
 #include "material/textures/texture_source.h"
 #include "material/textures/write_texture.h"
+#include "normal_maps.h"
 #include "standalone/pictures/image.h"
 #include "standalone/standalone_host.h"
-#include "support/normal_maps.h"
 #include "support/pictures.h"
 #include "support/scene_builder.h"
 #include "support/temp_folder.h"
@@ -34,7 +34,7 @@ enum eKind { kColor, kColorAndAlpha, kHeights, kNormals, kColorAsJpg };
 
 // Ground with five octaves of noise: in colours of normals for every kind.
 std::string PictureFile(int kind) {
-    static const ePixelImage ground = support::MakeNormalMaps(kSide)[1].image;
+    static const ePixelImage ground = MakeNormalMaps(kSide)[1].image;
     support::ePicture picture{kSide, kSide, kind == kColorAndAlpha ? 4 : 3, {}};
     for (std::size_t i = 0; i < ground.rgba.size(); i += 4) {
         const std::array<std::uint8_t, 4> texel = {ground.rgba[i + 3], ground.rgba[i + 1], ground.rgba[i + 2],

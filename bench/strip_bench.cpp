@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "index_meshes.h"
 #include "mesh/strips/cache_statistics.h"
 #include "mesh/strips/strip_generator.h"
 #include "mesh/strips/strip_messages.h"
 #include "standalone/loaders/load_scene.h"
-#include "support/index_meshes.h"
 #include "support/source_tree.h"
 
 namespace {

@@ -19,11 +19,11 @@
 #include <string>
 #include <vector>
 
-#include "support/normal_maps.h"
+#include "exact_alphas.h"
+#include "normal_maps.h"
 #include "texture/block_group.h"
 #include "texture/color_bits.h"
 #include "texture/compress_image.h"
-#include "texture/exact_alphas.h"
 
 #define STB_DXT_IMPLEMENTATION
 #include <stb/stb_dxt.h>
@@ -172,7 +172,7 @@ void SquishClusterFit(benchmark::State& state, const ePixelImage& image) {
 }
 
 // A picture of normals in its usual colours, brought into the layout of the textures.
-void AddSample(const std::filesystem::path& path, std::vector<support::eNormalMap>& maps) {
+void AddSample(const std::filesystem::path& path, std::vector<eNormalMap>& maps) {
     int width = 0;
     int height = 0;
     int channels = 0;
@@ -199,11 +199,11 @@ void AddSample(const std::filesystem::path& path, std::vector<support::eNormalMa
 // An argument that is no flag is a picture of normals to measure too.
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    std::vector<support::eNormalMap> maps = support::MakeNormalMaps(1024);
+    std::vector<eNormalMap> maps = MakeNormalMaps(1024);
     for (int i = 1; i < argc; i++) {
         AddSample(argv[i], maps);
     }
-    for (const support::eNormalMap& map : maps) {
+    for (const eNormalMap& map : maps) {
         const ePixelImage& image = map.image;
         benchmark::RegisterBenchmark(("ours/" + map.name).c_str(), WholeFile, image);
         benchmark::RegisterBenchmark(("stb_dxt/" + map.name).c_str(), StbHighQuality, image);

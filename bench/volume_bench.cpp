@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "support/ball_mesh.h"
+#include "ball_mesh.h"
 #include "volume/convexity.h"
 #include "volume/fitted_box.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 // In a solid that is convex no face ends the test early.
 void ConvexityOfASphere(benchmark::State& state) {
-    const host::Mesh mesh = support::BallMesh(static_cast<std::size_t>(state.range(0)));
+    const host::Mesh mesh = BallMesh(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
         if (!IsConvex(mesh)) {
             state.SkipWithError("the sphere is convex");

@@ -1,13 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
 #include "animation/animation_reader.h"
-#include "geometry/vertex_layout.h"
-#include "mesh/file/mesh_reader.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/export_run.h"
 #include "support/source_tree.h"
@@ -118,75 +115,5 @@ INSTANTIATE_TEST_SUITE_P(Samples, SampleAnimation,
                                          kSamples + "gltf/Fox/glTF/Fox.gltf",
                                          kSamples +
                                              "gltf/InterpolationTest/glTF-Binary/InterpolationTest.glb"));
-
-// The vertices of the node in metres, in the space of its bone.
-std::vector<Point3> VerticesInScene(support::eExportRun& run, host::INode& node, int frame) {
-    const host::TimeValue t = frame * run.host.GetTicksPerFrame();
-    host::Object* object = node.EvalWorldState(t).obj->ConvertToType(t, host::kTriObjectClass);
-    const Matrix3 toBone = node.GetObjTMAfterWSM(t) * Inverse(NoScale(node.GetNodeTM(t)));
-    std::vector<Point3> vertices;
-    for (const Point3& vertex : static_cast<host::TriObject*>(object)->GetMesh().verts) {
-        vertices.push_back(vertex * toBone);
-    }
-    return vertices;
-}
-
-struct ePlayedVertex {
-    Point3 position;
-    int storedIn = 0;  // the frame that it was last stored in
-};
-
-// Moves the vertices as a frame of the animation tells.
-void Play(const eAnimationFrame& frame, const eFileMesh& mesh, std::vector<ePlayedVertex>& vertices) {
-    for (const eAnimationKey& key : frame.keys) {
-        std::string problem;
-        const auto blocks = ReadVertexSection(key.vertexSection, static_cast<int>(mesh.stride), problem);
-        ASSERT_TRUE(blocks) << problem;
-        for (const eVertexBlock& block : *blocks) {
-            for (int i = 0; i < block.count; ++i) {
-                const std::uint8_t* vertex = &block.vertices[static_cast<std::size_t>(i) * mesh.stride];
-                vertices.at(static_cast<std::size_t>(block.first + i)) = {
-                    UnpackVertex(mesh.subMeshes.front().format, vertex).position, frame.frame};
-            }
-        }
-    }
-}
-
-// Catches vertices that go out under the number of another, in the wrong frame or not at all. What moves by
-// no more than a millimetre from one frame to the next may stay where it was.
-TEST(SampleAnimation, TheCubeMorphsInTheFile) {
-    if (!HasSamples()) {
-        GTEST_SKIP() << "no samples";
-    }
-    standalone::eSceneData scene =
-        Load(kSamples + "gltf/AnimatedMorphCube/glTF-Binary/AnimatedMorphCube.glb");
-    scene.nodes.back().properties += "\r\nCommonMesh";
-    support::eExportRun run(std::move(scene));
-    run.Do();
-    const std::string meshFile = run.Read("proof/.mesh"), file = run.Read("proof/square.anm");
-    std::string problem;
-    const auto meshes = ReadMeshFile(BytesOf(meshFile), problem);
-    ASSERT_TRUE(meshes) << problem;
-    const eFileMesh& mesh = meshes->meshes.at(0);
-    const eAnimation animation = ReadWritten(file);
-    host::INode& node = *run.host.GetINodeByName(animation.bones.at(0).c_str());
-    const std::vector<Point3> rest = VerticesInScene(run, node, 0);
-    std::vector<ePlayedVertex> vertices(mesh.vertexCount);
-    for (const eAnimationFrame& frame : animation.frames) {
-        Play(frame, mesh, vertices);
-        const std::vector<Point3> moved = VerticesInScene(run, node, frame.frame);
-        for (std::size_t v = 0; v < vertices.size(); ++v) {
-            const Point3 written = mesh.Vertex(mesh.subMeshes.front(), v).position;
-            const auto inScene =
-                std::ranges::find_if(rest, [&](const Point3& p) { return p.Equals(written, 1e-6F); });
-            ASSERT_NE(inScene, rest.end());
-            const float tolerance = 1e-3F * static_cast<float>(frame.frame - vertices[v].storedIn) + 1e-6F;
-            ASSERT_TRUE(vertices[v].position.Equals(moved[static_cast<std::size_t>(inScene - rest.begin())],
-                                                    tolerance))
-                << v << " in frame " << frame.frame;
-        }
-    }
-    EXPECT_GT(animation.frames.size(), 50U);
-}
 
 }  // namespace

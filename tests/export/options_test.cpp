@@ -155,6 +155,8 @@ TEST_F(eOptionsTest, TheDialogTakesFramesAndFlags) {
     exporter.frameEnd = 20;
     eDialogFields fields = ShowDialogFields(exporter);
     EXPECT_EQ(fields.staticFrame, 10);
+    exporter.frameStart = -10;
+    EXPECT_EQ(ShowDialogFields(exporter).staticFrame, 0);
     EXPECT_EQ(fields.frameEnd, "20");
     fields.frameStart = "0x1f";
     fields.frameEnd = "-3x";
@@ -178,9 +180,13 @@ TEST_F(eOptionsTest, OutdatedPluginsAreTold) {
     run.folder.Write("plugins/zyrexport2010_ksr.dle", "old");
     std::filesystem::last_write_time(run.folder / "plugins/zyrexport2010_ksr.dle",
                                      std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    run.folder.Write("share/tools/3dsmax/SorrelMtl2010_KSR.dlt", "old");
+    std::filesystem::last_write_time(run.folder / "share/tools/3dsmax/SorrelMtl2010_KSR.dlt",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    run.folder.Write("plugins/sorrelmtl2010_ksr.dlt", "newer than the share's");
     run.folder.Write("share/tools/3dsmax/ZyrExport2010_KSR.dle", "new");
     EXPECT_TRUE(CheckDeployment(local, nullptr));
-    run.folder.Write("share/tools/3dsmax/SorrelMtl2010_KSR.dlt", "new");
+    std::filesystem::remove(run.folder / "plugins/sorrelmtl2010_ksr.dlt");
     EXPECT_FALSE(CheckDeployment(local, nullptr));
     platform::ClearDrives();
 

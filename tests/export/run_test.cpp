@@ -234,6 +234,29 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
                             "более не нужны."));
 }
 
+// Would catch what one model leaves behind for the next (models are exported from the last to the first), and
+// two volumes under one name.
+TEST(Run, AModelHoldsOnlyItsOwn) {
+    support::eSceneBuilder scene;
+    const auto part = [&](support::eNode root, const char* material) {
+        Box(root, material).Property("Poly").Material(scene.Material(material, eStandardMaterial{}));
+    };
+    part(Model(scene, "boat", "boat"), "wood");
+    support::eNode tank = Model(scene, "tank", "tank").Property("Land");
+    part(tank, "iron");
+    Box(tank, "hull_vol").Property("Volume");
+    Box(tank, "Hull").Property("Volume");
+    tank.Child("point").Property("SupportPoint");
+    support::eExportRun run(scene.Build());
+    run.Do();
+    EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Повторяющееся имя объема 'hull'!"));
+    EXPECT_THAT(run.Text("tank/tank.def"), HasSubstr("{\"land_patch\"\n"));
+    EXPECT_EQ(run.Text("tank/tank.def").find("\"hull\""), run.Text("tank/tank.def").rfind("\"hull\""));
+    EXPECT_EQ(run.Text("boat/boat.def"), "{entity\n}\n");
+    EXPECT_EQ(run.Text("boat/.material"), "{simple \"wood\"\n\t{diffuse \"tex0_0\"}\n\t{blend none}\n}\n");
+    EXPECT_THAT(run.Text("boat/boat.mdl"), Not(HasSubstr("SupportPoints")));
+}
+
 // Would catch a scene that writes beyond the folders that the user has named.
 TEST(Run, AModelBeyondTheFenceIsRefused) {
     support::eSceneBuilder scene;
@@ -254,11 +277,21 @@ TEST(Run, AModelBeyondTheFenceIsRefused) {
 // Would catch marks or numbers of the run that stay in the artist's scene.
 TEST(Run, TheSceneIsLeftAsItWas) {
     support::eSceneBuilder scene;
-    Box(Model(scene, "root", "tank"), "bone").JointFlags(0x80);
+    support::eNode root = Model(scene, "root", "tank");
+    Box(root, "bone").JointFlags(0x80);
+    support::eNode group = root.Child("view").GroupHead().Property("Preview").Object(eHelperObject{});
+    support::eNode aim = group.Child("aim").GroupMember().Position(0, 0, -30).Object(eTargetObject{});
+    group.Child("camera").GroupMember().Object(eCameraObject{.targetDistance = 7}).Target(aim);
     support::eExportRun run(scene.Build());
     run.Do();
+    const auto& camera =
+        dynamic_cast<host::CameraObject&>(*run.host.GetINodeByName("camera")->EvalWorldState(0).obj);
+    EXPECT_EQ(camera.EvalCameraState(0).targetDistance, 7) << "what the preview asked for is taken back";
     host::INode& bone = *run.host.GetINodeByName("bone");
     EXPECT_EQ(bone.AnimatableFlags(), 0x80U);
+    bone.SetAnimatableFlags(0x40);
+    run.host.theHold().Cancel();
+    EXPECT_EQ(bone.AnimatableFlags(), 0x40U) << "no hold is left open";
     EXPECT_EQ(bone.GetObjectRef()->AnimatableFlags(), 0U);
     EXPECT_EQ(bone.GetRenderData(), nullptr);
 }

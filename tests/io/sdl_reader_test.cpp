@@ -256,22 +256,6 @@ TEST_F(SdlReader, LimitsWhatUnfolds) {
               "SDL: includes and defines unfold to more than 64 megabytes");
 }
 
-// Would catch: a file of another kind that is read as an empty text.
-TEST_F(SdlReader, RefusesBinaryJunk) {
-    EXPECT_EQ(Read(std::string("\0\x80,", 3)), std::string("\0 \x80 ,", 5));
-    std::mt19937 random(3);
-    for (int round = 0; round < 200; ++round) {
-        std::string junk(1, '\x80');
-        while (junk.size() < 300) {
-            junk += static_cast<char>(random());
-        }
-        FailText([&] { Read(junk); });
-        folder.Write("junk.mdl", junk);
-        Mount();
-        EXPECT_EQ(FailText([] { eReader().Open("/junk.mdl"); }), "SDL: invalid file");
-    }
-}
-
 // Would catch: an escape or a number form that the writer writes and the reader takes for something else.
 TEST_F(SdlReader, ReadsWhatTheWriterWrites) {
     xIo::eMemoryStream stream;

@@ -25,19 +25,6 @@ using testing::IsEmpty;
 
 class FileStream : public eFileStreamTest {};
 
-TEST_F(FileStream, MovesItsBufferOn) {
-    eFileStream stream;
-    ASSERT_TRUE(stream.Open(folder / "file", writeNew, 8));
-    stream.Write("abcdef", 6);
-    stream.WriteValue(std::uint32_t{0x6A696867});
-    stream.Write("klmnopqrstuvwxyzklmnopqrstuvwxyz", 32);
-    stream.WriteValue(std::uint64_t{0x3837363534333231});
-    stream.Write("!", 1);
-    EXPECT_EQ(stream.Size(), 51);
-    EXPECT_TRUE(stream.Close());
-    EXPECT_EQ(folder.Read("file"), "abcdefghijklmnopqrstuvwxyzklmnopqrstuvwxyz12345678!");
-}
-
 // Would catch: a patch on a buffer without the old bytes, a flush of stale ones, a wrong end.
 TEST_F(FileStream, DoesAsAPlainArrayDoes) {
     std::mt19937 random(7);

@@ -9,7 +9,6 @@
 
 #include "base/ansi.h"
 #include "support/export_run.h"
-#include "support/index_meshes.h"
 #include "support/scene_builder.h"
 
 namespace {
@@ -35,7 +34,8 @@ public:
     explicit eMaterialMaker(eSceneBuilder& builder) : scene(builder) {}
 
     int File(const char* title) { return scene.Map(eBitmapMap{.file = std::string(title) + ".png"}); }
-    int Mix() { return scene.Map(eMixMap{.maps = {File("first"), File("second"), File("third")}}); }
+    int Mix() { return Mix(File("first")); }
+    int Mix(int first) { return scene.Map(eMixMap{.maps = {first, File("second"), File("third")}}); }
     int Product() { return scene.Map(eRgbMultiplyMap{.maps = {File("first"), File("second")}}); }
 
     static eStandardMaterial Standard(int diffuse) {
@@ -50,7 +50,7 @@ public:
     }
     eStandardMaterial Shiny(eStandardMaterial material) {
         material.maps[host::kSpecularLevelMap] = {.map = File("gloss"), .amount = 0.25F};
-        material.specular = {1, 0.5F, 2};
+        material.specular = {2, 0.5F, 0.25F};
         material.shininess = 0.999F;
         return material;
     }
@@ -99,9 +99,9 @@ const std::vector<eMaterialCase> kMaterials = {
     {[](eMaker&) { return eSorrelMaterial{}; }, R"(simple {diffuse "tex4_0"} {blend none})"},
     {[](eMaker& m) { return m.Bumped(m.Plain()); }, R"(bump {diffuse "wall"} {bump "dents"} {blend none})"},
     {[](eMaker& m) { return m.Shiny(m.Plain()); },
-     R"(bump {diffuse "wall"} {specular "gloss"} {color 0xfeff80ff} {blend none})"},
+     R"(bump {diffuse "wall"} {specular "gloss"} {color 0xfeff8040} {blend none})"},
     {[](eMaker& m) { return m.In({.blend = 1}, m.Shiny(m.Bumped(m.Plain()))); },
-     R"(bump {diffuse "wall"} {bump "dents"} {specular "gloss"} {color 0xfeff80ff} {blend test})"},
+     R"(bump {diffuse "wall"} {bump "dents"} {specular "gloss"} {color 0xfeff8040} {blend test})"},
     {[](eMaker& m) { return eMaker::Standard(m.Product()); },
      R"(multiply {diffuse "first"} {diffuse1 "second"} {blend none})"},
     {[](eMaker& m) { return m.In({.blend = 4, .modulate2x = 1}, eMaker::Standard(m.Product())); },
@@ -130,6 +130,9 @@ const std::vector<eMaterialCase> kMaterials = {
                      Clear(m.Plain()));
      },
      R"(envmap {diffuse "wall"} {envmap "sky"} {mask "rust"} {blend none})"},
+    // A product inside a mix.
+    {[](eMaker& m) { return eMaker::Standard(m.Mix(m.Product())); },
+     R"(blend {diffuse "first"} {diffuse1 "second"} {blend none})"},
 };
 
 // A record as the file has it, a key a line.
@@ -148,7 +151,7 @@ TEST(WriteMaterials, EachKindOfMaterialHasItsText) {
     eMaterialMaker maker(scene);
     eNode root = scene.Node("root").Property("Model=m").Object(eHelperObject{});
     // A face without material has a record too, the first for its empty name.
-    std::string expected = RecordText("", R"(simple {diffuse "tex18_0"} {blend none})");
+    std::string expected = RecordText("", R"(simple {diffuse "tex19_0"} {blend none})");
     for (std::size_t i = 0; i < kMaterials.size(); ++i) {
         const std::string number = std::to_string(i);
         AddTriangle(root, "part" + number, scene.Material("Mat " + number, kMaterials[i].make(maker)));
@@ -160,7 +163,7 @@ TEST(WriteMaterials, EachKindOfMaterialHasItsText) {
     EXPECT_EQ(run.Text("m/.material"), expected);
     EXPECT_THAT(run.Messages(), ElementsAre());
     EXPECT_THAT(run.messages.log, testing::HasSubstr("wall.png (material mat_0, map ) is missing"));
-    EXPECT_EQ(run.Read("m/tex18_0.bmp").size(), 54U + 2 * 8U) << "2 by 2 texels of the plain colour";
+    EXPECT_EQ(run.Read("m/tex19_0.bmp").size(), 54U + 2 * 8U) << "2 by 2 texels of the plain colour";
 }
 
 // Catches an empty file.

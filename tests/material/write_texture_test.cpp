@@ -13,7 +13,6 @@
 #include "material/textures/bmp_file.h"
 #include "platform/file_events.h"
 #include "support/export_run.h"
-#include "support/index_meshes.h"
 #include "support/pictures.h"
 #include "support/scene_builder.h"
 #include "texture/dds_reader.h"
@@ -122,7 +121,7 @@ testing::Matcher<std::uint8_t> IsNear(int value) {
 class WriteTexture : public testing::Test {
 protected:
     int Bitmap(const std::string& file) {
-        return scene.Map(eBitmapMap{.file = art / file}, {}, "map of " + file);
+        return scene.Map(eBitmapMap{.file = FromUtf8(art / file).text}, {}, "map of " + file);
     }
     // A material of the file's name whose map in the slot shows the file.
     int Using(int slot, const std::string& file, float amount = 1) {
@@ -304,7 +303,7 @@ protected:
         root.Child("spare").Property("Poly").Object(eBoxObject{1, 1, 1}).Material(gun);
         run.emplace(scene.Build());
         run->SetOptions([this](eExportOptions& options) {
-            options.commonTextureSource = eName(art / "Common/");
+            options.commonTextureSource = eName(FromUtf8(art / "Общее/").text);
             options.commonTextureTarget = eName("texture/common/");
         });
         run->Do();
@@ -316,15 +315,15 @@ protected:
 // Catches sub-folders that get lost, so that two pictures meet, and records that name another file.
 TEST_F(CommonTextures, KeepTheirFoldersBelowTheTarget) {
     const support::ePicture picture = Flat({1, 2, 3});
-    art.Write("common/metal/iron.tga", support::Tga(picture));
-    art.Write("common/rust/iron.v1.png", support::Png(picture));
-    art.Write("common/rust/dents.tga", support::Tga(picture));
+    art.Write("общее/metal/iron.tga", support::Tga(picture));
+    art.Write("общее/rust/iron.v1.png", support::Png(picture));
+    art.Write("общее/rust/dents.tga", support::Tga(picture));
     art.Write("hull.tga", support::Tga(picture));
     eStandardMaterial iron;
-    iron.maps[host::kDiffuseMap].map = Bitmap("common/metal/iron.tga");
-    iron.maps[host::kBumpMap].map = Bitmap("common/rust/dents.tga");
+    iron.maps[host::kDiffuseMap].map = Bitmap("общее/metal/iron.tga");
+    iron.maps[host::kBumpMap].map = Bitmap("общее/rust/dents.tga");
     eStandardMaterial rust;
-    rust.maps[host::kDiffuseMap].map = Bitmap("common/rust/iron.v1.png");
+    rust.maps[host::kDiffuseMap].map = Bitmap("общее/rust/iron.v1.png");
     rust.maps[host::kSpecularLevelMap].map = Bitmap("hull.tga");
     Export(scene.Material("iron", iron), scene.Material("rust", rust));
     EXPECT_THAT(run->Messages(), IsEmpty());

@@ -51,41 +51,6 @@ TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
     }
 }
 
-// Catches a reversed animation that fills its frames from the end, or reads frame 0 twice.
-TEST(AnimatedMesh, AReversedAnimationReadsTheTimesBackwards) {
-    support::eSceneBuilder scene;
-    FlagScene(scene);
-    eMeshRun run(scene);
-    run.SetOptions([](eExportOptions& options) { options.reverseAnimation = true; });
-    run.Do();
-    EXPECT_EQ(HeightAt(run, 0), 0);
-    EXPECT_NEAR(HeightAt(run, 1), 1, 1e-6F);
-    EXPECT_NEAR(HeightAt(run, 4), 0.7F, 1e-6F);
-    EXPECT_NEAR(HeightAt(run, 10), 0.1F, 1e-6F);
-}
-
-// Catches vertices of a frame in another numbering, with another size, or without their flag.
-TEST(AnimatedMesh, TheFrameTableHoldsTheVerticesInTheWeldedNumbering) {
-    support::eSceneBuilder scene;
-    FlagScene(scene);
-    eMeshRun run(scene);
-    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
-    for (std::size_t frame = 0; frame <= 10; ++frame) {
-        const eExportFrameBone& entry = run.exporter.frames[frame].bones[index];
-        ASSERT_NE(entry.mesh, nullptr);
-        EXPECT_NE(entry.flags & kFrameVertices, 0);
-        EXPECT_EQ(entry.mesh->vertices.size(), run.Mesh("flag").vertexCount);
-        EXPECT_EQ(entry.mesh->vertexSize, 36);  // the colour still counts: the animation file takes it out
-        const eFileMesh file = run.Mesh("flag");
-        const std::vector<std::uint16_t>& remap = run.Bone("flag").mesh.vertexRemap;
-        for (std::size_t v = 0; v < file.vertexCount; ++v) {
-            const eExportVertex written = file.Vertex(file.subMeshes[0], v);
-            EXPECT_EQ(entry.mesh->vertices[remap[v]].position.x, written.position.x);
-            EXPECT_EQ(entry.mesh->vertices[remap[v]].uv0, written.uv0);
-        }
-    }
-}
-
 // Catches parts that shift when an animation leaves out a node before or behind them.
 TEST(AnimatedMesh, APartThatAnAnimationLeavesOutStandsStill) {
     for (const bool movesFirst : {true, false}) {

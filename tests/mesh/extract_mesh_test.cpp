@@ -162,6 +162,9 @@ TEST(ExtractMesh, AMixByVertexColourPutsTheRedIntoAlpha) {
     EXPECT_EQ(soup.mapCoords1[0][0].x, 20);
     EXPECT_FLOAT_EQ(soup.colors[0][0].a, 0.75F);
     EXPECT_EQ(soup.colors[0][0].g, 1);
+    const eFileMesh file = run.Mesh("hat");
+    EXPECT_EQ(file.Vertex(file.subMeshes[0], 0).uv0.x, 10);
+    EXPECT_EQ(file.Vertex(file.subMeshes[0], 0).uv1.x, 20);
 }
 
 // Catches a blend map asked at turned-over coordinates, and one moved by its own transform twice.
@@ -238,27 +241,6 @@ TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
     for (const auto& [smoothing, flags] : {std::pair(8U, 3U), {1U, 0U}, {0U, 3U}, {0U, 1U}}) {
         EXPECT_EQ(normalFor(smoothing, flags), 0) << "the face's own, for group " << smoothing;
     }
-}
-
-// Catches light from lamps that leave the node out, a sum without the ambient share, and normals that repeat
-// the light that lies in the colours.
-TEST(ExtractMesh, LightIsBakedIntoTheColours) {
-    support::eSceneBuilder scene;
-    scene.Settings().ambient = {0.5F, 0.5F, 0.5F};
-    support::eNode root = Model(scene);
-    MeshNode(root, "lit", TexturedTriangle());
-    support::eNode dark = MeshNode(root, "dark", TexturedTriangle());
-    root.Child("sun").Object(eLightObject{
-        .kind = eLightKind::Directional, .color = {0.25F, 0, 0}, .listedNodes = {dark.Number()}});
-    eMeshRun run(scene);
-    const host::AColor& lit = run.Soup("lit").colors[0][0];
-    EXPECT_FLOAT_EQ(lit.r, 0.5F);  // half of the ambient light, and the lamp straight from above
-    EXPECT_FLOAT_EQ(lit.g, 0.25F);
-    EXPECT_EQ(run.Soup("dark").colors[0][0].r, 1);
-    const eFileMesh litMesh = run.Mesh("lit");
-    EXPECT_EQ(litMesh.subMeshes[0].format, 0x0017);
-    EXPECT_EQ(litMesh.Vertex(litMesh.subMeshes[0], 0).color, 0xFF804040U);
-    EXPECT_EQ(run.Mesh("dark").subMeshes[0].format, 0x0013);
 }
 
 // Catches warnings told once per map instead of once per face that meets it.

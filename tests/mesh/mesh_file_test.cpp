@@ -96,43 +96,6 @@ TEST(MeshFile, TheTableLeadsToEveryBody) {
     }
 }
 
-// Catches a reader that reads beyond the end, trusts a count, or takes half a file for a whole one.
-TEST(MeshReader, EveryTruncationIsToldWithItsPlace) {
-    support::eSceneBuilder scene;
-    support::eNode node = ModelWithTriangle(scene, "hat");
-    support::eNode bone = node.Child("bone").Object(eHelperObject{});
-    node.Skin({bone}, {{{0, 1.0F}}, {{0, 1.0F}}, {}});
-    const std::string file = ExportMesh(scene);
-    ASSERT_GT(file.size(), 199U);
-    std::string problem;
-    ASSERT_TRUE(ReadMeshFile(BytesOf(file), problem)) << problem;
-    for (std::size_t size = 0; size < file.size(); ++size) {
-        const std::string part = file.substr(0, size);
-        EXPECT_FALSE(ReadMeshFile(BytesOf(part), problem)) << size;
-        EXPECT_THAT(problem, testing::HasSubstr("at byte"));
-    }
-    EXPECT_FALSE(ReadMeshFile(BytesOf(file + "x"), problem));
-}
-
-// Catches a reader that crashes or allocates by what a damaged file claims, and a check that overlooks a
-// damaged number. Every single byte is spoilt in turn.
-TEST(MeshReader, SpoiltBytesNeitherCrashNorAllocate) {
-    support::eSceneBuilder scene;
-    ModelWithTriangle(scene, "hat");
-    const std::string file = ExportMesh(scene);
-    int noticed = 0;
-    for (std::size_t at = 0; at < file.size(); ++at) {
-        for (const char spoil : {'\x80', '\xFF', '\0'}) {
-            std::string spoilt = file;
-            spoilt[at] = spoil;
-            std::string problem;
-            const auto content = ReadMeshFile(BytesOf(spoilt), problem);
-            noticed += !content || !CheckMesh(content->meshes.front()).empty() ? 1 : 0;
-        }
-    }
-    EXPECT_GT(noticed, 200);
-}
-
 struct eSpoiltField {
     const char* name;
     std::size_t offset;

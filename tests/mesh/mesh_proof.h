@@ -10,7 +10,6 @@
 
 #include "geometry/vertex_layout.h"
 #include "mesh/file/mesh_reader.h"
-#include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
 #include "scene/triangle_mesh.h"
 #include "standalone/objects/scene_node.h"
@@ -19,24 +18,19 @@
 namespace mesh_test {
 
 // Each visible triangle of the node's object must be in the mesh once, its corners within 1e-5 of the mesh's
-// size, and show the same side; each skinned vertex, moved by the weights and bones of the file, must land
-// where the host's skin has it. All at frame 0. `scene` is what the host was made of; its units must be so
+// size, and show the same side. All at frame 0. `scene` is what the host was made of; its units must be so
 // large that a millimetre, within which the weld joins vertices, is nothing beside the mesh.
 class eMeshProof {
 public:
-    eMeshProof(const eFileMesh& ownMesh, host::INode& ownNode, const standalone::eSceneData& ownScene)
+    eMeshProof(const eFileMesh& ownMesh, host::INode& ownNode, const standalone::eSceneData& scene)
         : mesh(ownMesh),
           node(ownNode),
-          scene(ownScene),
           objectToWorld(node.GetObjTMAfterWSM(0)),
           boneToWorld(NoScale(node.GetNodeTM(0))),
           metres(static_cast<float>(scene.unitMetres)) {
         const host::Point3 width = mesh.bounds.Width();
         reach = 1e-5F * std::max({width.x, width.y, width.z});
         CollectTriangles();
-        if (mesh.skinned) {
-            PrepareSkin();
-        }
         for (const eFileSubMesh& subMesh : mesh.subMeshes) {
             for (std::size_t i = 0; i < subMesh.triangleCount; ++i) {
                 ProveTriangle(subMesh, subMesh.firstTriangle + i);
@@ -50,7 +44,6 @@ public:
     }
 
     std::size_t sceneTriangles = 0;
-    std::size_t skinnedCorners = 0;
     std::vector<std::string> faults;  // everything that should not be
 
 private:
@@ -58,9 +51,8 @@ private:
 
     // A visible triangle of the scene.
     struct eTriangle {
-        std::array<std::uint32_t, 3> vertices;  // of the object, in the host's order
-        eCorners corners;                       // metres, bone space
-        host::Point3 worldNormal;               // of the side that is visible
+        eCorners corners;          // metres, bone space
+        host::Point3 worldNormal;  // of the side that is visible
         bool isTaken = false;
     };
 
@@ -92,7 +84,7 @@ private:
             if (face.Hidden()) {
                 continue;
             }
-            eTriangle triangle{{face.v[0], face.v[1], face.v[2]}, {}, {}};
+            eTriangle triangle;
             for (std::size_t i = 0; i < 3; ++i) {
                 triangle.corners[i] = (rest.verts[face.v[i]] * objectToBone) * metres;
             }
@@ -106,26 +98,20 @@ private:
     }
 
     void ProveTriangle(const eFileSubMesh& subMesh, std::size_t number) {
-        std::array<eExportVertex, 3> vertices;  // in the scene's winding
-        eCorners corners;
+        eCorners corners;  // in the scene's winding
         for (std::size_t i = 0; i < 3; ++i) {
-            vertices[i] = mesh.Vertex(subMesh, mesh.indices[3 * number + 2 - i]);
-            corners[i] = vertices[i].position;
+            corners[i] = mesh.Vertex(subMesh, mesh.indices[3 * number + 2 - i]).position;
         }
-        const auto [triangle, turning] = Find(corners);
+        eTriangle* const triangle = Find(corners);
         if (triangle == nullptr) {
             return Fault("a triangle of the file is not in the scene");
         }
         triangle->isTaken = true;
         ProveSide(*triangle, corners);
-        for (std::size_t i = 0; mesh.skinned && i < 3; ++i) {
-            ProveSkin(subMesh, vertices[i], triangle->vertices[turning[i]]);
-        }
     }
 
-    // The triangle of the scene that is still free within reach, and how the corners meet, which may be the
-    // other way round.
-    std::pair<eTriangle*, std::array<std::size_t, 3>> Find(const eCorners& corners) {
+    // The triangle of the scene that is still free within reach; the corners may meet the other way round.
+    eTriangle* Find(const eCorners& corners) {
         constexpr std::array<std::array<std::size_t, 3>, 6> kTurnings{
             {{0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}, {1, 0, 2}, {0, 2, 1}}};
         const float place = PlaceOf(corners), far = 9 * reach + 1e-5F * std::fabs(place);
@@ -137,11 +123,11 @@ private:
                     return Length(corners[i] - others[turning[i]]) <= reach;
                 };
                 if (!at->second.isTaken && isNear(0) && isNear(1) && isNear(2)) {
-                    return {&at->second, turning};
+                    return &at->second;
                 }
             }
         }
-        return {};
+        return nullptr;
     }
 
     void ProveSide(const eTriangle& triangle, const eCorners& corners) {
@@ -167,63 +153,12 @@ private:
         });
     }
 
-    void PrepareSkin() {
-        const auto& place = dynamic_cast<standalone::eSceneNode&>(node);
-        const standalone::eObjectData& object = scene.objects[static_cast<std::size_t>(
-            scene.nodes[static_cast<std::size_t>(place.Index())].object)];
-        const auto& skin = std::get<standalone::eSkinModifier>(object.modifiers.front());
-        host::ISkin& bones = *FindSkin(node)->GetInterface(host::Modifier::kSkinInterface);
-        weights = bones.GetContextInterface(node);
-        const auto bindTime = static_cast<host::TimeValue>(skin.bindFrame * scene.frameTicks);
-        for (int i = 0; i < bones.GetNumBones(); ++i) {
-            const host::INode& bone = *bones.GetBone(i);
-            const auto number = static_cast<std::size_t>(i);
-            if (mesh.bones.at(number) != CleanNodeName(bone.GetName(), true)) {
-                Fault("a bone of the table is another one");
-            }
-            const host::Matrix3 bind = skin.bindMatrices.empty() ? node.GetObjTMAfterWSM(bindTime) *
-                                                                       Inverse(bone.GetNodeTM(bindTime))
-                                                                 : skin.bindMatrices[number];
-            moves.push_back(bind * bone.GetNodeTM(0));
-        }
-        deformed = eTriangleMesh(node, 0).Mesh();
-    }
-
-    void ProveSkin(const eFileSubMesh& subMesh, const eExportVertex& vertex, std::uint32_t hostVertex) {
-        const int influences = weights->GetNumAssignedBones(static_cast<int>(hostVertex));
-        if (influences == 0 || influences > 3) {
-            return;  // without bones, or with more than the file has
-        }
-        const host::Point3 object = WorldFromBone(vertex.position) * Inverse(objectToWorld);
-        const int stored = WeightCount(subMesh.format);
-        host::Point3 landed;
-        float left = 1;
-        for (int k = 0; k <= stored; ++k) {
-            const float weight = k < stored ? vertex.weights[k] : left;
-            const int bone = subMesh.palette[vertex.boneIndices[k]];
-            left -= weight;
-            if (bone > 0) {
-                landed += (object * moves[static_cast<std::size_t>(bone - 1)]) * weight;
-            } else if (std::fabs(weight) > 1e-5F) {
-                Fault("a weight follows no bone");
-            }
-        }
-        if (Length(landed - deformed.verts[hostVertex] * objectToWorld) * metres > 100 * reach) {
-            Fault("a skinned vertex lands elsewhere");
-        }
-        ++skinnedCorners;
-    }
-
     const eFileMesh& mesh;
     host::INode& node;
-    const standalone::eSceneData& scene;
     host::Matrix3 objectToWorld, boneToWorld;
     float metres;     // per scene unit
     float reach = 0;  // metres
     std::multimap<float, eTriangle> triangles;
-    const host::ISkinContextData* weights = nullptr;
-    std::vector<host::Matrix3> moves;  // by bone of the skin: object space at rest to where the bone has it
-    host::Mesh deformed;
 };
 
 }  // namespace mesh_test

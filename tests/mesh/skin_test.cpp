@@ -132,38 +132,6 @@ TEST(BonePalettes, ALaterFaceThatFitsStillGoesIn) {
     EXPECT_EQ(bone.palettes[1].entries[0], 23);
 }
 
-// Catches a face that gets bones it had not, or that stays without palette; and palettes that are too large
-// or unsorted.
-TEST(BonePalettes, RandomSkinsKeepTheirBones) {
-    std::mt19937 random(11);
-    for (const int bones : {3, 24, 40, 255}) {
-        eExportBone bone;
-        std::uniform_int_distribution<int> number(0, bones);
-        for (int i = 0; i < 500; ++i) {
-            bone.mesh.faceSkins.push_back(
-                FaceWithBones({number(random), number(random), number(random), number(random), number(random),
-                               number(random), number(random), number(random), number(random)}));
-        }
-        const std::vector<eExportFaceSkin> before = bone.mesh.faceSkins;
-        BuildBonePalettes(bone);
-        for (const eBonePalette& palette : bone.palettes) {
-            ASSERT_LE(palette.count, kBonesPerPalette);
-            const std::set<int> sorted(palette.entries, palette.entries + palette.count);
-            EXPECT_EQ(sorted.size(), palette.count);
-            EXPECT_TRUE(std::is_sorted(palette.entries, palette.entries + palette.count));
-        }
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            const eExportFaceSkin& face = bone.mesh.faceSkins[i];
-            const eBonePalette& palette = bone.palettes.at(static_cast<std::size_t>(face.palette));
-            for (int k = 0; k < 9; ++k) {
-                const std::uint8_t local = face.bones[k / 3][k % 3];
-                ASSERT_LT(local, palette.count);
-                EXPECT_EQ(palette.entries[local], before[i].bones[k / 3][k % 3]);
-            }
-        }
-    }
-}
-
 // A triangle below the parent that follows a bone, below the root, which has moved up by 1 since the bind
 // pose.
 support::eNode MovedSkin(support::eNode root, support::eNode parent, const std::string& name) {

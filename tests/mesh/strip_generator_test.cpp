@@ -12,32 +12,11 @@
 #include "mesh/strip_runner.h"
 #include "mesh/strips/strip_messages.h"
 #include "mesh/strips/strip_validation.h"
-#include "support/index_meshes.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-// Would catch: a result that is not a list of three indices per triangle in the input's order, a group that
-// is not made or not counted.
-TEST(GenerateStrips, KeepsOneAndTwoTriangles) {
-    EXPECT_THAT(RunStrips({4, 7, 2}).indices, ElementsAre(4, 7, 2));
-    EXPECT_THAT(RunStrips({0, 1, 2, 2, 1, 3}).indices, ElementsAre(0, 1, 2, 2, 1, 3));
-
-    const std::vector<std::uint16_t> indices{0, 1, 2, 2, 1, 3};
-    std::unique_ptr<ePrimitiveGroup[]> groups;
-    std::uint16_t numGroups = 0;
-    ASSERT_TRUE(GenerateStrips(indices.data(), 6, groups, numGroups, true));
-    EXPECT_EQ(numGroups, 1);
-    EXPECT_EQ(groups[0].type, 0);
-    EXPECT_EQ(groups[0].numIndices, 6u);
-}
-
-// Would catch: fake faces in the list. A strip round a vertex turns by a fake face at every step.
-TEST(GenerateStrips, LeavesOutWhatTurnsAFan) {
-    EXPECT_THAT(RunStrips(Fan(4)).indices, ElementsAre(0, 1, 2, 0, 2, 3, 0, 3, 4, 0, 4, 5));
-}
 
 // Would catch: a degenerate or repeated triangle in the result, a different repetition taken for one, failure
 // where there is something left, success where there is nothing.
@@ -72,20 +51,6 @@ TEST(GenerateStrips, ReportsThirdFacesOnAnEdge) {
     testing::internal::CaptureStdout();
     stripMessageSink(line.c_str());
     EXPECT_EQ(testing::internal::GetCapturedStdout(), line);
-}
-
-// Would catch: triangles lost, doubled or turned over, at the highest vertex number too.
-TEST(GenerateStrips, HoldsEachTriangleOnce) {
-    eIndexMesh highest = Grid(500);
-    for (std::uint16_t& v : highest) {
-        v = static_cast<std::uint16_t>(65535 - v);
-    }
-    for (const eIndexMesh& mesh : {Grid(60000), Sphere(20000), Shuffled(Torus(5000), 1), Fan(20000),
-                                   Bipyramid(5000), SeparateTriangles(30000), Pinwheel(3000), highest}) {
-        const std::vector<std::uint16_t> result = RunStrips(mesh).indices;
-        ASSERT_EQ(result.size(), mesh.size());
-        EXPECT_EQ(SortedTriangles(result), SortedTriangles(mesh));
-    }
 }
 
 // Would catch: a validation that lets a stranger through or that takes offence at another first corner.

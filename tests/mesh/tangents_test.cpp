@@ -42,6 +42,19 @@ TEST(Tangents, PointWhereUGrows) {
     ExpectTangent(TangentsFor({{0, 0, 0}, {0, 1, 0}, {3, 0, 0}})[0], {0, 1, 0, 1});
 }
 
+// Catches a tangent that leans out of the plane which the normal of its corner stands upon.
+TEST(Tangents, StandAtRightAnglesToTheNormal) {
+    support::eSceneBuilder scene;
+    eStandardMaterial bumped = TexturedMaterial(scene.Map(eCheckerMap{}));
+    bumped.maps[host::kBumpMap].map = scene.Map(eBitmapMap{.file = "none.png"});
+    host::Mesh mesh = TexturedTriangle();
+    mesh.specifiedNormals = host::MeshNormalSpec{
+        .normals = {{0.6F, 0, 0.8F}}, .faceNormals = {0, 0, 0}, .explicitNormals = {true}};
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("rock", bumped));
+    eMeshRun run(scene);
+    ExpectTangent(run.Soup("hat").tangents[0][1], {0.8F, 0, -0.6F, -1});
+}
+
 // Catches infinities and NaN in the file, and a zero vector that no shader can normalise.
 TEST(Tangents, AFaceWithoutAreaInMapSpaceHasAUnitTangentAndIsTold) {
     const std::string warning =
@@ -57,22 +70,6 @@ TEST(Tangents, AFaceWithoutAreaInMapSpaceHasAUnitTangentAndIsTold) {
             EXPECT_EQ(tangent.w, 1);
         }
     }
-}
-
-// Catches ratios of the wrong direction or without their limits, and a mean that forgets the last triangle.
-TEST(TextureSizeEstimate, FollowsTheLastTriangles) {
-    const eCorners<host::Point3> positions{host::Point3{0, 0, 0}, {8, 0, 0}, {0, 4, 0}};
-    eExportMaterialUse use;
-    EstimateTextureSize(use, positions, {host::Point3{0, 0, 0}, {0.5F, 0, 0}, {0, 0.25F, 0}});
-    // The diagonal, of length 8.944, is the longest way for either coordinate.
-    EXPECT_NEAR(use.sizeU, 0.5F * 8.944272F / 0.5F, 1e-4F);
-    EXPECT_NEAR(use.sizeV, 0.5F * 8.944272F / 0.25F, 1e-4F);
-    const float before = use.sizeU;
-    EstimateTextureSize(use, positions, {host::Point3{0, 0, 0}, {0.015F, 0, 0}, {0, 0.005F, 0}});
-    EXPECT_NEAR(use.sizeU, (before + 256) / 2, 1e-4F);
-    EXPECT_NEAR(use.sizeV, 0.5F * 8.944272F / 0.25F, 1e-4F);  // differences below 0.01 count as none
-    EstimateTextureSize(use, positions, {host::Point3{0, 0, 0}, {20, 0, 0}, {0, 20, 0}});
-    EXPECT_NEAR(use.sizeU, (before + 256) / 2, 1e-4F);  // ratios up to 1 change nothing
 }
 
 }  // namespace

@@ -223,6 +223,9 @@ TEST(Skin, TheSwitchGivesTheRestPose) {
 TEST(Skin, BindMatricesReplaceTheBindFrame) {
     support::eSceneBuilder builder = SkinnedScene();
     auto& modifier = std::get<eSkinModifier>(builder.Settings().objects.back().modifiers[0]);
+    modifier.bindFrame = 10;
+    StandaloneHost bent(builder.Build());
+    EXPECT_TRUE(MeshOf(bent, "skin", 10).verts[2].Equals({2, 0, 0}, 1e-5F)) << "bound as it is bent";
     modifier.bindMatrices = {host::Matrix3(), host::TransMatrix({-2, 0, 0})};
     StandaloneHost host(builder.Build());
     EXPECT_TRUE(MeshOf(host, "skin", 10).verts[2].Equals({1, 0, 0}, 1e-5F))

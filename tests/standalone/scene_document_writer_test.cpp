@@ -8,6 +8,7 @@
 #include <random>
 
 #include "base/ansi.h"
+#include "standalone/data/file_content.h"
 #include "standalone/loaders/json/json_layout.h"
 #include "standalone/loaders/json/json_writer.h"
 #include "standalone/loaders/load_scene.h"
@@ -32,65 +33,17 @@ eSceneData Read(std::string_view text) {
     return result.scene.value_or(eSceneData{});
 }
 
-// A document in which every key stands with a value other than its default.
-constexpr std::string_view kEverything = R"({"scene": 1, "file": "C:\\Сцены\\танк.max", "unitMetres": 0.0254,
-  "frameTicks": 200, "range": [-3, 50], "ambient": [0.1, 0.2, 0.3],
-  "selectionSets": [{"name": "всё", "nodes": ["корень", "лампа"]}, {"nodes": []}],
-  "materials": {
-    "все/~\"": {"type": "multi", "name": "Все", "materials": ["kirpich", null]},
-    "kirpich": {"type": "standard", "ambient": [0.1, 0.2, 0.3], "diffuse": [0, 0, 1], "specular": [1, 0, 0],
-      "shininess": 0.3, "shininessStrength": 0.7, "opacity": 0.9, "twoSided": true, "maps": {
-        "diffuse": {"map": {"type": "bitmap", "name": "b", "file": "t/a.tga", "crop": [0.1, 0.2, 0.3, 0.4],
-          "amount": 0.6, "invert": true, "uv": {"source": 1, "channel": 2, "offset": [1, 2], "tiling": [3, 4],
-          "angle": 5}}, "amount": 0.4, "enabled": false},
-        "bump": {"map": {"type": "normalBump", "normal": {"type": "bitmap", "file": "/x/n.tga"}}},
-        "filter": {"map": {"type": "mix", "maps": [null, {"type": "vertexColor"}], "amount": 0.25}}}},
-    "layers": {"type": "twoLayer", "materials": [null, "kirpich"]},
-    "glow": {"type": "sorrel", "material": "layers", "blend": 1, "modulate2x": 2, "environment": 3,
-      "strength": 0.5, "mask": {"type": "checker", "colors": [[1, 1, 1], [0, 0, 1]]}, "environmentMap":
-      {"type": "rgbMultiply", "maps": [{"type": "other", "classId": [7, 8], "color": [0.5, 0, 0]}, null]}},
-    "odd": {"type": "other", "classId": [1, 2], "diffuse": [1, 1, 1], "opacity": 0.5, "maps":
-      {"opacity": {"map": {"type": "vertexColor"}}}}},
-  "objects": {
-    "mesh": {"type": "mesh", "vertices": [[0, 0, 0], [1, 0.1, -1e-20], [3e10, 1, 1]], "faces": [[0, 1, 2], [2, 1, 0]],
-      "smoothing": [2, 4294967295], "materialIds": 5, "hiddenFaces": [1],
-      "maps": {"2": {"vertices": [[0, 0, 0]], "faces": [[0, 0, 0], [0, 0, 0]]},
-               "-2": {"vertices": [], "faces": [[9, 9, 9], [0, 0, 0]]}},
-      "normals": {"vectors": [[0, 0, 1], [1, 0, 0]], "faces": [[0, -1, 1], [1, 1, 1]], "explicit": [0]},
-      "vertexKeys": [{"frame": 0.5, "vertices": [[1, 1, 1], [2, 2, 2], [3, 3, 3]]}],
-      "modifiers": [{"type": "other", "classId": [3, 4]},
-        {"type": "skin", "bones": ["лампа", "корень"], "weights": [[[0, 0.25], [1, 0.75]], [], [[1, 2]]],
-         "bindFrame": 1.5, "bindMatrices": [[1,2,3,4,5,6,7,8,9,10,11,12], [1,0,0,0,1,0,0,0,1,0,0,0]]}]},
-    "unused": {"type": "target"}},
-  "nodes": [
-    {"name": "Корень", "properties": ["Model=a\tb", "", "\"\\", "one\nline", ""], "hidden": true, "selected": true,
-     "renderable": false, "group": ["head", "member"], "jointFlags": [0, 5, 31], "visibility": [[1.5, 0], [2, 1]],
-     "transform": {"position": [1, 2, 3], "rotation": [0, 0, 0.6, 0.8], "scale": [1, 1, 2]},
-     "keys": [{"frame": 1, "position": [0, 0, 0], "rotation": [1, 0, 0, 0], "scale": [2, 2, 2]}, {"frame": 2}],
-     "offset": {"position": [1, 0, 0], "rotation": [0, 1, 0, 0], "scale": [3, 3, 3]},
-     "object": "mesh", "material": "kirpich", "target": "лампа", "children": [
-       {"name": "box", "object": {"type": "box", "width": 1, "length": 2, "height": 3}, "group": "member"},
-       {"name": "sphere", "object": {"type": "sphere", "radius": 1, "segments": 16}, "visibility": 0.5,
-        "children": [{"name": "cylinder", "object": {"type": "cylinder", "radius": 1, "height": 2, "sides": 9}}]},
-       {"name": "again", "object": "mesh", "transform": {"matrix": [1,2,3,4,5,6,7,8,9,10,11,12]}}]},
-    {"name": "ЛАМПА", "group": "head", "object": {"type": "light", "kind": "spot", "on": false, "color": [1, 0, 0],
-      "multiplier": 2, "hotspot": 10, "falloff": 20, "attenuation": {"start": 1, "end": 2}, "include": ["корень"],
-      "affectDiffuse": false, "affectSpecular": false, "ambientOnly": true}},
-    {"name": "lamp2", "object": {"type": "light", "kind": "omni", "exclude": ["лампа"]}},
-    {"name": "rectangle", "object": {"type": "rectangle", "width": 1, "length": 2}},
-    {"name": "circle", "object": {"type": "circle", "radius": 1}},
-    {"name": "line", "object": {"type": "line", "splines": [{"points": [[0, 0, 0]], "closed": false}, {"points": []}]}},
-    {"name": "camera", "object": {"type": "camera", "fov": 30, "targetDistance": 7}},
-    {"name": "helper", "object": {"type": "helper", "modifiers": [{"type": "other", "classId": [0, 0]}]}},
-    {"name": "other", "object": {"type": "other", "superClass": 16, "classId": [4294967295, 1]}}]})";
-
-// Would catch a member that the writer forgets, writes under another key, or cuts short.
-TEST(SceneDocumentWriter, WhatIsReadIsWrittenAndReadAgain) {
-    const eSceneData scene = Read(kEverything);
-    const eWrittenDocument written = WriteSceneDocument(scene, kPath);
+// Would catch a member that reader or writer forgets, takes for another, or cuts short, another default,
+// order or form: in the file every key stands with a value other than its default, in the form in which it is
+// written.
+TEST(SceneDocumentWriter, WhatIsReadIsWrittenAgain) {
+    std::string everything;
+    ASSERT_TRUE(ReadFileContent((support::SourceTree() / "tests/standalone/everything.scene.json").string(),
+                                everything)
+                    .IsOk());
+    const eWrittenDocument written = WriteSceneDocument(Read(everything), kPath);
     EXPECT_THAT(written.warnings, IsEmpty());
-    EXPECT_EQ(Read(written.text), scene) << written.text;
-    EXPECT_EQ(WriteSceneDocument(Read(written.text), kPath).text, written.text);
+    EXPECT_EQ(written.text, everything);
 
     for (const auto& entry : std::filesystem::directory_iterator(support::SourceTree() / "examples")) {
         if (entry.path().string().ends_with(".scene.json")) {
@@ -100,39 +53,6 @@ TEST(SceneDocumentWriter, WhatIsReadIsWrittenAndReadAgain) {
             EXPECT_EQ(ReadSceneDocument(text, entry.path().string()).scene, example.scene) << text;
         }
     }
-}
-
-// Would catch defaults that are written all the same, another order of keys, and lines too long to read.
-TEST(SceneDocumentWriter, TheTextIsShortAndInOrder) {
-    support::eSceneBuilder scene;
-    scene.Settings().file = kPath;
-    const int iron = scene.Material("iron", eStandardMaterial{.opacity = 0.1F});
-    support::eNode tank = scene.Node("tank").Property("Model=units/tank").Object(eHelperObject{});
-    support::eNode left = tank.Child("wheel_l").Position(0, 90, 40).Material(iron);
-    left.Object(eCylinderObject{.radius = 40, .height = 20.5F});
-    tank.Child("wheel_r").Property("Poly").Property("IKType=revolute").SameObject(left);
-    EXPECT_EQ(WriteSceneDocument(scene.Build(), kPath).text, R"({
-  "scene": 1,
-  "materials": {"iron": {"type": "standard", "name": "iron", "opacity": 0.1}},
-  "objects": {"object": {"type": "cylinder", "radius": 40, "height": 20.5}},
-  "nodes": [
-    {
-      "name": "tank",
-      "properties": ["Model=units/tank"],
-      "object": {"type": "helper"},
-      "children": [
-        {
-          "name": "wheel_l",
-          "transform": {"position": [0, 90, 40]},
-          "object": "object",
-          "material": "iron"
-        },
-        {"name": "wheel_r", "properties": ["Poly", "IKType=revolute"], "object": "object"}
-      ]
-    }
-  ]
-}
-)");
 }
 
 // Would catch references that silently move to another node of the same name, and ids that clash.

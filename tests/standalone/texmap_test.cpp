@@ -81,6 +81,7 @@ TEST_F(Texmap, ABitmapShowsItsCroppedTexelsThroughItsCurve) {
     ExpectColor(At(map, 0.6F, 0.5F), 0.5F, 0.5F, 0);  // the cropped part repeats
     ExpectColor(At(map, 0.25F, 0.5F, true), 0.25F, 0.25F, 0);
     EXPECT_NEAR(map.EvalMono(context), 0.5F / 3, 1e-5F);
+    EXPECT_EQ(map.EvalColor(context).a, 1);
 }
 
 // Would catch an asset list that hides missing files from those who ask for them, shows them to those who do

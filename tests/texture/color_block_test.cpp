@@ -1,4 +1,4 @@
-// Colour blocks: the published layout, and the quality that normal maps must have.
+// Colour blocks: the published layout, and that the encoder chooses as it did.
 #include "texture/color_block.h"
 
 #include <gmock/gmock.h>
@@ -6,19 +6,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 #include <vector>
 
-#include "support/normal_maps.h"
-#include "texture/alpha_block.h"
-#include "texture/exact_alphas.h"
-
-#define STB_DXT_STATIC
-#define STB_DXT_IMPLEMENTATION
-#include <stb/stb_dxt.h>
+#include "support/checksum.h"
 
 namespace {
 
@@ -79,52 +72,26 @@ std::vector<eColors> ManyBlocks(bool withRed) {
     return blocks;
 }
 
-double PeerError(const eColors& colors) {
-    std::array<std::uint8_t, 64> source{};
-    for (std::size_t pixel = 0; pixel < blockPixels; pixel++) {
-        std::copy(colors[pixel].begin(), colors[pixel].end(), &source[4 * pixel]);
-    }
-    eBlock block;
-    stb_compress_dxt_block(block.data(), source.data(), 0, STB_DXT_HIGHQUAL);
-    return WeightedError(colors, block);
-}
-
-// Would catch: codes turned round, ends changed over, channels mixed up: errors of tens of steps.
-TEST(ColorBlock, ComesNearToTheColors) {
-    for (const bool withRed : {true, false}) {
-        double ours = 0;
-        double peer = 0;
-        for (const eColors& colors : ManyBlocks(withRed)) {
-            ours += WeightedError(colors, Encode({colors})[0]);
-            peer += PeerError(colors);
-        }
-        EXPECT_LT(ours, peer);
-    }
-}
-
-// Would catch: a block of DXT1 whose ends stand in the order of the form with a transparent code.
-TEST(ColorBlock, NeedsNoTransparentCode) {
-    for (const eColors& colors : ManyBlocks(true)) {
-        const eBlock block = Encode({colors})[0];
-        ASSERT_EQ(WeightedError(colors, block, false), WeightedError(colors, block, true));
-    }
-}
-
-// Groups without red take a shorter way: would catch that it, or the neighbours, change a block.
-TEST(ColorBlock, EncodesEachLaneByItself) {
-    const std::vector<eColors> blocks = ManyBlocks(false);
-    const eColors red = ManyBlocks(true)[0];
-    for (std::size_t first = 0; first + 15 < blocks.size(); first += 15) {
-        std::vector<eColors> group(blocks.begin() + static_cast<std::ptrdiff_t>(first),
-                                   blocks.begin() + static_cast<std::ptrdiff_t>(first + 15));
-        const std::vector<eBlock> without = Encode(group);
-        group.push_back(red);
-        const std::vector<eBlock> with = Encode(group);
-        for (std::size_t lane = 0; lane < without.size(); lane++) {
-            ASSERT_EQ(without[lane], with[lane]);
-            ASSERT_EQ(without[lane], Encode({group[lane]})[0]);
+// Would catch: any other choice of ends or codes, and a lane that hangs on its neighbours. What another
+// choice costs or saves tells the benchmark of textures; files must come out as they did, to the byte.
+TEST(ColorBlock, ComesOutAsItDid) {
+    std::uint64_t sum = 0;
+    for (const bool withRed : {false, true}) {
+        const std::vector<eColors> blocks = ManyBlocks(withRed);
+        for (std::size_t first = 0; first + 15 < blocks.size(); first += 15) {
+            const auto begin = blocks.begin() + static_cast<std::ptrdiff_t>(first);
+            std::vector<eColors> group(begin, begin + 15);
+            group.push_back(blocks[first % 7]);
+            const std::vector<eBlock> encoded = Encode(group);
+            ASSERT_EQ(encoded[9], Encode({group[9]})[0]);
+            for (std::size_t lane = 0; lane < 15; lane++) {
+                sum = support::Checksum(encoded[lane], sum);
+                const double error = WeightedError(group[lane], encoded[lane]);
+                ASSERT_EQ(error, WeightedError(group[lane], encoded[lane], false)) << "a transparent code";
+            }
         }
     }
+    EXPECT_EQ(sum, 3813382211004141341U);
 }
 
 // Would catch: a hole in the tables for blocks of one colour.
@@ -160,57 +127,6 @@ TEST(ColorBlock, DecodesBothForms) {
     EXPECT_THAT(three[2], testing::ElementsAre(127, 0, 127, 255));
     EXPECT_THAT(three[3], testing::ElementsAre(0, 0, 0, 0));
     EXPECT_THAT(DecodeColorBlock(halves.data(), true)[3], testing::ElementsAre(170, 0, 85, 255));
-}
-
-struct eMapErrors {
-    double green = 0;
-    double alpha = 0;       // after a decoder that cuts the values between the ends
-    double exactAlpha = 0;  // after one that keeps their fractions
-
-    void Add(const std::uint8_t* source, const std::uint8_t* dxt5) {
-        const auto colors = DecodeColorBlock(dxt5 + 8, true);
-        const auto alphas = DecodeAlphaBlock(dxt5);
-        const auto exactAlphas = ExactAlphas(dxt5);
-        for (std::size_t pixel = 0; pixel < blockPixels; pixel++) {
-            green += std::pow(source[4 * pixel + 1] - colors[pixel][1], 2);
-            alpha += std::pow(source[4 * pixel + 3] - alphas[pixel], 2);
-            exactAlpha += std::pow(source[4 * pixel + 3] - exactAlphas[pixel], 2);
-        }
-    }
-};
-
-double Decibels(double peer, double ours) {
-    return 10 * std::log10(peer / ours);
-}
-
-// What artists see of the encoder: would catch any change that makes normal maps coarser.
-TEST(ColorBlock, KeepsNormalMapsFinerThanThePeer) {
-    for (const support::eNormalMap& map : support::MakeNormalMaps(256)) {
-        SCOPED_TRACE(map.name);
-        eMapErrors ours;
-        eMapErrors peer;
-        const std::size_t blockCount = BlocksAlong(map.image.width) * BlocksAlong(map.image.height);
-        for (std::size_t first = 0; first < blockCount; first += groupBlocks) {
-            const eBlockGroup group = GatherBlocks(map.image, first);
-            const eGroupWords alphas = EncodeAlphaBlocks(group.channels[3]);
-            const eGroupWords colors = EncodeColorBlocks(group, weights);
-            for (std::size_t lane = 0; lane < groupBlocks; lane++) {
-                std::array<std::uint8_t, 64> source;
-                for (std::size_t i = 0; i < source.size(); i++) {
-                    source[i] = group.channels[i % 4][i / 4][lane];
-                }
-                std::array<std::uint8_t, 16> block;
-                std::memcpy(block.data(), &alphas[lane], 8);
-                std::memcpy(block.data() + 8, &colors[lane], 8);
-                ours.Add(source.data(), block.data());
-                stb_compress_dxt_block(block.data(), source.data(), 1, STB_DXT_HIGHQUAL);
-                peer.Add(source.data(), block.data());
-            }
-        }
-        EXPECT_GE(Decibels(peer.green, ours.green), 0.0);
-        EXPECT_GE(Decibels(peer.alpha, ours.alpha), 1.0);
-        EXPECT_GE(Decibels(peer.exactAlpha, ours.exactAlpha), 1.0);
-    }
 }
 
 }  // namespace

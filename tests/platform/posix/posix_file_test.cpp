@@ -68,6 +68,7 @@ TEST(Folder, RemovesATreeButNotWhatItsLinksShow) {
     EXPECT_FALSE(folder.Has("tree"));
     EXPECT_TRUE(folder.Has("keep/precious"));
     EXPECT_EQ(platform::RemoveTree(folder / "tree").reason, eIoReason::NotFound);
+    EXPECT_FALSE(platform::RemoveTree("/proc/self/fdinfo").IsOk());
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 
 #include "texture/pixel_image.h"
 
-namespace support {
-
 struct eNormalMap {
     std::string name;
     ePixelImage image;
@@ -18,5 +16,3 @@ ePixelImage NormalsOfHeights(const std::vector<float>& heights, unsigned width, 
 
 // Smooth waves, ground of five octaves of noise, and rough bricks: side is a power of two from 64 on.
 std::vector<eNormalMap> MakeNormalMaps(unsigned side);
-
-}  // namespace support

@@ -1,12 +1,10 @@
-#include "support/normal_maps.h"
+#include "normal_maps.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <random>
-
-namespace support {
 
 namespace {
 
@@ -130,5 +128,3 @@ std::vector<eNormalMap> MakeNormalMaps(unsigned side) {
             {"noise", NormalsOfHeights(NoiseHeights(side), side, side)},
             {"bricks", NormalsOfHeights(BrickHeights(side), side, side)}};
 }
-
-}  // namespace support

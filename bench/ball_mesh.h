@@ -4,9 +4,7 @@
 #include <numbers>
 
 #include "host/mesh.h"
-#include "support/index_meshes.h"
-
-namespace support {
+#include "index_meshes.h"
 
 // A ball of radius 1 around the origin, of about as many triangles as asked: convex, its faces outward.
 inline host::Mesh BallMesh(std::size_t triangles) {
@@ -28,5 +26,3 @@ inline host::Mesh BallMesh(std::size_t triangles) {
     }
     return mesh;
 }
-
-}  // namespace support
