@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -117,11 +116,21 @@ TEST_F(SdlReader, IncludesFilesOfTheirFolders) {
     folder.Write("common.inc", "(define \"gun\" {gun (include \"wheel.inc\")})");
     folder.Write("units/wheel.inc", "here");
     Mount();
-    eReader reader;
-    reader.Open("/units/tank.mdl");
-    EXPECT_EQ(reader.Ident(), "model");
-    EXPECT_EQ(TextOf(reader), "{ hull 5 } { gun here } end }");
+    auto reader = std::make_unique<eReader>();
+    reader->Open("/units/tank.mdl");
+    EXPECT_EQ(reader->Ident(), "model");
+    EXPECT_EQ(TextOf(*reader), "{ hull 5 } { gun here } end }");
     EXPECT_EQ(xIo::xRepository::CurrentFolder(), "/units/");
+
+    // Would catch a reader that takes the place of another one with it, in folders and in reports.
+    folder.Write("other/ship.mdl", "{ship}");
+    Mount();
+    eReader other;
+    other.Open("/other/ship.mdl");
+    reader.reset();
+    EXPECT_EQ(xIo::xRepository::CurrentFolder(), "/other/");
+    EXPECT_EQ(FailText([&] { other.Integer(); }), "SDL: integer expected");
+    EXPECT_THAT(messages.log, HasSubstr("\n> (/other/ship.mdl)\n"));
 }
 
 // Would catch: a report that leaves the artist to search for the place.
@@ -259,17 +268,9 @@ TEST_F(SdlReader, LimitsWhatUnfolds) {
 // Would catch: a file of another kind that is read as an empty text.
 TEST_F(SdlReader, RefusesBinaryJunk) {
     EXPECT_EQ(Read(std::string("\0\x80,", 3)), std::string("\0 \x80 ,", 5));
-    std::mt19937 random(3);
-    for (int round = 0; round < 200; ++round) {
-        std::string junk(1, '\x80');
-        while (junk.size() < 300) {
-            junk += static_cast<char>(random());
-        }
-        FailText([&] { Read(junk); });
-        folder.Write("junk.mdl", junk);
-        Mount();
-        EXPECT_EQ(FailText([] { eReader().Open("/junk.mdl"); }), "SDL: invalid file");
-    }
+    folder.Write("junk.mdl", "\x80junk");
+    Mount();
+    EXPECT_EQ(FailText([] { eReader().Open("/junk.mdl"); }), "SDL: invalid file");
 }
 
 // Would catch: an escape or a number form that the writer writes and the reader takes for something else.
@@ -295,6 +296,7 @@ TEST_F(SdlReader, ReadsWhatTheWriterWrites) {
     EXPECT_EQ(reader.Number(), 1234570.0F);
     reader.BlockEnd();
     EXPECT_TRUE(reader.PeekIs(kTokenEnd));
+    EXPECT_EQ(Read("\"c:\\game\\data\\\\\" a"), "c:\\game\\data\\ a") << "as somebody has typed it";
 }
 
 }  // namespace
