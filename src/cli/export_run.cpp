@@ -38,7 +38,8 @@ constexpr auto kNative = platform::ePathForm::Native;
 
 bool MapDrives(const std::vector<std::string>& drives) {
     for (const std::string& drive : drives) {
-        const bool isWellFormed = drive.size() > 2 && drive[1] == '=' && HasDrive(drive.substr(0, 1) + ":");
+        const bool isWellFormed =
+            drive.size() > 2 && drive[1] == '=' && platform::HasDrive(drive.substr(0, 1) + ":");
         if (!isWellFormed || !std::filesystem::is_directory(platform::PathFromUtf8(drive.substr(2)))) {
             TellError("--drive " + drive +
                       (isWellFormed ? ": there is no such folder" : ": X=DIR is wanted"));
@@ -210,7 +211,7 @@ private:
         if (!IsReachable(resourceRoot)) {
             return false;
         }
-        if (flags.resourceRoot && !HasDrive(*flags.resourceRoot)) {
+        if (flags.resourceRoot && !platform::HasDrive(*flags.resourceRoot)) {
             // A folder that is made for the user has the spelling that he typed.
             std::error_code error;
             std::filesystem::create_directories(platform::PathFromUtf8(*flags.resourceRoot), error);

@@ -8,10 +8,24 @@
 #include "export/common_resources.h"
 #include "export/export.h"
 #include "io/path.h"
+#include "platform/drive_table.h"
 #include "platform/write_fence.h"
 #include "scene/properties/node_name.h"
 
 namespace {
+
+// A path with a drive leads nowhere behind the resource root.
+bool IsFromTheRoot(Export& run, const std::string& model) {
+    if (!platform::HasDrive(model)) {
+        return true;
+    }
+    ShowError(run.host->GetMAXHWnd(),
+              (format("Кость '%s': в параметре 'Model' указан полный путь '%s'.\n"
+                      "Нужен путь от каталога ресурсов игры. Модель пропущена."_ansi) %
+               run.currentRoot->GetName() % model)
+                  .Text());
+    return false;
+}
 
 bool IsInsideFence(Export& run) {
     if (platform::IsWriteAllowed(run.modelFolder.Text())) {
@@ -43,6 +57,9 @@ void SettleCommonFolder(Export& run) {
 bool SettleFolders(Export& run) {
     std::string model;
     if (!run.currentRoot->GetUserPropString("Model", model)) {
+        return false;
+    }
+    if (!IsFromTheRoot(run, model)) {
         return false;
     }
     run.modelFolder = run.options.resourceRoot / CleanNodeName(model, false);

@@ -93,7 +93,10 @@ TEST_F(Program, ExportsAndReports) {
 // What a scene says must not lead out of the resource tree.
 TEST_F(Program, KeepsWritesBelowTheResourceRoot) {
     std::string scene = kArm;
-    scene.replace(scene.find("units/arm"), 9, "../beyond");
+    scene.replace(scene.find("units/arm"), 9, "units/a:b/arm");
+    EXPECT_EQ(Export(scene).exitCode, 0) << "a colon is a letter of a name like any other";
+    EXPECT_TRUE(folder.Has("game/units/a:b/arm/arm.mdl"));
+    scene.replace(scene.find("units/a:b/arm"), 13, "../beyond");
     const eProgramResult fenced = Export(scene);
     EXPECT_EQ(fenced.exitCode, 3);
     EXPECT_THAT(fenced.errors, HasSubstr("root"));

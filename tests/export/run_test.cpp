@@ -239,16 +239,20 @@ TEST(Run, AModelBeyondTheFenceIsRefused) {
     support::eSceneBuilder scene;
     Model(scene, "good", "good");
     Model(scene, "Thief", "..\\..\\stolen");
+    Model(scene, "Far", "C:\\Game\\Tank");
     support::eExportRun run(scene.Build());
     platform::AddWriteRoot(run.folder / "game");
     platform::AddWriteRoot(run.folder / "config");
     run.Do();
     platform::ClearWriteRoots();
-    ASSERT_EQ(run.messages.boxes.size(), 1U);
-    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("Кость 'Thief': путь '"));
-    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("../../stolen'"));
+    ASSERT_EQ(run.messages.boxes.size(), 2U);
+    EXPECT_EQ(run.messages.boxes[0].text,
+              "Кость 'Far': в параметре 'Model' указан полный путь 'C:\\Game\\Tank'.\n"
+              "Нужен путь от каталога ресурсов игры. Модель пропущена.");
+    EXPECT_THAT(run.messages.boxes[1].text, HasSubstr("Кость 'Thief': путь '"));
+    EXPECT_THAT(run.messages.boxes[1].text, HasSubstr("../../stolen'"));
     EXPECT_TRUE(run.Has("good/good.mdl"));
-    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("Thief"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("Far", "Thief"));
 }
 
 // Would catch marks or numbers of the run that stay in the artist's scene.
