@@ -217,6 +217,9 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
     Box(root, "C_zone").Property("Obstacle=1");
     Box(root, "A zone").Property("Obstacle");
     Box(root, "off").Property("Obstacle=0");
+    Box(root, "unsure").Property("Obstacle=yes");
+    Box(root, "half").Property("Obstacle=0.5");
+    Box(root, "joint").Property("IKType=socket").Property("IKLimit=1,5 ").Property("IKSpeed=2 rad");
     root.Child("ground").Property("Body").Property("Land");
     support::eExportRun run(scene.Build());
     run.Do();
@@ -227,11 +230,16 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
                                 "}\n{\"zones\"\n\t{obstacle \"a_zone\"\n"));
     EXPECT_LT(text.find("a_zone"), text.find("\t{area \"b_zone\"\n"));
     EXPECT_LT(text.find("b_zone"), text.find("\t{obstacle \"c_zone\"\n"));
-    EXPECT_THAT(text, Not(HasSubstr("\"off\"")));
+    for (const char* off : {"\"off\"", "\"unsure\"", "\"half\""}) {
+        EXPECT_THAT(text, Not(HasSubstr(off)));
+    }
     EXPECT_EQ(run.Text("tank/tank.def"), "{entity\n\t{\"land_patch\"\n\t}\n}\n");
-    EXPECT_THAT(run.Messages(),
-                ElementsAre("Предупреждение: Следует убрать из модели все Body, поскольку они "
-                            "более не нужны."));
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre("Предупреждение: Значение '2 rad' свойства 'IKSpeed' узла 'joint' читается как число 2.",
+                    "Предупреждение: Значение '0.5' свойства 'Obstacle' узла 'half' читается как число 0.",
+                    "Предупреждение: Значение 'yes' свойства 'Obstacle' узла 'unsure' читается как число 0.",
+                    "Предупреждение: Следует убрать из модели все Body, поскольку они более не нужны."));
 }
 
 // Would catch a scene that writes beyond the folders that the user has named.

@@ -5,8 +5,21 @@
 
 #include "base/ansi.h"
 #include "base/format.h"
+#include "base/number_text.h"
 #include "base/user_message.h"
 #include "export/export.h"
+
+namespace {
+
+// Both marks of a fraction count, blanks around the number don't.
+bool SaysNumber(std::string value, float number) {
+    std::ranges::replace(value, ',', '.');
+    std::size_t used = 0;
+    const auto said = static_cast<float>(ReadReal(value, &used));
+    return said == number && value.find_first_not_of(" \t", used) == std::string::npos;
+}
+
+}  // namespace
 
 void TellBadValue(Export& run, const host::INode& node, const char* key, const char* badInValue) {
     std::string value;
@@ -18,4 +31,14 @@ void TellBadValue(Export& run, const host::INode& node, const char* key, const c
             key % node.GetName();
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
     }
+}
+
+void TellOtherNumber(Export& run, const host::INode& node, const char* key, float readAs) {
+    std::string value;
+    if (!node.GetUserPropString(key, value) || SaysNumber(value, readAs)) {
+        return;
+    }
+    const auto text = format("Значение '%s' свойства '%s' узла '%s' читается как число %s."_ansi) % value %
+                      key % node.GetName() % RealText(readAs);
+    ShowWarning(run.host->GetMAXHWnd(), text.Text());
 }
