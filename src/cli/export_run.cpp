@@ -12,7 +12,6 @@
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
 #include "cli/option_path.h"
-#include "cli/option_store.h"
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
@@ -173,7 +172,7 @@ private:
             if (!IsAccepted(*exporter)) {
                 return false;
             }
-            if (!StoreOptions(*exporter)) {
+            if (!SaveOptions(*exporter)) {
                 TellError("the options can't be stored in " + ConfigFolder(flags.config));
                 return false;
             }

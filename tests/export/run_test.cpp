@@ -84,6 +84,7 @@ TEST(Run, TheHeaderTellsUserDateAndScene) {
 
 // Would catch a run that writes something for an empty scene, or leaves the process's locale changed.
 TEST(Run, AnEmptySceneIsToldAndOnlyTheOptionsAreSaved) {
+    std::setlocale(LC_NUMERIC, "C.UTF-8");  // another than the run's own, where the system has it
     const std::string locale = std::setlocale(LC_NUMERIC, nullptr);
     support::eSceneBuilder scene;
     scene.Node("hidden").Property("Model=a").Object(eHelperObject{}).Hidden();
@@ -95,6 +96,7 @@ TEST(Run, AnEmptySceneIsToldAndOnlyTheOptionsAreSaved) {
     EXPECT_FALSE(run.folder.Has("game"));
     EXPECT_TRUE(run.folder.Has("config/zyrexport.cfg"));
     EXPECT_EQ(std::setlocale(LC_NUMERIC, nullptr), locale);
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 // Would catch a cancelled dialog that leaves traces.
