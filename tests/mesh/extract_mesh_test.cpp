@@ -221,6 +221,28 @@ TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
     }
 }
 
+// Catches normals without direction in the file, and a face that takes another's normal for its own.
+TEST(ExtractMesh, ANormalThatCancelsOutIsTheFacesOwn) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    const std::vector<host::Point3> square = {{0, 0, 0}, {0, 2, 0}, {0, 2, 1}, {0, 0, 1}};
+    MeshNode(root, "card", support::TriangleMesh(square, {{0, 1, 2}, {0, 2, 3}, {2, 1, 0}, {3, 2, 0}}));
+    MeshNode(root, "sliver", support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {3, 0, 0}}, {{0, 1, 2}}));
+    host::Mesh unset = TexturedTriangle();
+    unset.specifiedNormals =
+        host::MeshNormalSpec{.normals = {{}}, .faceNormals = {0, 0, 0}, .explicitNormals = {true}};
+    MeshNode(root, "unset", unset);
+    MeshNode(root, "tiny", TexturedTriangle()).Offset({.scale = {1e-25F, 1e-25F, 1e-25F}});
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("card").vertexCount, 8U);
+    for (std::size_t face = 0; face < 4; ++face) {
+        ExpectNear(run.Soup("card").cornerNormals[face][2], {face < 2 ? 1.0F : -1.0F, 0, 0});
+    }
+    for (const char* node : {"sliver", "unset", "tiny"}) {
+        ExpectNear(run.Soup(node).cornerNormals[0][0], {0, 0, 1});
+    }
+}
+
 // Catches a corner that takes another group's normal, and the first of several that fit.
 TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
     host::Mesh mesh = TexturedTriangle();

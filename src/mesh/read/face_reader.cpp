@@ -6,6 +6,7 @@
 #include "export/export.h"
 #include "mesh/read/corner_normal.h"
 #include "mesh/read/grow.h"
+#include "mesh/read/unit_normal.h"
 
 namespace {
 
@@ -41,6 +42,9 @@ void eFaceReader::ReadFaces() {
             ReadFace(i);
         }
     }
+    if (reading.IsFirstFrame()) {
+        materials.TellWorldMaps(reading.node);
+    }
     TellBonesOutsideTable();
 }
 
@@ -66,10 +70,10 @@ void eFaceReader::ReadFace(int index) {
     if (reading.IsFirstFrame()) {
         StoreFace(face, material);
     }
-    const eCorners<host::Point3> normals = CornerNormals(index);
-    const host::Point3& faceNormal = mesh.faceNormals[static_cast<std::size_t>(index)];
+    const host::Point3 faceNormal = FaceNormal(index);
+    const eCorners<host::Point3> normals = CornerNormals(index, faceNormal);
     frame.cornerNormals.push_back(normals);
-    frame.faceNormals.push_back(host::Normalize(VectorTransform(space.normalMatrix, faceNormal)));
+    frame.faceNormals.push_back(faceNormal);
     frame.mapCoords0.push_back(material.first.Of(index, space.mirrored, box));
     frame.mapCoords1.push_back(material.second.Of(index, space.mirrored, box));
     frame.colors.push_back(colors.Of(index, material, normals, box));
@@ -100,11 +104,18 @@ void eFaceReader::StoreSkin(const std::uint32_t (&vertices)[3]) {
                                     : eExportFaceSkin::WithoutBones());
 }
 
-eCorners<host::Point3> eFaceReader::CornerNormals(int index) const {
+// A face without area is seen by nobody; it is lit from above.
+host::Point3 eFaceReader::FaceNormal(int index) const {
+    const host::Point3& normal = mesh.faceNormals[static_cast<std::size_t>(index)];
+    return UnitNormal(VectorTransform(space.normalMatrix, normal), {0, 0, 1});
+}
+
+eCorners<host::Point3> eFaceReader::CornerNormals(int index, const host::Point3& faceNormal) const {
     eCorners<host::Point3> normals;
     for (int c = 0; c < 3; ++c) {
         const host::Point3 normal = GetCornerNormal(mesh, index, space.HostCorner(c));
-        normals[static_cast<std::size_t>(c)] = host::Normalize(VectorTransform(space.normalMatrix, normal));
+        normals[static_cast<std::size_t>(c)] =
+            UnitNormal(VectorTransform(space.normalMatrix, normal), faceNormal);
     }
     return normals;
 }

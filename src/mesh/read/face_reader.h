@@ -24,7 +24,9 @@ private:
     void ReadFace(int index);
     void StoreFace(const host::Face& face, const eFaceMaterial& material);
     void StoreSkin(const std::uint32_t (&vertices)[3]);
-    eCorners<host::Point3> CornerNormals(int index) const;
+    // Of unit length, in the bone's space. A corner without a direction of its own takes the face's.
+    host::Point3 FaceNormal(int index) const;
+    eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
     void TellBonesOutsideTable() const;
 
     const eNodeReading& reading;
