@@ -1,6 +1,6 @@
 #include "mesh/write_mesh.h"
 
-#include <cmath>
+#include <algorithm>
 #include <string>
 
 #include "base/ansi.h"
@@ -8,6 +8,8 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "mesh/build/bone_palettes.h"
+#include "mesh/build/finite_frames.h"
+#include "mesh/build/finite_vertex.h"
 #include "mesh/build/mesh_assembly.h"
 #include "mesh/build/tangents.h"
 #include "mesh/build/weld.h"
@@ -73,13 +75,6 @@ bool PrepareSkin(eExportBone& bone) {
     return true;
 }
 
-bool IsFinite(const eExportVertex& v) {
-    // One operation that meets every number finds out if one of them is not finite.
-    const float sum = (v.position.x + v.position.y + v.position.z) + (v.normal.x + v.normal.y + v.normal.z) +
-                      (v.uv0.x + v.uv0.y) + (v.uv1.x + v.uv1.y);
-    return std::isfinite(sum * 0.0F);
-}
-
 bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembly) {
     constexpr std::size_t kMostTriangles = 65535;
     if (assembly.vertices.size() >= eVertexWeld::kMostVertices) {
@@ -89,12 +84,10 @@ bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembl
         return Refuse(run, bone,
                       "Более 65535 треугольников в '%s'!\nНеобходимо разделить мэш на несколько узлов."_ansi);
     }
-    for (const eExportVertex& vertex : assembly.vertices) {
-        if (!IsFinite(vertex)) {
-            return Refuse(run, bone,
-                          "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
-                          "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
-        }
+    if (!std::ranges::all_of(assembly.vertices, IsFinite)) {
+        return Refuse(run, bone,
+                      "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
+                      "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
     }
     return true;
 }
@@ -159,6 +152,7 @@ bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
     if (!FitsFile(run, bone, assembly)) {
         return false;
     }
+    KeepFramesFinite(run, boneIndex, assembly.vertices);
     WriteAssembly(run, stream, bone, assembly, skinned);
     return true;
 }

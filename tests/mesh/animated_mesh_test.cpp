@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include "mesh/build/finite_vertex.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/vertex_layout.h"
@@ -107,6 +109,26 @@ TEST(AnimatedMesh, APartThatAnAnimationLeavesOutStandsStill) {
         EXPECT_EQ(positions[mesh.faces[1].v[0]], (host::Point3{5, 0, movesFirst ? 0.0F : 1.0F}));
         EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
     }
+}
+
+// Catches a position that leaves the range of numbers behind the static frame, and a mesh lost to one frame.
+TEST(AnimatedMesh, AFrameThatOverflowsKeepsTheStaticShape) {
+    support::eSceneBuilder scene;
+    FlagScene(scene);
+    scene.Settings().unitMetres = 1000;
+    auto& rising = std::get<eMeshObject>(scene.Settings().objects.back().kind);
+    rising.vertexKeys[1].vertices[2].x = 1e36F;
+    eMeshRun run(scene);
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre(HasSubstr("Мэш 'flag' в кадре 4 содержит координаты, которые не являются числами.")));
+    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
+    for (const std::size_t frame : {3U, 4U, 10U}) {
+        const std::vector<eExportVertex>& vertices = run.exporter.frames[frame].bones[index].mesh->vertices;
+        EXPECT_NEAR(vertices[0].position.z, frame == 3 ? 300 : 0, 1e-3F);
+        EXPECT_TRUE(std::ranges::all_of(vertices, IsFinite));
+    }
+    EXPECT_EQ(run.Mesh("flag").indices.size(), 3U);
 }
 
 // Catches a node that writes beyond the frames of the mesh that it feeds, and a silence about it.
