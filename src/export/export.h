@@ -7,6 +7,7 @@
 #include "animation/export_animation.h"
 #include "animation/export_frame.h"
 #include "animation/selection_members.h"
+#include "export/common_set.h"
 #include "export/options.h"
 #include "export/options_dialog.h"
 #include "export/run_flags.h"
@@ -98,6 +99,7 @@ public:
     host::INode* commonOwner = nullptr;  // the Structure that owns commonFolder
     bool commonPending = false;          // the set of commonOwner is being filled
     eSharedMeshes sharedMeshes;  // of the current model or, while a set is pending, of all that fill it
+    std::vector<eWaitingCommonSet> waitingCommonSets;  // of enclosing Structures, the outermost first
     std::unique_ptr<xIo::xSdl::eWriter> mdlWriter;
     std::unique_ptr<xIo::xSdl::eWriter> defWriter;
     std::unique_ptr<xIo::xSdl::eWriter> animWriter;

@@ -10,6 +10,7 @@
 #include "io/path.h"
 #include "platform/drive_table.h"
 #include "platform/write_fence.h"
+#include "scene/bones/nested_structure.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -39,16 +40,19 @@ bool IsInsideFence(Export& run) {
     return false;
 }
 
+// A model is nested in the Structure nearest to it; if that one was left out, the model stands alone.
 void SettleCommonFolder(Export& run) {
     if (run.structureMode) {
         BeginCommonResources(run);
-    } else if (IsNestedInCommonOwner(run)) {
+        return;
+    }
+    LeaveCommonResources(run);
+    if (run.commonPending && EnclosingStructure(*run.currentRoot) == run.commonOwner) {
         run.commonPrefix = "../common/";
     } else {
-        FlushCommonResources(run);
+        SetCommonResourcesAside(run);
         run.commonFolder = run.modelFolder;
         run.commonPrefix = {};
-        run.commonOwner = nullptr;
     }
 }
 

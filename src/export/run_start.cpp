@@ -58,6 +58,7 @@ void ForgetScene(Export& run) {
     run.meshViews.reset();
     run.selectionMembers.clear();
     run.sharedMeshes = {};
+    run.waitingCommonSets.clear();
     run.materialMap.clear();
     run.textureClaims.clear();
     run.commonOwner = nullptr;

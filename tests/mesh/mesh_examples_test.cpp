@@ -50,14 +50,6 @@ TEST(MeshExamples, TheWallShowsTangentsAndTwoLayers) {
     EXPECT_EQ(UvCount(formats["glow"]), 2);
 }
 
-// Catches a shared mesh that is written where its views don't look for it.
-TEST(MeshExamples, TheBaseAndItsTowerShareAMast) {
-    eMeshRun run = ExportExample("structure");
-    EXPECT_EQ(run.Mesh("mast", "buildings/base/common").indices.size(), 36U);
-    EXPECT_THAT(run.Text("buildings/base/tower/tower.mdl"),
-                testing::HasSubstr("{view poly \"../common/mast\"}"));
-}
-
 // Catches frames that don't fit the mesh that they move.
 TEST(MeshExamples, TheFlagIsAnimatedByFrames) {
     eMeshRun run = ExportExample("waving_flag");
