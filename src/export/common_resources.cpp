@@ -3,6 +3,7 @@
 #include "export/export.h"
 #include "export/resource_set_writer.h"
 #include "io/path.h"
+#include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
 
 namespace {
@@ -35,6 +36,7 @@ void CompleteCommonResources(Export& run) {
     }
     run.commonPending = false;
     run.commonOwner = nullptr;
+    TellMirroredInstances(run);
     TellMissingMeshes(run);
     ResumeCommonResources(run);
 }

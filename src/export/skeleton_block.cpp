@@ -6,6 +6,7 @@
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
 #include "scene/skeleton/bone_writer.h"
+#include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
 
 namespace {
@@ -51,6 +52,7 @@ void WalkBones(Export& run) {
     WriteBone(run, meshStage, *run.currentRoot, nullptr, DetailEntry | RootBone);
     run.host->theHold().Cancel();
     if (!run.commonPending) {
+        TellMirroredInstances(run);
         TellMissingMeshes(run);
     }
 }

@@ -23,6 +23,7 @@
 #include "mesh/strips/sub_mesh.h"
 #include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
+#include "scene/skeleton/mirrored_views.h"
 
 namespace {
 
@@ -107,7 +108,7 @@ void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
 void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
                    bool skinned) {
     if (IsSharedMirrored(run, *bone.node)) {
-        WarnOfBone(run, bone, "Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi);
+        TellMirroredView(run, *bone.node);
     }
     const eAnimatedTextureBlock animatedTexture(run, *bone.node);
     eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);

@@ -195,6 +195,24 @@ TEST(WriteMesh, AMirroredNodeThatSharesTheMeshIsTold) {
     EXPECT_THAT(messagesFor(-1), IsEmpty());
 }
 
+// Catches an instance made with the mirror tool that shows its faces from inside, untold; one that shows no
+// mesh and is told; and a word for each of them.
+TEST(WriteMesh, AMirroredInstanceIsToldLikeAView) {
+    for (const bool asksForMesh : {true, false}) {
+        support::eSceneBuilder scene;
+        support::eNode root = Model(scene);
+        support::eNode wheel = MeshNode(root, "wheel", TexturedTriangle());
+        for (const char* name : {"right", "rear"}) {
+            root.Child(name).SameObject(wheel).Scale(1, -1, 1).Property(asksForMesh ? "Poly" : "spare");
+        }
+        root.Child("left").SameObject(wheel).Property("Poly");
+        const std::vector<std::string> messages = eMeshRun(scene).Messages();
+        EXPECT_EQ(messages.size(), asksForMesh ? 1U : 0U);
+        EXPECT_THAT(messages, testing::Each("Предупреждение: Инверсный общий полигональный мэш в 'wheel' не "
+                                            "поддерживается!"));
+    }
+}
+
 // Catches material names without the way to the shared folder.
 TEST(WriteMesh, MaterialsOfAStructureAreNamedThroughTheCommonFolder) {
     support::eSceneBuilder scene;

@@ -53,13 +53,14 @@ std::string ReasonOf(const eSharedMeshes& meshes, host::INode& target) {
     if (fate == meshes.fates.end()) {
         return WhyNotWritten(target);
     }
-    return fate->second == eMeshFate::Empty ? "в нем нет ни одного полигона"_ansi
-                                            : "он записан в папку своей модели, а не в общую"_ansi;
-}
-
-bool IsWritten(const eSharedMeshes& meshes, const host::INode* target) {
-    const auto fate = meshes.fates.find(target);
-    return fate != meshes.fates.end() && fate->second == eMeshFate::Shared;
+    switch (fate->second) {
+        case eMeshFate::Empty:
+            return "в нем нет ни одного полигона"_ansi;
+        case eMeshFate::Refused:
+            return "причина указана выше"_ansi;
+        default:
+            return "он записан в папку своей модели, а не в общую"_ansi;
+    }
 }
 
 }  // namespace
@@ -71,7 +72,7 @@ void TellMissingMeshes(Export& run) {
         return;
     }
     for (const eSharedView& view : meshes.views) {
-        if (!IsWritten(meshes, view.target)) {
+        if (!meshes.IsWritten(*view.target)) {
             ShowError(run.host->GetMAXHWnd(),
                       (format("Кость '%s' показывает мэш кости '%s', но этот мэш не записан: %s."_ansi) %
                        view.node->GetName() % view.target->GetName() % ReasonOf(meshes, *view.target))

@@ -72,6 +72,9 @@ void WriteView(Export& run, const eBoneStep& step) {
 
     const bool showsOther = step.meshTarget != nullptr && step.meshTarget != &step.node;
     if (run.options.exportMesh != 0 && (showsOther || step.targetSet == nullptr)) {
-        run.sharedMeshes.views.push_back({&step.node, step.meshTarget});
+        std::string name;
+        step.node.GetUserPropString("Mesh", name);
+        run.sharedMeshes.views.push_back(
+            {.node = &step.node, .target = step.meshTarget, .isInstance = name.empty()});
     }
 }
