@@ -47,6 +47,9 @@ bool HasFaces(Export& run, const eExportBone& bone) {
     if (mesh.frames.empty() || mesh.frames.front().positions.empty()) {
         return Refuse(run, bone, "Кость '%s' помечена как полигональная, но не содержит треугольников!"_ansi);
     }
+    if (mesh.faces.empty() && bone.isRefused) {
+        return false;
+    }
     if (mesh.faces.empty()) {
         return Refuse(run, bone,
                       "Кость '%s' помечена как полигональная, но видимых граней у нее нет!\n"

@@ -27,4 +27,5 @@ struct eExportBone {
     int bonesPerVertex = 0;  // 0, 2 or 3; never 1
     int vertexCount = 0;     // vertices of the mesh as written
     bool isWritten = false;  // WriteMesh has come to an end for it, whatever the result
+    bool isRefused = false;  // why its own node adds no faces has been told
 };

@@ -283,17 +283,23 @@ TEST(ExtractMesh, LightIsBakedIntoTheColours) {
     EXPECT_EQ(run.Mesh("dark").subMeshes[0].format, 0x0013);
 }
 
-// Catches warnings told once per map instead of once per face that meets it.
-TEST(ExtractMesh, WorldCoordinatesAreToldForEachFace) {
+// Catches a warning for each face or frame, one for all maps, and a wrong count of faces.
+TEST(ExtractMesh, WorldCoordinatesAreToldOnceForEachNodeAndMap) {
     support::eSceneBuilder scene;
-    const int map = scene.Map(eCheckerMap{}, {.source = 3}, "rain");
-    host::Mesh mesh = support::GridMesh(1, 1);
-    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("wet", TexturedMaterial(map)));
+    const auto wet = [&scene](const char* map) {
+        return scene.Material("wet", TexturedMaterial(scene.Map(eCheckerMap{}, {.source = 3}, map)));
+    };
+    host::Mesh mesh = support::GridMesh(2, 1);
+    mesh.faces[3].setMatID(1);
+    support::eNode hat = MeshNode(Model(scene).Property("animation=wave,all,0-3"), "hat", mesh);
+    hat.Property("CommonMesh").Material(scene.Material("m", eMultiMaterial{{wet("rain"), wet("hail")}}));
+    scene.SelectionSet("all", {hat});
     eMeshRun run(scene);
-    const std::string told =
-        "Предупреждение: Неподдерживаемый канал текстурирования в материале 'rain'. Будет использоваться "
-        "'Object XYZ'.";
-    EXPECT_THAT(run.Messages(), ElementsAre(told, told));
+    const auto told = [](const std::string& map, const std::string& rest) {
+        return "Предупреждение: Неподдерживаемый канал текстурирования в материале '" + map +
+               "'. Будет использоваться 'Object XYZ'.\nУзел 'hat', граней: " + rest;
+    };
+    EXPECT_THAT(run.Messages(), ElementsAre(told("rain", "3."), told("hail", "1.")));
 }
 
 // Catches a second coordinate set that comes from the wrong map.

@@ -199,7 +199,7 @@ TEST(Skin, TheMeshComesInItsRestPose) {
     EXPECT_EQ(HeightOf("NoSkin"), 1);
 }
 
-// Catches a table that wraps at 8 bits, and faces without their table.
+// Catches a table that wraps at 8 bits, faces without their table, and advice that leads astray behind it.
 TEST(Skin, TooManyBonesAreTold) {
     support::eSceneBuilder scene;
     support::eNode node = MeshNode(Model(scene), "hat", TexturedTriangle());
@@ -208,8 +208,12 @@ TEST(Skin, TooManyBonesAreTold) {
         bones.push_back(node.Child("b" + std::to_string(i)).Object(eHelperObject{}));
     }
     node.Skin(bones, {{{0, 1}}, {{0, 1}}, {{0, 1}}});
+    bones[0].Child("copy").Property("Poly").Property("Mesh=hat");
     eMeshRun run(scene);
-    EXPECT_EQ(run.Messages().front(), "Ошибка: Слишком много костей для скиннинга мэша 'hat'");
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Ошибка: Слишком много костей для скиннинга мэша 'hat'",
+                            "Ошибка: Кость 'copy' показывает мэш кости 'hat', но этот мэш не записан: "
+                            "причина указана выше."));
     EXPECT_EQ(run.Bone("hat").mesh.skinBones.size(), 255U);
     EXPECT_FALSE(run.Has("units/tank/.mesh"));
 }

@@ -229,6 +229,16 @@ TEST_F(Skeleton, AFaultStopsTheWalkAndClosesItsBlocks) {
     }
 }
 
+// Would catch an artist's "Poly" on a part of a group that has no mesh, lost untold; and a word where it has.
+TEST_F(Skeleton, APartOfAGroupWithoutMeshIsTold) {
+    support::eNode group = Helper(root, "Group").GroupHead();
+    Box(Box(group, "plain").GroupMember(), "Arm").GroupMember().Property("Poly");
+    Box(Helper(root, "whole").GroupHead().Property("Poly"), "leg").GroupMember().Property("Poly");
+    EXPECT_THAT(Walked().Messages(),
+                ElementsAre("Ошибка: Узел 'Arm' помечен как полигональный, но группа 'Group', в которую он "
+                            "входит, нет: его мэш не записан.\nНеобходимо указать 'Poly' у самой группы."));
+}
+
 TEST_F(Skeleton, AStrangerInAGroupStopsTheWalk) {
     support::eNode group = Helper(root, "group").GroupHead();
     Helper(Helper(group, "member").GroupMember(), "Stranger");

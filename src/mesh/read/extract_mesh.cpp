@@ -120,6 +120,7 @@ bool FillSkinBones(const eNodeReading& reading) {
     for (int i = 0; skin != nullptr && i < skin->GetNumBones(); ++i) {
         if (bones.size() == kBonesPerSkin) {
             TellOfNode(reading, "Слишком много костей для скиннинга мэша '%s'"_ansi);
+            reading.bone.isRefused = true;
             return false;
         }
         bones.push_back(skin->GetBone(i));

@@ -87,6 +87,9 @@ void ReadGeometry(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
         return;
     }
     const std::uint32_t superClass = object->SuperClassID();
+    if (superClass == host::kGeometrySuperClass) {
+        TellMemberWithoutMesh(run, step);
+    }
     if (superClass == host::kGeometrySuperClass || superClass == host::kHelperSuperClass) {
         meshStage.ExtractNodeMesh(run, step.node, step.meshTarget, step.commonNode);
     }

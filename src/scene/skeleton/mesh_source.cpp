@@ -8,6 +8,7 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/bones/find_instance.h"
 #include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
@@ -115,7 +116,7 @@ void TellTakenName(Export& run, const eBoneStep& step) {
 
 void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
     const eExportResourceSet* shared = run.commonPending ? &run.commonResources : &run.modelResources;
-    eMeshFate fate = eMeshFate::Empty;
+    eMeshFate fate = SlotOf(run, step).isRefused ? eMeshFate::Refused : eMeshFate::Empty;
     if (isWritten) {
         fate = step.targetSet == shared ? eMeshFate::Shared : eMeshFate::Elsewhere;
     }
@@ -123,6 +124,20 @@ void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
 }
 
 }  // namespace
+
+void TellMemberWithoutMesh(Export& run, const eBoneStep& step) {
+    const bool asksForMesh = run.options.exportMesh != 0 && step.node.IsGroupMember() &&
+                             step.node.Renderable() && ePropText(step.userProps).Find("Poly");
+    if (!asksForMesh || step.commonNode != nullptr || SlotOf(run, step).hasMesh != 0) {
+        return;
+    }
+    const auto text =
+        format(
+            "Узел '%s' помечен как полигональный, но группа '%s', в которую он входит, нет: его мэш не "
+            "записан.\nНеобходимо указать 'Poly' у самой группы."_ansi) %
+        step.node.GetName() % OutOfGroup(step.node).GetName();
+    ShowError(run.host->GetMAXHWnd(), text.Text());
+}
 
 bool FindMeshSource(Export& run, eBoneStep& step) {
     return FindSharedMesh(run, step) && FindMergedMesh(run, step);
@@ -164,7 +179,7 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
         return;
     }
     const bool isWritten = meshStage.WriteMesh(run, *step.targetSet, step.meshName, step.index);
-    if (!isWritten) {
+    if (!isWritten && !slot.isRefused) {
         ShowError(run.host->GetMAXHWnd(),
                   (format("'%s': Помечен как полигональный, но не содержит ни одного полигона.\n"
                           "Необходимо убрать из параметров 'Poly' и переэкпортировать."_ansi) %
