@@ -1,7 +1,5 @@
 #include "mesh/extract_node_mesh.h"
 
-#include <algorithm>
-
 #include "animation/animation_table.h"
 #include "animation/sample_node.h"
 #include "base/ansi.h"
@@ -29,27 +27,33 @@ bool ComesTooLate(Export& run, const host::INode& node, const eExportBone& bone,
     return true;
 }
 
+void ReadMeshFrames(Export& run, const host::INode& node, eAnimatedPart part) {
+    for (const eExportAnimation& animation : run.animations) {
+        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
+            part.ReadFrames(animation);
+        }
+    }
+}
+
 void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
     eExportBone* bone = BoneOfMesh(run, node, commonTarget);
     if (bone == nullptr || ComesTooLate(run, node, *bone, commonTarget)) {
         return;
     }
-    // A node may feed a mesh whose own node comes later in the walk.
-    bone->mesh.frames.resize(std::max<std::size_t>(bone->mesh.frames.size(), 1));
     run.meshFrame = 0;
     const eExportMeshFrame& firstFrame = bone->mesh.frames.front();
     const eFrameExtent begin = ExtentOf(firstFrame);
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
     const eFrameExtent end = ExtentOf(firstFrame);
     // What could not be read once has been told, and is not read again for every frame.
-    if (run.options.exportAnimation == 0 || commonTarget == nullptr || begin == end) {
+    if (commonTarget == nullptr || begin == end) {
         return;
     }
-    eAnimatedPart part(run, node, *commonTarget, *bone, begin, end);
-    for (const eExportAnimation& animation : run.animations) {
-        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
-            part.ReadFrames(animation);
-        }
+    if (commonTarget != &node) {
+        run.sharedMeshes.feeds.push_back({&node, commonTarget});
+    }
+    if (run.options.exportAnimation != 0) {
+        ReadMeshFrames(run, node, eAnimatedPart(run, node, *commonTarget, *bone, begin, end));
     }
 }
 

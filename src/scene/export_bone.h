@@ -15,7 +15,7 @@ enum eIkType { kIkNone = 0, kIkRevolute = 1, kIkPrizmatic = 2, kIkSocket = 3 };
 struct eExportBone {
     eExportMesh mesh;
     host::Box3 box;               // bounds of the positions of the first mesh frame; metres, bone space
-    host::INode* node = nullptr;  // the node last written into this slot
+    host::INode* node = nullptr;  // the bone's own node, also where another node has filled the slot
     host::Matrix3 matrix;         // world to the space in which the mesh is lit
     host::Point3 pivot;           // lower corner of the bounds; metres
     int ikType = kIkNone;

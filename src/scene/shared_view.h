@@ -16,6 +16,12 @@ struct eSharedView {
     bool isInstance = false;  // it shares the target's object; else its property "Mesh" names the target
 };
 
+// A node whose geometry was read into the mesh of another one.
+struct eMeshFeed {
+    host::INode* node = nullptr;
+    host::INode* target = nullptr;
+};
+
 // What became of a node's own mesh.
 enum class eMeshFate {
     Shared,     // written where the views of other nodes look for it
@@ -30,10 +36,11 @@ struct eMeshOwner {
     host::INode* root = nullptr;
 };
 
-// The views of other nodes' meshes and the meshes written so far: told against each other once all models
-// that share a folder have been walked (missing_meshes.h).
+// The views and the parts of other nodes' meshes and the meshes written so far: told against each other once
+// all models that share a folder have been walked (missing_meshes.h).
 struct eSharedMeshes {
     std::vector<eSharedView> views;  // in the order of the walk
+    std::vector<eMeshFeed> feeds;    // in the order of the walk
     std::unordered_map<const host::INode*, eMeshFate> fates;
     std::unordered_map<std::string, eMeshOwner> owners;   // by the name of a mesh in the shared set
     std::unordered_set<const host::INode*> toldMirrored;  // whose mesh has a view that is mirrored

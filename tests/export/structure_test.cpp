@@ -197,6 +197,36 @@ TEST(MissingMeshes, ViewsOfMeshesThatNobodyWritesAreTold) {
     }
 }
 
+// Would catch geometry that vanishes into a mesh which is never written, and a wrong reason.
+TEST(MissingMeshes, PartsOfMeshesThatNobodyWritesAreTold) {
+    struct eCase {
+        std::function<void(support::eNode& arm, const support::eNode& hull)> spoil;
+        const char* reason;
+    };
+    const std::vector<eCase> cases = {
+        {[](auto&, auto&) {}, "у нее нет параметра 'Poly'"},
+        {[](auto& arm, auto&) { arm.Property("CommonMesh=hull"); },
+         "она сама входит в общий мэш другой кости"},
+        {[](auto& arm, auto& hull) { arm.Property("Poly").SameObject(hull); },
+         "она сама показывает мэш другой кости"},
+        {[](auto& arm, auto&) { arm.Property("Poly").Object(eCircleObject{1}); }, "она состоит из линий"},
+    };
+    for (const eCase& spoiled : cases) {
+        support::eSceneBuilder scene;
+        support::eNode hull = Mesh(Model(scene, "root", "tank"), "hull");
+        support::eNode arm = hull.Child("arm").Object(eBoxObject{1, 1, 1});
+        spoiled.spoil(arm, hull);
+        arm.Child("badge").Property("CommonMesh=arm").Object(eBoxObject{1, 1, 1});
+        support::eExportRun run(scene.Build());
+        run.Do();
+        EXPECT_THAT(
+            run.Messages(),
+            ElementsAre(std::string("Ошибка: Мэш 'badge' не попал в общий мэш кости 'arm', потому что "
+                                    "тот не записан: ") +
+                        spoiled.reason + "."));
+    }
+}
+
 // Would catch a mesh that stays in one model's folder while another looks for it in the common one.
 TEST(MissingMeshes, AMeshOfAnotherFolderIsTold) {
     support::eSceneBuilder scene;

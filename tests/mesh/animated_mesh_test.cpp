@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+
+#include "animation/animation_reader.h"
 #include "mesh/build/finite_vertex.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/animated_part.h"
@@ -14,6 +16,7 @@ using namespace standalone;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 
 // A triangle whose vertices rise by 1 from frame 0 to frame 10.
 eMeshObject RisingTriangle() {
@@ -39,8 +42,8 @@ float HeightAt(eMeshRun& run, std::size_t frame) {
     return run.Bone("flag").mesh.frames[frame].positions[0].z;
 }
 
-// Catches frames at other times than their own, a frame that is read twice by two animations, and a first
-// frame that is not the static one.
+// Catches frames at other times than their own, a frame that is read twice by two animations, a first frame
+// that is not the static one, and a reversed animation that fills its frames from the end.
 TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
     support::eSceneBuilder scene;
     FlagScene(scene);
@@ -51,62 +54,105 @@ TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
         EXPECT_NEAR(HeightAt(run, frame), static_cast<float>(frame) / 10, 1e-6F);
         EXPECT_EQ(run.Bone("flag").mesh.frames[frame].positions.size(), 3U);
     }
-}
-
-// Catches a reversed animation that fills its frames from the end, or reads frame 0 twice.
-TEST(AnimatedMesh, AReversedAnimationReadsTheTimesBackwards) {
-    support::eSceneBuilder scene;
-    FlagScene(scene);
-    eMeshRun run(scene);
     run.SetOptions([](eExportOptions& options) { options.reverseAnimation = true; });
     run.Do();
     EXPECT_EQ(HeightAt(run, 0), 0);
     EXPECT_NEAR(HeightAt(run, 1), 1, 1e-6F);
-    EXPECT_NEAR(HeightAt(run, 4), 0.7F, 1e-6F);
     EXPECT_NEAR(HeightAt(run, 10), 0.1F, 1e-6F);
 }
 
-// Catches vertices of a frame in another numbering, with another size, or without their flag.
-TEST(AnimatedMesh, TheFrameTableHoldsTheVerticesInTheWeldedNumbering) {
+// Per bone of the animation the number of its keys, and of those with vertices.
+std::map<std::string, std::pair<int, int>> KeysOf(const eMeshRun& run, const std::string& path) {
+    const std::string bytes = run.Read(path);
+    std::string problem;
+    const eAnimation animation = ReadAnimation(BytesOf(bytes), problem).value_or(eAnimation{});
+    std::map<std::string, std::pair<int, int>> keys;
+    for (const eAnimationFrame& frame : animation.frames) {
+        for (const eAnimationKey& key : frame.keys) {
+            auto& [all, withVertices] = keys[animation.bones[static_cast<std::size_t>(key.bone)]];
+            ++all;
+            withVertices += key.vertexSection.empty() ? 0 : 1;
+        }
+    }
+    return keys;
+}
+
+// Catches frames that carry the name of the part which came last, an ordinary bone that loses its first frame
+// or gets vertices, and a question about the mesh, its space first, that is asked of a part.
+TEST(AnimatedMesh, AStaticPartLeavesTheBoneWhatItHas) {
     support::eSceneBuilder scene;
-    FlagScene(scene);
+    scene.Settings().lastFrame = 10;
+    support::eNode root = Model(scene).Property("animation=wave,all,0-10");
+    support::eNode flag = root.Child("flag").Property("CommonMesh").Property("AniTex=water,5");
+    flag.Object(RisingTriangle());
+    flag.Child("badge").Property("CommonMesh=flag").Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode arm = MeshNode(root, "arm", TexturedTriangle()).GroupHead();
+    arm.Key({.frame = 0, .position = host::Point3{0, 0, 0}});
+    arm.Key({.frame = 10, .position = host::Point3{0, 0, 3}});
+    support::eNode stripe = arm.Child("stripe").Property("CommonMesh=arm").Position(5, 0, 0);
+    stripe.Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode part = arm.Child("part").GroupMember().Position(0, 7, 0);
+    part.Object(eMeshObject{TexturedTriangle(), {}});
+    scene.SelectionSet("all", {flag, arm});
     eMeshRun run(scene);
-    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
-    for (std::size_t frame = 0; frame <= 10; ++frame) {
-        const eExportFrameBone& entry = run.exporter.frames[frame].bones[index];
-        ASSERT_NE(entry.mesh, nullptr);
-        EXPECT_NE(entry.flags & kFrameVertices, 0);
-        EXPECT_EQ(entry.mesh->vertices.size(), run.Mesh("flag").vertexCount);
-        EXPECT_EQ(entry.mesh->vertexSize, 36);  // the colour still counts: the animation file takes it out
-        const eFileMesh file = run.Mesh("flag");
-        const std::vector<std::uint16_t>& remap = run.Bone("flag").mesh.vertexRemap;
-        for (std::size_t v = 0; v < file.vertexCount; ++v) {
-            const eExportVertex written = file.Vertex(file.subMeshes[0], v);
-            EXPECT_EQ(entry.mesh->vertices[remap[v]].position.x, written.position.x);
-            EXPECT_EQ(entry.mesh->vertices[remap[v]].uv0, written.uv0);
+    EXPECT_THAT(run.Messages(), IsEmpty());
+    EXPECT_THAT(KeysOf(run, "units/tank/wave.anm"),
+                ElementsAre(Pair("arm", Pair(11, 0)), Pair("flag", Pair(11, 11))));
+    EXPECT_THAT(run.Text("units/tank/tank.mdl"), HasSubstr("{name \"water\"}"));
+    EXPECT_EQ(run.Soup("arm").positions[6], (host::Point3{0, 7, 0}));
+}
+
+// Catches parts that shift when an animation leaves out one of them, and a part before its mesh that stays
+// behind.
+TEST(AnimatedMesh, EachPartMovesWhereTheAnimationCoversIt) {
+    for (const bool edgeIsFirst : {true, false}) {
+        for (const bool edgeMoves : {true, false}) {
+            support::eSceneBuilder scene;
+            scene.Settings().lastFrame = 10;
+            support::eNode root = Model(scene).Property("animation=wave,moving,0-10");
+            support::eNode first = root.Child(edgeIsFirst ? "edge" : "flag").Object(RisingTriangle());
+            support::eNode second =
+                (edgeIsFirst ? root : first).Child(edgeIsFirst ? "flag" : "edge").Object(RisingTriangle());
+            support::eNode& flag = (edgeIsFirst ? second : first).Property("CommonMesh");
+            support::eNode& edge =
+                (edgeIsFirst ? first : second).Property("CommonMesh=flag").Position(5, 0, 0);
+            scene.SelectionSet("moving", edgeMoves ? std::vector{flag, edge} : std::vector{flag});
+            eMeshRun run(scene);
+            EXPECT_THAT(run.Messages(), IsEmpty());
+            const std::vector<host::Point3>& positions = run.Bone("flag").mesh.frames[10].positions;
+            ASSERT_EQ(positions.size(), 6U);
+            EXPECT_EQ(positions[edgeIsFirst ? 3 : 0], (host::Point3{0, 0, 1}));
+            EXPECT_EQ(positions[edgeIsFirst ? 0 : 3], (host::Point3{5, 0, edgeMoves ? 1.0F : 0.0F}));
+            EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
         }
     }
 }
 
-// Catches parts that shift when an animation leaves out a node before or behind them.
-TEST(AnimatedMesh, APartThatAnAnimationLeavesOutStandsStill) {
-    for (const bool movesFirst : {true, false}) {
+// Catches a part that writes beyond the frames of its mesh, and motion that is lost in silence or told of a
+// part that keeps its shape.
+TEST(AnimatedMesh, MotionThatTheMeshDoesNotHoldIsTold) {
+    struct eCase {
+        const char* flag;
+        eMeshObject edge;
+        testing::Matcher<std::vector<std::string>> messages;
+    };
+    const eMeshObject still{TexturedTriangle(), {}};
+    const eCase cases[] = {
+        {"Poly", RisingTriangle(),
+         ElementsAre(HasSubstr("'edge' анимирован по кадрам в анимации 'wave', а общий мэш 'flag', "))},
+        {"Poly", still, IsEmpty()},
+        {"CommonMesh", RisingTriangle(),
+         ElementsAre(HasSubstr("Анимация 'wave' охватывает мэш 'edge', но не общий мэш 'flag', "))},
+    };
+    for (const eCase& one : cases) {
         support::eSceneBuilder scene;
         scene.Settings().lastFrame = 10;
-        support::eNode root = scene.Node("root").Object(eHelperObject{});
-        root.Property("Model=units/tank").Property("animation=wave,moving,0-10");
-        support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle());
-        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(RisingTriangle());
-        edge.Position(5, 0, 0);
-        scene.SelectionSet("moving", {movesFirst ? flag : edge});
+        support::eNode root = Model(scene).Property("animation=wave,all,0-10");
+        support::eNode flag = root.Child("flag").Property(one.flag).Object(RisingTriangle());
+        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(one.edge);
+        scene.SelectionSet("all", {edge});
         eMeshRun run(scene);
-        EXPECT_THAT(run.Messages(), IsEmpty());
-        const eExportMesh& mesh = run.Bone("flag").mesh;
-        ASSERT_EQ(mesh.faces.size(), 2U);
-        const std::vector<host::Point3>& positions = mesh.frames[10].positions;
-        ASSERT_EQ(positions.size(), 6U);
-        EXPECT_EQ(positions[mesh.faces[0].v[0]], (host::Point3{0, 0, movesFirst ? 1.0F : 0.0F}));
-        EXPECT_EQ(positions[mesh.faces[1].v[0]], (host::Point3{5, 0, movesFirst ? 0.0F : 1.0F}));
+        EXPECT_THAT(run.Messages(), one.messages);
         EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
     }
 }
@@ -131,43 +177,16 @@ TEST(AnimatedMesh, AFrameThatOverflowsKeepsTheStaticShape) {
     EXPECT_EQ(run.Mesh("flag").indices.size(), 3U);
 }
 
-// Catches a node that writes beyond the frames of the mesh that it feeds, and a silence about it.
-TEST(AnimatedMesh, ATargetWithoutFramesIsTold) {
+// Catches a part that comes too late and is lost without a word.
+TEST(AnimatedMesh, APartBehindItsWrittenMeshIsTold) {
     support::eSceneBuilder scene;
-    scene.Settings().lastFrame = 10;
-    support::eNode root = scene.Node("root").Object(eHelperObject{});
-    root.Property("Model=units/tank").Property("animation=wave,all,0-10").Property("animation=calm,all,5-7");
-    support::eNode flag = MeshNode(root, "flag", TexturedTriangle());
-    support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(RisingTriangle());
-    edge.Position(5, 0, 0);
-    scene.SelectionSet("all", {flag, edge});
+    support::eNode root = Model(scene);
+    MeshNode(root, "flag", TexturedTriangle());
+    root.Child("edge").Property("CommonMesh=flag").Object(eMeshObject{TexturedTriangle(), {}});
     eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("flag").indices.size(), 3U);
     EXPECT_THAT(run.Messages(),
-                ElementsAre(HasSubstr("Мэш 'edge' анимирован по кадрам, а общий мэш 'flag', в который он "
-                                      "входит, нет.")));
-    EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
-}
-
-// Catches a part that is lost because its target comes later in the scene, and one that comes too late and is
-// lost without a word.
-TEST(AnimatedMesh, APartMayComeBeforeItsTargetButNotBehindIt) {
-    for (const bool before : {true, false}) {
-        support::eSceneBuilder scene;
-        support::eNode root = Model(scene);
-        support::eNode first =
-            root.Child(before ? "edge" : "flag").Object(eMeshObject{TexturedTriangle(), {}});
-        support::eNode second =
-            root.Child(before ? "flag" : "edge").Object(eMeshObject{TexturedTriangle(), {}});
-        (before ? first : second).Property("CommonMesh=flag").Position(5, 0, 0);
-        (before ? second : first).Property("Poly");
-        eMeshRun run(scene);
-        EXPECT_EQ(run.Bone("flag").mesh.faces.size(), before ? 2U : 1U);
-        EXPECT_EQ(run.Messages().size(), before ? 0U : 1U);
-        if (!before) {
-            EXPECT_THAT(run.Messages()[0],
-                        HasSubstr("Мэш 'edge' не попал в общий мэш 'flag': тот уже записан."));
-        }
-    }
+                ElementsAre(HasSubstr("Мэш 'edge' не попал в общий мэш 'flag': тот уже записан.")));
 }
 
 // A node that loses a face behind frame 2.

@@ -200,7 +200,7 @@ TEST_F(Skeleton, AGroupFeedsItsMergedMesh) {
                 ElementsAre("read root", "read Group into Group", "read part into Group",
                             "read inner into Group", "write group to own", "read other into Group"));
     EXPECT_TRUE(walk.run.bones[1].commonMesh);
-    EXPECT_EQ(walk.run.bones[1].node, &walk.Node("other"));
+    EXPECT_EQ(walk.run.bones[1].node, &walk.Node("Group"));
     EXPECT_THAT(walk.mdl, Not(HasSubstr("view poly \"other\"")));
 }
 

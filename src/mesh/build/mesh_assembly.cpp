@@ -103,7 +103,8 @@ private:
     // The first frame makes the triangle, the others follow it: corners that share a vertex there share it in
     // every frame.
     void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
-        const bool isKept = bone.commonMesh && frame < run.frames.size() && run.frames[frame].IsAnimated();
+        const bool isKept =
+            mesh.frames.size() > 1 && frame < run.frames.size() && run.frames[frame].IsAnimated();
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
             if (frame == 0) {

@@ -1,18 +1,37 @@
 #include "mesh/read/animated_part.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <vector>
 
+#include "animation/animation_table.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
 #include "mesh/read/extract_mesh.h"
+#include "scene/bones/find_skin.h"
+#include "scene/master_scale.h"
+#include "scene/triangle_mesh.h"
+
+namespace {
+
+// Metres; what the animation file takes for the same.
+constexpr float kStillWithin = 0.001F;
+
+}  // namespace
 
 eAnimatedPart::eAnimatedPart(Export& ownRun, host::INode& ownNode, host::INode& ownTarget,
                              eExportBone& ownBone, const eFrameExtent& ownBegin, const eFrameExtent& ownEnd)
     : run(ownRun), node(ownNode), commonTarget(ownTarget), bone(ownBone), begin(ownBegin), end(ownEnd) {}
 
 void eAnimatedPart::ReadFrames(const eExportAnimation& animation) {
+    if (FeedsStillMesh()) {
+        return TellStillMesh(animation);
+    }
+    if (!AnimationTouchesNode(run, commonTarget, animation.selection)) {
+        return TellUncoveredMesh(animation);
+    }
     const int skipped = animation.firstFrame == 0 ? 1 : 0;
     const std::int64_t first = std::int64_t{animation.firstFrame} + skipped;
     const std::int64_t last = animation.lastFrame;
@@ -45,22 +64,55 @@ void eAnimatedPart::ReadFrame(int meshFrame, host::TimeValue time) {
     }
 }
 
+bool eAnimatedPart::FeedsStillMesh() const {
+    return bone.mesh.frames.size() == 1 && &node != &commonTarget;
+}
+
+// A skin moves its mesh in the game, by the bones.
+bool eAnimatedPart::ChangesShape(const eExportAnimation& animation) const {
+    if (FindSkin(node) != nullptr) {
+        return false;
+    }
+    const eTriangleMesh still(node, run.StaticTime());
+    const std::vector<host::Point3> vertices = still.Mesh().verts;
+    const float tolerance = kStillWithin / MasterScale(run);
+    const auto isSame = [&](const host::Point3& a, const host::Point3& b) { return a.Equals(b, tolerance); };
+    for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+        const eTriangleMesh moved(node, frame * run.host->GetTicksPerFrame());
+        if (moved.IsValid() && !std::ranges::equal(moved.Mesh().verts, vertices, isSame)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void eAnimatedPart::TellStillMesh(const eExportAnimation& animation) {
+    if (toldStillMesh || !ChangesShape(animation)) {
+        return;
+    }
+    toldStillMesh = true;
+    Warn((format("Мэш '%s' анимирован по кадрам в анимации '%s', а общий мэш '%s', в который он входит, нет. "
+                 "Движение не записано.\nНеобходимо указать у общего мэша 'CommonMesh' без имени."_ansi) %
+          node.GetName() % animation.name % commonTarget.GetName())
+             .Text());
+}
+
+void eAnimatedPart::TellUncoveredMesh(const eExportAnimation& animation) const {
+    Warn((format("Анимация '%s' охватывает мэш '%s', но не общий мэш '%s', в который он входит. Движение не "
+                 "записано.\nНеобходимо добавить '%s' в набор этой анимации."_ansi) %
+          animation.name % node.GetName() % commonTarget.GetName() % commonTarget.GetName())
+             .Text());
+}
+
 void eAnimatedPart::TellMissingFrames(const eExportAnimation& animation) {
     if (toldMissingFrames) {
         return;
     }
     toldMissingFrames = true;
-    if (bone.mesh.frames.size() == 1) {
-        Warn((format("Мэш '%s' анимирован по кадрам, а общий мэш '%s', в который он входит, нет. Движение не "
-                     "записано.\nНеобходимо указать у общего мэша 'CommonMesh' без имени."_ansi) %
-              node.GetName() % commonTarget.GetName())
-                 .Text());
-    } else {
-        Warn((format("Кадры анимации '%s' до нулевого не записаны в мэш '%s'.\nНеобходимо перенести анимацию "
-                     "в кадры от 0 и дальше."_ansi) %
-              animation.name % node.GetName())
-                 .Text());
-    }
+    Warn((format("Кадры анимации '%s' до нулевого не записаны в мэш '%s'.\nНеобходимо перенести анимацию "
+                 "в кадры от 0 и дальше."_ansi) %
+          animation.name % node.GetName())
+             .Text());
 }
 
 void eAnimatedPart::TellOtherShape(int meshFrame) {

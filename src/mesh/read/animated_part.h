@@ -21,11 +21,16 @@ public:
                   const eFrameExtent& begin, const eFrameExtent& end);
 
     // Reads the frames of the animation, but frame 0, which stands for the static frame. Of two animations
-    // that share a frame the first one gives it.
+    // that share a frame the first one gives it. Where the mesh has no frames, or the animation does not
+    // cover it, nothing is read, and the motion that is lost is told.
     void ReadFrames(const eExportAnimation& animation);
 
 private:
+    bool FeedsStillMesh() const;
+    bool ChangesShape(const eExportAnimation& animation) const;
     void ReadFrame(int meshFrame, host::TimeValue time);
+    void TellStillMesh(const eExportAnimation& animation);
+    void TellUncoveredMesh(const eExportAnimation& animation) const;
     void TellMissingFrames(const eExportAnimation& animation);
     void TellOtherShape(int meshFrame);
     void Warn(const std::string& text) const;
@@ -36,6 +41,7 @@ private:
     eExportBone& bone;
     eFrameExtent begin;
     eFrameExtent end;
+    bool toldStillMesh = false;
     bool toldMissingFrames = false;
     bool toldOtherShape = false;
 };

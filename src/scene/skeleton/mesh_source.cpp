@@ -11,6 +11,7 @@
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_instance.h"
 #include "scene/bones/find_skin.h"
+#include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
@@ -53,27 +54,33 @@ bool FindSharedMesh(Export& run, eBoneStep& step) {
     return true;
 }
 
+// Whose mesh the geometry of the node goes to.
+host::INode& MeshOwner(const eBoneStep& step) {
+    return step.commonNode != nullptr ? *step.commonNode : step.node;
+}
+
+// A node with "CommonMesh" of its own has a mesh animated by frames, with all frames of the table.
+std::size_t MeshFrames(const Export& run, const host::INode& owner) {
+    std::string name;
+    const bool isAnimated = owner.GetUserPropString("CommonMesh", name) && name.empty();
+    return isAnimated ? std::max<std::size_t>(run.frames.size(), 1) : 1;
+}
+
 bool FindMergedMesh(Export& run, eBoneStep& step) {
     std::string name;
-    std::vector<eExportMeshFrame>& frames = SlotOf(run, step).mesh.frames;
-    if (!step.node.GetUserPropString("CommonMesh", name)) {
-        frames.resize(1);
-        return true;
+    if (step.node.GetUserPropString("CommonMesh", name)) {
+        step.commonNode = name.empty() ? &step.node : FindNamed(run, name);
+        if (step.commonNode == nullptr) {
+            return false;
+        }
+        step.index = FindBoneIndex(step.node, step.commonNode);
     }
-    if (name.empty()) {
-        step.commonNode = &step.node;
-        frames.resize(std::max<std::size_t>(run.frames.size(), 1));
-        return true;
-    }
-    step.commonNode = FindNamed(run, name);
-    if (step.commonNode == nullptr) {
-        return false;
-    }
-    step.index = FindBoneIndex(step.node, step.commonNode);
     if (step.index < 0) {
         TellCommonMesh(run, "Кость '%s' для общего мэша находится не в родительской иерархии!"_ansi, name);
         return false;
     }
+    // A node may feed a mesh whose own node comes later in the walk, so that either of them sizes it.
+    SlotOf(run, step).mesh.frames.resize(MeshFrames(run, MeshOwner(step)));
     return true;
 }
 
@@ -81,11 +88,6 @@ bool AsksForMesh(const eBoneStep& step) {
     int voxels = 0;
     step.node.GetUserPropInt("Voxels", voxels);
     return voxels != 0 || step.commonNode != nullptr || ePropText(step.userProps).Find("Poly");
-}
-
-bool IsShape(host::INode& node) {
-    const host::Object* object = node.EvalWorldState(0).obj;
-    return object != nullptr && object->SuperClassID() == host::kShapeSuperClass;
 }
 
 // Shared meshes of a Structure and of the models nested in it go where all of them find them, and so does
@@ -149,7 +151,7 @@ void FillSlot(Export& run, const eBoneStep& step) {
     const bool hasMesh =
         step.commonNode != nullptr || FindSkin(step.node) != nullptr || HasUserProp(shown, "Poly");
     slot.commonMesh = step.commonNode != nullptr;
-    slot.node = &step.node;
+    slot.node = &MeshOwner(step);
     slot.hasMesh = hasMesh ? 1 : 0;
 }
 
