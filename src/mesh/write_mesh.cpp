@@ -17,6 +17,7 @@
 #include "mesh/file/mesh_body_writer.h"
 #include "mesh/read/frame_extent.h"
 #include "mesh/read/mirrored_sharing.h"
+#include "mesh/read/skin_bone_check.h"
 #include "mesh/read/vertex_light.h"
 #include "mesh/strips/mesh_order.h"
 #include "mesh/strips/renumber.h"
@@ -110,6 +111,7 @@ void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
 
 void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
                    bool skinned) {
+    TellStraySkinBones(run, bone);
     if (IsSharedMirrored(run, *bone.node)) {
         TellMirroredView(run, *bone.node);
     }

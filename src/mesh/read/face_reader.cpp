@@ -10,11 +10,9 @@
 
 namespace {
 
-// Null for a node without skin, or one that its skin does not act on.
-const host::ISkinContextData* SkinContext(const eNodeReading& reading) {
-    host::ISkin* skin =
-        reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
-    return skin != nullptr ? skin->GetContextInterface(reading.node) : nullptr;
+// Null for a node without skin.
+const host::ISkin* SkinOf(const eNodeReading& reading) {
+    return reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
 }
 
 }  // namespace
@@ -29,9 +27,12 @@ eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ow
       materials(reading.run, reading.node.GetMtl(), mesh),
       box(mesh),
       colors(reading, space, mesh, hasVertexAlpha) {
-    const host::ISkinContextData* weights = SkinContext(reading);
-    if (weights != nullptr && reading.IsFirstFrame()) {
-        skin.emplace(*weights, static_cast<int>(reading.bone.mesh.skinBones.size()));
+    const host::ISkin* ownSkin = reading.IsFirstFrame() ? SkinOf(reading) : nullptr;
+    // A node that its skin does not act on has no weights.
+    const host::ISkinContextData* weights =
+        ownSkin != nullptr ? ownSkin->GetContextInterface(reading.node) : nullptr;
+    if (weights != nullptr) {
+        skin.emplace(*weights, NumbersInTable(*ownSkin, reading.bone.mesh.skinBones));
     }
 }
 
@@ -121,13 +122,26 @@ eCorners<host::Point3> eFaceReader::CornerNormals(int index, const host::Point3&
 }
 
 void eFaceReader::TellBonesOutsideTable() const {
-    if (!skin || !skin->HasLeftOutBones()) {
+    if (!skin || skin->LeftOutBones().empty()) {
         return;
     }
     const auto text =
         format(
-            "Скин узла '%s' ссылается на кости, которых нет в скине '%s'. Их веса не записаны.\n"
-            "Необходимо задать обоим скинам одни и те же кости в одном порядке."_ansi) %
-        reading.node.GetName() % reading.root.GetName();
+            "Скин узла '%s' ссылается на кости, которых нет в скине '%s': %s. Их веса не записаны.\n"
+            "Необходимо добавить эти кости в скин '%s'."_ansi) %
+        reading.node.GetName() % reading.root.GetName() % NamesOfLeftOutBones() % reading.root.GetName();
     ShowError(reading.run.host->GetMAXHWnd(), text.Text());
+}
+
+std::string eFaceReader::NamesOfLeftOutBones() const {
+    const host::ISkin& ownSkin = *SkinOf(reading);
+    std::string names;
+    for (const int number : skin->LeftOutBones()) {
+        const bool isOfSkin = number >= 0 && number < ownSkin.GetNumBones();
+        const host::INode* bone = isOfSkin ? ownSkin.GetBone(number) : nullptr;
+        names += names.empty() ? "" : ", ";
+        names += bone != nullptr ? (format("'%s'") % bone->GetName()).Text()
+                                 : (format("№%d"_ansi) % number).Text();
+    }
+    return names;
 }

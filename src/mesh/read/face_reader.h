@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "host/mesh.h"
 #include "mesh/read/corner_color.h"
@@ -28,6 +29,7 @@ private:
     host::Point3 FaceNormal(int index) const;
     eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
     void TellBonesOutsideTable() const;
+    std::string NamesOfLeftOutBones() const;
 
     const eNodeReading& reading;
     const eReadingSpace& space;
