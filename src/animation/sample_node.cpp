@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "animation/animation_table.h"
+#include "animation/pose_tolerance.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
@@ -17,10 +18,7 @@ using host::Matrix3;
 using host::Point3;
 using host::Quat;
 
-constexpr float kPositionTolerance = 0.001F;
-constexpr float kRotationTolerance = 0.00001F;
 constexpr float kHandednessTolerance = 0.001F;
-constexpr float kVisible = 0.5F;
 
 // What does not change from sample to sample.
 struct eSampler {
@@ -133,22 +131,20 @@ void StoreSample(const eSampler& sampler, eExportFrameBone& entry, const ePose& 
 void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation) {
     Export& run = sampler.run;
     xIo::xSdl::eWriter& report = *run.animWriter;
-    const int ticks = run.host->GetTicksPerFrame();
     const bool reverse = run.options.reverseAnimation;
-    host::TimeValue time = (reverse ? animation.lastFrame : animation.firstFrame) * ticks;
     report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
     eCarried carried;
     for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+        const host::TimeValue time = host::TimeOfFrame(
+            *run.host, reverse ? animation.lastFrame - (frame - animation.firstFrame) : frame);
         const ePose pose = PoseAt(sampler, time);
         const bool visible = sampler.node.GetVisibility(time) >= kVisible;
         const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
-        eExportFrameBone& entry =
-            run.frames[static_cast<std::size_t>(frame)].bones[static_cast<std::size_t>(sampler.bone)];
+        eExportFrameBone& entry = run.frames.At(frame).bones[static_cast<std::size_t>(sampler.bone)];
         StoreSample(sampler, entry, pose, visible, isEdge, carried);
         if (entry.flags != 0) {
             ReportFrame(report, frame, entry);
         }
-        time += reverse ? -ticks : ticks;
     }
 }
 

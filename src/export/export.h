@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "animation/export_animation.h"
-#include "animation/export_frame.h"
+#include "animation/frame_table.h"
 #include "animation/selection_members.h"
 #include "export/common_set.h"
 #include "export/options.h"
@@ -14,6 +14,7 @@
 #include "export/run_report.h"
 #include "host/interface.h"
 #include "host/scene_export.h"
+#include "host/timeline.h"
 #include "io/name.h"
 #include "io/sdl/sdl_writer.h"
 #include "io/streams/stream_file.h"
@@ -79,7 +80,7 @@ public:
 
     // The animations of the current model.
     std::vector<eExportAnimation> animations;
-    std::vector<eExportFrame> frames;    // by absolute frame number
+    eFrameTable frames;
     eSelectionMembers selectionMembers;  // of the sets asked for so far in the run
 
     // The meshes and materials of the current model.
@@ -106,7 +107,7 @@ public:
     std::unique_ptr<xIo::eFileStream> anmStream;
 
     // The static frame option as a time of the host, in ticks.
-    host::TimeValue StaticTime() const { return options.staticFrame * host->GetTicksPerFrame(); }
+    host::TimeValue StaticTime() const { return ::host::TimeOfFrame(*host, options.staticFrame); }
 
     int ExtCount() override;
     const char* Ext(int n) override;

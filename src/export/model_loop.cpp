@@ -57,9 +57,9 @@ void ExportModel(Export& run) {
     eModelFiles files(run);
     files.OpenModelText();
     files.OpenEntityDefinition();
-    const int highestFrame = ReadAnimations(run);
+    ReadAnimations(run);
     files.OpenAnimationList();
-    WriteSkeletonBlock(run, highestFrame);
+    WriteSkeletonBlock(run);
     WriteModelBlocks(run);
     files.CloseTexts();
     files.WriteAnimations();

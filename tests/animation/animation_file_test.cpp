@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "animation/animation_reader.h"
@@ -125,6 +126,29 @@ TEST_F(AnimationFile, A256thBoneEndsTheFile) {
     EXPECT_THAT(Read("many").frames, IsEmpty());
     EXPECT_EQ(Read("most").bones.size(), 255U);
     EXPECT_EQ(Read("most").frames.at(0).keys.size(), 255U);
+}
+
+// Catches poses read at times that overflow or count from 0, and animations that are lost as they lie outside
+// the frames from 0 to 65535.
+TEST_F(AnimationFile, AnimationsMayLieAnywhereOnTheTimeline) {
+    scene.Settings().firstFrame = -5;
+    scene.Settings().lastFrame = 5;
+    root.Property("animation=early,all").Property("animation=late,all,13000000-13000002");
+    Bone("mover")
+        .Key({.frame = -5, .position = host::Point3{-5, 0, 0}})
+        .Key({.frame = 5, .position = host::Point3{5, 0, 0}})
+        .Key({.frame = 13000000, .position = host::Point3{7, 0, 0}})
+        .Key({.frame = 13000002, .position = host::Point3{9, 0, 0}});
+    EXPECT_THAT(Export().Messages(), testing::ElementsAre(HasSubstr("'late' (кадры 13000000-13000002)")));
+    for (const auto& [name, frames, begin] : {std::tuple{"early", 11, -5.0F}, std::tuple{"late", 3, 7.0F}}) {
+        const eAnimation animation = Read(name);
+        const std::vector<eBonePose> poses = RestorePoses(animation);
+        ASSERT_EQ(poses.size(), 2U * static_cast<std::size_t>(frames));
+        for (int frame = 0; frame < frames; ++frame) {
+            EXPECT_NEAR(poses[2U * static_cast<std::size_t>(frame) + 1].position.x,
+                        begin + static_cast<float>(frame), 1e-3F);
+        }
+    }
 }
 
 // Nothing is lost beside what is told, and nothing is written elsewhere.

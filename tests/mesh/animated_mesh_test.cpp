@@ -18,43 +18,54 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
-// A triangle whose vertices rise by 1 from frame 0 to frame 10.
-eMeshObject RisingTriangle() {
+// A triangle whose vertices rise by 1 from the frame on for ten frames.
+eMeshObject RisingTriangle(int begin = 0) {
     eMeshObject object{TexturedTriangle(), {}};
     std::vector<host::Point3> risen = object.mesh.verts;
     for (host::Point3& vertex : risen) {
         vertex.z += 1;
     }
-    object.vertexKeys = {{0, object.mesh.verts}, {10, risen}};
+    object.vertexKeys = {{static_cast<double>(begin), object.mesh.verts}, {begin + 10.0, risen}};
     return object;
 }
 
-// A merged mesh of one node, animated over the frames 0 to 10 and once more over 5 to 7.
-void FlagScene(support::eSceneBuilder& scene) {
-    scene.Settings().lastFrame = 10;
+// A merged mesh of one node, animated over eleven frames and once more over three of them.
+void FlagScene(support::eSceneBuilder& scene, int begin = 0) {
+    scene.Settings().firstFrame = begin;
+    scene.Settings().lastFrame = begin + 10;
     support::eNode root = scene.Node("root").Object(eHelperObject{});
-    root.Property("Model=units/tank").Property("animation=wave,all,0-10").Property("animation=calm,all,5-7");
-    support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle());
+    root.Property("Model=units/tank").Property("animation=wave,all");
+    root.Property("animation=calm,all," + std::to_string(begin + 5) + "-" + std::to_string(begin + 7));
+    support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle(begin));
     scene.SelectionSet("all", {flag});
 }
 
-float HeightAt(eMeshRun& run, std::size_t frame) {
-    return run.Bone("flag").mesh.frames[frame].positions[0].z;
+float HeightAt(eMeshRun& run, int frame) {
+    return run.Bone("flag").mesh.frames[run.exporter.frames.MeshFrameOf(frame)].positions[0].z;
 }
 
 // Catches frames at other times than their own, a frame that is read twice by two animations, a first frame
-// that is not the static one, and a reversed animation that fills its frames from the end.
+// that is not the static one, timelines that are lost as they don't begin at 0, and a reversed animation that
+// fills its frames from the end.
 TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
+    for (const int begin : {0, -4, 70000}) {
+        support::eSceneBuilder scene;
+        FlagScene(scene, begin);
+        eMeshRun run(scene);
+        EXPECT_THAT(run.Messages(), IsEmpty());
+        EXPECT_EQ(run.Bone("flag").mesh.frames.size(), begin == 0 ? 11U : 12U);
+        for (int frame = 0; frame <= 10; ++frame) {
+            EXPECT_NEAR(HeightAt(run, begin + frame), static_cast<float>(frame) / 10, 1e-6F);
+        }
+        for (const eExportMeshFrame& frame : run.Bone("flag").mesh.frames) {
+            EXPECT_EQ(frame.positions.size(), 3U);
+        }
+    }
     support::eSceneBuilder scene;
     FlagScene(scene);
     eMeshRun run(scene);
-    EXPECT_THAT(run.Messages(), IsEmpty());
-    ASSERT_EQ(run.Bone("flag").mesh.frames.size(), 11U);
-    for (std::size_t frame = 0; frame <= 10; ++frame) {
-        EXPECT_NEAR(HeightAt(run, frame), static_cast<float>(frame) / 10, 1e-6F);
-        EXPECT_EQ(run.Bone("flag").mesh.frames[frame].positions.size(), 3U);
-    }
-    run.SetOptions([](eExportOptions& options) { options.reverseAnimation = true; });
+    run.SetOptions([eExportOptions& options) {
+        options.reverseAnimation = true; });
     run.Do();
     EXPECT_EQ(HeightAt(run, 0), 0);
     EXPECT_NEAR(HeightAt(run, 1), 1, 1e-6F);
@@ -169,8 +180,9 @@ TEST(AnimatedMesh, AFrameThatOverflowsKeepsTheStaticShape) {
         run.Messages(),
         ElementsAre(HasSubstr("Мэш 'flag' в кадре 4 содержит координаты, которые не являются числами.")));
     const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
-    for (const std::size_t frame : {3U, 4U, 10U}) {
-        const std::vector<eExportVertex>& vertices = run.exporter.frames[frame].bones[index].mesh->vertices;
+    for (const int frame : {3, 4, 10}) {
+        const std::vector<eExportVertex>& vertices =
+            run.exporter.frames.At(frame).bones[index].mesh->vertices;
         EXPECT_NEAR(vertices[0].position.z, frame == 3 ? 300 : 0, 1e-3F);
         EXPECT_TRUE(std::ranges::all_of(vertices, IsFinite));
     }
@@ -228,14 +240,11 @@ TEST(AnimatedMesh, AFrameWithOtherFacesKeepsTheStaticShape) {
     eExportBone& bone = reading.Slot("flag", 6);
     bone.node = &node;
     bone.commonMesh = true;
-    reading.run.frames.resize(6);
     eExportAnimation wave;
     wave.lastFrame = 5;
     reading.run.animations = {wave};
     reading.run.options.exportAnimation = 1;
-    for (eExportFrame& frame : reading.run.frames) {
-        frame.bones.resize(1);
-    }
+    reading.run.frames = eFrameTable(reading.run.animations, 1);
     ExtractNodeMesh(reading.run, node, nullptr, &node);
     for (const eExportMeshFrame& frame : bone.mesh.frames) {
         EXPECT_EQ(ExtentOf(frame), (eFrameExtent{4, 2}));

@@ -10,12 +10,12 @@
 
 namespace {
 
-void TellBrokenFrame(Export& run, const eExportBone& bone, std::size_t frame) {
+void TellBrokenFrame(Export& run, const eExportBone& bone, int frame) {
     const auto text = format(
                           "Мэш '%s' в кадре %d содержит координаты, которые не являются числами. Для таких "
                           "кадров записана неподвижная форма.\nНеобходимо исправить анимацию масштаба узла "
                           "или его вершин."_ansi) %
-                      bone.node->GetName() % static_cast<int>(frame);
+                      bone.node->GetName() % frame;
     ShowWarning(run.host->GetMAXHWnd(), text.Text());
 }
 
@@ -24,16 +24,15 @@ void TellBrokenFrame(Export& run, const eExportBone& bone, std::size_t frame) {
 void KeepFramesFinite(Export& run, int boneIndex, const std::vector<eExportVertex>& still) {
     const auto slot = static_cast<std::size_t>(boneIndex);
     bool isTold = false;
-    for (std::size_t frame = 0; frame < run.frames.size(); ++frame) {
-        eExportFrameMesh* mesh =
-            run.frames[frame].IsAnimated() ? run.frames[frame].bones[slot].mesh.get() : nullptr;
+    run.frames.ForEach([&](int frame, eExportFrame& entries) {
+        eExportFrameMesh* mesh = entries.bones[slot].mesh.get();
         if (mesh == nullptr || std::ranges::all_of(mesh->vertices, IsFinite)) {
-            continue;
+            return;
         }
         mesh->vertices = still;
         if (!isTold) {
             TellBrokenFrame(run, run.bones[slot], frame);
             isTold = true;
         }
-    }
+    });
 }

@@ -1,10 +1,10 @@
 #include "mesh/read/animated_part.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <vector>
 
 #include "animation/animation_table.h"
+#include "animation/pose_tolerance.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
@@ -13,13 +13,6 @@
 #include "scene/bones/find_skin.h"
 #include "scene/master_scale.h"
 #include "scene/triangle_mesh.h"
-
-namespace {
-
-// Metres; what the animation file takes for the same.
-constexpr float kStillWithin = 0.001F;
-
-}  // namespace
 
 eAnimatedPart::eAnimatedPart(Export& ownRun, host::INode& ownNode, host::INode& ownTarget,
                              eExportBone& ownBone, const eFrameExtent& ownBegin, const eFrameExtent& ownEnd)
@@ -32,33 +25,28 @@ void eAnimatedPart::ReadFrames(const eExportAnimation& animation) {
     if (!AnimationTouchesNode(run, commonTarget, animation.selection)) {
         return TellUncoveredMesh(animation);
     }
-    const int skipped = animation.firstFrame == 0 ? 1 : 0;
-    const std::int64_t first = std::int64_t{animation.firstFrame} + skipped;
-    const std::int64_t last = animation.lastFrame;
-    const std::int64_t frames = static_cast<std::int64_t>(bone.mesh.frames.size());
-    if (first <= last && (first < 0 || last >= frames)) {
-        TellMissingFrames(animation);
-    }
-    for (std::int64_t frame = std::max<std::int64_t>(first, 0); frame <= std::min(last, frames - 1);
-         ++frame) {
+    const bool startsAtStaticFrame = run.frames.MeshFrameOf(animation.firstFrame) == 0;
+    const int first = animation.firstFrame + (startsAtStaticFrame ? 1 : 0);
+    const int last = animation.lastFrame;
+    for (int frame = first; frame <= last; ++frame) {
         // Backwards, the frames are filled from the same start on with the times from the end on.
-        const std::int64_t timeFrame = run.options.reverseAnimation ? last - (frame - first) : frame;
-        ReadFrame(static_cast<int>(frame),
-                  static_cast<host::TimeValue>(timeFrame * run.host->GetTicksPerFrame()));
+        ReadFrame(frame, host::TimeOfFrame(*run.host,
+                                           run.options.reverseAnimation ? last - (frame - first) : frame));
     }
 }
 
-void eAnimatedPart::ReadFrame(int meshFrame, host::TimeValue time) {
-    eExportMeshFrame& frame = bone.mesh.frames[static_cast<std::size_t>(meshFrame)];
+void eAnimatedPart::ReadFrame(int number, host::TimeValue time) {
+    const std::size_t meshFrame = run.frames.MeshFrameOf(number);
+    eExportMeshFrame& frame = bone.mesh.frames[meshFrame];
     if (frame.positions.size() > begin.vertices) {
         return;
     }
     FillFromFirstFrame(bone.mesh, frame, begin);
-    run.meshFrame = meshFrame;
+    run.meshFrame = static_cast<int>(meshFrame);
     ExtractMesh(run, node, time, &commonTarget);
     run.meshFrame = 0;
     if (ExtentOf(frame) != end) {
-        TellOtherShape(meshFrame);
+        TellOtherShape(number);
         CutFrame(frame, begin);
         FillFromFirstFrame(bone.mesh, frame, end);
     }
@@ -75,10 +63,10 @@ bool eAnimatedPart::ChangesShape(const eExportAnimation& animation) const {
     }
     const eTriangleMesh still(node, run.StaticTime());
     const std::vector<host::Point3> vertices = still.Mesh().verts;
-    const float tolerance = kStillWithin / MasterScale(run);
+    const float tolerance = kPositionTolerance / MasterScale(run);
     const auto isSame = [&](const host::Point3& a, const host::Point3& b) { return a.Equals(b, tolerance); };
     for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
-        const eTriangleMesh moved(node, frame * run.host->GetTicksPerFrame());
+        const eTriangleMesh moved(node, host::TimeOfFrame(*run.host, frame));
         if (moved.IsValid() && !std::ranges::equal(moved.Mesh().verts, vertices, isSame)) {
             return true;
         }
@@ -104,18 +92,7 @@ void eAnimatedPart::TellUncoveredMesh(const eExportAnimation& animation) const {
              .Text());
 }
 
-void eAnimatedPart::TellMissingFrames(const eExportAnimation& animation) {
-    if (toldMissingFrames) {
-        return;
-    }
-    toldMissingFrames = true;
-    Warn((format("Кадры анимации '%s' до нулевого не записаны в мэш '%s'.\nНеобходимо перенести анимацию "
-                 "в кадры от 0 и дальше."_ansi) %
-          animation.name % node.GetName())
-             .Text());
-}
-
-void eAnimatedPart::TellOtherShape(int meshFrame) {
+void eAnimatedPart::TellOtherShape(int number) {
     if (toldOtherShape) {
         return;
     }
@@ -123,7 +100,7 @@ void eAnimatedPart::TellOtherShape(int meshFrame) {
     Warn((format("Мэш '%s' в кадре %d состоит из других граней, чем в статическом кадре. Для таких кадров "
                  "записана неподвижная форма.\nНеобходимо убрать анимацию, которая меняет число граней или "
                  "вершин."_ansi) %
-          node.GetName() % meshFrame)
+          node.GetName() % number)
              .Text());
 }
 

@@ -1,6 +1,5 @@
 #include "scene/skeleton/mesh_source.h"
 
-#include <algorithm>
 #include <string>
 
 #include "base/ansi.h"
@@ -63,7 +62,7 @@ host::INode& MeshOwner(const eBoneStep& step) {
 std::size_t MeshFrames(const Export& run, const host::INode& owner) {
     std::string name;
     const bool isAnimated = owner.GetUserPropString("CommonMesh", name) && name.empty();
-    return isAnimated ? std::max<std::size_t>(run.frames.size(), 1) : 1;
+    return isAnimated ? run.frames.MeshFrameCount() : 1;
 }
 
 bool FindMergedMesh(Export& run, eBoneStep& step) {
