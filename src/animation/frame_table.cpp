@@ -51,3 +51,10 @@ std::size_t eFrameTable::IndexOf(int frame) const {
 eExportFrame* eFrameTable::OfMeshFrame(std::size_t meshFrame) {
     return meshFrame < MeshFrameOfFirst() ? nullptr : &frames[meshFrame - MeshFrameOfFirst()];
 }
+
+void eFrameTable::DropVertices(std::size_t bone) {
+    for (eExportFrame& frame : frames) {
+        frame.bones[bone].flags &= static_cast<std::uint16_t>(~kFrameVertices);
+        frame.bones[bone].mesh.reset();
+    }
+}

@@ -37,6 +37,9 @@ public:
         }
     }
 
+    // Takes the vertices of the bone out of all frames: its mesh is in no file.
+    void DropVertices(std::size_t bone);
+
 private:
     // Frames of the timeline without a gap.
     struct eStretch {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -15,6 +16,7 @@ namespace {
 
 using support::eNode;
 using testing::AllOf;
+using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -149,6 +151,17 @@ TEST_F(AnimationFile, AnimationsMayLieAnywhereOnTheTimeline) {
                         begin + static_cast<float>(frame), 1e-3F);
         }
     }
+}
+
+// Catches vertices of a mesh that no file holds.
+TEST_F(AnimationFile, ARefusedMeshHasNoVertices) {
+    root.Property("animation=run,all,0-2");
+    host::Mesh mesh = support::GridMesh(1, 1);
+    mesh.verts[0].x = std::numeric_limits<float>::quiet_NaN();
+    Bone("flag").Object(standalone::eMeshObject{mesh, {}}).Property("CommonMesh");
+    EXPECT_THAT(Export().Messages(), Contains(HasSubstr("координаты не являются числами")));
+    constexpr int kFull = kFramePosition | kFrameRotation | kFrameVisible;
+    EXPECT_EQ(Records(Read("run"), "flag"), (std::vector<std::pair<int, int>>{{0, kFull}, {2, kFull}}));
 }
 
 // Nothing is lost beside what is told, and nothing is written elsewhere.
