@@ -8,7 +8,7 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
-#include "scene/bones/find_skin.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/skeleton/matrix_text.h"
 
@@ -34,15 +34,6 @@ struct ePose {
     Quat rotation;
     bool mirrored = false;
 };
-
-// The nearest ancestor that is no group member.
-host::INode& ParentOf(const host::INode& node) {
-    host::INode* parent = node.GetParentNode();
-    while (parent->IsGroupMember()) {
-        parent = parent->GetParentNode();
-    }
-    return *parent;
-}
 
 // Brings a mirrored matrix to the right hand by turning its third axis round; true if it was mirrored.
 bool TakeOutMirror(Export& run, Matrix3& m) {
@@ -150,15 +141,15 @@ void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation)
 
 }  // namespace
 
-void SampleNode(Export& run, host::INode& node, host::INode* commonTarget) {
-    const eSampler sampler{.run = run,
-                           .node = node,
-                           .parent = ParentOf(node),
-                           .bone = FindBoneIndex(node, commonTarget),
-                           .metresPerUnit = MasterScale(run)};
-    if (sampler.bone < 0) {
+void SampleNode(Export& run, host::INode& node) {
+    if (node.IsGroupMember() || NodeIndex(node, nullptr) < 0) {
         return;
     }
+    const eSampler sampler{.run = run,
+                           .node = node,
+                           .parent = *ParentBone(node),
+                           .bone = NodeIndex(node, nullptr),
+                           .metresPerUnit = MasterScale(run)};
     for (const eExportAnimation& animation : run.animations) {
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
             SampleAnimation(sampler, animation);

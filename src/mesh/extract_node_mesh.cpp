@@ -1,6 +1,7 @@
 #include "mesh/extract_node_mesh.h"
 
 #include "animation/animation_table.h"
+#include "animation/feeder_motion.h"
 #include "animation/sample_node.h"
 #include "base/ansi.h"
 #include "base/format.h"
@@ -8,6 +9,7 @@
 #include "export/export.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/read/extract_mesh.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -46,7 +48,14 @@ void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
     const eFrameExtent end = ExtentOf(firstFrame);
     // What could not be read once has been told, and is not read again for every frame.
-    if (commonTarget == nullptr || begin == end) {
+    if (begin == end) {
+        return;
+    }
+    const host::INode& owner = commonTarget != nullptr ? *commonTarget : OutOfGroup(node);
+    if (run.options.exportAnimation != 0 && &owner != &node) {
+        TellFeederMotion(run, node, owner, bone->mesh.frames.size() > 1);
+    }
+    if (commonTarget == nullptr) {
         return;
     }
     if (commonTarget != &node) {
@@ -67,8 +76,7 @@ void ExtractNodeMesh(Export& run, host::INode& node, host::INode* meshTarget, ho
     if (run.options.exportMesh != 0 && (meshTarget == nullptr || meshTarget == &node) && node.Renderable()) {
         ReadGeometry(run, node, commonTarget);
     }
-    const bool isSampled = !node.IsGroupMember() || node.IsGroupHead();
-    if (GetLodLevel(node) == 0 && run.options.exportAnimation != 0 && isSampled) {
-        SampleNode(run, node, commonTarget);
+    if (GetLodLevel(node) == 0 && run.options.exportAnimation != 0) {
+        SampleNode(run, node);
     }
 }

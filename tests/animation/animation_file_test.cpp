@@ -130,6 +130,49 @@ TEST_F(AnimationFile, A256thBoneEndsTheFile) {
     EXPECT_EQ(Read("most").frames.at(0).keys.size(), 255U);
 }
 
+// Catches a bone that takes the pose or the visibility of what is only fixed to it, and a motion against the
+// bone that is lost without a word.
+TEST_F(AnimationFile, OnlyItsOwnNodeMovesABone) {
+    const standalone::eBoxObject box{1, 1, 1};
+    root.Property("animation=run,all,0-10").Property("animation=rest,all,20-21");
+    eNode arm = Mover(10).Object(box).Property("Poly");
+    const auto fixed = [&](const char* name) {
+        bones.push_back(arm.Child(name).Object(box).Property("CommonMesh=mover").Position(0, 0, 1));
+        return bones.back();
+    };
+    fixed("badge");
+    fixed("flap")
+        .Key({.frame = 0, .rotation = support::RotationAbout({0, 0, 1}, 0)})
+        .Key({.frame = 10, .rotation = support::RotationAbout({0, 0, 1}, 30)});
+    fixed("lamp").VisibilityKey(0, 1).VisibilityKey(4, 0).VisibilityKey(15, 1);
+    eNode inner = Bone("group").GroupHead().Property("Poly").Child("inner").GroupMember().GroupHead();
+    inner.Object(standalone::eHelperObject{})
+        .Key({.frame = 0, .position = host::Point3{0, 0, 0}})
+        .Key({.frame = 10, .position = host::Point3{5, 0, 0}});
+    inner.Child("part").GroupMember().Object(box);
+    Export();
+    const eAnimation animation = Read("run");
+    EXPECT_THAT(animation.bones, testing::ElementsAre("root", "mover", "badge", "flap", "lamp", "group"));
+    const std::vector<eBonePose> poses = RestorePoses(animation);
+    EXPECT_TRUE(poses.at(7 * animation.bones.size() + 1).position.Equals({7, 0, 0}, 1e-4F));
+    EXPECT_EQ(Records(animation, "group").size(), 2U);
+    std::vector<std::string> lost;
+    for (const std::string& message : run->Messages()) {
+        if (message.find("отдельной костью") != std::string::npos) {
+            lost.push_back(message.substr(0, message.find(')')));
+        }
+    }
+    using testing::EndsWith;
+    EXPECT_THAT(
+        lost,
+        testing::ElementsAre(
+            EndsWith("Узел 'flap' входит в мэш кости 'mover', но движется относительно нее. Движение не "
+                     "записано (анимации: 'run', 'rest'"),
+            EndsWith("Узел 'lamp' входит в мэш кости 'mover', но скрывается отдельно от нее. Его видимость "
+                     "не записана (анимации: 'run'"),
+            AllOf(HasSubstr("Узел 'part' входит в мэш кости 'group', но движется"), EndsWith("'rest'"))));
+}
+
 // Catches poses read at times that overflow or count from 0, and animations that are lost as they lie outside
 // the frames from 0 to 65535.
 TEST_F(AnimationFile, AnimationsMayLieAnywhereOnTheTimeline) {
