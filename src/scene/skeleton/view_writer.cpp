@@ -59,8 +59,8 @@ void WriteView(Export& run, const eBoneStep& step) {
         WriteLevel(writer, step);
     }
     WriteMarks(writer, step);
-    if (std::string layer; step.node.GetUserPropString("Layer", layer)) {
-        TellBadValue(run, step.node, "Layer", kBadInWords);
+    if (std::string layer;
+        step.node.GetUserPropString("Layer", layer) && CheckWord(run, step.node, "Layer", layer)) {
         writer.EndLine().BlockBegin().Word("layer").Word(layer).BlockEndLine();
     }
     if (slot.hasMesh == 0) {
