@@ -86,7 +86,7 @@ TEST_F(GameplayText, AVolumeHasABlockInBothFiles) {
 TEST_F(GameplayText, PrimitivesKeepTheirOwnSizes) {
     Add("big", {"Volume"}, kBox).Scale(2, 2, 2).Child("inside").Object(eHelperObject{});
     Add("ball", {"Component"}, eSphereObject{.radius = 2}).Position(1, 2, 3);
-    eNode arm = Add("arm", {}, eHelperObject{}).Position(7, 0, 0);
+    eNode arm = Add("arm_dup", {}, eHelperObject{}).Position(7, 0, 0);
     arm.Child("arm_vol").Property("Volume").Object(eCylinderObject{.radius = 1, .height = 4});
     EXPECT_EQ(Mdl("\"big\""),
               "{\"big\"\n\t\t{box 1 2 3}\n\t\t{bone \"root\"}\n\t\t{matrix34\n\t\t\t2 \t 0 \t 0\n\t\t\t0 \t "
