@@ -143,18 +143,27 @@ TEST_F(Skeleton, MatricesStandAgainstTheBoneAbove) {
                                              "неодинаковое масштабирование по осям!"));
 }
 
-// Would catch a hidden subtree that reaches the file or a list, and a hidden volume that is lost.
+// Would catch a hidden subtree that reaches the file or a list, a hidden volume that is lost, and one that is
+// lost below a node that shows nothing without a word.
 TEST_F(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
     support::eNode hidden = Helper(root, "hidden").Hidden().Property("Land");
     Helper(hidden, "below");
     Box(hidden, "volume_below").Property("Volume");
-    Helper(root.Child("no_object").Hidden(), "below_no_object");
+    support::eNode lone = root.Child("no_object").Hidden();
+    support::eNode below = Helper(lone, "below_no_object").Property("Land");
+    Box(below, "hull").Property("Volume").Hidden();
+    Box(Helper(below, "hidden_below").Hidden(), "not_missed").Property("Volume");
+    Helper(lone, "foot").Property("SupportPoint");
     Box(root, "hidden_volume").Property("Volume").Hidden();
     support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.mdl, Not(HasSubstr("below")));
     ASSERT_EQ(walk.run.models[0].volumes.size(), 1U);
     EXPECT_EQ(walk.run.models[0].volumes[0]->GetName(), "hidden_volume");
     EXPECT_FALSE(walk.run.landPatch);
+    EXPECT_THAT(walk.Messages(),
+                ElementsAre("Предупреждение: Узел 'no_object' скрыт, и вместе с ним не записано: 'Land' узла "
+                            "'below_no_object', объем 'hull', точка опоры 'foot'.\n"
+                            "Необходимо показать этот узел."));
 }
 
 // Would catch meshes read after they are written, written by the wrong node, or for nodes that ask for none.
