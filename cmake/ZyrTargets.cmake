@@ -61,6 +61,7 @@ function(zyr_test name)
     target_link_libraries(${name}_tests PRIVATE $<TARGET_NAME_IF_EXISTS:zyr_${module}>)
   endforeach()
   target_compile_options(${name}_tests PRIVATE ${ZYR_TEST_FLAGS})
+  target_precompile_headers(${name}_tests REUSE_FROM test_headers)
   target_link_libraries(${name}_tests PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
   if(CMAKE_CROSSCOMPILING)
     return()  # whoever can run the program does

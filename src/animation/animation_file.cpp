@@ -37,7 +37,7 @@ struct eAnimationWriter {
     std::vector<std::size_t> counting = {};  // scratch: the bones of a frame
 
     const eExportFrameBone& Entry(int frame, std::size_t bone) const {
-        return run.frames[static_cast<std::size_t>(frame)].bones[bone];
+        return run.frames.At(frame).bones[bone];
     }
     // True if the bone has data of this animation in the frame.
     bool Counts(int frame, std::size_t bone) {
@@ -194,7 +194,8 @@ struct eOverlapCheck {
     const eExportAnimation* TakerOfPoses() const {
         const eExportAnimation& own = writer.animation;
         const auto isLost = [&](const eExportAnimation& other, const eExportFrameBone&) {
-            return own.firstFrame + own.lastFrame != other.firstFrame + other.lastFrame;
+            return std::int64_t{own.firstFrame} + own.lastFrame !=
+                   std::int64_t{other.firstFrame} + other.lastFrame;
         };
         const eExportAnimation* taker = nullptr;
         for (int frame = own.firstFrame;

@@ -1,8 +1,10 @@
 #include "animation/animation_table.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
+#include "animation/animation_format.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/number_text.h"
@@ -14,9 +16,6 @@
 #include "scene/properties/text_words.h"
 
 namespace {
-
-// The animation file counts its frames in 16 bits.
-constexpr int kHighestFrame = 65535;
 
 // False if the key declares no animation.
 bool ReadKey(std::string_view key, eExportAnimation& animation) {
@@ -62,10 +61,11 @@ bool CheckRange(Export& run, const eExportAnimation& animation) {
     const char* fault = nullptr;
     if (animation.firstFrame > animation.lastFrame) {
         fault = "В анимации '%s' конечный кадр меньше начального.\nАнимация пропущена."_ansi;
-    } else if (animation.firstFrame < 0) {
-        fault = "В анимации '%s' начальный кадр меньше нуля.\nАнимация пропущена."_ansi;
-    } else if (animation.lastFrame > kHighestFrame) {
-        fault = "В анимации '%s' номер кадра больше 65535.\nАнимация пропущена."_ansi;
+    } else if (std::int64_t{animation.lastFrame} - animation.firstFrame >= kMaxAnimationFrames) {
+        fault = "В анимации '%s' больше 65536 кадров.\nАнимация пропущена."_ansi;
+    } else if (!host::IsOnTimeline(*run.host, animation.firstFrame) ||
+               !host::IsOnTimeline(*run.host, animation.lastFrame)) {
+        fault = "В анимации '%s' есть кадры, до которых не доходит время сцены.\nАнимация пропущена."_ansi;
     }
     if (fault != nullptr) {
         ShowError(run.host->GetMAXHWnd(), (format(fault) % animation.name).Text());
@@ -136,7 +136,7 @@ void WriteAnimation(xIo::xSdl::eWriter& writer, const eExportAnimation& animatio
 
 }  // namespace
 
-int ReadAnimations(Export& run) {
+void ReadAnimations(Export& run) {
     run.animations.clear();
     const std::string userProps = NormalizeUserProps(*run.currentRoot, false);
     ePropText pair(userProps);
@@ -146,11 +146,6 @@ int ReadAnimations(Export& run) {
             AddAnimation(run, std::move(animation), pair.Value());
         }
     }
-    int highest = 0;
-    for (const eExportAnimation& animation : run.animations) {
-        highest = std::max(highest, animation.lastFrame);
-    }
-    return highest;
 }
 
 bool AnimationTouchesNode(Export& run, const host::INode& node, int selection) {

@@ -10,9 +10,8 @@ class INode;
 //
 //     animation=NAME,SELECTION SET,FIRST-LAST,FILE,SPEED
 //
-// with "animationresume" and "animationauto" as the other keys. What is missing or wrong is told. Returns the
-// highest last frame, 0 without animations.
-int ReadAnimations(Export& run);
+// with "animationresume" and "animationauto" as the other keys. What is missing or wrong is told.
+void ReadAnimations(Export& run);
 
 // True if an animation of that selection set (-1: none) covers the node; a group member is covered as its
 // group is. Constant in the size of the set.

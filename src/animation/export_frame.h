@@ -36,9 +36,7 @@ struct eExportFrameBone {
 };
 static_assert(sizeof(eExportFrameBone) <= 48);
 
-// One frame of the timeline: an entry per bone number, or none where no animation holds the frame.
+// One frame of the timeline.
 struct eExportFrame {
-    std::vector<eExportFrameBone> bones;
-
-    bool IsAnimated() const { return !bones.empty(); }
+    std::vector<eExportFrameBone> bones;  // by bone number
 };

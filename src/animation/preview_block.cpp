@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string>
 
 #include "base/ansi.h"
@@ -54,16 +55,20 @@ void WriteColor(eWriter& writer, const char* word, const Color& color) {
     writer.BlockBegin().Word(word).Integer(PackColor(color)).BlockEndLine();
 }
 
-// The roll of a camera about its axis of view, in radians. Its sign is taken from the axis of view, so that
-// it does not depend on where the camera stands.
+// The roll of a camera about its axis of view, in radians, above -pi and up to pi. Its sign is taken from the
+// axis of view, so that it does not depend on where the camera stands. A camera that looks straight down or
+// up, where nothing is level, is measured against the x axis.
 float RollOf(const Matrix3& camera) {
+    constexpr float kHalfTurn = std::numbers::pi_v<float>;
     const Point3 up{0, 0, 1};
     const Point3 axis = host::Normalize(camera.GetRow(2));
-    const bool looksDown = std::fabs(host::DotProd(axis, up) - 1) <= kNothing;
-    const Point3 level = host::Normalize(looksDown ? Point3{1, 0, 0} : host::CrossProd(axis, up));
+    const bool isUpright = 1 - std::fabs(host::DotProd(axis, up)) <= kNothing;
+    const Point3 level = host::Normalize(isUpright ? Point3{1, 0, 0} : host::CrossProd(axis, up));
     const Point3 right = host::Normalize(camera.GetRow(0));
-    const float roll = std::acos(std::clamp(host::DotProd(level, right), -1.0F, 1.0F));
-    return host::DotProd(host::CrossProd(level, right), axis) < 0 ? -roll : roll;
+    // The cosine alone can't tell angles near 0, and the sine alone none near a half turn.
+    const float sine = host::DotProd(host::CrossProd(level, right), axis);
+    const float roll = std::atan2(sine, host::DotProd(level, right));
+    return kHalfTurn - std::fabs(roll) <= kNothing ? kHalfTurn : roll;
 }
 
 void WriteCamera(Export& run, host::INode& node, host::CameraObject& camera) {

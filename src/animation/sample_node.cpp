@@ -3,11 +3,12 @@
 #include <optional>
 
 #include "animation/animation_table.h"
+#include "animation/pose_tolerance.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
-#include "scene/bones/find_skin.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/skeleton/matrix_text.h"
 
@@ -17,10 +18,7 @@ using host::Matrix3;
 using host::Point3;
 using host::Quat;
 
-constexpr float kPositionTolerance = 0.001F;
-constexpr float kRotationTolerance = 0.00001F;
 constexpr float kHandednessTolerance = 0.001F;
-constexpr float kVisible = 0.5F;
 
 // What does not change from sample to sample.
 struct eSampler {
@@ -36,15 +34,6 @@ struct ePose {
     Quat rotation;
     bool mirrored = false;
 };
-
-// The nearest ancestor that is no group member.
-host::INode& ParentOf(const host::INode& node) {
-    host::INode* parent = node.GetParentNode();
-    while (parent->IsGroupMember()) {
-        parent = parent->GetParentNode();
-    }
-    return *parent;
-}
 
 // Brings a mirrored matrix to the right hand by turning its third axis round; true if it was mirrored.
 bool TakeOutMirror(Export& run, Matrix3& m) {
@@ -133,36 +122,34 @@ void StoreSample(const eSampler& sampler, eExportFrameBone& entry, const ePose& 
 void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation) {
     Export& run = sampler.run;
     xIo::xSdl::eWriter& report = *run.animWriter;
-    const int ticks = run.host->GetTicksPerFrame();
     const bool reverse = run.options.reverseAnimation;
-    host::TimeValue time = (reverse ? animation.lastFrame : animation.firstFrame) * ticks;
     report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
     eCarried carried;
     for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+        const host::TimeValue time = host::TimeOfFrame(
+            *run.host, reverse ? animation.lastFrame - (frame - animation.firstFrame) : frame);
         const ePose pose = PoseAt(sampler, time);
         const bool visible = sampler.node.GetVisibility(time) >= kVisible;
         const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
-        eExportFrameBone& entry =
-            run.frames[static_cast<std::size_t>(frame)].bones[static_cast<std::size_t>(sampler.bone)];
+        eExportFrameBone& entry = run.frames.At(frame).bones[static_cast<std::size_t>(sampler.bone)];
         StoreSample(sampler, entry, pose, visible, isEdge, carried);
         if (entry.flags != 0) {
             ReportFrame(report, frame, entry);
         }
-        time += reverse ? -ticks : ticks;
     }
 }
 
 }  // namespace
 
-void SampleNode(Export& run, host::INode& node, host::INode* commonTarget) {
-    const eSampler sampler{.run = run,
-                           .node = node,
-                           .parent = ParentOf(node),
-                           .bone = FindBoneIndex(node, commonTarget),
-                           .metresPerUnit = MasterScale(run)};
-    if (sampler.bone < 0) {
+void SampleNode(Export& run, host::INode& node) {
+    if (node.IsGroupMember() || NodeIndex(node, nullptr) < 0) {
         return;
     }
+    const eSampler sampler{.run = run,
+                           .node = node,
+                           .parent = *ParentBone(node),
+                           .bone = NodeIndex(node, nullptr),
+                           .metresPerUnit = MasterScale(run)};
     for (const eExportAnimation& animation : run.animations) {
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
             SampleAnimation(sampler, animation);

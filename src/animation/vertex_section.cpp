@@ -83,7 +83,7 @@ private:
 host::Box3 BoundsOfFrames(const Export& run, int first, int last, std::size_t bone) {
     host::Box3 box;
     for (int frame = first; frame <= last; ++frame) {
-        const auto& mesh = run.frames[static_cast<std::size_t>(frame)].bones[bone].mesh;
+        const auto& mesh = run.frames.At(frame).bones[bone].mesh;
         if (mesh != nullptr) {
             for (const eExportVertex& vertex : mesh->vertices) {
                 box += vertex.position;
@@ -123,7 +123,7 @@ bool WriteVertexSection(Export& run, const eExportAnimation& animation, int fram
                         xIo::eFileStream& stream) {
     const eExportBone& exportBone = run.bones[bone];
     const auto at = [&](int frameNumber) -> const std::unique_ptr<eExportFrameMesh>& {
-        return run.frames[static_cast<std::size_t>(frameNumber)].bones[bone].mesh;
+        return run.frames.At(frameNumber).bones[bone].mesh;
     };
     const eFrameVertices now{*at(frame), exportBone.mesh.vertexRemap};
     const int count = exportBone.vertexCount;

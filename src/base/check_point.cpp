@@ -12,6 +12,7 @@ namespace {
 struct eEntry {
     std::string text;
     const eInformer* informer = nullptr;  // null for a plain text
+    const eScope* scope = nullptr;        // whose entry it is
 
     std::string Text() const { return informer != nullptr ? informer->Text() : text; }
     std::string Location() const { return informer != nullptr ? informer->Location() : text; }
@@ -27,13 +28,13 @@ eStack& ThreadStack() {
 }  // namespace
 
 eScope::eScope(std::string text) {
-    ThreadStack().push_back({std::move(text), nullptr});
+    ThreadStack().push_back({std::move(text), nullptr, this});
 }
 eScope::eScope(const eInformer& informer) {
-    ThreadStack().push_back({{}, &informer});
+    ThreadStack().push_back({{}, &informer, this});
 }
 eScope::~eScope() {
-    ThreadStack().pop_back();
+    std::erase_if(ThreadStack(), [this](const eEntry& entry) { return entry.scope == this; });
 }
 
 std::string StackText() {

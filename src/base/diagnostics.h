@@ -78,7 +78,7 @@ public:
 };
 
 // A check-point of this thread while the object lives. Reports list them, innermost first. The informer must
-// outlive the scope.
+// outlive the scope. Scopes may end in any order, but on the thread where they began.
 class eScope {
 public:
     explicit eScope(std::string text);

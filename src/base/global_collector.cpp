@@ -16,6 +16,7 @@ void ReportLibraries() {
 }
 
 const eModuleRegistration startRecord({"app.start", ReportLibraries, nullptr});
+const eModuleRegistration applicationRecord({"app", nullptr, nullptr});
 
 }  // namespace
 

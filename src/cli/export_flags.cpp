@@ -14,19 +14,14 @@ namespace cli {
 
 namespace {
 
-// The most bytes of a path that the dialog's fields take.
-constexpr std::size_t kLongestPath = 260;
-
 bool SetPathField(std::string& field, const std::optional<std::string>& flag, bool isFolder,
                   const char* name) {
     if (!flag) {
         return true;
     }
     const std::optional<std::string> path = isFolder ? FolderOption(*flag) : OptionPath(*flag);
-    if (!path || path->size() > kLongestPath) {
-        const char* fault =
-            path ? "%s: the path is longer than 260 bytes" : "%s: code page 1251 lacks a character of it";
-        ShowError(nullptr, (format(fault) % name).Text());
+    if (!path) {
+        ShowError(nullptr, (format("%s: code page 1251 lacks a character of it") % name).Text());
         return false;
     }
     field = *path;

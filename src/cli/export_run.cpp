@@ -12,7 +12,6 @@
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
 #include "cli/option_path.h"
-#include "cli/option_store.h"
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
@@ -38,7 +37,8 @@ constexpr auto kNative = platform::ePathForm::Native;
 
 bool MapDrives(const std::vector<std::string>& drives) {
     for (const std::string& drive : drives) {
-        const bool isWellFormed = drive.size() > 2 && drive[1] == '=' && HasDrive(drive.substr(0, 1) + ":");
+        const bool isWellFormed =
+            drive.size() > 2 && drive[1] == '=' && platform::HasDrive(drive.substr(0, 1) + ":");
         if (!isWellFormed || !std::filesystem::is_directory(platform::PathFromUtf8(drive.substr(2)))) {
             TellError("--drive " + drive +
                       (isWellFormed ? ": there is no such folder" : ": X=DIR is wanted"));
@@ -172,7 +172,7 @@ private:
             if (!IsAccepted(*exporter)) {
                 return false;
             }
-            if (!StoreOptions(*exporter)) {
+            if (!SaveOptions(*exporter)) {
                 TellError("the options can't be stored in " + ConfigFolder(flags.config));
                 return false;
             }
@@ -210,7 +210,7 @@ private:
         if (!IsReachable(resourceRoot)) {
             return false;
         }
-        if (flags.resourceRoot && !HasDrive(*flags.resourceRoot)) {
+        if (flags.resourceRoot && !platform::HasDrive(*flags.resourceRoot)) {
             // A folder that is made for the user has the spelling that he typed.
             std::error_code error;
             std::filesystem::create_directories(platform::PathFromUtf8(*flags.resourceRoot), error);

@@ -3,14 +3,10 @@
 #include <filesystem>
 
 #include "base/ansi.h"
+#include "platform/drive_table.h"
 #include "platform/utf8_path.h"
 
 namespace cli {
-
-bool HasDrive(const std::string& path) {
-    return path.size() >= 2 && path[1] == ':' &&
-           ((path[0] >= 'a' && path[0] <= 'z') || (path[0] >= 'A' && path[0] <= 'Z'));
-}
 
 std::optional<std::string> OptionPath(const std::string& typed) {
     eFromUtf8 converted = FromUtf8(typed);
@@ -18,7 +14,7 @@ std::optional<std::string> OptionPath(const std::string& typed) {
 }
 
 std::optional<std::string> FolderOption(const std::string& typed) {
-    if (typed.empty() || HasDrive(typed)) {
+    if (typed.empty() || platform::HasDrive(typed)) {
         return OptionPath(typed);
     }
     std::error_code error;

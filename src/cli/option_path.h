@@ -12,7 +12,4 @@ std::optional<std::string> OptionPath(const std::string& typed);
 // starts from the stored options may come from elsewhere.
 std::optional<std::string> FolderOption(const std::string& typed);
 
-// True for "X:" and what begins with it.
-bool HasDrive(const std::string& path);
-
 }  // namespace cli

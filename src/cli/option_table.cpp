@@ -6,6 +6,7 @@
 
 #include "base/ansi.h"
 #include "cli/option_path.h"
+#include "export/dialog_logic.h"
 
 namespace cli {
 
@@ -64,9 +65,13 @@ std::string SetNumber(Options& options, const eOptionField& field, const std::st
 std::string SetPath(Options& options, const eOptionField& field, const std::string& text) {
     const std::optional<std::string> path =
         field.kind == eOptionKind::Folder ? FolderOption(text) : OptionPath(text);
-    if (!path || path->empty()) {
+    if (!path) {
+        return std::string(field.name) + " holds a character that code page 1251 lacks";
+    }
+    if (path->empty() || path->size() > kLongestOptionPath) {
         return std::string(field.name) +
-               (path ? " must not be empty" : " holds a character that code page 1251 lacks");
+               (path->empty() ? " must not be empty"
+                              : ": the path is longer than " + std::to_string(kLongestOptionPath) + " bytes");
     }
     options.*std::get<eName Options::*>(field.member) = eName(*path);
     return {};

@@ -9,7 +9,6 @@
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
 #include "cli/option_path.h"
-#include "cli/option_store.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
 #include "export/export.h"
@@ -67,7 +66,7 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
     }
     std::error_code error;
     std::filesystem::create_directories(platform::PathFromUtf8(folder), error);
-    if (!StoreOptions(run)) {
+    if (!SaveOptions(run)) {
         TellError("the options can't be stored in " + folder);
         return kExitErrors;
     }

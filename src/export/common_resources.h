@@ -2,14 +2,17 @@
 
 class Export;
 
-// The set that a Structure shares with the models nested in it.
+// The set that a Structure shares with the models nested in it. A Structure may be nested in another one:
+// the outer set then waits, and is filled on when the walk has left the inner Structure.
 
 // Begins the set of the current root, in the folder "common" of its model.
 void BeginCommonResources(Export& run);
 
-// True if the current root is nested in the Structure whose set is being filled.
-bool IsNestedInCommonOwner(const Export& run);
+// Completes the sets of the Structures that the current root does not lie below.
+void LeaveCommonResources(Export& run);
 
-// Completes the set that is being filled, if any: writes its files, and tells the views whose mesh has not
-// come in the end.
+// Lets the set that is being filled wait while the current root is exported as a model that stands alone.
+void SetCommonResourcesAside(Export& run);
+
+// Completes every set of the run: writes its files, and tells the views whose mesh has not come in the end.
 void FlushCommonResources(Export& run);

@@ -5,6 +5,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
+#include "platform/file.h"
 #include "platform/file_time.h"
 
 namespace {
@@ -18,9 +19,12 @@ constexpr eDeployedFile kDeployedFiles[] = {{"ZyrExport2010_KSR.dle", false},
                                             {"SorrelMtl2010_KSR.dlt", true}};
 constexpr const char* kReferenceFolder = "T:\\TOOLS\\3DSMAX\\";
 
-// A file that can't be reached is older than any other.
+// A file that can't be opened is older than any other: nobody could install it, or load it.
 std::int64_t WriteTime(const std::string& path) {
-    return platform::LastWriteTime(path).value_or(std::numeric_limits<std::int64_t>::min());
+    constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::min();
+    platform::eFile file;
+    const bool isThere = file.Open(path, platform::eFileAccess::Read).IsOk();
+    return isThere ? platform::LastWriteTime(path).value_or(kNever) : kNever;
 }
 
 void TellOutdated(const eDeployedFile& file, void* parent) {

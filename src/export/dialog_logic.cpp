@@ -5,13 +5,13 @@
 #include <string_view>
 
 #include "base/ansi.h"
+#include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
 #include "export/export.h"
 
 namespace {
 
-constexpr std::size_t kPathLength = 260;
 constexpr std::size_t kFrameLength = 256;
 
 using Fields = eDialogFields;
@@ -40,12 +40,58 @@ constexpr eDialogControl kControls[] = {
     {2, eDialogControlKind::Button, "Отмена"_ansi, true, {}},
 };
 
-bool TakePath(eName& path, std::string_view text, const char* emptyText, void* parent) {
-    path = eName(text.substr(0, kPathLength));
-    if (path.IsEmpty()) {
-        ShowError(parent, emptyText);
+struct eOptionPath {
+    eName eExportOptions::*option;
+    std::string Fields::*field;
+    const char* emptyText;
+};
+
+// In the order in which they are taken over.
+constexpr eOptionPath kPaths[] = {
+    {&eExportOptions::resourceRoot, &Fields::resourceRoot, "Не задан путь к ресурсам игры!"_ansi},
+    {&eExportOptions::commonTextureSource, &Fields::commonTextureSource,
+     "Не задан исходный путь к общим текстурам!"_ansi},
+    {&eExportOptions::commonTextureTarget, &Fields::commonTextureTarget,
+     "Не задан путь к общим текстурам в игре!"_ansi},
+};
+
+const char* LabelOf(const eOptionPath& path) {
+    const auto control = std::ranges::find_if(kControls, [&path](const eDialogControl& candidate) {
+        const auto* field = std::get_if<std::string Fields::*>(&candidate.field);
+        return field != nullptr && *field == path.field;
+    });
+    return control->text;
+}
+
+// Why no run can use the path; empty if one can.
+std::string ProblemOf(const eName& value, const eOptionPath& path) {
+    if (value.IsEmpty()) {
+        return path.emptyText;
     }
-    return !path.IsEmpty();
+    if (value.Text().size() <= kLongestOptionPath) {
+        return {};
+    }
+    return (format("Слишком длинный путь: %1% байт, допустимо не более %2%.\n%3% %4%"_ansi) %
+            value.Text().size() % kLongestOptionPath % LabelOf(path) % value.Text())
+        .Text();
+}
+
+bool CheckPath(const eExportOptions& options, const eOptionPath& path, void* parent) {
+    const std::string problem = ProblemOf(options.*path.option, path);
+    if (!problem.empty()) {
+        ShowError(parent, problem);
+    }
+    return problem.empty();
+}
+
+bool TakePaths(eExportOptions& options, const eDialogFields& fields, void* parent) {
+    for (const eOptionPath& path : kPaths) {
+        options.*path.option = eName(fields.*path.field);
+        if (!CheckPath(options, path, parent)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 int ReadFrame(std::string_view text) {
@@ -93,11 +139,7 @@ bool TakeDialogFields(Export& run, const eDialogFields& fields, void* parent) {
     options.exportGeometry = fields.exportGeometry;
     options.exportLightsCameras = fields.exportLightsCameras;
 
-    if (!TakePath(options.resourceRoot, fields.resourceRoot, "Не задан путь к ресурсам игры!"_ansi, parent) ||
-        !TakePath(options.commonTextureSource, fields.commonTextureSource,
-                  "Не задан исходный путь к общим текстурам!"_ansi, parent) ||
-        !TakePath(options.commonTextureTarget, fields.commonTextureTarget,
-                  "Не задан путь к общим текстурам в игре!"_ansi, parent)) {
+    if (!TakePaths(options, fields, parent)) {
         return false;
     }
 
@@ -108,4 +150,9 @@ bool TakeDialogFields(Export& run, const eDialogFields& fields, void* parent) {
     options.reverseAnimation = fields.reverseAnimation;
     options.staticFrame = fields.staticFrame;
     return true;
+}
+
+bool CheckOptionPaths(const eExportOptions& options, void* parent) {
+    return std::ranges::all_of(kPaths,
+                               [&](const eOptionPath& path) { return CheckPath(options, path, parent); });
 }

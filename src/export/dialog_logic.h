@@ -1,13 +1,18 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <variant>
 
 class Export;
+struct eExportOptions;
 
 // The options dialog without its window: what its controls are, what they show, and what its button takes
 // over. Every face of the export (a window, a command line) goes through it, so all check and tell the same.
+
+// The most bytes that the path of an option may have. Whoever sets a longer one is told; none is ever cut.
+inline constexpr std::size_t kLongestOptionPath = 260;
 
 enum class eDialogControlKind { CheckBox, Edit, Spinner, Button };
 
@@ -46,7 +51,11 @@ std::span<const eDialogControl> DialogControls();
 // the one next to 0 that they allow.
 eDialogFields ShowDialogFields(const Export& run);
 
-// The button "export": takes the fields over into the run in the dialog's order. An empty path shows its
-// error over `parent` (a window handle or null) and the result is false: the dialog stays open, with what was
-// stored so far.
+// The button "export": takes the fields over into the run in the dialog's order. A path that is empty, or
+// longer than kLongestOptionPath, shows its error over `parent` (a window handle or null) and the result is
+// false: the dialog stays open, with what was stored so far.
 bool TakeDialogFields(Export& run, const eDialogFields& fields, void* parent);
+
+// The same test of the paths for options that no dialog has shown. False, with the error, if a run must not
+// begin with them.
+bool CheckOptionPaths(const eExportOptions& options, void* parent);

@@ -5,14 +5,16 @@
 #include <vector>
 
 #include "animation/export_animation.h"
-#include "animation/export_frame.h"
+#include "animation/frame_table.h"
 #include "animation/selection_members.h"
+#include "export/common_set.h"
 #include "export/options.h"
 #include "export/options_dialog.h"
 #include "export/run_flags.h"
 #include "export/run_report.h"
 #include "host/interface.h"
 #include "host/scene_export.h"
+#include "host/timeline.h"
 #include "io/name.h"
 #include "io/sdl/sdl_writer.h"
 #include "io/streams/stream_file.h"
@@ -78,7 +80,7 @@ public:
 
     // The animations of the current model.
     std::vector<eExportAnimation> animations;
-    std::vector<eExportFrame> frames;    // by absolute frame number
+    eFrameTable frames;
     eSelectionMembers selectionMembers;  // of the sets asked for so far in the run
 
     // The meshes and materials of the current model.
@@ -98,13 +100,14 @@ public:
     host::INode* commonOwner = nullptr;  // the Structure that owns commonFolder
     bool commonPending = false;          // the set of commonOwner is being filled
     eSharedMeshes sharedMeshes;  // of the current model or, while a set is pending, of all that fill it
+    std::vector<eWaitingCommonSet> waitingCommonSets;  // of enclosing Structures, the outermost first
     std::unique_ptr<xIo::xSdl::eWriter> mdlWriter;
     std::unique_ptr<xIo::xSdl::eWriter> defWriter;
     std::unique_ptr<xIo::xSdl::eWriter> animWriter;
     std::unique_ptr<xIo::eFileStream> anmStream;
 
     // The static frame option as a time of the host, in ticks.
-    host::TimeValue StaticTime() const { return options.staticFrame * host->GetTicksPerFrame(); }
+    host::TimeValue StaticTime() const { return ::host::TimeOfFrame(*host, options.staticFrame); }
 
     int ExtCount() override;
     const char* Ext(int n) override;

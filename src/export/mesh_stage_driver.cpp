@@ -12,7 +12,11 @@ void eMeshStageDriver::ExtractNodeMesh(Export& run, host::INode& node, host::INo
 
 bool eMeshStageDriver::WriteMesh(Export& run, eExportResourceSet& set, const eName& name, int boneIndex) {
     AddMeshEntry(set, name);
-    if (!::WriteMesh(run, *set.meshBodies, boneIndex)) {
+    const bool isWritten = ::WriteMesh(run, *set.meshBodies, boneIndex);
+    if (const auto bone = static_cast<std::size_t>(boneIndex); run.bones[bone].vertexCount == 0) {
+        run.frames.DropVertices(bone);
+    }
+    if (!isWritten) {
         set.meshTable.pop_back();
         return false;
     }

@@ -13,6 +13,7 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "scene/properties/node_name.h"
+#include "scene/properties/told_values.h"
 #include "volume/obstacle_tags.h"
 #include "volume/write_volume.h"
 #include "volume/write_zone.h"
@@ -51,12 +52,17 @@ void SortByName(std::vector<host::INode*>& nodes) {
 }
 
 // The word of a zone's block, null for a zone that its "Obstacle" has switched off.
-const char* ZoneTag(const host::INode& node) {
+const char* ZoneTag(Export& run, const host::INode& node) {
     std::string obstacle;
     if (!node.GetUserPropString("Obstacle", obstacle)) {
         return "area";
     }
-    return obstacle.empty() || ReadInteger(obstacle) != 0 ? "obstacle" : nullptr;
+    if (obstacle.empty()) {
+        return "obstacle";
+    }
+    const std::int32_t number = ReadInteger(obstacle);
+    TellOtherNumber(run, node, "Obstacle", static_cast<float>(number));
+    return number != 0 ? "obstacle" : nullptr;
 }
 
 void WriteZone(Export& run, host::INode& node, const char* tag) {
@@ -73,7 +79,7 @@ void WriteZones(Export& run, std::vector<host::INode*>& zones) {
     SortByName(zones);
     run.mdlWriter->BlockBegin().String("zones").EndLine();
     for (host::INode* node : zones) {
-        if (const char* tag = ZoneTag(*node)) {
+        if (const char* tag = ZoneTag(run, *node)) {
             WriteZone(run, *node, tag);
         }
     }

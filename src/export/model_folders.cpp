@@ -8,10 +8,25 @@
 #include "export/common_resources.h"
 #include "export/export.h"
 #include "io/path.h"
+#include "platform/drive_table.h"
 #include "platform/write_fence.h"
+#include "scene/bones/nested_structure.h"
 #include "scene/properties/node_name.h"
 
 namespace {
+
+// A path with a drive leads nowhere behind the resource root.
+bool IsFromTheRoot(Export& run, const std::string& model) {
+    if (!platform::HasDrive(model)) {
+        return true;
+    }
+    ShowError(run.host->GetMAXHWnd(),
+              (format("Кость '%s': в параметре 'Model' указан полный путь '%s'.\n"
+                      "Нужен путь от каталога ресурсов игры. Модель пропущена."_ansi) %
+               run.currentRoot->GetName() % model)
+                  .Text());
+    return false;
+}
 
 bool IsInsideFence(Export& run) {
     if (platform::IsWriteAllowed(run.modelFolder.Text())) {
@@ -25,16 +40,19 @@ bool IsInsideFence(Export& run) {
     return false;
 }
 
+// A model is nested in the Structure nearest to it; if that one was left out, the model stands alone.
 void SettleCommonFolder(Export& run) {
     if (run.structureMode) {
         BeginCommonResources(run);
-    } else if (IsNestedInCommonOwner(run)) {
+        return;
+    }
+    LeaveCommonResources(run);
+    if (run.commonPending && EnclosingStructure(*run.currentRoot) == run.commonOwner) {
         run.commonPrefix = "../common/";
     } else {
-        FlushCommonResources(run);
+        SetCommonResourcesAside(run);
         run.commonFolder = run.modelFolder;
         run.commonPrefix = {};
-        run.commonOwner = nullptr;
     }
 }
 
@@ -43,6 +61,9 @@ void SettleCommonFolder(Export& run) {
 bool SettleFolders(Export& run) {
     std::string model;
     if (!run.currentRoot->GetUserPropString("Model", model)) {
+        return false;
+    }
+    if (!IsFromTheRoot(run, model)) {
         return false;
     }
     run.modelFolder = run.options.resourceRoot / CleanNodeName(model, false);

@@ -3,6 +3,6 @@
 class Export;
 
 // Settles where the files of the current model go, and the folder that it shares with others, and creates
-// both. False if nothing can be written: the root has no "Model" (it is only checked), or its path leads out
-// of what may be written, which is told.
+// both. False if nothing can be written: the root has no "Model" (it is only checked), or its path has a
+// drive or leads out of what may be written, which is told.
 bool SettleFolders(Export& run);

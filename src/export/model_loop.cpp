@@ -13,12 +13,12 @@
 
 namespace {
 
-// A Structure begins a common set of its own; what the one before it has gathered is complete.
+// A Structure begins a common set of its own; those that it is not nested in are complete.
 void BeginModel(Export& run) {
     run.currentRoot = run.models[run.modelIndex].root;
     run.structureMode = HasUserProp(*run.currentRoot, "Structure");
     if (run.structureMode) {
-        FlushCommonResources(run);
+        LeaveCommonResources(run);
     }
 }
 
@@ -57,9 +57,9 @@ void ExportModel(Export& run) {
     eModelFiles files(run);
     files.OpenModelText();
     files.OpenEntityDefinition();
-    const int highestFrame = ReadAnimations(run);
+    ReadAnimations(run);
     files.OpenAnimationList();
-    WriteSkeletonBlock(run, highestFrame);
+    WriteSkeletonBlock(run);
     WriteModelBlocks(run);
     files.CloseTexts();
     files.WriteAnimations();

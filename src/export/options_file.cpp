@@ -6,11 +6,14 @@
 
 #include "export/export.h"
 #include "io/streams/stream_file.h"
+#include "io/streams/stream_memory.h"
+#include "io/streams/whole_file.h"
 
 namespace {
 
 constexpr std::int32_t kVersion = 6;
 constexpr std::size_t kTextSize = 1024;
+constexpr int kFileSize = 3106;
 constexpr std::int32_t kWrittenOne = 1;  // a field that nobody reads
 
 // The layout; `file` is a reader or a writer and has one operation per kind of field.
@@ -112,7 +115,7 @@ private:
 
 class eOptionsWriter {
 public:
-    explicit eOptionsWriter(xIo::eFileStream& target) : stream(target) {}
+    explicit eOptionsWriter(xIo::eStream& target) : stream(target) {}
 
     void Flag(int field) { stream.WriteByte(static_cast<std::uint8_t>(field)); }
     void Integer(std::int32_t field) { stream.WriteValue(field); }
@@ -124,7 +127,7 @@ public:
     }
 
 private:
-    xIo::eFileStream& stream;
+    xIo::eStream& stream;
 };
 
 }  // namespace
@@ -146,12 +149,10 @@ void LoadOptions(Export& run) {
     }
 }
 
-void SaveOptions(const Export& run) {
-    xIo::eFileStream stream;
-    if (!stream.Open(OptionsFilePath(run), xIo::streamWrite | xIo::streamTruncate)) {
-        return;
-    }
-    eOptionsWriter writer(stream);
+bool SaveOptions(const Export& run) {
+    xIo::eMemoryStream content(kFileSize);
+    eOptionsWriter writer(content);
     writer.Integer(kVersion);
     PassFields(writer, kVersion, run.options);
+    return xIo::StoreWholeFile(OptionsFilePath(run), content.Content()).IsOk();
 }

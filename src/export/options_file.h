@@ -12,4 +12,5 @@ std::string OptionsFilePath(const Export& run);
 // broken file lacks, the options stay as they are.
 void LoadOptions(Export& run);
 
-void SaveOptions(const Export& run);
+// False if the file can't be written, which nobody is told: it keeps what it had before then.
+bool SaveOptions(const Export& run);

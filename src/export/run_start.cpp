@@ -1,5 +1,6 @@
 #include "export/run_start.h"
 
+#include "export/dialog_logic.h"
 #include "export/export.h"
 #include "export/options_file.h"
 #include "scene/bones/bone_tree.h"
@@ -34,7 +35,8 @@ bool SettleOptions(Export& run) {
         run.options = SilentOptions();
         return true;
     }
-    return !run.optionsDialog || run.optionsDialog(run);
+    return (!run.optionsDialog || run.optionsDialog(run)) &&
+           CheckOptionPaths(run.options, run.host->GetMAXHWnd());
 }
 
 void ClearRun(Export& run) {
@@ -56,6 +58,7 @@ void ForgetScene(Export& run) {
     run.meshViews.reset();
     run.selectionMembers.clear();
     run.sharedMeshes = {};
+    run.waitingCommonSets.clear();
     run.materialMap.clear();
     run.textureClaims.clear();
     run.commonOwner = nullptr;

@@ -17,7 +17,7 @@ inline constexpr std::uint32_t kExportSelectedOption = 1;
 void BeginRun(Export& run, host::Interface* hostInterface, bool suppressPrompts, std::uint32_t optionsWord);
 
 // Loads the options and lets the user change them or, without prompts, takes the fixed ones. False if the
-// user has cancelled.
+// user has cancelled, or a path is one that no run can use, which is told.
 bool SettleOptions(Export& run);
 
 // Empties what an earlier run of the same object has left.

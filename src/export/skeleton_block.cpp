@@ -6,28 +6,18 @@
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
 #include "scene/skeleton/bone_writer.h"
+#include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
 
 namespace {
 
-// A frame that no animation holds needs no entries: a short animation may lie far out on the timeline.
-void EmptyFrames(Export& run, int highestFrame) {
-    run.frames.clear();
-    if (run.options.exportAnimation == 0) {
-        return;
-    }
-    run.frames.resize(static_cast<std::size_t>(highestFrame) + 1);
-    for (const eExportAnimation& animation : run.animations) {
-        for (int frame = animation.firstFrame; animation.inRange && frame <= animation.lastFrame; ++frame) {
-            run.frames[static_cast<std::size_t>(frame)].bones.resize(static_cast<std::size_t>(run.boneCount));
-        }
-    }
-}
-
-void EmptySlots(Export& run, int highestFrame) {
+void EmptySlots(Export& run) {
     run.bones.clear();
     run.bones.resize(static_cast<std::size_t>(run.boneCount));
-    EmptyFrames(run, highestFrame);
+    run.frames = {};
+    if (run.options.exportAnimation != 0) {
+        run.frames = eFrameTable(run.animations, run.boneCount);
+    }
 }
 
 void OpenStructure(Export& run) {
@@ -51,6 +41,7 @@ void WalkBones(Export& run) {
     WriteBone(run, meshStage, *run.currentRoot, nullptr, DetailEntry | RootBone);
     run.host->theHold().Cancel();
     if (!run.commonPending) {
+        TellMirroredInstances(run);
         TellMissingMeshes(run);
     }
 }
@@ -67,9 +58,9 @@ void WriteModelMaterials(Export& run) {
 
 }  // namespace
 
-void WriteSkeletonBlock(Export& run, int highestFrame) {
+void WriteSkeletonBlock(Export& run) {
     run.host->ProgressStart("Трансформация мэшей, подготовка анимации..."_ansi);
-    EmptySlots(run, highestFrame);
+    EmptySlots(run);
     run.mdlWriter->BlockBegin().Word("skeleton").EndLine();
     OpenStructure(run);
     WalkBones(run);

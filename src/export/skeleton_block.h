@@ -4,5 +4,5 @@ class Export;
 
 // The walk over the bones of the current model and all that is written by it or right behind it: the block
 // "skeleton" of the .mdl, "structure" of a Structure's .def, meshes, samples, materials, and the animation
-// block of the .def. `highestFrame` is that of the animation table.
-void WriteSkeletonBlock(Export& run, int highestFrame);
+// block of the .def.
+void WriteSkeletonBlock(Export& run);

@@ -2,6 +2,7 @@
 
 #include "base/diagnostics.h"
 #include "base/format.h"
+#include "platform/drive_table.h"
 #include "platform/folder.h"
 
 namespace {
@@ -17,10 +18,10 @@ bool MakeOneFolder(const std::string& path) {
     return stands;
 }
 
-// Where the folders begin: behind the drive and its slash.
+// Where the folders begin: behind the drive and its slash. Any other colon is a letter of a name.
 std::size_t WalkStart(const std::string& path) {
-    const std::size_t colon = path.find(':');
-    return colon == std::string::npos ? 0 : colon + 2;
+    constexpr std::size_t kDriveAndSlash = 3;
+    return platform::HasDrive(path) ? kDriveAndSlash : 0;
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ std::string MakeSlotTexture(Export& run, Mtl* material, Texmap* map, int slot, c
 
 eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUse& use) {
     const eMaterialTraits traits = ReadTraits(material);
-    const host::TimeValue t = run.frameStart * run.host->GetTicksPerFrame();
+    const host::TimeValue t = host::TimeOfFrame(*run.host, run.frameStart);
     eExportMaterial record;
     record.name = GetMaterialName(material);
     record.type = TypeOf(traits);

@@ -1,8 +1,7 @@
 #include "mesh/extract_node_mesh.h"
 
-#include <algorithm>
-
 #include "animation/animation_table.h"
+#include "animation/feeder_motion.h"
 #include "animation/sample_node.h"
 #include "base/ansi.h"
 #include "base/format.h"
@@ -10,6 +9,7 @@
 #include "export/export.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/read/extract_mesh.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -29,27 +29,40 @@ bool ComesTooLate(Export& run, const host::INode& node, const eExportBone& bone,
     return true;
 }
 
+void ReadMeshFrames(Export& run, const host::INode& node, eAnimatedPart part) {
+    for (const eExportAnimation& animation : run.animations) {
+        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
+            part.ReadFrames(animation);
+        }
+    }
+}
+
 void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
     eExportBone* bone = BoneOfMesh(run, node, commonTarget);
     if (bone == nullptr || ComesTooLate(run, node, *bone, commonTarget)) {
         return;
     }
-    // A node may feed a mesh whose own node comes later in the walk.
-    bone->mesh.frames.resize(std::max<std::size_t>(bone->mesh.frames.size(), 1));
     run.meshFrame = 0;
     const eExportMeshFrame& firstFrame = bone->mesh.frames.front();
     const eFrameExtent begin = ExtentOf(firstFrame);
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
     const eFrameExtent end = ExtentOf(firstFrame);
     // What could not be read once has been told, and is not read again for every frame.
-    if (run.options.exportAnimation == 0 || commonTarget == nullptr || begin == end) {
+    if (begin == end) {
         return;
     }
-    eAnimatedPart part(run, node, *commonTarget, *bone, begin, end);
-    for (const eExportAnimation& animation : run.animations) {
-        if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
-            part.ReadFrames(animation);
-        }
+    const host::INode& owner = commonTarget != nullptr ? *commonTarget : OutOfGroup(node);
+    if (run.options.exportAnimation != 0 && &owner != &node) {
+        TellFeederMotion(run, node, owner, bone->mesh.frames.size() > 1);
+    }
+    if (commonTarget == nullptr) {
+        return;
+    }
+    if (commonTarget != &node) {
+        run.sharedMeshes.feeds.push_back({&node, commonTarget});
+    }
+    if (run.options.exportAnimation != 0) {
+        ReadMeshFrames(run, node, eAnimatedPart(run, node, *commonTarget, *bone, begin, end));
     }
 }
 
@@ -63,8 +76,7 @@ void ExtractNodeMesh(Export& run, host::INode& node, host::INode* meshTarget, ho
     if (run.options.exportMesh != 0 && (meshTarget == nullptr || meshTarget == &node) && node.Renderable()) {
         ReadGeometry(run, node, commonTarget);
     }
-    const bool isSampled = !node.IsGroupMember() || node.IsGroupHead();
-    if (GetLodLevel(node) == 0 && run.options.exportAnimation != 0 && isSampled) {
-        SampleNode(run, node, commonTarget);
+    if (GetLodLevel(node) == 0 && run.options.exportAnimation != 0) {
+        SampleNode(run, node);
     }
 }

@@ -1,6 +1,6 @@
 #include "mesh/write_mesh.h"
 
-#include <cmath>
+#include <algorithm>
 #include <string>
 
 #include "base/ansi.h"
@@ -8,6 +8,8 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "mesh/build/bone_palettes.h"
+#include "mesh/build/finite_frames.h"
+#include "mesh/build/finite_vertex.h"
 #include "mesh/build/mesh_assembly.h"
 #include "mesh/build/tangents.h"
 #include "mesh/build/weld.h"
@@ -15,12 +17,14 @@
 #include "mesh/file/mesh_body_writer.h"
 #include "mesh/read/frame_extent.h"
 #include "mesh/read/mirrored_sharing.h"
+#include "mesh/read/skin_bone_check.h"
 #include "mesh/read/vertex_light.h"
 #include "mesh/strips/mesh_order.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
 #include "scene/bones/find_skin.h"
 #include "scene/properties/node_name.h"
+#include "scene/skeleton/mirrored_views.h"
 
 namespace {
 
@@ -43,6 +47,9 @@ bool HasFaces(Export& run, const eExportBone& bone) {
     const eExportMesh& mesh = bone.mesh;
     if (mesh.frames.empty() || mesh.frames.front().positions.empty()) {
         return Refuse(run, bone, "Кость '%s' помечена как полигональная, но не содержит треугольников!"_ansi);
+    }
+    if (mesh.faces.empty() && bone.isRefused) {
+        return false;
     }
     if (mesh.faces.empty()) {
         return Refuse(run, bone,
@@ -73,13 +80,6 @@ bool PrepareSkin(eExportBone& bone) {
     return true;
 }
 
-bool IsFinite(const eExportVertex& v) {
-    // One operation that meets every number finds out if one of them is not finite.
-    const float sum = (v.position.x + v.position.y + v.position.z) + (v.normal.x + v.normal.y + v.normal.z) +
-                      (v.uv0.x + v.uv0.y) + (v.uv1.x + v.uv1.y);
-    return std::isfinite(sum * 0.0F);
-}
-
 bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembly) {
     constexpr std::size_t kMostTriangles = 65535;
     if (assembly.vertices.size() >= eVertexWeld::kMostVertices) {
@@ -89,12 +89,10 @@ bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembl
         return Refuse(run, bone,
                       "Более 65535 треугольников в '%s'!\nНеобходимо разделить мэш на несколько узлов."_ansi);
     }
-    for (const eExportVertex& vertex : assembly.vertices) {
-        if (!IsFinite(vertex)) {
-            return Refuse(run, bone,
-                          "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
-                          "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
-        }
+    if (!std::ranges::all_of(assembly.vertices, IsFinite)) {
+        return Refuse(run, bone,
+                      "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
+                      "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
     }
     return true;
 }
@@ -113,8 +111,9 @@ void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
 
 void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
                    bool skinned) {
+    TellStraySkinBones(run, bone);
     if (IsSharedMirrored(run, *bone.node)) {
-        WarnOfBone(run, bone, "Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi);
+        TellMirroredView(run, *bone.node);
     }
     const eAnimatedTextureBlock animatedTexture(run, *bone.node);
     eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);
@@ -159,6 +158,7 @@ bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
     if (!FitsFile(run, bone, assembly)) {
         return false;
     }
+    KeepFramesFinite(run, boneIndex, assembly.vertices);
     WriteAssembly(run, stream, bone, assembly, skinned);
     return true;
 }

@@ -5,6 +5,11 @@
 
 namespace platform {
 
+bool HasDrive(std::string_view path) {
+    const char letter = path.size() >= 2 && path[1] == ':' ? LowerAnsiByte(path[0]) : '\0';
+    return letter >= 'a' && letter <= 'z';
+}
+
 void MapDrive(char letter, const std::string& folder) {
     ProcessState().drives[LowerAnsiByte(letter)] = folder;
 }

@@ -15,7 +15,7 @@ enum eIkType { kIkNone = 0, kIkRevolute = 1, kIkPrizmatic = 2, kIkSocket = 3 };
 struct eExportBone {
     eExportMesh mesh;
     host::Box3 box;               // bounds of the positions of the first mesh frame; metres, bone space
-    host::INode* node = nullptr;  // the node last written into this slot
+    host::INode* node = nullptr;  // the bone's own node, also where another node has filled the slot
     host::Matrix3 matrix;         // world to the space in which the mesh is lit
     host::Point3 pivot;           // lower corner of the bounds; metres
     int ikType = kIkNone;
@@ -27,4 +27,5 @@ struct eExportBone {
     int bonesPerVertex = 0;  // 0, 2 or 3; never 1
     int vertexCount = 0;     // vertices of the mesh as written
     bool isWritten = false;  // WriteMesh has come to an end for it, whatever the result
+    bool isRefused = false;  // why its own node adds no faces has been told
 };

@@ -1,9 +1,7 @@
 #include "standalone/standalone_host.h"
 
-#include <algorithm>
-#include <limits>
-
 #include "base/ansi.h"
+#include "host/timeline.h"
 
 namespace standalone {
 
@@ -20,13 +18,7 @@ host::INode* StandaloneHost::GetINodeByName(const char* name) {
 }
 
 host::Interval StandaloneHost::GetAnimRange() {
-    const auto ticks = [this](int frame) {
-        constexpr std::int64_t kLeast = std::numeric_limits<host::TimeValue>::min();
-        constexpr std::int64_t kMost = std::numeric_limits<host::TimeValue>::max();
-        return static_cast<host::TimeValue>(
-            std::clamp(std::int64_t{frame} * scene.data.frameTicks, kLeast, kMost));
-    };
-    return {ticks(scene.data.firstFrame), ticks(scene.data.lastFrame)};
+    return {host::TimeOfFrame(*this, scene.data.firstFrame), host::TimeOfFrame(*this, scene.data.lastFrame)};
 }
 
 std::string StandaloneHost::GetDir(int which) {

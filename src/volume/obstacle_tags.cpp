@@ -63,18 +63,21 @@ void WriteComponent(eWriter& writer, ePropText& properties) {
     }
 }
 
-void WriteThickness(eWriter& writer, const host::INode& node) {
+void WriteThickness(Export& run, const host::INode& node) {
     if (!HasUserProp(node, "Thickness")) {
         return;
     }
     std::string value;
     node.GetUserPropString("Thickness", value);
     std::ranges::replace(value, ',', ' ');
-    writer.BlockBegin().Word("thickness").Word(value).BlockEndLine();
+    if (CheckWord(run, node, "Thickness", value)) {
+        run.defWriter->BlockBegin().Word("thickness").Word(value).BlockEndLine();
+    }
 }
 
 // A volume that nothing can happen to in the game has no block.
-void WriteAbilities(eWriter& writer, ePropText& properties) {
+void WriteAbilities(Export& run, const host::INode& node, ePropText& properties) {
+    eWriter& writer = *run.defWriter;
     writer.BlockBegin().Word("able").DropIfEmpty();
     if (properties.Find("Clear")) {
         writer.Word("clear");
@@ -84,7 +87,7 @@ void WriteAbilities(eWriter& writer, ePropText& properties) {
             continue;
         }
         writer.BlockBegin().Word(key);
-        if (const std::string_view value = properties.Value(); !value.empty()) {
+        if (const std::string value(properties.Value()); !value.empty() && CheckWord(run, node, key, value)) {
             writer.Word(value);
         }
         writer.BlockEnd();
@@ -99,15 +102,11 @@ void WriteAbilities(eWriter& writer, ePropText& properties) {
 }
 
 void TellBadValues(Export& run, const host::INode& node, bool isVolume) {
-    if (!isVolume) {
+    if (isVolume) {
+        TellBadValue(run, node, "Volume");
+    } else {
         TellBadValue(run, node, "Proper");
         TellBadValue(run, node, "Permit");
-        return;
-    }
-    TellBadValue(run, node, "Volume");
-    TellBadValue(run, node, "Thickness", kBadInWords);
-    for (const char* key : kAbilities) {
-        TellBadValue(run, node, key, kBadInWords);
     }
 }
 
@@ -123,6 +122,6 @@ void WriteObstacleTags(Export& run, const host::INode& node, bool isVolume) {
     }
     WriteTags(*run.defWriter, node);
     WriteComponent(*run.defWriter, properties);
-    WriteThickness(*run.defWriter, node);
-    WriteAbilities(*run.defWriter, properties);
+    WriteThickness(run, node);
+    WriteAbilities(run, node, properties);
 }

@@ -130,7 +130,7 @@ void WriteVolume(Export& run, host::INode& node) {
     if (IsWritable(run, source, triangles)) {
         const Matrix3 volumeTM = WriteShape(run, source, triangles.Mesh());
         WriteObstacleTags(run, node, true);
-        const std::string bone = CleanNodeName(ParentBone(node)->GetName(), false);
+        const std::string bone = CleanNodeName(ParentBone(node)->GetName(), true);
         run.mdlWriter->BlockBegin().Word("bone").String(bone).BlockEndLine();
         CheckMatrix(source, volumeTM);
         WriteMatrix(run, volumeTM);

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "animation/animation_reader.h"
@@ -15,6 +17,7 @@ namespace {
 
 using support::eNode;
 using testing::AllOf;
+using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -182,6 +185,83 @@ TEST_F(AnimationFile, A256thBoneEndsTheFile) {
     EXPECT_THAT(Read("many").frames, IsEmpty());
     EXPECT_EQ(Read("most").bones.size(), 255U);
     EXPECT_EQ(Read("most").frames.at(0).keys.size(), 255U);
+}
+
+// Catches a bone that takes the pose or the visibility of what is only fixed to it, and a motion against the
+// bone that is lost without a word.
+TEST_F(AnimationFile, OnlyItsOwnNodeMovesABone) {
+    const standalone::eBoxObject box{1, 1, 1};
+    root.Property("animation=run,all,0-10").Property("animation=rest,all,20-21");
+    eNode arm = Mover(10).Object(box).Property("Poly");
+    const auto fixed = [&](const char* name) {
+        bones.push_back(arm.Child(name).Object(box).Property("CommonMesh=mover").Position(0, 0, 1));
+        return bones.back();
+    };
+    fixed("badge");
+    fixed("flap")
+        .Key({.frame = 0, .rotation = support::RotationAbout({0, 0, 1}, 0)})
+        .Key({.frame = 10, .rotation = support::RotationAbout({0, 0, 1}, 30)});
+    fixed("lamp").VisibilityKey(0, 1).VisibilityKey(4, 0).VisibilityKey(15, 1);
+    eNode inner = Bone("group").GroupHead().Property("Poly").Child("inner").GroupMember().GroupHead();
+    inner.Object(standalone::eHelperObject{})
+        .Key({.frame = 0, .position = host::Point3{0, 0, 0}})
+        .Key({.frame = 10, .position = host::Point3{5, 0, 0}});
+    inner.Child("part").GroupMember().Object(box);
+    Export();
+    const eAnimation animation = Read("run");
+    EXPECT_THAT(animation.bones, testing::ElementsAre("root", "mover", "badge", "flap", "lamp", "group"));
+    const std::vector<eBonePose> poses = RestorePoses(animation);
+    EXPECT_TRUE(poses.at(7 * animation.bones.size() + 1).position.Equals({7, 0, 0}, 1e-4F));
+    EXPECT_EQ(Records(animation, "group").size(), 2U);
+    std::vector<std::string> lost;
+    for (const std::string& message : run->Messages()) {
+        if (message.find("отдельной костью") != std::string::npos) {
+            lost.push_back(message.substr(0, message.find(')')));
+        }
+    }
+    using testing::EndsWith;
+    EXPECT_THAT(
+        lost,
+        testing::ElementsAre(
+            EndsWith("Узел 'flap' входит в мэш кости 'mover', но движется относительно нее. Движение не "
+                     "записано (анимации: 'run', 'rest'"),
+            EndsWith("Узел 'lamp' входит в мэш кости 'mover', но скрывается отдельно от нее. Его видимость "
+                     "не записана (анимации: 'run'"),
+            AllOf(HasSubstr("Узел 'part' входит в мэш кости 'group', но движется"), EndsWith("'rest'"))));
+}
+
+// Catches poses read at times that overflow or count from 0, and animations that are lost as they lie outside
+// the frames from 0 to 65535.
+TEST_F(AnimationFile, AnimationsMayLieAnywhereOnTheTimeline) {
+    scene.Settings().firstFrame = -5;
+    scene.Settings().lastFrame = 5;
+    root.Property("animation=early,all").Property("animation=late,all,13000000-13000002");
+    Bone("mover")
+        .Key({.frame = -5, .position = host::Point3{-5, 0, 0}})
+        .Key({.frame = 5, .position = host::Point3{5, 0, 0}})
+        .Key({.frame = 13000000, .position = host::Point3{7, 0, 0}})
+        .Key({.frame = 13000002, .position = host::Point3{9, 0, 0}});
+    EXPECT_THAT(Export().Messages(), testing::ElementsAre(HasSubstr("'late' (кадры 13000000-13000002)")));
+    for (const auto& [name, frames, begin] : {std::tuple{"early", 11, -5.0F}, std::tuple{"late", 3, 7.0F}}) {
+        const eAnimation animation = Read(name);
+        const std::vector<eBonePose> poses = RestorePoses(animation);
+        ASSERT_EQ(poses.size(), 2U * static_cast<std::size_t>(frames));
+        for (int frame = 0; frame < frames; ++frame) {
+            EXPECT_NEAR(poses[2U * static_cast<std::size_t>(frame) + 1].position.x,
+                        begin + static_cast<float>(frame), 1e-3F);
+        }
+    }
+}
+
+// Catches vertices of a mesh that no file holds.
+TEST_F(AnimationFile, ARefusedMeshHasNoVertices) {
+    root.Property("animation=run,all,0-2");
+    host::Mesh mesh = support::GridMesh(1, 1);
+    mesh.verts[0].x = std::numeric_limits<float>::quiet_NaN();
+    Bone("flag").Object(standalone::eMeshObject{mesh, {}}).Property("CommonMesh");
+    EXPECT_THAT(Export().Messages(), Contains(HasSubstr("координаты не являются числами")));
+    constexpr int kFull = kFramePosition | kFrameRotation | kFrameVisible;
+    EXPECT_EQ(Records(Read("run"), "flag"), (std::vector<std::pair<int, int>>{{0, kFull}, {2, kFull}}));
 }
 
 // Nothing is lost beside what is told, and nothing is written elsewhere.

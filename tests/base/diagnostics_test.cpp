@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "support/message_collector.h"
 
 namespace {
@@ -52,22 +54,17 @@ TEST(Fail, OffersRetryInTheModeForIt) {
     EXPECT_EQ(messages.boxes[0].box.icon, platform::eBoxIcon::Stop);
 }
 
-TEST(Fail, LeavesTheRecordOutWhenTold) {
-    support::eMessageCollector messages;
-    const xDebug::eHandlingMode mode(xDebug::throwInstead | xDebug::noLogRecord);
-    EXPECT_THROW(Fail("a.cpp", 1, "x"), xDebug::eEx_Custom);
-    xDebug::ClearExceptionFlag();
-    EXPECT_EQ(messages.log, "");
-}
-
 TEST(Warn, LogsAndComesBack) {
     support::eMessageCollector messages;
     Warn("io/name.cpp", 5, "odd");
     {
-        const xDebug::xCheckPoint::eScope scope("loading");
+        auto first = std::make_unique<xDebug::xCheckPoint::eScope>("loading");
+        const xDebug::xCheckPoint::eScope second("drawing");
+        first.reset();
         Warn("io/name.cpp", 6, "odder");
     }
-    EXPECT_EQ(messages.log, "odd (io/name.cpp, 5)\nodder (loading)\n");
+    Warn("io/name.cpp", 7, "even");
+    EXPECT_EQ(messages.log, "odd (io/name.cpp, 5)\nodder (drawing)\neven (io/name.cpp, 7)\n");
     EXPECT_TRUE(messages.boxes.empty());
 }
 

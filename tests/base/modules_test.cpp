@@ -92,7 +92,7 @@ TEST(GlobalCollector, StartsInOrderAndDropsPendingWorkAtAFatalEnd) {
     collector.StartModules();
     collector.StopModules();
     EXPECT_EQ(order, "+1+2-2-1");
-    EXPECT_THAT(messages.log, testing::HasSubstr("Libraries (3): app.start, one, two"));
+    EXPECT_THAT(messages.log, testing::HasSubstr("Libraries (4): app.start, app, one, two"));
     collector.AddPending([] { order = "done"; });
     eEventBus::Process().Dispatch(messageFatalExit);
     collector.RunPending();

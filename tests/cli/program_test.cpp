@@ -93,7 +93,10 @@ TEST_F(Program, ExportsAndReports) {
 // What a scene says must not lead out of the resource tree.
 TEST_F(Program, KeepsWritesBelowTheResourceRoot) {
     std::string scene = kArm;
-    scene.replace(scene.find("units/arm"), 9, "../beyond");
+    scene.replace(scene.find("units/arm"), 9, "units/a:b/arm");
+    EXPECT_EQ(Export(scene).exitCode, 0) << "a colon is a letter of a name like any other";
+    EXPECT_TRUE(folder.Has("game/units/a:b/arm/arm.mdl"));
+    scene.replace(scene.find("units/a:b/arm"), 13, "../beyond");
     const eProgramResult fenced = Export(scene);
     EXPECT_EQ(fenced.exitCode, 3);
     EXPECT_THAT(fenced.errors, HasSubstr("root"));
@@ -136,6 +139,43 @@ TEST_F(Program, StoresOptionsForTheNextCall) {
     EXPECT_THAT(Run("options" + config).output, HasSubstr("exportAnimation=1\n"));
     EXPECT_EQ(Run("options exportAnimation=2" + config).exitCode, 2);
     EXPECT_EQ(Run("options noSuchOption=1" + config).exitCode, 2);
+    const std::string tooLong = folder / std::string(260, 'x');
+    EXPECT_EQ(Run("options 'resourceRoot=" + tooLong + "'" + config).exitCode, 2);
+    EXPECT_EQ(Export(kArm, "--common-source '" + tooLong + "'").exitCode, 2);
+    std::string stored = folder.Read("config/zyrexport.cfg");
+    stored.replace(31, tooLong.size(), tooLong);
+    folder.Write("config/zyrexport.cfg", stored);
+    const eProgramResult refused = Run("export '" + (folder / "scene.scene.json") + "'" + config);
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_THAT(refused.errors, HasSubstr("\n  Путь к ресурсам игры: /"));
+}
+
+// An open, a write and a rename that fail. Would catch a run that ends otherwise for it, a word to the user,
+// options that are lost, a half file.
+TEST_F(Program, EndsAsItWouldWhenTheOptionsCannotBeStored) {
+    namespace fs = std::filesystem;
+    const fs::path place = folder / "config/zyrexport.cfg";
+    const fs::path temporary = folder / "config/zyrexport.cfg.tmp";
+    const auto expectNothingStored = [&] {
+        for (const bool isExport : {true, false}) {
+            const eProgramResult result =
+                isExport ? Export(kArm) : Run("options exportMesh=0 --config '" + (folder / "config") + "'");
+            EXPECT_EQ(result.exitCode, isExport ? 0 : 3);
+            EXPECT_EQ(result.errors.empty(), isExport) << result.errors;
+        }
+    };
+    folder.Write("config/zyrexport.cfg", "old");
+    fs::create_directory(temporary);
+    expectNothingStored();
+    fs::remove(temporary);
+    fs::create_symlink("/dev/full", temporary);
+    EXPECT_EQ(Export(kArm).exitCode, 0);
+    EXPECT_FALSE(fs::exists(fs::symlink_status(temporary)));
+    EXPECT_EQ(folder.Read("config/zyrexport.cfg"), "old");
+    fs::remove(place);
+    fs::create_directories(place / "taken");
+    expectNothingStored();
+    EXPECT_FALSE(fs::exists(temporary));
 }
 
 // The folder has the spelling that the user typed; what the scene names is in lower case.

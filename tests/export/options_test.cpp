@@ -125,7 +125,7 @@ TEST_F(eOptionsTest, ASilentRunTakesAndStoresFixedOptions) {
 }
 
 // Would catch a check that stops too early or too late, or loses what the user had typed.
-TEST_F(eOptionsTest, AnEmptyPathKeepsTheDialogOpen) {
+TEST_F(eOptionsTest, APathThatNoRunCanUseKeepsTheDialogOpen) {
     Export& exporter = run.exporter;
     eDialogFields fields = ShowDialogFields(exporter);
     EXPECT_EQ(fields.resourceRoot, "d:/thegame/");
@@ -143,9 +143,28 @@ TEST_F(eOptionsTest, AnEmptyPathKeepsTheDialogOpen) {
     EXPECT_FALSE(TakeDialogFields(exporter, fields, nullptr));
     fields.resourceRoot = "";
     EXPECT_FALSE(TakeDialogFields(exporter, fields, nullptr));
+    const std::string longest(260, 'a');
+    fields.resourceRoot = longest;
+    fields.commonTextureTarget = longest + "b";
+    EXPECT_FALSE(TakeDialogFields(exporter, fields, nullptr));
+    EXPECT_EQ(exporter.options.resourceRoot.Text(), longest);
     EXPECT_THAT(run.Messages(), ElementsAre("Ошибка: Не задан исходный путь к общим текстурам!",
                                             "Ошибка: Не задан путь к общим текстурам в игре!",
-                                            "Ошибка: Не задан путь к ресурсам игры!"));
+                                            "Ошибка: Не задан путь к ресурсам игры!",
+                                            "Ошибка: Слишком длинный путь: 261 байт, допустимо не более "
+                                            "260.\nКаталог с общими текстурами в игре: " +
+                                                longest + "b"));
+}
+
+// Would catch a run without a dialog into a folder that nobody has named.
+TEST_F(eOptionsTest, NoRunBeginsWithAStoredPathThatIsTooLong) {
+    run.exporter.options.resourceRoot = run.folder / std::string(300, 'a');
+    EXPECT_TRUE(SaveOptions(run.exporter));
+    const std::string stored = run.folder.Read(kFile);
+    run.exporter.optionsDialog = nullptr;
+    EXPECT_EQ(run.Do(), 1);
+    EXPECT_EQ(run.Messages().size(), 1U);
+    EXPECT_EQ(run.folder.Read(kFile), stored);
 }
 
 // Would catch a range that is not taken over, or read in the wrong base.
@@ -177,6 +196,9 @@ TEST_F(eOptionsTest, OutdatedPluginsAreTold) {
     EXPECT_TRUE(CheckDeployment(local, nullptr));
 
     platform::MapDrive('t', run.folder / "share");
+    run.folder.MakeFolder("share/tools/3dsmax/SorrelMtl2010_KSR.dlt");
+    EXPECT_TRUE(CheckDeployment(local, nullptr)) << "what can't be opened has no time";
+    std::filesystem::remove(run.folder / "share/tools/3dsmax/SorrelMtl2010_KSR.dlt");
     run.folder.Write("plugins/zyrexport2010_ksr.dle", "old");
     std::filesystem::last_write_time(run.folder / "plugins/zyrexport2010_ksr.dle",
                                      std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));

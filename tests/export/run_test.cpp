@@ -84,6 +84,7 @@ TEST(Run, TheHeaderTellsUserDateAndScene) {
 
 // Would catch a run that writes something for an empty scene, or leaves the process's locale changed.
 TEST(Run, AnEmptySceneIsToldAndOnlyTheOptionsAreSaved) {
+    std::setlocale(LC_NUMERIC, "C.UTF-8");  // another than the run's own, where the system has it
     const std::string locale = std::setlocale(LC_NUMERIC, nullptr);
     support::eSceneBuilder scene;
     scene.Node("hidden").Property("Model=a").Object(eHelperObject{}).Hidden();
@@ -95,6 +96,7 @@ TEST(Run, AnEmptySceneIsToldAndOnlyTheOptionsAreSaved) {
     EXPECT_FALSE(run.folder.Has("game"));
     EXPECT_TRUE(run.folder.Has("config/zyrexport.cfg"));
     EXPECT_EQ(std::setlocale(LC_NUMERIC, nullptr), locale);
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 // Would catch a cancelled dialog that leaves traces.
@@ -217,6 +219,9 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
     Box(root, "C_zone").Property("Obstacle=1");
     Box(root, "A zone").Property("Obstacle");
     Box(root, "off").Property("Obstacle=0");
+    Box(root, "unsure").Property("Obstacle=yes");
+    Box(root, "half").Property("Obstacle=0.5");
+    Box(root, "joint").Property("IKType=socket").Property("IKLimit=1,5 ").Property("IKSpeed=2 rad");
     root.Child("ground").Property("Body").Property("Land");
     support::eExportRun run(scene.Build());
     run.Do();
@@ -227,11 +232,16 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
                                 "}\n{\"zones\"\n\t{obstacle \"a_zone\"\n"));
     EXPECT_LT(text.find("a_zone"), text.find("\t{area \"b_zone\"\n"));
     EXPECT_LT(text.find("b_zone"), text.find("\t{obstacle \"c_zone\"\n"));
-    EXPECT_THAT(text, Not(HasSubstr("\"off\"")));
+    for (const char* off : {"\"off\"", "\"unsure\"", "\"half\""}) {
+        EXPECT_THAT(text, Not(HasSubstr(off)));
+    }
     EXPECT_EQ(run.Text("tank/tank.def"), "{entity\n\t{\"land_patch\"\n\t}\n}\n");
-    EXPECT_THAT(run.Messages(),
-                ElementsAre("Предупреждение: Следует убрать из модели все Body, поскольку они "
-                            "более не нужны."));
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre("Предупреждение: Значение '2 rad' свойства 'IKSpeed' узла 'joint' читается как число 2.",
+                    "Предупреждение: Значение '0.5' свойства 'Obstacle' узла 'half' читается как число 0.",
+                    "Предупреждение: Значение 'yes' свойства 'Obstacle' узла 'unsure' читается как число 0.",
+                    "Предупреждение: Следует убрать из модели все Body, поскольку они более не нужны."));
 }
 
 // Would catch what one model leaves behind for the next (models are exported from the last to the first), and
@@ -262,16 +272,20 @@ TEST(Run, AModelBeyondTheFenceIsRefused) {
     support::eSceneBuilder scene;
     Model(scene, "good", "good");
     Model(scene, "Thief", "..\\..\\stolen");
+    Model(scene, "Far", "C:\\Game\\Tank");
     support::eExportRun run(scene.Build());
     platform::AddWriteRoot(run.folder / "game");
     platform::AddWriteRoot(run.folder / "config");
     run.Do();
     platform::ClearWriteRoots();
-    ASSERT_EQ(run.messages.boxes.size(), 1U);
-    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("Кость 'Thief': путь '"));
-    EXPECT_THAT(run.messages.boxes[0].text, HasSubstr("../../stolen'"));
+    ASSERT_EQ(run.messages.boxes.size(), 2U);
+    EXPECT_EQ(run.messages.boxes[0].text,
+              "Кость 'Far': в параметре 'Model' указан полный путь 'C:\\Game\\Tank'.\n"
+              "Нужен путь от каталога ресурсов игры. Модель пропущена.");
+    EXPECT_THAT(run.messages.boxes[1].text, HasSubstr("Кость 'Thief': путь '"));
+    EXPECT_THAT(run.messages.boxes[1].text, HasSubstr("../../stolen'"));
     EXPECT_TRUE(run.Has("good/good.mdl"));
-    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("Thief"));
+    EXPECT_THAT(ReportedRoots(run, true), ElementsAre("Far", "Thief"));
 }
 
 // Would catch marks or numbers of the run that stay in the artist's scene.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
+#include "mesh/file/mesh_reader.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -103,19 +104,65 @@ TEST(Structure, TwoMeshesOfOneNameInTheCommonFolderAreTold) {
                     "Необходимо переименовать одну из костей."));
 }
 
-// Would catch a model behind a Structure that goes on filling its folder.
-TEST(Structure, AModelBehindItStandsAlone) {
+std::vector<std::string> MeshesIn(const support::eExportRun& run, const std::string& folder) {
+    const std::string bytes = run.Read(folder + "/.mesh");
+    std::string problem;
+    const auto content =
+        ReadMeshFile({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, problem);
+    std::vector<std::string> names;
+    for (const eFileMesh& mesh : content.value_or(eMeshFileContent{}).meshes) {
+        names.push_back(mesh.name);
+    }
+    return names;
+}
+
+// A fort with a tower that is a Structure too, between two plain models; stone and hand are shared objects.
+// Behind the fort stands a tank.
+support::eSceneBuilder Fort(bool brokenTower) {
     support::eSceneBuilder scene;
     support::eNode tank = Model(scene, "tank", "tank");
     support::eNode left = Mesh(tank, "left");
     tank.Child("right").Property("Poly").SameObject(left);
-    Mesh(Model(scene, "ship", "ship").Property("Structure"), "hull");
-    support::eExportRun run(scene.Build());
+    support::eNode fort = Model(scene, "fort", "fort").Property("Structure");
+    Mesh(fort, "wall");
+    support::eNode stone = Mesh(Nested(fort, "gate", "fort/gate"), "stone_g");
+    support::eNode tower = Nested(fort, "tower", "fort/tower").Property("Structure");
+    Mesh(tower, "roof");
+    if (brokenTower) {
+        Mesh(tower, "Roof");
+    }
+    support::eNode clock = Nested(tower, "clock", "fort/tower/clock");
+    clock.Child("stone_c").Property("Poly").SameObject(stone);
+    support::eNode hand = Mesh(clock, "hand_c");
+    Nested(tower, "bell", "fort/tower/bell").Child("hand_b").Property("Poly").SameObject(hand);
+    support::eNode yard = Nested(fort, "yard", "fort/yard");
+    yard.Child("stone_y").Property("Poly").SameObject(stone);
+    return scene;
+}
+
+// Would catch a Structure within another one that closes the outer set, so that the models beside it show
+// meshes of no file; its own models left out; and a model behind both that goes on filling their folder.
+TEST(Structure, AStructureWithinAnotherHasAFolderOfItsOwn) {
+    support::eExportRun run(Fort(false).Build());
     run.Do();
     EXPECT_THAT(run.Messages(), IsEmpty());
-    EXPECT_THAT(ExportedRoots(run), ElementsAre("ship", "tank"));
+    EXPECT_THAT(ExportedRoots(run), ElementsAre("fort", "yard", "tower", "bell", "clock", "gate", "tank"));
+    EXPECT_THAT(MeshesIn(run, "fort/common"), ElementsAre("wall", "stone_g"));
+    EXPECT_THAT(run.Model("fort/yard/yard.mdl"), HasSubstr("{view poly \"../common/stone_g\"}"));
+    EXPECT_THAT(run.Model("fort/gate/gate.mdl"), HasSubstr("{view poly \"../common/stone_g\"}"));
+    EXPECT_THAT(run.Text("fort/tower/tower.def"), HasSubstr("{place \"tower\" \"clock\"}"));
+    EXPECT_THAT(MeshesIn(run, "fort/tower/common"), ElementsAre("roof", "hand_c"));
+    EXPECT_THAT(run.Model("fort/tower/bell/bell.mdl"), HasSubstr("{view poly \"../common/hand_c\"}"));
+    EXPECT_THAT(MeshesIn(run, "fort/tower/clock"), ElementsAre("stone_c"));
     EXPECT_THAT(run.Model("tank/tank.mdl"), HasSubstr("{bone \"right\"\n\t\t\t{view poly \"left\"}"));
     EXPECT_FALSE(run.Has("tank/common"));
+
+    support::eExportRun broken(Fort(true).Build());
+    broken.Do();
+    EXPECT_THAT(broken.Messages(), ElementsAre("Ошибка: Найдено повторяющееся имя кости: roof!"));
+    EXPECT_THAT(MeshesIn(broken, "fort/common"), ElementsAre("wall", "stone_g"));
+    EXPECT_THAT(MeshesIn(broken, "fort/tower/bell"), ElementsAre("hand_b"));
+    EXPECT_THAT(broken.Model("fort/tower/clock/clock.mdl"), HasSubstr("{view poly \"hand_c\"}"));
 }
 
 // Would catch a view that the game finds no mesh for, and a wrong or missing reason.
@@ -147,6 +194,36 @@ TEST(MissingMeshes, ViewsOfMeshesThatNobodyWritesAreTold) {
                                             "но этот мэш не записан: ") +
                                 spoiled.reason + "."));
         EXPECT_THAT(run.Model("tank/tank.mdl"), HasSubstr("{view poly \"first\""));
+    }
+}
+
+// Would catch geometry that vanishes into a mesh which is never written, and a wrong reason.
+TEST(MissingMeshes, PartsOfMeshesThatNobodyWritesAreTold) {
+    struct eCase {
+        std::function<void(support::eNode& arm, const support::eNode& hull)> spoil;
+        const char* reason;
+    };
+    const std::vector<eCase> cases = {
+        {[](auto&, auto&) {}, "у нее нет параметра 'Poly'"},
+        {[](auto& arm, auto&) { arm.Property("CommonMesh=hull"); },
+         "она сама входит в общий мэш другой кости"},
+        {[](auto& arm, auto& hull) { arm.Property("Poly").SameObject(hull); },
+         "она сама показывает мэш другой кости"},
+        {[](auto& arm, auto&) { arm.Property("Poly").Object(eCircleObject{1}); }, "она состоит из линий"},
+    };
+    for (const eCase& spoiled : cases) {
+        support::eSceneBuilder scene;
+        support::eNode hull = Mesh(Model(scene, "root", "tank"), "hull");
+        support::eNode arm = hull.Child("arm").Object(eBoxObject{1, 1, 1});
+        spoiled.spoil(arm, hull);
+        arm.Child("badge").Property("CommonMesh=arm").Object(eBoxObject{1, 1, 1});
+        support::eExportRun run(scene.Build());
+        run.Do();
+        EXPECT_THAT(
+            run.Messages(),
+            ElementsAre(std::string("Ошибка: Мэш 'badge' не попал в общий мэш кости 'arm', потому что "
+                                    "тот не записан: ") +
+                        spoiled.reason + "."));
     }
 }
 

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -117,11 +116,21 @@ TEST_F(SdlReader, IncludesFilesOfTheirFolders) {
     folder.Write("common.inc", "(define \"gun\" {gun (include \"wheel.inc\")})");
     folder.Write("units/wheel.inc", "here");
     Mount();
-    eReader reader;
-    reader.Open("/units/tank.mdl");
-    EXPECT_EQ(reader.Ident(), "model");
-    EXPECT_EQ(TextOf(reader), "{ hull 5 } { gun here } end }");
+    auto reader = std::make_unique<eReader>();
+    reader->Open("/units/tank.mdl");
+    EXPECT_EQ(reader->Ident(), "model");
+    EXPECT_EQ(TextOf(*reader), "{ hull 5 } { gun here } end }");
     EXPECT_EQ(xIo::xRepository::CurrentFolder(), "/units/");
+
+    // Would catch a reader that takes the place of another one with it, in folders and in reports.
+    folder.Write("other/ship.mdl", "{ship}");
+    Mount();
+    eReader other;
+    other.Open("/other/ship.mdl");
+    reader.reset();
+    EXPECT_EQ(xIo::xRepository::CurrentFolder(), "/other/");
+    EXPECT_EQ(FailText([&] { other.Integer(); }), "SDL: integer expected");
+    EXPECT_THAT(messages.log, HasSubstr("\n> (/other/ship.mdl)\n"));
 }
 
 // Would catch: a report that leaves the artist to search for the place.
@@ -279,6 +288,7 @@ TEST_F(SdlReader, ReadsWhatTheWriterWrites) {
     EXPECT_EQ(reader.Number(), 1234570.0F);
     reader.BlockEnd();
     EXPECT_TRUE(reader.PeekIs(kTokenEnd));
+    EXPECT_EQ(Read("\"c:\\game\\data\\\\\" a"), "c:\\game\\data\\ a") << "as somebody has typed it";
 }
 
 }  // namespace

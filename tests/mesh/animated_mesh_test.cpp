@@ -1,7 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "animation/animation_reader.h"
 #include "geometry/vertex_layout.h"
+#include "mesh/build/finite_vertex.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/animated_part.h"
 
@@ -12,105 +16,189 @@ using namespace standalone;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 
-// A triangle whose vertices rise by 1 from frame 0 to frame 10.
-eMeshObject RisingTriangle() {
+// A triangle whose vertices rise by 1 from the frame on for ten frames.
+eMeshObject RisingTriangle(int begin = 0) {
     eMeshObject object{TexturedTriangle(), {}};
     std::vector<host::Point3> risen = object.mesh.verts;
     for (host::Point3& vertex : risen) {
         vertex.z += 1;
     }
-    object.vertexKeys = {{0, object.mesh.verts}, {10, risen}};
+    object.vertexKeys = {{static_cast<double>(begin), object.mesh.verts}, {begin + 10.0, risen}};
     return object;
 }
 
-// A merged mesh of one node, animated over the frames 0 to 10 and once more over 5 to 7.
-void FlagScene(support::eSceneBuilder& scene) {
-    scene.Settings().lastFrame = 10;
+// A merged mesh of one node, animated over eleven frames and once more over three of them.
+void FlagScene(support::eSceneBuilder& scene, int begin = 0) {
+    scene.Settings().firstFrame = begin;
+    scene.Settings().lastFrame = begin + 10;
     support::eNode root = scene.Node("root").Object(eHelperObject{});
-    root.Property("Model=units/tank").Property("animation=wave,all,0-10").Property("animation=calm,all,5-7");
-    support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle());
+    root.Property("Model=units/tank").Property("animation=wave,all");
+    root.Property("animation=calm,all," + std::to_string(begin + 5) + "-" + std::to_string(begin + 7));
+    support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle(begin));
     scene.SelectionSet("all", {flag});
 }
 
-float HeightAt(eMeshRun& run, std::size_t frame) {
-    return run.Bone("flag").mesh.frames[frame].positions[0].z;
+float HeightAt(eMeshRun& run, int frame) {
+    return run.Bone("flag").mesh.frames[run.exporter.frames.MeshFrameOf(frame)].positions[0].z;
 }
 
-// Catches frames at other times than their own, a frame that is read twice by two animations, and a first
-// frame that is not the static one.
+// Catches frames at other times than their own, a frame that is read twice by two animations, a first frame
+// that is not the static one, timelines that are lost as they don't begin at 0, and a reversed animation that
+// fills its frames from the end.
 TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
+    for (const int begin : {0, -4, 70000}) {
+        support::eSceneBuilder scene;
+        FlagScene(scene, begin);
+        eMeshRun run(scene);
+        EXPECT_THAT(run.Messages(), IsEmpty());
+        EXPECT_EQ(run.Bone("flag").mesh.frames.size(), begin == 0 ? 11U : 12U);
+        for (int frame = 0; frame <= 10; ++frame) {
+            EXPECT_NEAR(HeightAt(run, begin + frame), static_cast<float>(frame) / 10, 1e-6F);
+        }
+        for (const eExportMeshFrame& frame : run.Bone("flag").mesh.frames) {
+            EXPECT_EQ(frame.positions.size(), 3U);
+        }
+    }
     support::eSceneBuilder scene;
     FlagScene(scene);
     eMeshRun run(scene);
+    run.SetOptions([eExportOptions& options) {
+        options.reverseAnimation = true; });
+    run.Do();
+    EXPECT_EQ(HeightAt(run, 0), 0);
+    EXPECT_NEAR(HeightAt(run, 1), 1, 1e-6F);
+    EXPECT_NEAR(HeightAt(run, 10), 0.1F, 1e-6F);
+}
+
+// Per bone of the animation the number of its keys, and of those with vertices.
+std::map<std::string, std::pair<int, int>> KeysOf(const eMeshRun& run, const std::string& path) {
+    const std::string bytes = run.Read(path);
+    std::string problem;
+    const eAnimation animation = ReadAnimation(BytesOf(bytes), problem).value_or(eAnimation{});
+    std::map<std::string, std::pair<int, int>> keys;
+    for (const eAnimationFrame& frame : animation.frames) {
+        for (const eAnimationKey& key : frame.keys) {
+            auto& [all, withVertices] = keys[animation.bones[static_cast<std::size_t>(key.bone)]];
+            ++all;
+            withVertices += key.vertexSection.empty() ? 0 : 1;
+        }
+    }
+    return keys;
+}
+
+// Catches frames that carry the name of the part which came last, an ordinary bone that loses its first frame
+// or gets vertices, and a question about the mesh, its space first, that is asked of a part.
+TEST(AnimatedMesh, AStaticPartLeavesTheBoneWhatItHas) {
+    support::eSceneBuilder scene;
+    scene.Settings().lastFrame = 10;
+    support::eNode root = Model(scene).Property("animation=wave,all,0-10");
+    support::eNode flag = root.Child("flag").Property("CommonMesh").Property("AniTex=water,5");
+    flag.Object(RisingTriangle());
+    flag.Child("badge").Property("CommonMesh=flag").Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode arm = MeshNode(root, "arm", TexturedTriangle()).GroupHead();
+    arm.Key({.frame = 0, .position = host::Point3{0, 0, 0}});
+    arm.Key({.frame = 10, .position = host::Point3{0, 0, 3}});
+    support::eNode stripe = arm.Child("stripe").Property("CommonMesh=arm").Position(5, 0, 0);
+    stripe.Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode part = arm.Child("part").GroupMember().Position(0, 7, 0);
+    part.Object(eMeshObject{TexturedTriangle(), {}});
+    scene.SelectionSet("all", {flag, arm});
+    eMeshRun run(scene);
     EXPECT_THAT(run.Messages(), IsEmpty());
-    ASSERT_EQ(run.Bone("flag").mesh.frames.size(), 11U);
-    for (std::size_t frame = 0; frame <= 10; ++frame) {
-        EXPECT_NEAR(HeightAt(run, frame), static_cast<float>(frame) / 10, 1e-6F);
-        EXPECT_EQ(run.Bone("flag").mesh.frames[frame].positions.size(), 3U);
+    EXPECT_THAT(KeysOf(run, "units/tank/wave.anm"),
+                ElementsAre(Pair("arm", Pair(11, 0)), Pair("flag", Pair(11, 11))));
+    EXPECT_THAT(run.Text("units/tank/tank.mdl"), HasSubstr("{name \"water\"}"));
+    EXPECT_EQ(run.Soup("arm").positions[6], (host::Point3{0, 7, 0}));
+}
+
+// Catches parts that shift when an animation leaves out one of them, and a part before its mesh that stays
+// behind.
+TEST(AnimatedMesh, EachPartMovesWhereTheAnimationCoversIt) {
+    for (const bool edgeIsFirst : {true, false}) {
+        for (const bool edgeMoves : {true, false}) {
+            support::eSceneBuilder scene;
+            scene.Settings().lastFrame = 10;
+            support::eNode root = Model(scene).Property("animation=wave,moving,0-10");
+            support::eNode first = root.Child(edgeIsFirst ? "edge" : "flag").Object(RisingTriangle());
+            support::eNode second =
+                (edgeIsFirst ? root : first).Child(edgeIsFirst ? "flag" : "edge").Object(RisingTriangle());
+            support::eNode& flag = (edgeIsFirst ? second : first).Property("CommonMesh");
+            support::eNode& edge =
+                (edgeIsFirst ? first : second).Property("CommonMesh=flag").Position(5, 0, 0);
+            scene.SelectionSet("moving", edgeMoves ? std::vector{flag, edge} : std::vector{flag});
+            eMeshRun run(scene);
+            EXPECT_THAT(run.Messages(), IsEmpty());
+            const std::vector<host::Point3>& positions = run.Bone("flag").mesh.frames[10].positions;
+            ASSERT_EQ(positions.size(), 6U);
+            EXPECT_EQ(positions[edgeIsFirst ? 3 : 0], (host::Point3{0, 0, 1}));
+            EXPECT_EQ(positions[edgeIsFirst ? 0 : 3], (host::Point3{5, 0, edgeMoves ? 1.0F : 0.0F}));
+            EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
+        }
     }
 }
 
-// Catches parts that shift when an animation leaves out a node before or behind them.
-TEST(AnimatedMesh, APartThatAnAnimationLeavesOutStandsStill) {
-    for (const bool movesFirst : {true, false}) {
+// Catches a part that writes beyond the frames of its mesh, and motion that is lost in silence or told of a
+// part that keeps its shape.
+TEST(AnimatedMesh, MotionThatTheMeshDoesNotHoldIsTold) {
+    struct eCase {
+        const char* flag;
+        eMeshObject edge;
+        testing::Matcher<std::vector<std::string>> messages;
+    };
+    const eMeshObject still{TexturedTriangle(), {}};
+    const eCase cases[] = {
+        {"Poly", RisingTriangle(),
+         ElementsAre(HasSubstr("'edge' анимирован по кадрам в анимации 'wave', а общий мэш 'flag', "))},
+        {"Poly", still, IsEmpty()},
+        {"CommonMesh", RisingTriangle(),
+         ElementsAre(HasSubstr("Анимация 'wave' охватывает мэш 'edge', но не общий мэш 'flag', "))},
+    };
+    for (const eCase& one : cases) {
         support::eSceneBuilder scene;
         scene.Settings().lastFrame = 10;
-        support::eNode root = scene.Node("root").Object(eHelperObject{});
-        root.Property("Model=units/tank").Property("animation=wave,moving,0-10");
-        support::eNode flag = root.Child("flag").Property("CommonMesh").Object(RisingTriangle());
-        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(RisingTriangle());
-        edge.Position(5, 0, 0);
-        scene.SelectionSet("moving", {movesFirst ? flag : edge});
+        support::eNode root = Model(scene).Property("animation=wave,all,0-10");
+        support::eNode flag = root.Child("flag").Property(one.flag).Object(RisingTriangle());
+        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(one.edge);
+        scene.SelectionSet("all", {edge});
         eMeshRun run(scene);
-        EXPECT_THAT(run.Messages(), IsEmpty());
-        const eExportMesh& mesh = run.Bone("flag").mesh;
-        ASSERT_EQ(mesh.faces.size(), 2U);
-        const std::vector<host::Point3>& positions = mesh.frames[10].positions;
-        ASSERT_EQ(positions.size(), 6U);
-        EXPECT_EQ(positions[mesh.faces[0].v[0]], (host::Point3{0, 0, movesFirst ? 1.0F : 0.0F}));
-        EXPECT_EQ(positions[mesh.faces[1].v[0]], (host::Point3{5, 0, movesFirst ? 0.0F : 1.0F}));
+        EXPECT_THAT(run.Messages(), one.messages);
         EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
     }
 }
 
-// Catches a node that writes beyond the frames of the mesh that it feeds, and a silence about it.
-TEST(AnimatedMesh, ATargetWithoutFramesIsTold) {
+// Catches a position that leaves the range of numbers behind the static frame, and a mesh lost to one frame.
+TEST(AnimatedMesh, AFrameThatOverflowsKeepsTheStaticShape) {
     support::eSceneBuilder scene;
-    scene.Settings().lastFrame = 10;
-    support::eNode root = scene.Node("root").Object(eHelperObject{});
-    root.Property("Model=units/tank").Property("animation=wave,all,0-10").Property("animation=calm,all,5-7");
-    support::eNode flag = MeshNode(root, "flag", TexturedTriangle());
-    support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(RisingTriangle());
-    edge.Position(5, 0, 0);
-    scene.SelectionSet("all", {flag, edge});
+    FlagScene(scene);
+    scene.Settings().unitMetres = 1000;
+    auto& rising = std::get<eMeshObject>(scene.Settings().objects.back().kind);
+    rising.vertexKeys[1].vertices[2].x = 1e36F;
     eMeshRun run(scene);
-    EXPECT_THAT(run.Messages(),
-                ElementsAre(HasSubstr("Мэш 'edge' анимирован по кадрам, а общий мэш 'flag', в который он "
-                                      "входит, нет.")));
-    EXPECT_EQ(run.Mesh("flag").indices.size(), 6U);
+    EXPECT_THAT(
+        run.Messages(),
+        ElementsAre(HasSubstr("Мэш 'flag' в кадре 4 содержит координаты, которые не являются числами.")));
+    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
+    for (const int frame : {3, 4, 10}) {
+        const std::vector<eExportVertex>& vertices =
+            run.exporter.frames.At(frame).bones[index].mesh->vertices;
+        EXPECT_NEAR(vertices[0].position.z, frame == 3 ? 300 : 0, 1e-3F);
+        EXPECT_TRUE(std::ranges::all_of(vertices, IsFinite));
+    }
+    EXPECT_EQ(run.Mesh("flag").indices.size(), 3U);
 }
 
-// Catches a part that is lost because its target comes later in the scene, and one that comes too late and is
-// lost without a word.
-TEST(AnimatedMesh, APartMayComeBeforeItsTargetButNotBehindIt) {
-    for (const bool before : {true, false}) {
-        support::eSceneBuilder scene;
-        support::eNode root = Model(scene);
-        support::eNode first =
-            root.Child(before ? "edge" : "flag").Object(eMeshObject{TexturedTriangle(), {}});
-        support::eNode second =
-            root.Child(before ? "flag" : "edge").Object(eMeshObject{TexturedTriangle(), {}});
-        (before ? first : second).Property("CommonMesh=flag").Position(5, 0, 0);
-        (before ? second : first).Property("Poly");
-        eMeshRun run(scene);
-        EXPECT_EQ(run.Bone("flag").mesh.faces.size(), before ? 2U : 1U);
-        EXPECT_EQ(run.Messages().size(), before ? 0U : 1U);
-        if (!before) {
-            EXPECT_THAT(run.Messages()[0],
-                        HasSubstr("Мэш 'edge' не попал в общий мэш 'flag': тот уже записан."));
-        }
-    }
+// Catches a part that comes too late and is lost without a word.
+TEST(AnimatedMesh, APartBehindItsWrittenMeshIsTold) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    MeshNode(root, "flag", TexturedTriangle());
+    root.Child("edge").Property("CommonMesh=flag").Object(eMeshObject{TexturedTriangle(), {}});
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("flag").indices.size(), 3U);
+    EXPECT_THAT(run.Messages(),
+                ElementsAre(HasSubstr("Мэш 'edge' не попал в общий мэш 'flag': тот уже записан.")));
 }
 
 // A node that loses a face behind frame 2.
@@ -152,14 +240,11 @@ TEST(AnimatedMesh, AFrameWithOtherFacesKeepsTheStaticShape) {
     eExportBone& bone = reading.Slot("flag", 6);
     bone.node = &node;
     bone.commonMesh = true;
-    reading.run.frames.resize(6);
     eExportAnimation wave;
     wave.lastFrame = 5;
     reading.run.animations = {wave};
     reading.run.options.exportAnimation = 1;
-    for (eExportFrame& frame : reading.run.frames) {
-        frame.bones.resize(1);
-    }
+    reading.run.frames = eFrameTable(reading.run.animations, 1);
     ExtractNodeMesh(reading.run, node, nullptr, &node);
     for (const eExportMeshFrame& frame : bone.mesh.frames) {
         EXPECT_EQ(ExtentOf(frame), (eFrameExtent{4, 2}));

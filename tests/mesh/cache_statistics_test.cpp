@@ -22,9 +22,7 @@ TEST(CacheStatistics, CountsMissesOfAFirstInFirstOutCache) {
     EXPECT_EQ(SimulateVertexCache(indices, 4).misses, 5u + 1u);
     EXPECT_EQ(SimulateVertexCache(indices, 5).misses, 5u);
     EXPECT_EQ(SimulateVertexCache(indices, 1).misses, 9u);
-}
 
-TEST(CacheStatistics, IsZeroForAnEmptyList) {
     EXPECT_EQ(SimulateVertexCache({}, 24).MissesPerTriangle(), 0.0);
     EXPECT_EQ(SimulateVertexCache({}, 24).MissesPerVertex(), 0.0);
 }

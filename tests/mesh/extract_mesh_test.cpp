@@ -224,6 +224,28 @@ TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
     }
 }
 
+// Catches normals without direction in the file, and a face that takes another's normal for its own.
+TEST(ExtractMesh, ANormalThatCancelsOutIsTheFacesOwn) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    const std::vector<host::Point3> square = {{0, 0, 0}, {0, 2, 0}, {0, 2, 1}, {0, 0, 1}};
+    MeshNode(root, "card", support::TriangleMesh(square, {{0, 1, 2}, {0, 2, 3}, {2, 1, 0}, {3, 2, 0}}));
+    MeshNode(root, "sliver", support::TriangleMesh({{0, 0, 0}, {1, 0, 0}, {3, 0, 0}}, {{0, 1, 2}}));
+    host::Mesh unset = TexturedTriangle();
+    unset.specifiedNormals =
+        host::MeshNormalSpec{.normals = {{}}, .faceNormals = {0, 0, 0}, .explicitNormals = {true}};
+    MeshNode(root, "unset", unset);
+    MeshNode(root, "tiny", TexturedTriangle()).Offset({.scale = {1e-25F, 1e-25F, 1e-25F}});
+    eMeshRun run(scene);
+    EXPECT_EQ(run.Mesh("card").vertexCount, 8U);
+    for (std::size_t face = 0; face < 4; ++face) {
+        ExpectNear(run.Soup("card").cornerNormals[face][2], {face < 2 ? 1.0F : -1.0F, 0, 0});
+    }
+    for (const char* node : {"sliver", "unset", "tiny"}) {
+        ExpectNear(run.Soup(node).cornerNormals[0][0], {0, 0, 1});
+    }
+}
+
 // Catches a corner that takes another group's normal, and the first of several that fit.
 TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
     host::Mesh mesh = TexturedTriangle();
@@ -243,17 +265,23 @@ TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
     }
 }
 
-// Catches warnings told once per map instead of once per face that meets it.
-TEST(ExtractMesh, WorldCoordinatesAreToldForEachFace) {
+// Catches a warning for each face or frame, one for all maps, and a wrong count of faces.
+TEST(ExtractMesh, WorldCoordinatesAreToldOnceForEachNodeAndMap) {
     support::eSceneBuilder scene;
-    const int map = scene.Map(eCheckerMap{}, {.source = 3}, "rain");
-    host::Mesh mesh = support::GridMesh(1, 1);
-    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("wet", TexturedMaterial(map)));
+    const auto wet = [&scene](const char* map) {
+        return scene.Material("wet", TexturedMaterial(scene.Map(eCheckerMap{}, {.source = 3}, map)));
+    };
+    host::Mesh mesh = support::GridMesh(2, 1);
+    mesh.faces[3].setMatID(1);
+    support::eNode hat = MeshNode(Model(scene).Property("animation=wave,all,0-3"), "hat", mesh);
+    hat.Property("CommonMesh").Material(scene.Material("m", eMultiMaterial{{wet("rain"), wet("hail")}}));
+    scene.SelectionSet("all", {hat});
     eMeshRun run(scene);
-    const std::string told =
-        "Предупреждение: Неподдерживаемый канал текстурирования в материале 'rain'. Будет использоваться "
-        "'Object XYZ'.";
-    EXPECT_THAT(run.Messages(), ElementsAre(told, told));
+    const auto told = [](const std::string& map, const std::string& rest) {
+        return "Предупреждение: Неподдерживаемый канал текстурирования в материале '" + map +
+               "'. Будет использоваться 'Object XYZ'.\nУзел 'hat', граней: " + rest;
+    };
+    EXPECT_THAT(run.Messages(), ElementsAre(told("rain", "3."), told("hail", "1.")));
 }
 
 // Catches a second coordinate set that comes from the wrong map.

@@ -117,6 +117,7 @@ TEST(MeshCheck, NamesWhatIsWrongAndWhere) {
              eSpoiltField{"flags", 70, 4, "a sub-mesh has unknown flags at byte 56"},
              eSpoiltField{"position", 91, 0x7F80, "a vertex has a number that is not finite at byte 89"},
              eSpoiltField{"another position", 91, 0x4F00, "a position lies outside the bounds at byte 89"},
+             eSpoiltField{"normal", 111, 0x4000, "a normal is not of unit length at byte 89"},
              eSpoiltField{"index", 193, 3, "a triangle uses a vertex of another sub-mesh at byte 193"},
          }) {
         std::string spoilt = file;

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <set>
 
@@ -14,6 +16,8 @@ namespace {
 
 using namespace mesh_test;
 using namespace standalone;
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
@@ -36,32 +40,30 @@ public:
 struct eReadCorner {
     std::vector<std::pair<int, float>> influences;
     int bonesPerVertex = 0;
-    bool leftOutBones = false;
+    std::set<int> leftOutBones;
 };
 
 eReadCorner ReadCorner(const std::vector<std::pair<int, float>>& assigned, int boneCount = 255) {
     eWeights weights;
     weights.ofVertex[0] = assigned;
-    eFaceSkinReader reader(weights, boneCount);
+    std::vector<std::uint8_t> numbers(static_cast<std::size_t>(boneCount));
+    std::iota(numbers.begin(), numbers.end(), std::uint8_t{1});
+    eFaceSkinReader reader(weights, numbers);
     eReadCorner result;
     const eExportFaceSkin face = reader.ReadFaceSkin({0, 1, 2}, result.bonesPerVertex);
     for (int k = 0; k < kInfluencesPerCorner; ++k) {
         result.influences.emplace_back(face.bones[0][k], face.weights[0][k]);
     }
-    result.leftOutBones = reader.HasLeftOutBones();
+    result.leftOutBones = reader.LeftOutBones();
     return result;
 }
 
-// Catches a selection that is not the heaviest three, a sum that is not 1, and an order of equal weights that
-// hangs on the sort.
+// Catches a selection that is not the heaviest three, a sum that is not 1, an order of equal weights that
+// hangs on the sort, and one bone with the layout of one.
 TEST(FaceSkin, TheThreeHeaviestInfluencesStay) {
     EXPECT_THAT(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.125F}, {7, 0.75F}, {8, 0.5F}}).influences,
                 ElementsAre(Pair(8, 0.75F / 1.75F), Pair(6, 0.5F / 1.75F), Pair(9, 0.5F / 1.75F)));
     EXPECT_EQ(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.25F}}).bonesPerVertex, 3);
-}
-
-// Catches one bone with the layout of one, and a weight that is not brought to 1.
-TEST(FaceSkin, OneInfluenceHasTheLayoutOfTwo) {
     const eReadCorner corner = ReadCorner({{0, 0.5F}});
     EXPECT_THAT(corner.influences, ElementsAre(Pair(1, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
     EXPECT_EQ(corner.bonesPerVertex, 2);
@@ -83,7 +85,7 @@ TEST(FaceSkin, WorthlessWeightsLeaveTheCornerWithoutBones) {
 TEST(FaceSkin, BonesOutsideTheTableAreLeftOut) {
     const eReadCorner corner = ReadCorner({{2, 0.75F}, {1, 0.25F}, {-1, 0.5F}}, 2);
     EXPECT_THAT(corner.influences, ElementsAre(Pair(2, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_TRUE(corner.leftOutBones);
+    EXPECT_THAT(corner.leftOutBones, ElementsAre(-1, 2));
 }
 
 eExportFaceSkin FaceWithBones(std::initializer_list<int> numbers) {
@@ -167,7 +169,7 @@ TEST(Skin, TheMeshComesInItsRestPose) {
     EXPECT_EQ(HeightOf("NoSkin"), 1);
 }
 
-// Catches a table that wraps at 8 bits, and faces without their table.
+// Catches a table that wraps at 8 bits, faces without their table, and advice that leads astray behind it.
 TEST(Skin, TooManyBonesAreTold) {
     support::eSceneBuilder scene;
     support::eNode node = MeshNode(Model(scene), "hat", TexturedTriangle());
@@ -176,8 +178,12 @@ TEST(Skin, TooManyBonesAreTold) {
         bones.push_back(node.Child("b" + std::to_string(i)).Object(eHelperObject{}));
     }
     node.Skin(bones, {{{0, 1}}, {{0, 1}}, {{0, 1}}});
+    bones[0].Child("copy").Property("Poly").Property("Mesh=hat");
     eMeshRun run(scene);
-    EXPECT_EQ(run.Messages().front(), "Ошибка: Слишком много костей для скиннинга мэша 'hat'");
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Ошибка: Слишком много костей для скиннинга мэша 'hat'",
+                            "Ошибка: Кость 'copy' показывает мэш кости 'hat', но этот мэш не записан: "
+                            "причина указана выше."));
     EXPECT_EQ(run.Bone("hat").mesh.skinBones.size(), 255U);
     EXPECT_FALSE(run.Has("units/tank/.mesh"));
 }
@@ -209,6 +215,65 @@ TEST(Skin, ASkinnedPartOfAGroupWithoutSkinIsLeftOut) {
     EXPECT_EQ(run.Messages().front(), "Ошибка: Скиновый мэш в нескиновой группе!");
     EXPECT_FALSE(run.Mesh("hat").skinned);
     EXPECT_EQ(run.Mesh("hat").indices.size(), 3U);
+}
+
+// Catches a part on the bones that stand in its skin's places in another skin, a part before its mesh that
+// has no bones, and influences that are lost without their names.
+TEST(Skin, EachPartFollowsTheBonesOfItsOwnSkin) {
+    for (const bool sleeveIsFirst : {true, false}) {
+        support::eSceneBuilder scene;
+        support::eNode root = Model(scene);
+        std::vector<support::eNode> bones;
+        for (const char* name : {"b0", "b1", "b2", "b3"}) {
+            bones.push_back(root.Child(name).Object(eHelperObject{}));
+        }
+        support::eNode first = root.Child(sleeveIsFirst ? "sleeve" : "coat");
+        support::eNode second = (sleeveIsFirst ? root : first).Child(sleeveIsFirst ? "coat" : "sleeve");
+        support::eNode& coat = (sleeveIsFirst ? second : first).Property("Poly");
+        coat.Object(eMeshObject{TexturedTriangle(), {}});
+        coat.Skin({bones[0], bones[1], bones[2]}, {{{1, 1}}, {{1, 1}}, {{1, 1}}});
+        support::eNode& sleeve = (sleeveIsFirst ? first : second).Property("CommonMesh=coat");
+        sleeve.Position(5, 0, 0).Object(eMeshObject{TexturedTriangle(), {}});
+        sleeve.Skin({bones[2], bones[3], bones[0]}, {{{2, 1}}, {{2, 1}}, {{0, 0.5F}, {1, 0.5F}}});
+        eMeshRun run(scene);
+        EXPECT_THAT(run.Messages(),
+                    ElementsAre("Ошибка: Скин узла 'sleeve' ссылается на кости, которых нет в скине 'coat': "
+                                "'b3'. Их веса не записаны.\nНеобходимо добавить эти кости в скин 'coat'."));
+        const eFileMesh mesh = run.Mesh("coat");
+        std::set<std::string> followed;
+        for (std::size_t v = 0; v < mesh.vertexCount; ++v) {
+            const eExportVertex vertex = mesh.Vertex(mesh.subMeshes[0], v);
+            const int bone = mesh.subMeshes[0].palette[vertex.boneIndices[0]];
+            followed.insert(std::to_string(std::lround(vertex.position.x)) + "," +
+                            std::to_string(std::lround(vertex.position.y)) + " " +
+                            mesh.bones[static_cast<std::size_t>(bone - 1)]);
+        }
+        EXPECT_THAT(followed, ElementsAre("0,0 b1", "0,2 b1", "2,0 b1", "5,0 b0", "5,2 b2", "7,0 b0"));
+    }
+}
+
+// Catches bones that the game does not find, told without their reason, and the shape of a hidden bone that
+// gets into the game unseen.
+TEST(Skin, BonesThatTheSkeletonLacksAreTold) {
+    support::eSceneBuilder scene;
+    support::eNode root = Model(scene);
+    support::eNode hips = root.Child("hips").Object(eHelperObject{}).Hidden();
+    support::eNode coat = MeshNode(root, "coat", TexturedTriangle()).GroupHead();
+    support::eNode knob = coat.Child("knob").GroupMember().Hidden();
+    knob.Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode other = scene.Node("other").Property("Model=units/other").Object(eHelperObject{});
+    const std::vector bones = {root, hips.Child("leg").Object(eHelperObject{}), knob, other,
+                               root.Child("zone").Property("Area").Object(eHelperObject{})};
+    coat.Skin(bones, {{{0, 1}}, {{1, 1}}, {{2, 1}}});
+    eMeshRun run(scene);
+    EXPECT_THAT(
+        run.Messages(),
+        AllOf(Contains("Ошибка: Скин мэша 'coat' содержит кости, которых нет в скелете:\n"
+                       "'leg': кость 'hips' скрыта.\n'knob': она входит в группу 'coat'.\n"
+                       "'other': она находится вне модели 'root'.\n"
+                       "'zone': она не является отдельной костью."),
+              Contains("Предупреждение: Кость 'knob' скина 'coat' скрыта, но входит в его группу, и ее "
+                       "геометрия записана в мэш.\nНеобходимо вынести кость из группы.")));
 }
 
 // Catches sub-meshes that see more than 25 bones, and palettes that lead to other bones than the weights.

@@ -18,31 +18,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// Two triangles over a common edge that rises in the middle, so that their normals differ where not smoothed.
-host::Mesh Roof(std::uint32_t left, std::uint32_t right) {
-    host::Mesh mesh =
-        support::TriangleMesh({{0, 0, 1}, {0, 2, 1}, {-1, 1, 0}, {1, 1, 0}}, {{0, 1, 2}, {1, 0, 3}});
-    mesh.faces[0].smGroup = left;
-    mesh.faces[1].smGroup = right;
-    return mesh;
-}
-
-std::size_t VerticesOf(const host::Mesh& mesh) {
-    support::eSceneBuilder scene;
-    MeshNode(Model(scene), "hat", mesh);
-    eMeshRun run(scene);
-    return run.Mesh("hat").vertexCount;
-}
-
-// Catches edges that are smoothed across groups, and vertices that are not shared inside one.
-TEST(WriteMesh, AnEdgeIsSharedWithinASmoothingGroup) {
-    EXPECT_EQ(VerticesOf(Roof(1, 1)), 4U);
-    EXPECT_EQ(VerticesOf(Roof(1, 2)), 6U);
-    host::Mesh flat = support::GridMesh(1, 1);
-    flat.faces[1].smGroup = 2;
-    EXPECT_EQ(VerticesOf(flat), 6U);
-}
-
 // Catches a colour channel that is dropped for a part of a mesh, and one that is kept for white.
 TEST(WriteMesh, ColoursStayWhereAnyOfThemIsNotWhite) {
     const auto formatWith = [](const host::Point3& color) {
@@ -101,15 +76,18 @@ TEST(WriteMesh, DegenerateAndRepeatedTrianglesAreTold) {
     mesh.maps[0].faces.push_back({{0, 1, 1}});
     mesh.faces.push_back(mesh.faces[0]);
     mesh.maps[0].faces.push_back(mesh.maps[0].faces[0]);
-    MeshNode(Model(scene), "hat", mesh);
+    MeshNode(Model(scene), "hat", mesh).Material(scene.Material("Iron", eStandardMaterial{}));
     eMeshRun run(scene);
     EXPECT_THAT(run.Messages(), ElementsAre(warning));
+    EXPECT_THAT(run.messages.log, HasSubstr("Мэш 'hat', материал 'iron': вырожденных или повторяющихся "
+                                            "треугольников 2 из 4 ("));
     EXPECT_EQ(run.Mesh("hat").indices.size(), 6U);
 
     support::eSceneBuilder nothing;
     MeshNode(Model(nothing), "hat", support::TriangleMesh({{0, 0, 0}, {1, 0, 0}}, {{0, 1, 1}}));
     eMeshRun failing(nothing);
     EXPECT_THAT(failing.Messages(), ElementsAre("Error: GenerateStrips failed!"));
+    EXPECT_THAT(failing.messages.log, HasSubstr("треугольников 1 из 1 ("));
     const eFileMesh empty = failing.Mesh("hat");
     EXPECT_EQ(empty.name, "hat");
     EXPECT_THAT(empty.subMeshes, IsEmpty());
@@ -193,6 +171,24 @@ TEST(WriteMesh, AMirroredNodeThatSharesTheMeshIsTold) {
         messagesFor(1),
         ElementsAre("Предупреждение: Инверсный общий полигональный мэш в 'wheel' не поддерживается!"));
     EXPECT_THAT(messagesFor(-1), IsEmpty());
+}
+
+// Catches an instance made with the mirror tool that shows its faces from inside, untold; one that shows no
+// mesh and is told; and a word for each of them.
+TEST(WriteMesh, AMirroredInstanceIsToldLikeAView) {
+    for (const bool asksForMesh : {true, false}) {
+        support::eSceneBuilder scene;
+        support::eNode root = Model(scene);
+        support::eNode wheel = MeshNode(root, "wheel", TexturedTriangle());
+        for (const char* name : {"right", "rear"}) {
+            root.Child(name).SameObject(wheel).Scale(1, -1, 1).Property(asksForMesh ? "Poly" : "spare");
+        }
+        root.Child("left").SameObject(wheel).Property("Poly");
+        const std::vector<std::string> messages = eMeshRun(scene).Messages();
+        EXPECT_EQ(messages.size(), asksForMesh ? 1U : 0U);
+        EXPECT_THAT(messages, testing::Each("Предупреждение: Инверсный общий полигональный мэш в 'wheel' не "
+                                            "поддерживается!"));
+    }
 }
 
 // Catches material names without the way to the shared folder.

@@ -6,7 +6,6 @@
 
 #include "platform/exception_filter.h"
 #include "platform/local_time.h"
-#include "platform/message_box.h"
 #include "platform/user.h"
 #include "support/environment.h"
 
@@ -38,19 +37,6 @@ TEST(ClassicTime, IsFixedByTheEnvironment) {
 TEST(User, HasAName) {
     EXPECT_FALSE(platform::AccountName().empty());
     EXPECT_FALSE(platform::NetworkPath("/a/file"));
-}
-
-TEST(MessageBox, GoesToTheSinkThatWasSetLast) {
-    std::string shown;
-    auto previous = platform::SetMessageBoxSink([&](const platform::eMessageBox& box) {
-        shown = box.text;
-        return platform::eBoxAnswer::Retry;
-    });
-    platform::eMessageBox box;
-    box.text = "text";
-    EXPECT_EQ(platform::ShowMessageBox(box), platform::eBoxAnswer::Retry);
-    EXPECT_EQ(shown, "text");
-    platform::SetMessageBoxSink(previous);
 }
 
 TEST(ExceptionName, KnowsTheCodes) {

@@ -46,6 +46,7 @@ struct eShowField {
         ::SendMessageW(control, BM_SETCHECK, fields.*flag ? BST_CHECKED : BST_UNCHECKED, 0);
     }
     void operator()(std::string eDialogFields::*text) const {
+        ::SendMessageW(control, EM_LIMITTEXT, kLongestOptionPath, 0);
         ::SetWindowTextW(control, platform::WideFromAnsi(fields.*text).c_str());
     }
     void operator()(int eDialogFields::*number) const {
@@ -136,11 +137,15 @@ INT_PTR CALLBACK ExportDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 }  // namespace
 
 bool ShowDialogWindow(Export& run) {
-    const INT_PTR result = ::DialogBoxParamW(platform::ModuleHandle(), MAKEINTRESOURCEW(kDialogResource),
-                                             static_cast<HWND>(run.host->GetMAXHWnd()), ExportDlgProc,
-                                             reinterpret_cast<LPARAM>(&run));
+    const HWND parent = static_cast<HWND>(run.host->GetMAXHWnd());
+    // Over a parent that is no window the system shows nothing and gives the same 0 as the button "cancel".
+    const bool hasPlace = parent == nullptr || ::IsWindow(parent);
+    const INT_PTR result =
+        hasPlace ? ::DialogBoxParamW(platform::ModuleHandle(), MAKEINTRESOURCEW(kDialogResource), parent,
+                                     ExportDlgProc, reinterpret_cast<LPARAM>(&run))
+                 : -1;
     if (result < 0) {
-        Fail(__FILE__, __LINE__, "the options dialog can't be shown");
+        Warn(__FILE__, __LINE__, "the options dialog can't be shown, the stored options are used");
     }
-    return result == 1;
+    return result != 0;
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/diagnostics.h"
+#include "base/failure_report.h"
 #include "base/format.h"
 #include "io/name.h"
 #include "io/repository/folder_walk.h"
@@ -18,9 +19,11 @@
 namespace xIo::xRepository {
 namespace {
 
+// As reports name this source, wherever it lies.
+constexpr const char* kSource = "io/repository";
+
 bool IsExcluded(const eName& name) {
-    const std::string extension = name.Part(eName::Extension);
-    return !extension.empty() && std::ranges::count(Settings().excludedExtensions, extension) > 0;
+    return std::ranges::count(Settings().excludedExtensions, name.Part(eName::Extension).Text()) > 0;
 }
 
 void MountContainer(const std::string& name, const std::string& path) {
@@ -74,7 +77,7 @@ void JoinChain(eStorage& head, std::unique_ptr<eStorage> part) {
 std::unique_ptr<eStream> OpenPart(eStorage& part, const std::string& name) {
     std::unique_ptr<eStream> stream = part.Open(streamRead);
     if (!stream) {
-        Fail(__FILE__, __LINE__, (format("%1%: can't be opened") % name).Text());
+        Fail(kSource, __LINE__, (format("%1%: can't be opened") % name).Text());
     }
     return stream;
 }
@@ -155,6 +158,14 @@ void Clear() {
     Table().clear();
 }
 
+std::string Resolve(const std::string& name) {
+    const eResolvedName resolved = ResolveName(name);
+    if (resolved.problem != nullptr) {
+        Fail(kSource, __LINE__, (format(resolved.problem) % name).Text());
+    }
+    return resolved.name;
+}
+
 std::unique_ptr<eStream> OpenResource(const std::string& name) {
     return OpenResolved(Resolve(name));
 }
@@ -166,15 +177,19 @@ std::unique_ptr<eStream> OpenResolved(const std::string& resolved) {
     }
     eStorage* storage = FindStorage(resolved);
     if (storage == nullptr) {
-        Fail(__FILE__, __LINE__, (format("File not found - %1%") % resolved).Text());
+        Fail(kSource, __LINE__, (format("File not found - %1%") % resolved).Text());
     }
     return storage->next ? OpenChain(*storage, resolved) : OpenPart(*storage, resolved);
 }
 
 bool Exists(const std::string& name) {
-    const std::string resolved = Resolve(name);
-    MountOnDemand(resolved);
-    return FindStorage(resolved) != nullptr;
+    const eResolvedName resolved = ResolveName(name);
+    if (resolved.problem != nullptr) {
+        return false;
+    }
+    // What a damaged container fails with is told to whoever asks for its content.
+    FailureReport([&resolved] { MountOnDemand(resolved.name); });
+    return FindStorage(resolved.name) != nullptr;
 }
 
 std::vector<std::string> Names() {

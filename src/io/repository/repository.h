@@ -26,7 +26,7 @@ struct eSettings {
     std::string userSubfolder;
     std::string basePath;  // where resources lie on disk that are not in the table
     bool mountOnDemand = false;
-    std::vector<std::string> excludedExtensions;  // lower case, with the dot
+    std::vector<std::string> excludedExtensions;  // lower case, with the dot; empty: files without one
     std::vector<std::string> excludedFolders;     // lower case
     std::vector<std::function<std::string(const std::string& path)>> pathMappers;
     std::vector<std::function<void(const std::string& name)>> openHooks;
@@ -54,6 +54,8 @@ void Clear();
 std::unique_ptr<eStream> OpenResource(const std::string& name);
 // The same for a name in its absolute form.
 std::unique_ptr<eStream> OpenResolved(const std::string& resolved);
+// True if the table holds the name. Never fails: a name that leads nowhere, and a damaged .pak that would be
+// mounted on demand, hold nothing.
 bool Exists(const std::string& name);
 // All names of the table, in byte order.
 std::vector<std::string> Names();
@@ -63,7 +65,7 @@ void PushFolder(const std::string& name);
 void PopFolder();
 std::string CurrentFolder();
 
-// Makes a folder the current one while it lives.
+// Makes a folder the current one while it lives. Scopes may end in any order, on the thread where they began.
 class eFolderScope {
 public:
     // The folder in its absolute form, with the slash at its end.

@@ -1,7 +1,5 @@
 #include <string_view>
 
-#include "base/diagnostics.h"
-#include "base/format.h"
 #include "base/thread_storage.h"
 #include "io/name.h"
 #include "io/path.h"
@@ -12,17 +10,18 @@
 namespace xIo::xRepository {
 namespace {
 
+struct eCurrentFolder {
+    std::string name;
+    const eFolderScope* scope = nullptr;  // null for one of PushFolder
+};
+
 struct ePaths {
-    std::vector<std::string> folders = {""};
+    std::vector<eCurrentFolder> folders = {{}};
 };
 
 ePaths& ThreadPaths() {
     static eThreadStorage<ePaths> paths;
     return paths.Get();
-}
-
-[[noreturn]] void FailWith(const char* message, const std::string& name) {
-    Fail(__FILE__, __LINE__, (format(message) % name).Text());
 }
 
 // Where the user keeps documents, with the application's subfolder and a slash behind. It is made if it does
@@ -37,11 +36,11 @@ std::string UserFolder() {
     return folder;
 }
 
-std::string InUserFolder(const std::string& name) {
+eResolvedName InUserFolder(const std::string& name) {
     if (name.size() < 2 || name[1] != '/') {
-        FailWith("%1%: Wrong resource name syntax", name);
+        return {{}, "%1%: Wrong resource name syntax"};
     }
-    return "//" + UserFolder() + name.substr(2);
+    return {"//" + UserFolder() + name.substr(2)};
 }
 
 std::string ParentOf(std::string folder) {
@@ -51,26 +50,27 @@ std::string ParentOf(std::string folder) {
     return FolderOf(folder);
 }
 
-std::string InCurrentFolder(const std::string& name) {
+eResolvedName InCurrentFolder(const std::string& name) {
     constexpr std::string_view kUp = "../";
     std::string folder = CurrentFolder();
     std::string_view rest = name;
     for (; rest.starts_with(kUp); rest.remove_prefix(kUp.size())) {
         if (folder.empty()) {
-            FailWith("%1%: Attempting to reach path outside resources", name);
+            return {{}, "%1%: Attempting to reach path outside resources"};
         }
         folder = ParentOf(folder);
     }
-    return folder.append(rest);
+    return {folder.append(rest)};
 }
 
 }  // namespace
 
-std::string Resolve(const std::string& name) {
-    if (name.starts_with('/')) {
-        return eName(name).Text();
-    }
-    return eName(name.starts_with('@') ? InUserFolder(name) : InCurrentFolder(name)).Text();
+eResolvedName ResolveName(const std::string& name) {
+    eResolvedName resolved = name.starts_with('/')   ? eResolvedName{name}
+                             : name.starts_with('@') ? InUserFolder(name)
+                                                     : InCurrentFolder(name);
+    resolved.name = eName(resolved.name).Text();
+    return resolved;
 }
 
 std::string MapPath(const std::string& name) {
@@ -89,7 +89,7 @@ std::string MapResolved(const std::string& resolved) {
 }
 
 void PushFolder(const std::string& name) {
-    ThreadPaths().folders.push_back(Resolve(name));
+    ThreadPaths().folders.push_back({Resolve(name), nullptr});
 }
 
 void PopFolder() {
@@ -100,15 +100,16 @@ void PopFolder() {
 
 std::string CurrentFolder() {
     const auto& folders = ThreadPaths().folders;
-    return folders.empty() ? std::string() : folders.back();
+    return folders.empty() ? std::string() : folders.back().name;
 }
 
 eFolderScope::eFolderScope(const std::string& resolved) {
-    ThreadPaths().folders.push_back(resolved);
+    ThreadPaths().folders.push_back({resolved, this});
 }
 
 eFolderScope::~eFolderScope() {
-    PopFolder();
+    std::erase_if(ThreadPaths().folders,
+                  [this](const eCurrentFolder& folder) { return folder.scope == this; });
 }
 
 std::string FolderOf(const std::string& name) {

@@ -50,17 +50,32 @@ std::string LowerCase(std::string_view text) {
     return lower;
 }
 
-// Undoes the escapes of the writer.
+// The byte that the writer has written as a backslash and this letter; 0 for a letter that it never writes.
+char EscapedBy(char letter) {
+    switch (letter) {
+        case '\\':
+        case '"':
+            return letter;
+        case 'n':
+            return '\n';
+        case 'r':
+            return '\r';
+        case 't':
+            return '\t';
+        default:
+            return '\0';
+    }
+}
+
+// Undoes the escapes of the writer. Any other backslash is one that somebody typed, and stays.
 std::string Unescaped(std::string_view text) {
     std::string plain;
     plain.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\' || i + 1 == text.size()) {
-            plain += text[i];
-            continue;
-        }
-        const char c = text[++i];
-        plain += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
+        const bool isMark = text[i] == '\\' && i + 1 < text.size();
+        const char escaped = isMark ? EscapedBy(text[i + 1]) : '\0';
+        plain += escaped != '\0' ? escaped : text[i];
+        i += escaped != '\0' ? 1 : 0;
     }
     return plain;
 }

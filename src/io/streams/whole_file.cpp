@@ -99,8 +99,7 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
 
 }  // namespace
 
-bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
-                    const std::string& owner) {
+platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std::uint8_t> content) {
     eNewFile file;
     platform::eIoStatus status = file.Open(path);
     if (status.IsOk()) {
@@ -109,6 +108,12 @@ bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> conte
     if (status.IsOk()) {
         status = file.Complete();
     }
+    return status;
+}
+
+bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                    const std::string& owner) {
+    const platform::eIoStatus status = StoreWholeFile(path, content);
     if (!status.IsOk()) {
         TellWriteFailure(path, status, owner);
     }

@@ -7,10 +7,14 @@
 #include <span>
 #include <string>
 
+#include "platform/io_status.h"
+
 namespace xIo {
 
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
                     const std::string& owner = {});
+// The same without a word: the caller knows whom to tell.
+platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std::uint8_t> content);
 
 // The copy's last-write time is that of the copying. The source may be the target.
 bool CopyWholeFile(const std::string& source, const std::string& target, const std::string& owner = {});

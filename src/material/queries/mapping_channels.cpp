@@ -12,37 +12,44 @@
 namespace {
 
 // `path` holds the maps on the way down: a map that contains itself is not walked again.
-bool CheckMaps(const host::MtlBase& element, host::TimeValue t, std::vector<const host::Texmap*>& path) {
-    bool told = false;
+void CheckMaps(const host::MtlBase& element, host::TimeValue t, std::vector<const host::Texmap*>& path,
+               std::vector<const host::Texmap*>& found) {
     for (int i = 0; i < element.NumSubTexmaps(); ++i) {
         host::Texmap* map = element.GetSubTexmap(i);
         if (map == nullptr || std::ranges::find(path, map) != path.end()) {
             continue;
         }
         path.push_back(map);
-        told |= CheckMaps(*map, t, path);
+        CheckMaps(*map, t, path, found);
         path.pop_back();
         map->LoadMapFiles(t);
-        if (map->GetUVWSource() == host::Texmap::kWorldXYZ) {
-            const auto text =
-                format(
-                    "Неподдерживаемый канал текстурирования в материале '%s'. Будет использоваться "
-                    "'Object XYZ'."_ansi) %
-                map->GetName();
-            ShowWarning(nullptr, text.Text());
-            told = true;
+        if (map->GetUVWSource() == host::Texmap::kWorldXYZ && std::ranges::find(found, map) == found.end()) {
+            found.push_back(map);
         }
     }
-    return told;
 }
 
 }  // namespace
 
-bool CheckMappingChannels(Export& run, host::Mtl* material, const host::Face& face) {
+std::vector<const host::Texmap*> CheckMappingChannels(Export& run, host::Mtl* material,
+                                                      const host::Face& face) {
     if (material != nullptr && material->IsMultiMtl()) {
         const int count = std::max(material->NumSubMtls(), 1);
         material = material->GetSubMtl(face.getMatID() % count);
     }
     std::vector<const host::Texmap*> path;
-    return material != nullptr && CheckMaps(*material, run.StaticTime(), path);
+    std::vector<const host::Texmap*> found;
+    if (material != nullptr) {
+        CheckMaps(*material, run.StaticTime(), path, found);
+    }
+    return found;
+}
+
+void TellMappingChannel(const host::Texmap& map, const host::INode& node, int faces) {
+    const auto text =
+        format(
+            "Неподдерживаемый канал текстурирования в материале '%s'. Будет использоваться 'Object XYZ'.\n"
+            "Узел '%s', граней: %d."_ansi) %
+        map.GetName() % node.GetName() % faces;
+    ShowWarning(nullptr, text.Text());
 }

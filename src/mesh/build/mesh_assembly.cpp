@@ -103,14 +103,14 @@ private:
     // The first frame makes the triangle, the others follow it: corners that share a vertex there share it in
     // every frame.
     void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
-        const bool isKept = bone.commonMesh && frame < run.frames.size() && run.frames[frame].IsAnimated();
+        eExportFrame* const kept = mesh.frames.size() > 1 ? run.frames.OfMeshFrame(frame) : nullptr;
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
             if (frame == 0) {
                 triangle[corner] = weld.FindOrAdd(vertex);
             }
-            if (isKept) {
-                KeepInFrameTable(frame, triangle[corner], vertex);
+            if (kept != nullptr) {
+                KeepInFrameTable(*kept, triangle[corner], vertex);
             }
         }
     }
@@ -143,8 +143,8 @@ private:
         return vertex;
     }
 
-    void KeepInFrameTable(std::size_t frame, std::uint16_t number, const eExportVertex& vertex) {
-        eExportFrameBone& entry = run.frames[frame].bones[static_cast<std::size_t>(boneIndex)];
+    void KeepInFrameTable(eExportFrame& frame, std::uint16_t number, const eExportVertex& vertex) {
+        eExportFrameBone& entry = frame.bones[static_cast<std::size_t>(boneIndex)];
         if (entry.mesh == nullptr) {
             entry.mesh = std::make_unique<eExportFrameMesh>();
         }

@@ -23,8 +23,8 @@ struct eMeshAssembly {
 
 // Welds the corners of all faces and sorts the triangles by material and palette. Adds the materials to the
 // run's material map, clears `colorsAllWhite` of the bone at the first colour that is not white, and leaves
-// the vertices of a merged mesh in the frame table, per frame in the welded numbering. `lit`: light is baked
-// into the colours, so every normal is the z axis. `skinned`: the bone has palettes.
+// the vertices of a mesh animated by frames in the frame table, per frame in the welded numbering. `lit`:
+// light is baked into the colours, so every normal is the z axis. `skinned`: the bone has palettes.
 //
 // Nothing is dropped before eVertexWeld::kMostVertices vertices have come together; a mesh with as many must
 // not be written.

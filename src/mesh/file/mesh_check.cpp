@@ -1,10 +1,11 @@
 #include "mesh/file/mesh_check.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "geometry/export_mesh.h"
 #include "geometry/vertex_layout.h"
+#include "mesh/build/finite_vertex.h"
+#include "mesh/read/unit_normal.h"
 #include "mesh/strips/sub_mesh.h"
 
 namespace {
@@ -78,19 +79,12 @@ private:
             const eExportVertex v = mesh.Vertex(subMesh, i);
             const std::size_t place = mesh.verticesPlace + i * mesh.stride;
             Expect(IsFinite(v), place, "a vertex has a number that is not finite");
+            Expect((subMesh.format & VF_NORMAL) == 0 || HasUnitLength(v.normal), place,
+                   "a normal is not of unit length");
             Expect(IsInBounds(v.position), place, "a position lies outside the bounds");
             Expect(WeightCount(subMesh.format) == 0 || HasKnownBones(v, subMesh), place,
                    "a vertex follows a bone that its palette lacks");
         }
-    }
-
-    static bool IsFinite(const eExportVertex& v) {
-        const auto isFinite = [](float value) { return std::isfinite(value); };
-        return std::ranges::all_of(
-            std::initializer_list<float>{v.position.x, v.position.y, v.position.z, v.weights[0], v.weights[1],
-                                         v.normal.x, v.normal.y, v.normal.z, v.uv0.x, v.uv0.y, v.uv1.x,
-                                         v.uv1.y, v.tangent.x, v.tangent.y, v.tangent.z, v.tangent.w},
-            isFinite);
     }
 
     bool IsInBounds(const host::Point3& p) const {

@@ -1,69 +1,98 @@
 #include "mesh/read/animated_part.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <vector>
 
+#include "animation/animation_table.h"
+#include "animation/pose_tolerance.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
 #include "mesh/read/extract_mesh.h"
+#include "scene/bones/find_skin.h"
+#include "scene/master_scale.h"
+#include "scene/triangle_mesh.h"
 
 eAnimatedPart::eAnimatedPart(Export& ownRun, host::INode& ownNode, host::INode& ownTarget,
                              eExportBone& ownBone, const eFrameExtent& ownBegin, const eFrameExtent& ownEnd)
     : run(ownRun), node(ownNode), commonTarget(ownTarget), bone(ownBone), begin(ownBegin), end(ownEnd) {}
 
 void eAnimatedPart::ReadFrames(const eExportAnimation& animation) {
-    const int skipped = animation.firstFrame == 0 ? 1 : 0;
-    const std::int64_t first = std::int64_t{animation.firstFrame} + skipped;
-    const std::int64_t last = animation.lastFrame;
-    const std::int64_t frames = static_cast<std::int64_t>(bone.mesh.frames.size());
-    if (first <= last && (first < 0 || last >= frames)) {
-        TellMissingFrames(animation);
+    if (FeedsStillMesh()) {
+        return TellStillMesh(animation);
     }
-    for (std::int64_t frame = std::max<std::int64_t>(first, 0); frame <= std::min(last, frames - 1);
-         ++frame) {
+    if (!AnimationTouchesNode(run, commonTarget, animation.selection)) {
+        return TellUncoveredMesh(animation);
+    }
+    const bool startsAtStaticFrame = run.frames.MeshFrameOf(animation.firstFrame) == 0;
+    const int first = animation.firstFrame + (startsAtStaticFrame ? 1 : 0);
+    const int last = animation.lastFrame;
+    for (int frame = first; frame <= last; ++frame) {
         // Backwards, the frames are filled from the same start on with the times from the end on.
-        const std::int64_t timeFrame = run.options.reverseAnimation ? last - (frame - first) : frame;
-        ReadFrame(static_cast<int>(frame),
-                  static_cast<host::TimeValue>(timeFrame * run.host->GetTicksPerFrame()));
+        ReadFrame(frame, host::TimeOfFrame(*run.host,
+                                           run.options.reverseAnimation ? last - (frame - first) : frame));
     }
 }
 
-void eAnimatedPart::ReadFrame(int meshFrame, host::TimeValue time) {
-    eExportMeshFrame& frame = bone.mesh.frames[static_cast<std::size_t>(meshFrame)];
+void eAnimatedPart::ReadFrame(int number, host::TimeValue time) {
+    const std::size_t meshFrame = run.frames.MeshFrameOf(number);
+    eExportMeshFrame& frame = bone.mesh.frames[meshFrame];
     if (frame.positions.size() > begin.vertices) {
         return;
     }
     FillFromFirstFrame(bone.mesh, frame, begin);
-    run.meshFrame = meshFrame;
+    run.meshFrame = static_cast<int>(meshFrame);
     ExtractMesh(run, node, time, &commonTarget);
     run.meshFrame = 0;
     if (ExtentOf(frame) != end) {
-        TellOtherShape(meshFrame);
+        TellOtherShape(number);
         CutFrame(frame, begin);
         FillFromFirstFrame(bone.mesh, frame, end);
     }
 }
 
-void eAnimatedPart::TellMissingFrames(const eExportAnimation& animation) {
-    if (toldMissingFrames) {
-        return;
-    }
-    toldMissingFrames = true;
-    if (bone.mesh.frames.size() == 1) {
-        Warn((format("Мэш '%s' анимирован по кадрам, а общий мэш '%s', в который он входит, нет. Движение не "
-                     "записано.\nНеобходимо указать у общего мэша 'CommonMesh' без имени."_ansi) %
-              node.GetName() % commonTarget.GetName())
-                 .Text());
-    } else {
-        Warn((format("Кадры анимации '%s' до нулевого не записаны в мэш '%s'.\nНеобходимо перенести анимацию "
-                     "в кадры от 0 и дальше."_ansi) %
-              animation.name % node.GetName())
-                 .Text());
-    }
+bool eAnimatedPart::FeedsStillMesh() const {
+    return bone.mesh.frames.size() == 1 && &node != &commonTarget;
 }
 
-void eAnimatedPart::TellOtherShape(int meshFrame) {
+// A skin moves its mesh in the game, by the bones.
+bool eAnimatedPart::ChangesShape(const eExportAnimation& animation) const {
+    if (FindSkin(node) != nullptr) {
+        return false;
+    }
+    const eTriangleMesh still(node, run.StaticTime());
+    const std::vector<host::Point3> vertices = still.Mesh().verts;
+    const float tolerance = kPositionTolerance / MasterScale(run);
+    const auto isSame = [&](const host::Point3& a, const host::Point3& b) { return a.Equals(b, tolerance); };
+    for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
+        const eTriangleMesh moved(node, host::TimeOfFrame(*run.host, frame));
+        if (moved.IsValid() && !std::ranges::equal(moved.Mesh().verts, vertices, isSame)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void eAnimatedPart::TellStillMesh(const eExportAnimation& animation) {
+    if (toldStillMesh || !ChangesShape(animation)) {
+        return;
+    }
+    toldStillMesh = true;
+    Warn((format("Мэш '%s' анимирован по кадрам в анимации '%s', а общий мэш '%s', в который он входит, нет. "
+                 "Движение не записано.\nНеобходимо указать у общего мэша 'CommonMesh' без имени."_ansi) %
+          node.GetName() % animation.name % commonTarget.GetName())
+             .Text());
+}
+
+void eAnimatedPart::TellUncoveredMesh(const eExportAnimation& animation) const {
+    Warn((format("Анимация '%s' охватывает мэш '%s', но не общий мэш '%s', в который он входит. Движение не "
+                 "записано.\nНеобходимо добавить '%s' в набор этой анимации."_ansi) %
+          animation.name % node.GetName() % commonTarget.GetName() % commonTarget.GetName())
+             .Text());
+}
+
+void eAnimatedPart::TellOtherShape(int number) {
     if (toldOtherShape) {
         return;
     }
@@ -71,7 +100,7 @@ void eAnimatedPart::TellOtherShape(int meshFrame) {
     Warn((format("Мэш '%s' в кадре %d состоит из других граней, чем в статическом кадре. Для таких кадров "
                  "записана неподвижная форма.\nНеобходимо убрать анимацию, которая меняет число граней или "
                  "вершин."_ansi) %
-          node.GetName() % meshFrame)
+          node.GetName() % number)
              .Text());
 }
 

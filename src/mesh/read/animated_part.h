@@ -20,14 +20,19 @@ public:
     eAnimatedPart(Export& run, host::INode& node, host::INode& commonTarget, eExportBone& bone,
                   const eFrameExtent& begin, const eFrameExtent& end);
 
-    // Reads the frames of the animation, but frame 0, which stands for the static frame. Of two animations
-    // that share a frame the first one gives it.
+    // Reads the frames of the animation, but a first one that the static frame serves for (eFrameTable). Of
+    // two animations that share a frame the first one gives it. Where the mesh has no frames, or the
+    // animation does not cover it, nothing is read, and the motion that is lost is told.
     void ReadFrames(const eExportAnimation& animation);
 
 private:
-    void ReadFrame(int meshFrame, host::TimeValue time);
-    void TellMissingFrames(const eExportAnimation& animation);
-    void TellOtherShape(int meshFrame);
+    bool FeedsStillMesh() const;
+    bool ChangesShape(const eExportAnimation& animation) const;
+    // `number` is that of the frame on the timeline.
+    void ReadFrame(int number, host::TimeValue time);
+    void TellStillMesh(const eExportAnimation& animation);
+    void TellUncoveredMesh(const eExportAnimation& animation) const;
+    void TellOtherShape(int number);
     void Warn(const std::string& text) const;
 
     Export& run;
@@ -36,6 +41,6 @@ private:
     eExportBone& bone;
     eFrameExtent begin;
     eFrameExtent end;
-    bool toldMissingFrames = false;
+    bool toldStillMesh = false;
     bool toldOtherShape = false;
 };

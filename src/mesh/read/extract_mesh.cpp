@@ -1,5 +1,6 @@
 #include "mesh/read/extract_mesh.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 
@@ -113,18 +114,30 @@ void AppendVertices(const eNodeReading& reading, const eReadingSpace& space, con
     }
 }
 
-// The bones of the skin. False if there are too many.
-bool FillSkinBones(const eNodeReading& reading) {
-    const host::ISkin* skin = reading.skin->GetInterface(host::Modifier::kSkinInterface);
+// The bone table is that of the root's skin, whichever node of the mesh comes first.
+void FillSkinBones(const eNodeReading& reading, const host::ISkin& rootSkin) {
     std::vector<host::INode*>& bones = reading.bone.mesh.skinBones;
-    for (int i = 0; skin != nullptr && i < skin->GetNumBones(); ++i) {
-        if (bones.size() == kBonesPerSkin) {
-            TellOfNode(reading, "Слишком много костей для скиннинга мэша '%s'"_ansi);
-            return false;
-        }
-        bones.push_back(skin->GetBone(i));
+    const int count = std::min(rootSkin.GetNumBones(), kBonesPerSkin);
+    for (int i = static_cast<int>(bones.size()); i < count; ++i) {
+        bones.push_back(rootSkin.GetBone(i));
     }
-    return true;
+}
+
+// False if the root has more bones than the table holds; its own faces would follow wrong ones.
+bool ReadBoneTable(const eNodeReading& reading) {
+    host::Modifier* modifier = reading.skin != nullptr ? FindSkin(reading.root) : nullptr;
+    const host::ISkin* rootSkin =
+        modifier != nullptr ? modifier->GetInterface(host::Modifier::kSkinInterface) : nullptr;
+    if (rootSkin == nullptr || !reading.IsFirstFrame()) {
+        return true;
+    }
+    FillSkinBones(reading, *rootSkin);
+    if (&reading.node != &reading.root || rootSkin->GetNumBones() <= kBonesPerSkin) {
+        return true;
+    }
+    TellOfNode(reading, "Слишком много костей для скиннинга мэша '%s'"_ansi);
+    reading.bone.isRefused = true;
+    return false;
 }
 
 void ReadTriangles(const eNodeReading& reading) {
@@ -146,9 +159,7 @@ void ReadTriangles(const eNodeReading& reading) {
     PrepareRootLights(reading);
     const std::size_t base = reading.Frame().positions.size();
     AppendVertices(reading, space, mesh);
-    const bool ownsBoneTable =
-        reading.skin != nullptr && &reading.node == &reading.root && reading.IsFirstFrame();
-    if (!ownsBoneTable || FillSkinBones(reading)) {
+    if (ReadBoneTable(reading)) {
         eFaceReader(reading, space, mesh, *hasVertexAlpha, base).ReadFaces();
     }
 }

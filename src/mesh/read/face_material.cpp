@@ -1,5 +1,8 @@
 #include "mesh/read/face_material.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "export/export.h"
 #include "material/queries/mapping_channels.h"
 #include "material/queries/material_queries.h"
@@ -52,12 +55,9 @@ const eFaceMaterial& eFaceMaterials::Of(const host::Face& face) {
     }
     std::unique_ptr<eFaceMaterial>& entry = byId_[id];
     if (entry != nullptr) {
-        if (entry->warnsOfChannels) {
-            CheckMappingChannels(run_, material_, face);
-        }
+        ++entry->faces;
         return *entry;
     }
-    const bool warns = CheckMappingChannels(run_, material_, face);
     host::Mtl* leaf = LeafMaterial(material_, face.getMatID());
     const eFaceMaps maps = ChooseFaceMaps(leaf);
     entry = std::make_unique<eFaceMaterial>(
@@ -67,6 +67,22 @@ const eFaceMaterial& eFaceMaterials::Of(const host::Face& face) {
                       .second = eFaceMapCoords(mesh_, maps.second, true),
                       .blend = eFaceMapCoords(mesh_, maps.blend, false),
                       .opacity = leaf != nullptr ? 1 - leaf->GetXParency(0, false) : 1.0F,
-                      .warnsOfChannels = warns});
+                      .worldMaps = CheckMappingChannels(run_, material_, face)});
     return *entry;
+}
+
+void eFaceMaterials::TellWorldMaps(const host::INode& node) const {
+    std::vector<std::pair<const host::Texmap*, int>> counts;
+    for (const std::unique_ptr<eFaceMaterial>& entry : byId_) {
+        if (entry == nullptr) {
+            continue;
+        }
+        for (const host::Texmap* map : entry->worldMaps) {
+            const auto known = std::ranges::find(counts, map, &std::pair<const host::Texmap*, int>::first);
+            (known != counts.end() ? *known : counts.emplace_back(map, 0)).second += entry->faces;
+        }
+    }
+    for (const auto& [map, faces] : counts) {
+        TellMappingChannel(*map, node, faces);
+    }
 }

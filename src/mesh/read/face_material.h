@@ -25,9 +25,10 @@ struct eFaceMaterial {
     eFaceMaps maps;
     eFaceMapCoords first;
     eFaceMapCoords second;
-    eFaceMapCoords blend;  // without the map's transform
-    float opacity;         // of the leaf, 1 without
-    bool warnsOfChannels;  // a map of it has coordinates that the export can't take
+    eFaceMapCoords blend;                        // without the map's transform
+    float opacity;                               // of the leaf, 1 without
+    std::vector<const host::Texmap*> worldMaps;  // with coordinates that the export can't take
+    int faces = 1;                               // that have asked for it so far
 };
 
 // The materials of one mesh by the id of its faces, each asked of the host once.
@@ -37,8 +38,12 @@ public:
     eFaceMaterials(Export& run, host::Mtl* material, const host::Mesh& mesh)
         : run_(run), material_(material), mesh_(mesh) {}
 
-    // The warning about coordinates is told anew for each face.
+    // Asked once for each face: the faces are counted.
     const eFaceMaterial& Of(const host::Face& face);
+
+    // Warns of maps with coordinates that the export can't take, each once with the number of its faces.
+    // `node` is the one whose faces they are.
+    void TellWorldMaps(const host::INode& node) const;
 
 private:
     Export& run_;

@@ -6,14 +6,13 @@
 #include "export/export.h"
 #include "mesh/read/corner_normal.h"
 #include "mesh/read/grow.h"
+#include "mesh/read/unit_normal.h"
 
 namespace {
 
-// Null for a node without skin, or one that its skin does not act on.
-const host::ISkinContextData* SkinContext(const eNodeReading& reading) {
-    host::ISkin* skin =
-        reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
-    return skin != nullptr ? skin->GetContextInterface(reading.node) : nullptr;
+// Null for a node without skin.
+const host::ISkin* SkinOf(const eNodeReading& reading) {
+    return reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
 }
 
 }  // namespace
@@ -28,9 +27,12 @@ eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ow
       materials(reading.run, reading.node.GetMtl(), mesh),
       box(mesh),
       colors(reading, space, mesh, hasVertexAlpha) {
-    const host::ISkinContextData* weights = SkinContext(reading);
-    if (weights != nullptr && reading.IsFirstFrame()) {
-        skin.emplace(*weights, static_cast<int>(reading.bone.mesh.skinBones.size()));
+    const host::ISkin* ownSkin = reading.IsFirstFrame() ? SkinOf(reading) : nullptr;
+    // A node that its skin does not act on has no weights.
+    const host::ISkinContextData* weights =
+        ownSkin != nullptr ? ownSkin->GetContextInterface(reading.node) : nullptr;
+    if (weights != nullptr) {
+        skin.emplace(*weights, NumbersInTable(*ownSkin, reading.bone.mesh.skinBones));
     }
 }
 
@@ -40,6 +42,9 @@ void eFaceReader::ReadFaces() {
         if (!mesh.faces[static_cast<std::size_t>(i)].Hidden()) {
             ReadFace(i);
         }
+    }
+    if (reading.IsFirstFrame()) {
+        materials.TellWorldMaps(reading.node);
     }
     TellBonesOutsideTable();
 }
@@ -66,10 +71,10 @@ void eFaceReader::ReadFace(int index) {
     if (reading.IsFirstFrame()) {
         StoreFace(face, material);
     }
-    const eCorners<host::Point3> normals = CornerNormals(index);
-    const host::Point3& faceNormal = mesh.faceNormals[static_cast<std::size_t>(index)];
+    const host::Point3 faceNormal = FaceNormal(index);
+    const eCorners<host::Point3> normals = CornerNormals(index, faceNormal);
     frame.cornerNormals.push_back(normals);
-    frame.faceNormals.push_back(host::Normalize(VectorTransform(space.normalMatrix, faceNormal)));
+    frame.faceNormals.push_back(faceNormal);
     frame.mapCoords0.push_back(material.first.Of(index, space.mirrored, box));
     frame.mapCoords1.push_back(material.second.Of(index, space.mirrored, box));
     frame.colors.push_back(colors.Of(index, material, normals, box));
@@ -100,23 +105,43 @@ void eFaceReader::StoreSkin(const std::uint32_t (&vertices)[3]) {
                                     : eExportFaceSkin::WithoutBones());
 }
 
-eCorners<host::Point3> eFaceReader::CornerNormals(int index) const {
+// A face without area is seen by nobody; it is lit from above.
+host::Point3 eFaceReader::FaceNormal(int index) const {
+    const host::Point3& normal = mesh.faceNormals[static_cast<std::size_t>(index)];
+    return UnitNormal(VectorTransform(space.normalMatrix, normal), {0, 0, 1});
+}
+
+eCorners<host::Point3> eFaceReader::CornerNormals(int index, const host::Point3& faceNormal) const {
     eCorners<host::Point3> normals;
     for (int c = 0; c < 3; ++c) {
         const host::Point3 normal = GetCornerNormal(mesh, index, space.HostCorner(c));
-        normals[static_cast<std::size_t>(c)] = host::Normalize(VectorTransform(space.normalMatrix, normal));
+        normals[static_cast<std::size_t>(c)] =
+            UnitNormal(VectorTransform(space.normalMatrix, normal), faceNormal);
     }
     return normals;
 }
 
 void eFaceReader::TellBonesOutsideTable() const {
-    if (!skin || !skin->HasLeftOutBones()) {
+    if (!skin || skin->LeftOutBones().empty()) {
         return;
     }
     const auto text =
         format(
-            "Скин узла '%s' ссылается на кости, которых нет в скине '%s'. Их веса не записаны.\n"
-            "Необходимо задать обоим скинам одни и те же кости в одном порядке."_ansi) %
-        reading.node.GetName() % reading.root.GetName();
+            "Скин узла '%s' ссылается на кости, которых нет в скине '%s': %s. Их веса не записаны.\n"
+            "Необходимо добавить эти кости в скин '%s'."_ansi) %
+        reading.node.GetName() % reading.root.GetName() % NamesOfLeftOutBones() % reading.root.GetName();
     ShowError(reading.run.host->GetMAXHWnd(), text.Text());
+}
+
+std::string eFaceReader::NamesOfLeftOutBones() const {
+    const host::ISkin& ownSkin = *SkinOf(reading);
+    std::string names;
+    for (const int number : skin->LeftOutBones()) {
+        const bool isOfSkin = number >= 0 && number < ownSkin.GetNumBones();
+        const host::INode* bone = isOfSkin ? ownSkin.GetBone(number) : nullptr;
+        names += names.empty() ? "" : ", ";
+        names += bone != nullptr ? (format("'%s'") % bone->GetName()).Text()
+                                 : (format("№%d"_ansi) % number).Text();
+    }
+    return names;
 }

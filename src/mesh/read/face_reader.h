@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "host/mesh.h"
 #include "mesh/read/corner_color.h"
@@ -24,8 +25,11 @@ private:
     void ReadFace(int index);
     void StoreFace(const host::Face& face, const eFaceMaterial& material);
     void StoreSkin(const std::uint32_t (&vertices)[3]);
-    eCorners<host::Point3> CornerNormals(int index) const;
+    // Of unit length, in the bone's space. A corner without a direction of its own takes the face's.
+    host::Point3 FaceNormal(int index) const;
+    eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
     void TellBonesOutsideTable() const;
+    std::string NamesOfLeftOutBones() const;
 
     const eNodeReading& reading;
     const eReadingSpace& space;

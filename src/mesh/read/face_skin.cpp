@@ -11,7 +11,20 @@ constexpr int kFewestBones = 2;
 
 }  // namespace
 
-void eFaceSkinReader::eHeaviest::Add(int bone, float weight) {
+std::vector<std::uint8_t> NumbersInTable(const host::ISkin& skin, const std::vector<host::INode*>& table) {
+    std::vector<std::uint8_t> numbers(static_cast<std::size_t>(std::max(skin.GetNumBones(), 0)));
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const host::INode* bone = skin.GetBone(static_cast<int>(i));
+        // A skin that lists a bone twice keeps both entries.
+        const bool isInPlace = i < table.size() && table[i] == bone;
+        const std::size_t place =
+            isInPlace ? i : static_cast<std::size_t>(std::ranges::find(table, bone) - table.begin());
+        numbers[i] = static_cast<std::uint8_t>(place < table.size() ? place + 1 : 0);
+    }
+    return numbers;
+}
+
+void eFaceSkinReader::eHeaviest::Add(std::uint8_t bone, float weight) {
     int place = count;
     while (place > 0 && weights[place - 1] < weight) {
         --place;
@@ -33,13 +46,15 @@ eFaceSkinReader::eHeaviest eFaceSkinReader::ReadCorner(int vertex) {
     const int assigned = weights.GetNumAssignedBones(vertex);
     for (int i = 0; i < assigned; ++i) {
         const int bone = weights.GetAssignedBone(vertex, i);
-        if (bone < 0 || bone >= boneCount) {
-            leftOutBones = true;
+        const bool isOfSkin = bone >= 0 && static_cast<std::size_t>(bone) < tableNumbers.size();
+        const std::uint8_t number = isOfSkin ? tableNumbers[static_cast<std::size_t>(bone)] : 0;
+        if (number == 0) {
+            leftOutBones.insert(bone);
             continue;
         }
         // A weight that is no number has no place in the order of weights.
         const float weight = weights.GetBoneWeight(vertex, i);
-        heaviest.Add(bone, std::isfinite(weight) ? weight : 0.0F);
+        heaviest.Add(number, std::isfinite(weight) ? weight : 0.0F);
     }
     return heaviest;
 }
@@ -56,7 +71,7 @@ eExportFaceSkin eFaceSkinReader::ReadFaceSkin(const std::uint32_t (&vertices)[3]
         float sum = 0;
         for (int k = 0; k < heaviest.count; ++k) {
             if (std::fabs(heaviest.weights[k]) >= kSmallestWeight) {
-                record.bones[corner][k] = static_cast<std::uint8_t>(heaviest.bones[k] + 1);
+                record.bones[corner][k] = heaviest.bones[k];
                 stored[k] = heaviest.weights[k];
                 sum += stored[k];
                 bonesPerVertex = std::max({bonesPerVertex, kFewestBones, k + 1});

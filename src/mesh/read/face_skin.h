@@ -1,37 +1,45 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
+#include <utility>
+#include <vector>
 
 #include "geometry/export_mesh.h"
 #include "host/object.h"
 
+// Per bone of the skin its number in the table of a mesh that may be another node's: 1 for the first entry, 0
+// for a bone that the table lacks. The two may list their bones in different orders.
+std::vector<std::uint8_t> NumbersInTable(const host::ISkin& skin, const std::vector<host::INode*>& table);
+
 // Reads the skin of faces: per corner the three heaviest influences of at least 0.001, brought to the sum 1.
 class eFaceSkinReader {
 public:
-    // `boneCount`: entries of the bone table that the numbers must lie in. `weights` must outlive the reader.
-    eFaceSkinReader(const host::ISkinContextData& ownWeights, int ownBoneCount)
-        : weights(ownWeights), boneCount(ownBoneCount) {}
+    // `tableNumbers`: the number in the mesh's bone table of each bone of the skin that the weights belong
+    // to (NumbersInTable). `weights` must outlive the reader.
+    eFaceSkinReader(const host::ISkinContextData& ownWeights, std::vector<std::uint8_t> ownTableNumbers)
+        : weights(ownWeights), tableNumbers(std::move(ownTableNumbers)) {}
 
     // `vertices` are the three numbers within the node's own mesh, in the stored corner order. Raises
     // `bonesPerVertex` to 2 or 3 where a corner needs it.
     eExportFaceSkin ReadFaceSkin(const std::uint32_t (&vertices)[3], int& bonesPerVertex);
 
-    // True once an influence was left out because the table lacks its bone.
-    bool HasLeftOutBones() const { return leftOutBones; }
+    // The bones of the skin whose influences were left out because the table lacks them, in rising order.
+    const std::set<int>& LeftOutBones() const { return leftOutBones; }
 
 private:
     // One corner's influences, heaviest first; of equal weights the one that came first.
     struct eHeaviest {
-        int bones[kInfluencesPerCorner];
+        std::uint8_t bones[kInfluencesPerCorner];  // numbers in the table
         float weights[kInfluencesPerCorner];
         int count = 0;
 
-        void Add(int bone, float weight);
+        void Add(std::uint8_t bone, float weight);
     };
 
     eHeaviest ReadCorner(int vertex);
 
     const host::ISkinContextData& weights;
-    int boneCount;
-    bool leftOutBones = false;
+    std::vector<std::uint8_t> tableNumbers;
+    std::set<int> leftOutBones;
 };

@@ -5,6 +5,7 @@
 
 #include "base/ansi.h"
 #include "export/export.h"
+#include "scene/skeleton/mirrored_views.h"
 
 namespace {
 
@@ -42,7 +43,6 @@ bool IsSharedMirrored(Export& run, host::INode& owner) {
     const auto found = run.meshViews->find(name);
     const host::TimeValue t = run.StaticTime();
     return found != run.meshViews->end() && std::ranges::any_of(found->second, [&](host::INode* view) {
-               return !IsBelowAView(*view, name) &&
-                      (view->GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0;
+               return !IsBelowAView(*view, name) && IsMirroredAgainst(*view, owner, t);
            });
 }

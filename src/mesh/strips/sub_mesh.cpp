@@ -4,6 +4,9 @@
 #include <string>
 #include <utility>
 
+#include "base/ansi.h"
+#include "base/diagnostics.h"
+#include "base/format.h"
 #include "export/export.h"
 #include "io/name.h"
 #include "material/queries/material_queries.h"
@@ -44,6 +47,15 @@ ePrimitiveGroup OrderForCache(const std::vector<eTriangle>& triangles) {
     return std::move(groups[0]);
 }
 
+// Beside the box, which says neither where nor how much.
+void TellLostTriangles(const eExportBone& bone, const host::Mtl* material, std::size_t lost,
+                       std::size_t all) {
+    const auto text =
+        format("Мэш '%s', материал '%s': вырожденных или повторяющихся треугольников %d из %d"_ansi) %
+        bone.node->GetName() % GetMaterialName(material) % lost % all;
+    Warn(__FILE__, __LINE__, text.Text());
+}
+
 }  // namespace
 
 eSubMeshes BuildSubMeshes(Export& run, const eExportBone& bone, const eMeshAssembly& assembly, bool skinned) {
@@ -54,6 +66,10 @@ eSubMeshes BuildSubMeshes(Export& run, const eExportBone& bone, const eMeshAssem
         const auto& [key, use] = *entry;
         const std::vector<eTriangle>& triangles = assembly.subsets[static_cast<std::size_t>(use.index)];
         ePrimitiveGroup group = OrderForCache(triangles);
+        const unsigned triangleCount = group.numIndices / 3;
+        if (triangleCount < triangles.size()) {
+            TellLostTriangles(bone, key.material, triangles.size() - triangleCount, triangles.size());
+        }
         if (group.numIndices == 0) {
             platform::ShowMessageBox({.text = "GenerateStrips failed!",
                                       .title = "Error",
@@ -61,7 +77,6 @@ eSubMeshes BuildSubMeshes(Export& run, const eExportBone& bone, const eMeshAssem
                                       .parent = run.host->GetMAXHWnd()});
             continue;
         }
-        const unsigned triangleCount = group.numIndices / 3;
         result.lostTriangles |= triangleCount < triangles.size();
         const bool twoSided = (key.material->Requirements(-1) & host::Mtl::kTwoSided) != 0;
         const VertexFormat format = assembly.vertices[triangles.front()[0]].format & ~absent;

@@ -25,11 +25,6 @@ struct ePathParts {
     bool isRelative = false;  // ".." may climb above the start; it stays at the top of a drive or of the disk
 };
 
-bool HasDrive(std::string_view path) {
-    const char letter = path.size() >= 2 && path[1] == ':' ? LowerAnsiByte(path[0]) : '\0';
-    return letter >= 'a' && letter <= 'z';
-}
-
 void SplitParts(std::string_view path, ePathParts& result) {
     while (!path.empty()) {
         const std::string_view part = path.substr(0, path.find_first_of("/\\"));

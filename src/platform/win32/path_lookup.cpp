@@ -13,11 +13,6 @@ namespace {
 constexpr const char* nativeNullDevice = "nul";
 constexpr std::size_t kDriveLength = 2;  // "C:"
 
-bool HasDrive(std::string_view path) {
-    const char letter = path.size() >= kDriveLength && path[1] == ':' ? LowerAnsiByte(path[0]) : '\0';
-    return letter >= 'a' && letter <= 'z';
-}
-
 bool DriveExists(char letter) {
     const char root[] = {letter, ':', '\\', '\0'};
     return ::GetDriveTypeA(root) != DRIVE_NO_ROOT_DIR;

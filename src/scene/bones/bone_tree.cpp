@@ -31,6 +31,8 @@ public:
 private:
     void Visit(host::INode& node);
     void VisitChildren(host::INode& node);
+    void AddNestedModel(host::INode& model);
+    void AddModelsBelow(host::INode& node);
     void AddLight(host::INode& node, host::Object* object);
     void AddBone(host::INode& node, std::string name);
     void AddDetailLevels(host::INode& node);
@@ -72,11 +74,37 @@ void eBonePass::VisitChildren(host::INode& node) {
         }
         if (run.structureMode && HasUserProp(child, "Model")) {
             if (scanMode) {
-                AddModel(run, child);
+                AddNestedModel(child);
             }
             continue;
         }
         Visit(child);
+    }
+}
+
+// A Structure has models of its own nested in it: like those of the outermost one they stand before it, and
+// the export, which goes backwards, comes to them right after it.
+void eBonePass::AddNestedModel(host::INode& model) {
+    if (HasUserProp(model, "Structure")) {
+        AddModelsBelow(model);
+    }
+    AddModel(run, model);
+}
+
+void eBonePass::AddModelsBelow(host::INode& node) {
+    if (ClassifyNode(node) != eNodeKind::Ordinary) {
+        return;
+    }
+    for (int i = 0; i < node.NumberOfChildren(); ++i) {
+        host::INode& child = *node.GetChildNode(i);
+        if (child.IsNodeHidden() || child.IsGroupMember()) {
+            continue;
+        }
+        if (HasUserProp(child, "Model")) {
+            AddNestedModel(child);
+        } else {
+            AddModelsBelow(child);
+        }
     }
 }
 

@@ -1,10 +1,13 @@
 #include "scene/bones/find_instance.h"
 
 #include "export/export.h"
+#include "scene/bones/nested_structure.h"
+#include "scene/properties/node_properties.h"
 
 namespace {
 
-void AddUses(eInstanceMap& instances, host::INode& node) {
+// `inStructure`: the node belongs to a Structure, not to a model nested in it.
+void AddUses(eInstanceMap& instances, host::INode& node, bool inStructure) {
     if (node.IsGroupMember()) {
         return;
     }
@@ -14,7 +17,10 @@ void AddUses(eInstanceMap& instances, host::INode& node) {
         use.first = use.first != nullptr ? use.first : &node;
     }
     for (int i = 0; i < node.NumberOfChildren(); ++i) {
-        AddUses(instances, *node.GetChildNode(i));
+        host::INode& child = *node.GetChildNode(i);
+        if (!inStructure || !IsStructure(child)) {
+            AddUses(instances, child, inStructure && !HasUserProp(child, "Model"));
+        }
     }
 }
 
@@ -25,7 +31,7 @@ host::INode* FindInstance(Export& run, const host::Object* object, host::INode& 
     if (instances.root != &root) {
         instances = {};
         instances.root = &root;
-        AddUses(instances, root);
+        AddUses(instances, root, run.commonOwner == &root);
     }
     const auto found = instances.uses.find(object);
     return found != instances.uses.end() && found->second.isShared ? found->second.first : nullptr;

@@ -51,3 +51,8 @@ eNodeKind ClassifyNode(host::INode& node, const std::string& userProps) {
     }
     return KindOfObject(node.EvalWorldState(0).obj);
 }
+
+bool IsShape(host::INode& node) {
+    const host::Object* object = node.EvalWorldState(0).obj;
+    return object != nullptr && object->SuperClassID() == host::kShapeSuperClass;
+}

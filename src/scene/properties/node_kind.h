@@ -23,3 +23,6 @@ enum class eNodeKind {
 eNodeKind ClassifyNode(host::INode& node);
 // The same for a caller that has the node's text of NormalizeUserProps at hand.
 eNodeKind ClassifyNode(host::INode& node, const std::string& userProps);
+
+// True if the node shows lines, which have no faces: at time 0.
+bool IsShape(host::INode& node);

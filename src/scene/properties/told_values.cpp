@@ -5,8 +5,46 @@
 
 #include "base/ansi.h"
 #include "base/format.h"
+#include "base/number_text.h"
 #include "base/user_message.h"
 #include "export/export.h"
+#include "io/sdl/sdl_parser.h"
+
+namespace {
+
+// True if the game reads the value in a block and finds the end of that block behind it.
+bool ReadsBack(const std::string& value) {
+    xIo::xSdl::eParser parser({}, "{value " + value + "}");
+    int depth = 0;
+    do {
+        switch (parser.Next().type) {
+            case xIo::xSdl::kTokenBlockBegin:
+                ++depth;
+                break;
+            case xIo::xSdl::kTokenBlockEnd:
+                --depth;
+                break;
+            case xIo::xSdl::kTokenEnd:
+            case xIo::xSdl::kTokenError:
+            case xIo::xSdl::kTokenOpen:  // a sum or a call, of which the artist knows nothing
+            case xIo::xSdl::kTokenClose:
+                return false;
+            default:
+                break;
+        }
+    } while (depth > 0);
+    return parser.Next().type == xIo::xSdl::kTokenEnd;
+}
+
+// Both marks of a fraction count, blanks around the number don't.
+bool SaysNumber(std::string value, float number) {
+    std::ranges::replace(value, ',', '.');
+    std::size_t used = 0;
+    const auto said = static_cast<float>(ReadReal(value, &used));
+    return said == number && value.find_first_not_of(" \t", used) == std::string::npos;
+}
+
+}  // namespace
 
 void TellBadValue(Export& run, const host::INode& node, const char* key, const char* badInValue) {
     std::string value;
@@ -18,4 +56,28 @@ void TellBadValue(Export& run, const host::INode& node, const char* key, const c
             key % node.GetName();
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
     }
+}
+
+void TellOtherNumber(Export& run, const host::INode& node, const char* key, float readAs) {
+    std::string value;
+    if (!node.GetUserPropString(key, value) || SaysNumber(value, readAs)) {
+        return;
+    }
+    const auto text = format("Значение '%s' свойства '%s' узла '%s' читается как число %s."_ansi) % value %
+                      key % node.GetName() % RealText(readAs);
+    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+}
+
+bool CheckWord(Export& run, const host::INode& node, const char* key, const std::string& value) {
+    if (ReadsBack(value)) {
+        TellBadValue(run, node, key, "{}\"");
+        return true;
+    }
+    const auto text =
+        format(
+            "Значение '%s' свойства '%s' узла '%s' не записано: игра не сможет его прочитать.\nНеобходимо "
+            "убрать из него скобки, кавычки и русские буквы."_ansi) %
+        value % key % node.GetName();
+    ShowError(run.host->GetMAXHWnd(), text.Text());
+    return false;
 }

@@ -8,6 +8,7 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "scene/properties/node_properties.h"
+#include "scene/properties/told_values.h"
 #include "scene/skeleton/bone_step.h"
 
 namespace {
@@ -59,7 +60,7 @@ void WriteParameters(Export& run, const host::INode& node) {
 
 void WriteColor(Export& run, const host::INode& node) {
     std::string value;
-    if (!node.GetUserPropString("Color", value)) {
+    if (!node.GetUserPropString("Color", value) || !CheckWord(run, node, "Color", value)) {
         return;
     }
     run.mdlWriter->BlockBegin().Word("color");

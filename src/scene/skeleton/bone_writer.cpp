@@ -17,6 +17,7 @@
 #include "scene/properties/prop_text.h"
 #include "scene/skeleton/bone_header.h"
 #include "scene/skeleton/ik_limits.h"
+#include "scene/skeleton/left_out.h"
 #include "scene/skeleton/matrix_text.h"
 #include "scene/skeleton/mesh_source.h"
 #include "scene/skeleton/mesh_stage.h"
@@ -87,6 +88,9 @@ void ReadGeometry(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
         return;
     }
     const std::uint32_t superClass = object->SuperClassID();
+    if (superClass == host::kGeometrySuperClass) {
+        TellMemberWithoutMesh(run, step);
+    }
     if (superClass == host::kGeometrySuperClass || superClass == host::kHelperSuperClass) {
         meshStage.ExtractNodeMesh(run, step.node, step.meshTarget, step.commonNode);
     }
@@ -178,6 +182,9 @@ bool WriteBone(Export& run, eMeshStage& meshStage, host::INode& node, host::INod
     }
     eBoneStep step = LookAt(run, node, commonTarget, flags);
     if (IsLeftOut(step)) {
+        if (step.isLoneNode) {
+            TellLeftOut(run, node);
+        }
         return true;
     }
     if (step.isBone) {

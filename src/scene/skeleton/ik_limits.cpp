@@ -6,16 +6,29 @@
 #include "base/number_text.h"
 #include "export/export.h"
 #include "scene/properties/prop_text.h"
+#include "scene/properties/told_values.h"
 
 namespace {
 
 // The host's own mark of a bone that ends an IK chain.
 constexpr std::uint32_t kTerminatorFlag = 1U << 5;
 
-// The value of the key as a number, 0 without a value or without the key.
-float NumberOf(ePropText& pairs, const char* key) {
-    return pairs.Find(key) ? static_cast<float>(ReadReal(pairs.Value())) : 0;
-}
+// The limits of one node. The text of its properties has a dot in every number.
+struct eLimitValues {
+    Export& run;
+    const host::INode& node;
+    ePropText& pairs;
+
+    // The value of the key as a number, 0 without a value or without the key.
+    float NumberOf(const char* key) {
+        if (!pairs.Find(key)) {
+            return 0;
+        }
+        const auto number = static_cast<float>(ReadReal(pairs.Value()));
+        TellOtherNumber(run, node, key, number);
+        return number;
+    }
+};
 
 void WriteRange(xIo::xSdl::eWriter& writer, float min, float max) {
     if (max < min) {
@@ -40,15 +53,17 @@ void WriteIkLimits(Export& run, const host::INode& node, const std::string& user
         return;
     }
 
+    eLimitValues values{run, node, pairs};
     xIo::xSdl::eWriter& writer = *run.mdlWriter;
     if (hasMin || hasMax) {
-        WriteRange(writer, NumberOf(pairs, "IKMin"), NumberOf(pairs, "IKMax"));
+        const float min = values.NumberOf("IKMin");
+        WriteRange(writer, min, values.NumberOf("IKMax"));
     }
     if (hasLimit) {
-        writer.BlockBegin().Word("limits").Real(NumberOf(pairs, "IKLimit")).BlockEndLine();
+        writer.BlockBegin().Word("limits").Real(values.NumberOf("IKLimit")).BlockEndLine();
     }
     if (hasSpeed) {
-        writer.BlockBegin().Word("speed").Real(NumberOf(pairs, "IKSpeed")).BlockEndLine();
+        writer.BlockBegin().Word("speed").Real(values.NumberOf("IKSpeed")).BlockEndLine();
     }
     if (isTerminator) {
         writer.BlockBegin().Word("terminator").BlockEndLine();

@@ -1,6 +1,5 @@
 #include "scene/skeleton/mesh_source.h"
 
-#include <algorithm>
 #include <string>
 
 #include "base/ansi.h"
@@ -8,8 +7,10 @@
 #include "base/user_message.h"
 #include "export/export.h"
 #include "platform/message_box.h"
+#include "scene/bones/bone_tree.h"
 #include "scene/bones/find_instance.h"
 #include "scene/bones/find_skin.h"
+#include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
@@ -52,27 +53,33 @@ bool FindSharedMesh(Export& run, eBoneStep& step) {
     return true;
 }
 
+// Whose mesh the geometry of the node goes to.
+host::INode& MeshOwner(const eBoneStep& step) {
+    return step.commonNode != nullptr ? *step.commonNode : step.node;
+}
+
+// A node with "CommonMesh" of its own has a mesh animated by frames, with all frames of the table.
+std::size_t MeshFrames(const Export& run, const host::INode& owner) {
+    std::string name;
+    const bool isAnimated = owner.GetUserPropString("CommonMesh", name) && name.empty();
+    return isAnimated ? run.frames.MeshFrameCount() : 1;
+}
+
 bool FindMergedMesh(Export& run, eBoneStep& step) {
     std::string name;
-    std::vector<eExportMeshFrame>& frames = SlotOf(run, step).mesh.frames;
-    if (!step.node.GetUserPropString("CommonMesh", name)) {
-        frames.resize(1);
-        return true;
+    if (step.node.GetUserPropString("CommonMesh", name)) {
+        step.commonNode = name.empty() ? &step.node : FindNamed(run, name);
+        if (step.commonNode == nullptr) {
+            return false;
+        }
+        step.index = FindBoneIndex(step.node, step.commonNode);
     }
-    if (name.empty()) {
-        step.commonNode = &step.node;
-        frames.resize(std::max<std::size_t>(run.frames.size(), 1));
-        return true;
-    }
-    step.commonNode = FindNamed(run, name);
-    if (step.commonNode == nullptr) {
-        return false;
-    }
-    step.index = FindBoneIndex(step.node, step.commonNode);
     if (step.index < 0) {
         TellCommonMesh(run, "Кость '%s' для общего мэша находится не в родительской иерархии!"_ansi, name);
         return false;
     }
+    // A node may feed a mesh whose own node comes later in the walk, so that either of them sizes it.
+    SlotOf(run, step).mesh.frames.resize(MeshFrames(run, MeshOwner(step)));
     return true;
 }
 
@@ -80,11 +87,6 @@ bool AsksForMesh(const eBoneStep& step) {
     int voxels = 0;
     step.node.GetUserPropInt("Voxels", voxels);
     return voxels != 0 || step.commonNode != nullptr || ePropText(step.userProps).Find("Poly");
-}
-
-bool IsShape(host::INode& node) {
-    const host::Object* object = node.EvalWorldState(0).obj;
-    return object != nullptr && object->SuperClassID() == host::kShapeSuperClass;
 }
 
 // Shared meshes of a Structure and of the models nested in it go where all of them find them, and so does
@@ -115,7 +117,7 @@ void TellTakenName(Export& run, const eBoneStep& step) {
 
 void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
     const eExportResourceSet* shared = run.commonPending ? &run.commonResources : &run.modelResources;
-    eMeshFate fate = eMeshFate::Empty;
+    eMeshFate fate = SlotOf(run, step).isRefused ? eMeshFate::Refused : eMeshFate::Empty;
     if (isWritten) {
         fate = step.targetSet == shared ? eMeshFate::Shared : eMeshFate::Elsewhere;
     }
@@ -123,6 +125,20 @@ void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
 }
 
 }  // namespace
+
+void TellMemberWithoutMesh(Export& run, const eBoneStep& step) {
+    const bool asksForMesh = run.options.exportMesh != 0 && step.node.IsGroupMember() &&
+                             step.node.Renderable() && ePropText(step.userProps).Find("Poly");
+    if (!asksForMesh || step.commonNode != nullptr || SlotOf(run, step).hasMesh != 0) {
+        return;
+    }
+    const auto text =
+        format(
+            "Узел '%s' помечен как полигональный, но группа '%s', в которую он входит, нет: его мэш не "
+            "записан.\nНеобходимо указать 'Poly' у самой группы."_ansi) %
+        step.node.GetName() % OutOfGroup(step.node).GetName();
+    ShowError(run.host->GetMAXHWnd(), text.Text());
+}
 
 bool FindMeshSource(Export& run, eBoneStep& step) {
     return FindSharedMesh(run, step) && FindMergedMesh(run, step);
@@ -134,7 +150,7 @@ void FillSlot(Export& run, const eBoneStep& step) {
     const bool hasMesh =
         step.commonNode != nullptr || FindSkin(step.node) != nullptr || HasUserProp(shown, "Poly");
     slot.commonMesh = step.commonNode != nullptr;
-    slot.node = &step.node;
+    slot.node = &MeshOwner(step);
     slot.hasMesh = hasMesh ? 1 : 0;
 }
 
@@ -164,7 +180,7 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
         return;
     }
     const bool isWritten = meshStage.WriteMesh(run, *step.targetSet, step.meshName, step.index);
-    if (!isWritten) {
+    if (!isWritten && !slot.isRefused) {
         ShowError(run.host->GetMAXHWnd(),
                   (format("'%s': Помечен как полигональный, но не содержит ни одного полигона.\n"
                           "Необходимо убрать из параметров 'Poly' и переэкпортировать."_ansi) %

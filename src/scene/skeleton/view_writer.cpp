@@ -59,8 +59,8 @@ void WriteView(Export& run, const eBoneStep& step) {
         WriteLevel(writer, step);
     }
     WriteMarks(writer, step);
-    if (std::string layer; step.node.GetUserPropString("Layer", layer)) {
-        TellBadValue(run, step.node, "Layer", kBadInWords);
+    if (std::string layer;
+        step.node.GetUserPropString("Layer", layer) && CheckWord(run, step.node, "Layer", layer)) {
         writer.EndLine().BlockBegin().Word("layer").Word(layer).BlockEndLine();
     }
     if (slot.hasMesh == 0) {
@@ -72,6 +72,9 @@ void WriteView(Export& run, const eBoneStep& step) {
 
     const bool showsOther = step.meshTarget != nullptr && step.meshTarget != &step.node;
     if (run.options.exportMesh != 0 && (showsOther || step.targetSet == nullptr)) {
-        run.sharedMeshes.views.push_back({&step.node, step.meshTarget});
+        std::string name;
+        step.node.GetUserPropString("Mesh", name);
+        run.sharedMeshes.views.push_back(
+            {.node = &step.node, .target = step.meshTarget, .isInstance = name.empty()});
     }
 }

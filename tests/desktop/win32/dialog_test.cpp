@@ -81,6 +81,9 @@ TEST_F(Dialog, ShowsEveryControlOfTheTable) {
         EXPECT_EQ(::IsWindowVisible(window) != FALSE, control.shown);
         EXPECT_THAT(texts, Contains(ToUtf8(control.text)));
     }
+    for (const int path : {1021, 1024, 1028}) {
+        EXPECT_EQ(::SendMessageW(::GetDlgItem(dialog, path), EM_GETLIMITTEXT, 0, 0), 260);
+    }
     EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, 1025)));
     EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, 1026)));
     EXPECT_EQ(desktop::TextOf(::GetDlgItem(dialog, 1021)), LowerAnsi(folder / "game"));

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "base/ansi.h"
+#include "base/failure_report.h"
 #include "io/repository/pak_writer.h"
 #include "io/repository/repository.h"
 #include "io/repository/stream_zip.h"
 #include "io/sdl/sdl_reader.h"
-#include "support/fail_text.h"
 #include "support/message_collector.h"
 #include "support/pak.h"
 #include "support/temp_folder.h"
@@ -21,7 +21,6 @@ namespace {
 
 using namespace xIo::xRepository;
 using support::ePakBuilder;
-using support::FailText;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -35,11 +34,11 @@ protected:
         stream->Read(text.data(), stream->Size());
         return text;
     }
-    // Mounts a container of these bytes and reads all of it; the fatal error, empty without one.
+    // Mounts a container of these bytes and reads all of it; the report of a fatal error, empty without one.
     std::string ReadAll(const std::string& bytes) {
         Clear();
         folder.Write("lie.pak", bytes);
-        return FailText([&] {
+        return FailureReport([&] {
             Mount("/", folder / "lie.pak");
             for (const std::string& name : Names()) {
                 Read(name);
@@ -196,7 +195,8 @@ TEST_F(Pak, TellsEveryTruncation) {
     const std::string whole = ePakBuilder().Add("a.txt", "content").Add("b.txt", "more").Bytes();
     EXPECT_EQ(ReadAll(whole), "");
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        EXPECT_THAT(ReadAll(whole.substr(0, length)), HasSubstr("can't open .pak")) << length;
+        EXPECT_THAT(ReadAll(whole.substr(0, length)), HasSubstr("lie.pak: can't open .pak (io/stream_zip, "))
+            << length;
         EXPECT_THAT(Names(), IsEmpty()) << length;
     }
 }

@@ -63,6 +63,10 @@ TEST_F(Repository, ResolvesNames) {
     PopFolder();
     EXPECT_EQ(FailText([] { Resolve("../x"); }), "../x: Attempting to reach path outside resources");
     EXPECT_EQ(FailText([] { Resolve("@x"); }), "@x: Wrong resource name syntax");
+    EXPECT_THAT(messages.log, HasSubstr("@x: Wrong resource name syntax (io/repository, "));
+    messages.log.clear();
+    EXPECT_FALSE(Exists("@x") || Exists("../x"));
+    EXPECT_THAT(messages.log, IsEmpty());
 }
 
 TEST_F(Repository, KeepsTheUsersFilesInTheUsersFolder) {
@@ -88,12 +92,12 @@ TEST_F(Repository, MapsNamesToPaths) {
 
 // Would catch: a folder that is read for ever through a link, an excluded file that is delivered.
 TEST_F(Repository, MountsFolders) {
-    for (const char* name : {"Tank.MDL", "units/a.txt", "units/deep/b.txt", "cvs/c.txt", "x.bak"}) {
+    for (const char* name : {"Tank.MDL", "units/a.txt", "units/deep/b.txt", "cvs/c.txt", "x.bak", "core"}) {
         folder.Write(name, name);
     }
     std::filesystem::create_directory_symlink(folder.Path(), folder / "units/again");
     Settings().excludedFolders = {"cvs"};
-    Settings().excludedExtensions = {".bak"};
+    Settings().excludedExtensions = {".bak", ""};
     Mount("/game", folder.Path() + "/");
     EXPECT_THAT(Names(), ElementsAre("/game/tank.mdl", "/game/units/a.txt", "/game/units/deep/b.txt"));
     EXPECT_EQ(Read("/GAME/tank.mdl"), "Tank.MDL");
@@ -162,7 +166,9 @@ TEST_F(Repository, MountsOnDemand) {
     EXPECT_TRUE(Exists("b.txt"));
     EXPECT_EQ(Read("b.txt"), "late");
     PopFolder();
-    EXPECT_FALSE(Exists("/c.txt"));
+    folder.Write("bad.pak", "no container");
+    EXPECT_FALSE(Exists("/c.txt") || Exists("/bad.pak"));
+    EXPECT_THAT(messages.log, IsEmpty());
     EXPECT_THAT(opened, ElementsAre("/a/b.txt"));
 }
 

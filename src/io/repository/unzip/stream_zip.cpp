@@ -3,29 +3,9 @@
 #include <minizip/unzip.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 
-#include "base/diagnostics.h"
-#include "base/format.h"
-
-namespace xIo {
-
-eZipStream::eZipStream(int contentSize) {
-    flags = streamRead;
-    size = contentSize;
-    if (contentSize > 0) {
-        bufferBegin = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(contentSize), 1));
-        if (bufferBegin == nullptr) {
-            size = 0;
-            Fail(__FILE__, __LINE__, "out of memory for an entry of a container");
-        }
-    }
-    cursor = bufferBegin;
-    bufferEnd = bufferBegin + size;
-}
-
-namespace xRepository {
+namespace xIo::xRepository {
 namespace {
 
 constexpr int kContainerBuffer = 0x20000;
@@ -84,10 +64,6 @@ eZipContainer::eZipContainer(const std::string& containerPath) : path(containerP
 
 eZipContainer::~eZipContainer() {
     unzClose(unzip);
-}
-
-void eZipContainer::FailToOpen(const std::string& reason) const {
-    Fail(__FILE__, __LINE__, (format("%1%: can't open .pak (%2%)") % path % reason).Text());
 }
 
 // Bytes in front of the first entry, as a self-extracting program has them, are allowed; the positions in the
@@ -157,14 +133,6 @@ std::int64_t eZipContainer::Tell() const {
     return current->Position() + (current == &directory ? directoryStart : 0);
 }
 
-std::unique_ptr<eZipStream> eZipContainer::Inflate(const eZipEntry& entry, const std::string& description) {
-    auto stream = std::make_unique<eZipStream>(entry.size);
-    if (!InflateInto(entry, *stream)) {
-        Fail(__FILE__, __LINE__, (format("%1%: the entry is damaged") % description).Text());
-    }
-    return stream;
-}
-
 bool eZipContainer::InflateInto(const eZipEntry& entry, eZipStream& stream) {
     unz_file_pos position = {entry.position, entry.index};
     if (unzGoToFilePos(unzip, &position) != UNZ_OK || unzOpenCurrentFile(unzip) != UNZ_OK) {
@@ -178,5 +146,4 @@ bool eZipContainer::InflateInto(const eZipEntry& entry, eZipStream& stream) {
     return isSound && got == entry.size && info.uncompressed_size == static_cast<uLong>(entry.size);
 }
 
-}  // namespace xRepository
-}  // namespace xIo
+}  // namespace xIo::xRepository

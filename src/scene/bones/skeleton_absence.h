@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+class Export;
+
+namespace host {
+class INode;
+}  // namespace host
+
+// Why the skeleton of the current model does not hold the node, in the artist's words and without a full
+// stop; empty if it does. Its bones must have been numbered.
+std::string WhyOutsideSkeleton(Export& run, host::INode& node);
+
+// The same for the one reason that the node, or one above it, is hidden; empty if none is.
+std::string WhyHidden(const host::INode& node);

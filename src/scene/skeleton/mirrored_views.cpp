@@ -1,0 +1,30 @@
+#include "scene/skeleton/mirrored_views.h"
+
+#include "base/ansi.h"
+#include "base/format.h"
+#include "base/user_message.h"
+#include "export/export.h"
+
+bool IsMirroredAgainst(host::INode& node, host::INode& owner, host::TimeValue t) {
+    return (node.GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0;
+}
+
+void TellMirroredView(Export& run, const host::INode& owner) {
+    if (run.sharedMeshes.toldMirrored.insert(&owner).second) {
+        const auto text =
+            format("Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi) % owner.GetName();
+        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    }
+}
+
+void TellMirroredInstances(Export& run) {
+    if (run.host->GetCancel()) {
+        return;
+    }
+    for (const eSharedView& view : run.sharedMeshes.views) {
+        if (view.isInstance && run.sharedMeshes.IsWritten(*view.target) &&
+            IsMirroredAgainst(*view.node, *view.target, run.StaticTime())) {
+            TellMirroredView(run, *view.target);
+        }
+    }
+}
