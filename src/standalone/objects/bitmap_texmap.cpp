@@ -55,13 +55,13 @@ host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
     if (image == nullptr) {
         return {0, 0, 0, 1};
     }
-    const host::Point3 point = Coordinates(context);
-    float u = point.x, v = point.y;
+    auto [u, v] = Coordinates(context);
     if (isCropped) {
         u = bitmap.cropOrigin.x + (u - std::floor(u)) * bitmap.cropSize.x;
         v = bitmap.cropOrigin.y + (v - std::floor(v)) * bitmap.cropSize.y;
     }
-    host::AColor color = context.filterMaps ? image->Bilinear(u, v) : image->Nearest(u, v);
+    host::AColor color = context.filterMaps ? image->Bilinear(static_cast<float>(u), static_cast<float>(v))
+                                            : image->Nearest(u, v);
     if (bitmap.invert) {
         color = {1 - color.r, 1 - color.g, 1 - color.b, color.a};
     }

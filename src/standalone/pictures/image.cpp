@@ -22,7 +22,8 @@ constexpr std::array<float, 256> MakeByteValues() {
 
 constexpr std::array<float, 256> byteValues = MakeByteValues();
 
-float Fraction(float value) {
+template <class Real>
+Real Fraction(Real value) {
     return value - std::floor(value);
 }
 
@@ -50,15 +51,15 @@ namespace {
 
 // The texel at a place counted in texels; the last one behind the end, where rounding leads, and the first
 // one for what is no number.
-int TexelAt(float place, int count) {
+template <class Real>
+int TexelAt(Real place, int count) {
     return place >= 0 ? std::min(static_cast<int>(place), count - 1) : 0;
 }
 
 }  // namespace
 
-host::AColor eImage::Nearest(float u, float v) const {
-    return Texel(TexelAt(Fraction(u) * static_cast<float>(width), width),
-                 TexelAt(Fraction(v) * static_cast<float>(height), height));
+host::AColor eImage::Nearest(double u, double v) const {
+    return Texel(TexelAt(Fraction(u) * width, width), TexelAt(Fraction(v) * height, height));
 }
 
 host::AColor eImage::Bilinear(float u, float v) const {

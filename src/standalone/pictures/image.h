@@ -29,7 +29,8 @@ public:
     bool HasAlpha() const { return hasAlpha; }
     std::size_t Bytes() const;
 
-    host::AColor Nearest(float u, float v) const;
+    // In double precision: a place near a texel's edge stays in its texel on pictures of any width.
+    host::AColor Nearest(double u, double v) const;
     // Between the middles of the four texels around.
     host::AColor Bilinear(float u, float v) const;
 
