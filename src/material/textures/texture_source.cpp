@@ -77,6 +77,11 @@ eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
 
 }  // namespace
 
+host::Texmap* SourceMap(const eExportTexture& texture) {
+    host::Texmap* const map = texture.texmap;
+    return texture.role.isNormal && map->NumSubTexmaps() > 0 ? map->GetSubTexmap(0) : map;
+}
+
 eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t) {
     if (source.map == nullptr && source.material != nullptr) {
         const host::Color color = source.material->GetDiffuse(0, false);

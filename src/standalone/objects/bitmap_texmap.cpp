@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "base/ansi.h"
+#include "base/format.h"
+#include "io/name.h"
 #include "standalone/data/scene_path.h"
 #include "standalone/objects/scene.h"
 
@@ -14,11 +16,9 @@ eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
     if (!bitmap.onDisk.empty()) {
         return {bitmap.onDisk, platform::ePathForm::Native};
     }
-    if (bitmap.file.empty() || IsAbsolutePath(bitmap.file)) {
-        return {bitmap.file};
-    }
     const std::string folder = scene.folder.empty() ? FolderOf(scene.file) : scene.folder;
-    return {folder.empty() ? bitmap.file : folder + "/" + bitmap.file};
+    const bool isWhole = bitmap.file.empty() || IsAbsolutePath(bitmap.file) || folder.empty();
+    return {ResolveDots(isWhole ? bitmap.file : folder + "/" + bitmap.file)};
 }
 
 class ePictureAsset : public host::AssetUser {
@@ -66,6 +66,18 @@ host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
         color = {1 - color.r, 1 - color.g, 1 - color.b, color.a};
     }
     return {color.r * bitmap.amount, color.g * bitmap.amount, color.b * bitmap.amount, color.a};
+}
+
+std::string eBitmapTexmap::PictureSettings() const {
+    std::string settings;
+    if (isCropped) {
+        const host::Point2 &origin = bitmap.cropOrigin, &size = bitmap.cropSize;
+        settings += (format("crop %1% %2% %3% %4%; ") % origin.x % origin.y % size.x % size.y).Text();
+    }
+    if (bitmap.amount != 1 || bitmap.invert) {
+        settings += (format("amount %1%%2%") % bitmap.amount % (bitmap.invert ? ", invert" : "")).Text();
+    }
+    return settings;
 }
 
 void eBitmapTexmap::EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
+
+#include "standalone/pictures/image_readers.h"
 
 namespace standalone {
 
@@ -71,6 +74,24 @@ host::AColor eImage::Bilinear(float u, float v) const {
     const float fx = x - std::floor(x), fy = y - std::floor(y);
     return Between(Between(Texel(left, below), Texel(right % width, below), fx),
                    Between(Texel(left, above % height), Texel(right % width, above % height), fx), fy);
+}
+
+namespace {
+
+bool IsTiff(std::string_view begin) {
+    using namespace std::string_view_literals;
+    const auto marks = {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv};
+    return std::ranges::any_of(marks, [&](std::string_view mark) { return begin.starts_with(mark); });
+}
+
+}  // namespace
+
+eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
+    const std::string_view begin(reinterpret_cast<const char*>(file.data()), file.size());
+    if (begin.starts_with("DDS ")) {
+        return DecodeDds(file);
+    }
+    return IsTiff(begin) ? DecodeTiff(file) : DecodePlainImage(file);
 }
 
 }  // namespace standalone
