@@ -4,6 +4,7 @@
 
 #include "cli/export_flags.h"
 #include "cli/export_run.h"
+#include "standalone/pictures/picture_problem.h"
 
 namespace cli {
 
@@ -66,10 +67,11 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
         ->type_name("X=DIR");
     command.add_option("--report", flags->report, "Write what the run did as JSON")->type_name("FILE");
     command.add_flag("--quiet", flags->quiet, "Tell errors only");
-    command.footer(
-        "Options but --static-frame are stored, and the next call starts from them.\n"
-        "Exit status: 0 done, 1 fatal error, 2 wrong usage or unreadable scene,\n"
-        "3 done with errors, 130 cancelled.");
+    command.footer("Pictures of the scene: " + std::string(standalone::kPictureFormats) +
+                   ".\n"
+                   "Options but --static-frame are stored, and the next call starts from them.\n"
+                   "Exit status: 0 done, 1 fatal error, 2 wrong usage or unreadable scene,\n"
+                   "3 done with errors, 130 cancelled.");
     command.callback([flags, &action] { action = [flags] { return RunExport(*flags); }; });
 }
 

@@ -100,6 +100,10 @@ public:
     virtual int GetMapChannel() const { return 1; }
     virtual void LoadMapFiles(TimeValue) {}
 
+    // What a bitmap map makes of its picture on the way to EvalColor, its crop and output curve, as a text;
+    // empty for a picture shown whole and unchanged. Equal texts stand for equal settings.
+    virtual std::string PictureSettings() const { return {}; }
+
     virtual AColor EvalColor(ShadeContext& context) = 0;
     virtual float EvalMono(ShadeContext& context) = 0;
 };

@@ -113,6 +113,11 @@ public:
     virtual void ScreenUV(Point2& uv, Point2& duv) const = 0;
     virtual void ScreenCoord(int& x, int& y) const = 0;
     virtual Point3 UVW(int channel) const = 0;
+    // The first two of UVW, from a context that knows them better than single precision says.
+    virtual DPoint2 ExactUV(int channel) const {
+        const Point3 rounded = UVW(channel);
+        return {rounded.x, rounded.y};
+    }
     virtual Point3 DUVW(int channel) const = 0;
     virtual Point3 UVWNormal(int channel) const = 0;
 

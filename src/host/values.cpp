@@ -22,7 +22,7 @@ Matrix3 operator*(const Matrix3& a, const Matrix3& b) {
             a.GetTrans() * b};
 }
 
-Matrix3 Inverse(const Matrix3& m) {
+DMatrix3 ExactInverse(const Matrix3& m) {
     const auto at = [&m](int row, int column) { return static_cast<double>(m.GetRow(row)[column]); };
     // The signed cofactor of the 3 by 3 part; wrapping the indices brings the sign with it.
     const auto cofactor = [&at](int row, int column) {
@@ -34,25 +34,25 @@ Matrix3 Inverse(const Matrix3& m) {
     if (determinant == 0 || !std::isfinite(determinant)) {
         return {};
     }
-    double inverse[3][3];
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            inverse[row][column] = cofactor(column, row) / determinant;
+    DMatrix3 inverse;
+    auto& rows = inverse.rows;
+    for (std::size_t column = 0; column < 3; ++column) {
+        for (std::size_t row = 0; row < 3; ++row) {
+            rows[row][column] = cofactor(static_cast<int>(column), static_cast<int>(row)) / determinant;
         }
+        rows[3][column] =
+            -(at(3, 0) * rows[0][column] + at(3, 1) * rows[1][column] + at(3, 2) * rows[2][column]);
     }
-    Matrix3 result;
-    Point3 translation;
-    for (int column = 0; column < 3; ++column) {
-        for (int row = 0; row < 3; ++row) {
-            Point3 axis = result.GetRow(row);
-            axis[column] = static_cast<float>(inverse[row][column]);
-            result.SetRow(row, axis);
-        }
-        translation[column] = static_cast<float>(
-            -(at(3, 0) * inverse[0][column] + at(3, 1) * inverse[1][column] + at(3, 2) * inverse[2][column]));
-    }
-    result.SetTrans(translation);
-    return result;
+    return inverse;
+}
+
+Matrix3 Inverse(const Matrix3& m) {
+    const DMatrix3 exact = ExactInverse(m);
+    const auto row = [&exact](std::size_t i) {
+        const auto& [x, y, z] = exact.rows[i];
+        return Point3{static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
+    };
+    return {row(0), row(1), row(2), row(3)};
 }
 
 Matrix3 ScaleMatrix(const Point3& factors) {

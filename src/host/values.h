@@ -36,6 +36,12 @@ struct Point2 {
     friend bool operator==(const Point2&, const Point2&) = default;
 };
 
+// A place on a map in double precision: single precision would leave its texel on the way through a tiling.
+struct DPoint2 {
+    double x = 0;
+    double y = 0;
+};
+
 struct Point3 {
     float x = 0;
     float y = 0;
@@ -139,7 +145,14 @@ private:
 
 Matrix3 operator*(const Matrix3& a, const Matrix3& b);
 
+// A matrix in double precision: four rows of three.
+struct DMatrix3 {
+    std::array<std::array<double, 3>, 4> rows{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}}};
+};
+
 // The inverse, worked out in double precision. A matrix without an inverse gives the identity.
+DMatrix3 ExactInverse(const Matrix3& m);
+// The same, rounded.
 Matrix3 Inverse(const Matrix3& m);
 
 Matrix3 ScaleMatrix(const Point3& factors);
@@ -153,6 +166,17 @@ inline Point3 operator*(const Point3& p, const Matrix3& m) {
     const Point3 &x = m.GetRow(0), &y = m.GetRow(1), &z = m.GetRow(2), &t = m.GetRow(3);
     return {p.x * x.x + p.y * y.x + p.z * z.x + t.x, p.x * x.y + p.y * y.y + p.z * z.y + t.y,
             p.x * x.z + p.y * y.z + p.z * z.z + t.z};
+}
+
+// The point (x, y, 0) through the whole matrix, in double precision; its place on the map.
+inline DPoint2 operator*(const DPoint2& p, const Matrix3& m) {
+    const Point3 &x = m.GetRow(0), &y = m.GetRow(1), &t = m.GetRow(3);
+    return {p.x * x.x + p.y * y.x + t.x, p.x * x.y + p.y * y.y + t.y};
+}
+
+inline DPoint2 operator*(const DPoint2& p, const DMatrix3& m) {
+    const auto& [x, y, z, t] = m.rows;
+    return {p.x * x[0] + p.y * y[0] + t[0], p.x * x[1] + p.y * y[1] + t[1]};
 }
 
 // A direction through the first three rows.

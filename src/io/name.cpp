@@ -1,5 +1,8 @@
 #include "io/name.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "base/format.h"
@@ -8,6 +11,39 @@ void NormalizeName(std::string& text) {
     for (char& byte : text) {
         byte = byte == '\\' ? '/' : LowerAsciiByte(byte);
     }
+}
+
+namespace {
+
+constexpr std::string_view kSlashes = "/\\";
+
+// The slashes that a path begins with, behind its drive if it has one.
+std::size_t RootLength(std::string_view path) {
+    const std::size_t drive = path.size() > 1 && path[1] == ':' ? 2 : 0;
+    return std::min(path.find_first_not_of(kSlashes, drive), path.size());
+}
+
+}  // namespace
+
+std::string ResolveDots(std::string_view path) {
+    const std::size_t root = RootLength(path);
+    std::string resolved(path.substr(0, root));
+    std::vector<std::size_t> names;  // where the names that ".." can take back begin
+    for (std::size_t begin = root; begin < path.size();) {
+        const std::size_t end = std::min(path.find_first_of(kSlashes, begin), path.size());
+        const std::string_view name = path.substr(begin, end - begin);
+        if (name == ".." && !names.empty()) {
+            resolved.resize(names.back());
+            names.pop_back();
+        } else if (name == ".." ? root == 0 : !name.empty() && name != ".") {
+            if (name != "..") {
+                names.push_back(resolved.size());
+            }
+            resolved += path.substr(begin, end + 1 - begin);
+        }
+        begin = end + 1;
+    }
+    return resolved;
 }
 
 eName::eName(const char* path) : text(path != nullptr ? path : "") {

@@ -9,6 +9,11 @@
 // In place: A to Z become a to z, backslashes become slashes. Other bytes stay, so Cyrillic keeps its case.
 void NormalizeName(std::string& text);
 
+// A path without "." and ".." and without doubled slashes, worked out from its text alone, so that a place
+// has one spelling. Slashes of either kind stay what they are; what leads above a root is left out, and what
+// leads above the start of a relative path stays in front.
+std::string ResolveDots(std::string_view path);
+
 class eName {
 public:
     enum ePart {

@@ -19,7 +19,6 @@
 namespace {
 
 using host::Mtl;
-using host::Texmap;
 
 // What is read of a material before its record is made.
 struct eMaterialTraits {
@@ -70,12 +69,12 @@ const char* BlendOf(const Mtl* material, const eSorrelParameters& sorrel) {
     return material != nullptr && material->GetXParency(0, false) > 0 ? "blend" : "none";
 }
 
-Texmap* TexmapOfSlot(Mtl* material, const eMaterialTraits& traits, int slot) {
+eSlotTexmap TexmapOfSlot(Mtl* material, const eMaterialTraits& traits, int slot) {
     if (!traits.IsEnvmap() || slot == 0) {
         return GetSlotTexmap(material, slot);
     }
     const eSorrelParameters& sorrel = traits.sorrel;
-    return slot == 1 && sorrel.mask != nullptr ? sorrel.mask : sorrel.environmentMap;
+    return {slot == 1 && sorrel.mask != nullptr ? sorrel.mask : sorrel.environmentMap};
 }
 
 // Null for a fourth slot, of two layers with bump and specular level map: its texture has no field.
@@ -95,16 +94,18 @@ std::string* FieldOfSlot(eExportMaterial& record, const eMaterialTraits& traits,
     return slot == 1 && traits.hasBump ? &record.bump : &record.specular;
 }
 
-std::string MakeSlotTexture(Export& run, Mtl* material, Texmap* map, int slot, const eExportMaterialUse& use,
-                            host::TimeValue t) {
+std::string MakeSlotTexture(Export& run, Mtl* material, const eSlotTexmap& source, int slot,
+                            const eExportMaterialUse& use, host::TimeValue t) {
     eExportTexture texture;
-    texture.texmap = map;
+    texture.texmap = source.map;
+    texture.role = RoleOf(material, source);
     texture.slot = slot;
     texture.materialIndex = use.index;
-    MakeTextureName(run, texture, material);
+    MakeTextureName(run, texture);
     MakeTargetPath(run, texture);
-    ClaimTexture(run, texture, material);
-    WriteTexture(run, texture, material, static_cast<int>(use.sizeU), static_cast<int>(use.sizeV), t);
+    if (ClaimTexture(run, texture, material)) {
+        WriteTexture(run, texture, material, static_cast<int>(use.sizeU), static_cast<int>(use.sizeV), t);
+    }
     return GetEngineTextureName(texture);
 }
 
@@ -119,8 +120,8 @@ eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUs
         material->Update(t, valid);
     }
     for (int slot = 0; slot < traits.slots; ++slot) {
-        Texmap* const map = TexmapOfSlot(material, traits, slot);
-        const std::string name = MakeSlotTexture(run, material, map, slot, use, t);
+        const eSlotTexmap source = TexmapOfSlot(material, traits, slot);
+        const std::string name = MakeSlotTexture(run, material, source, slot, use, t);
         if (std::string* const field = FieldOfSlot(record, traits, slot)) {
             *field = name;
         }

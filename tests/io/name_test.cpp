@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "base/ansi.h"
 #include "support/message_collector.h"
 
@@ -13,6 +16,14 @@ TEST(Name, HasOneSpelling) {
     EXPECT_EQ(eName("ТАНК\\X"_ansi).Text(), "ТАНК/x"_ansi);
     EXPECT_TRUE(eName(static_cast<const char*>(nullptr)).IsEmpty());
     EXPECT_EQ(eName("a").Append(".mdl").Text(), "a.mdl");
+    for (const auto& [path, resolved] :
+         std::vector<std::pair<const char*, const char*>>{{"./a/.\\b//c.", "a/b/c."},
+                                                          {"d:/art/x/../..\\common/a.tga", "d:/common/a.tga"},
+                                                          {"/../a/../..", "/"},
+                                                          {"../a/../../b..c", "../../b..c"},
+                                                          {"//server/x/../a", "//server/a"}}) {
+        EXPECT_EQ(ResolveDots(path), resolved);
+    }
 }
 
 // Would catch: doubled or missing slashes, which make two names of one file.

@@ -23,7 +23,9 @@ using namespace standalone;
 using support::eExportRun;
 using support::eNode;
 using support::eSceneBuilder;
+using support::Patched;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -145,6 +147,15 @@ TEST_F(WriteTexture, SlotAndKindDecideWhatComesOut) {
     art.Write("Net.PNG", support::Png(Flat({201, 101, 31, 51})));
     art.Write("clear.png", support::Png(Flat({201, 101, 31, 51})));
     art.Write("paint.bmp", support::Bmp(Flat(color)));
+    // Kinds that only the engine needs to know.
+    art.Write("top.bmp", Patched(support::Bmp(Flat(color)), {{22, -4}, {23, -1}, {24, -1}, {25, -1}}));
+    art.Write("runs.bmp", Patched(support::Bmp(Flat(color)), {{30, 1}, {34, 48}}));
+    art.Write("fields.bmp", Patched(support::Bmp(Flat(color)), {{28, 16}, {30, 3}}));
+    art.Write("palette.tga",
+              Patched(support::Tga(Flat({3})), {{1, 1}, {2, 1}, {5, 4}, {7, 15}}) + "-palette");
+    art.Write("grey.bmp.psd", "8BPS");
+    art.Write("ground.tif", support::Tif(Flat(color)));
+    art.Write("rock.dds", support::Dds(Flat(color)));
     art.Write("skin.jpg", support::Jpg(Flat({90, 90, 90})));
     const int normals = scene.Map(eNormalBumpMap{.normal = Bitmap("normals.png")});
     const int curve = scene.Map(eBitmapMap{.file = art / "curve.png", .amount = 0.5F, .invert = true},
@@ -155,12 +166,16 @@ TEST_F(WriteTexture, SlotAndKindDecideWhatComesOut) {
               Using(host::kSpecularLevelMap, "shine.png", 0.25F), Using(host::kDiffuseMap, "wall.bmp.psd"),
               Using(host::kDiffuseMap, "Net.PNG"), Using(host::kSpecularLevelMap, "clear.png"),
               Using(host::kDiffuseMap, "paint.bmp"), Using(host::kDiffuseMap, "skin.jpg"),
-              AddMaterial(scene, "normals", host::kBumpMap, normals, 0.1F),
+              Using(host::kDiffuseMap, "top.bmp"), Using(host::kDiffuseMap, "runs.bmp"),
+              Using(host::kDiffuseMap, "fields.bmp"), Using(host::kDiffuseMap, "palette.tga"),
+              Using(host::kDiffuseMap, "grey.bmp.psd"), Using(host::kDiffuseMap, "ground.tif"),
+              Using(host::kBumpMap, "rock.dds"), AddMaterial(scene, "normals", host::kBumpMap, normals, 0.1F),
               AddMaterial(scene, "curve", host::kDiffuseMap, curve)});
     eExportRun run(scene.Build());
     run.Do();
     EXPECT_THAT(run.Messages(), IsEmpty());
-    for (const char* copied : {"hull.tga", "gloss.tga", "wall.bmp.psd", "paint.bmp"}) {
+    for (const char* copied : {"hull.tga", "gloss.tga", "wall.bmp.psd", "paint.bmp", "top.bmp", "runs.bmp",
+                               "fields.bmp", "palette.tga", "grey.bmp.psd"}) {
         EXPECT_EQ(run.Read(std::string("m/") + copied), art.Read(copied)) << copied;
     }
     EXPECT_THAT(FirstOfBmp(run.Read("m/deck.bmp")), ElementsAre(24, 31, 101, 201, 255));
@@ -172,6 +187,8 @@ TEST_F(WriteTexture, SlotAndKindDecideWhatComesOut) {
     EXPECT_THAT(FirstOfDds(run.Read("m/normals.dds")), ElementsAre(0, IsNear(154), IsNear(31), 201))
         << "red 0, green 255 - y, blue z, alpha x";
     EXPECT_EQ(FirstOfDds(run.Read("m/dents.dds"))[3], 127) << "even ground";
+    EXPECT_EQ(FirstOfDds(run.Read("m/rock.dds"))[3], 127);
+    EXPECT_THAT(FirstOfBmp(run.Read("m/ground.bmp")), ElementsAre(24, 31, 101, 201, 255));
     EXPECT_THAT(run.Text("m/.material"), HasSubstr("{simple \"wall.bmp.psd\"\n\t{diffuse \"wall.bmp\"}"));
 }
 
@@ -214,20 +231,25 @@ TEST_F(WriteTexture, WhatIsUpToDateIsKept) {
 TEST_F(WriteTexture, BadPicturesAreToldAndLeaveNothing) {
     const std::string tga = support::Tga(Flat({1, 2, 3}));
     const std::string png = support::Png(Flat({1, 2, 3}));
+    const std::string bmp = support::Bmp(Flat({1, 2, 3}));
     struct eBad {
         const char* file;
         std::string content;
         const char* reason;
     };
     const std::vector<eBad> pictures = {
-        {"empty.png", "", "not a picture"},
-        {"cut.tga", tga.substr(0, tga.size() / 2), "ends early"},
-        {"huge.tga", support::TgaHeader(30000, 30000) + "abc", "30000 by 30000"},
-        {"text.bmp", "no picture at all", "not a picture"},
-        {"words.dds", "no picture at all", "no DDS file"},
-        {"half.dds", "DDS \x7C" + std::string(40, '\0'), "ends within its header"},
-        {"named.tga", png, "не тот формат"},
-        {"called.bmp", tga, "не тот формат"},
+        {"empty.png", "", "в одном из видов: png, jpg, tga, bmp, psd, gif, tif, dds."},
+        {"void.bmp", "", "обрывается раньше"},
+        {"cut.png", png.substr(0, png.size() / 2), "обрывается раньше"},
+        {"cut.tga", tga.substr(0, tga.size() / 2), "обрывается раньше"},
+        {"cut.bmp", bmp.substr(0, bmp.size() / 2), "обрывается раньше"},
+        {"runs.tga", Patched(tga, {{2, 10}}), "обрывается раньше"},
+        {"half.dds", "DDS \x7C" + std::string(40, '\0'), "обрывается раньше"},
+        {"text.bmp", "no picture at all", "не похожа на картинку"},
+        {"words.dds", "no picture at all", "не похожа на картинку"},
+        {"notes.tga.doc", "no picture at all", "не похожа на картинку"},
+        {"named.tga", png, "не похожа на картинку"},
+        {"called.bmp", tga, "не похожа на картинку"},
     };
     std::vector<int> materials;
     for (const eBad& picture : pictures) {
@@ -261,9 +283,10 @@ TEST_F(WriteTexture, BadPicturesAreToldAndLeaveNothing) {
         EXPECT_THAT(run.Messages(), testing::ElementsAreArray(lines));
         EXPECT_THAT(run.messages.log, HasSubstr("folder.png (material folder.png, map map of folder.png) is "
                                                 "missing"));
-        EXPECT_THAT(FilesIn(run.folder / "game/m"),
-                    ElementsAre(".material", ".mesh", "barred.tga", "called.bmp", "m.def", "m.mdl",
-                                "named.tga", "six.dds", "tex8_0.bmp"));
+        EXPECT_THAT(
+            FilesIn(run.folder / "game/m"),
+            ElementsAre(".material", ".mesh", "barred.tga", "called.bmp", "m.def", "m.mdl", "named.tga",
+                        "notes.tga.doc", "six.dds", "tex12_0.bmp", "text.bmp", "words.dds"));
         EXPECT_EQ(run.Read("m/six.dds"), "");
     }
 }
@@ -279,12 +302,87 @@ TEST_F(WriteTexture, MapsWithoutFileAreEvaluatedWithTheirMaterial) {
     eExportRun run(scene.Build());
     run.Do();
     EXPECT_EQ(run.Read("m/tex1_0.bmp").size(), 54U) << "a mesh without coordinates";
+    EXPECT_THAT(
+        run.Messages(),
+        Contains(HasSubstr("m/tex1_0.bmp' (материал 'flat', карта '') не записана:\nу мэша нет координат")));
     std::string problem;
     const auto tiles = ReadBmp(BytesOf(run.Read("m/tex0_0.bmp")), problem);
     ASSERT_TRUE(tiles) << problem;
     ASSERT_GT(tiles->image.width, 4);
     EXPECT_THAT(FirstOfBmp(run.Read("m/tex0_0.bmp")), ElementsAre(24, 0, 0, 255, 255));
     EXPECT_EQ(tiles->image.Pixel(tiles->image.width - 1, 0)[0], 255) << "the right half of the first row";
+    EXPECT_EQ(tiles->image.Pixel(0, tiles->image.height - 1)[0], 255) << "the left half of the last row";
+}
+
+// Catches coordinates that leave their texel on the way through the map's tiling and back.
+TEST_F(WriteTexture, TilingPicksNoNeighbour) {
+    support::ePicture ramp{4096, 1, 3, {}};
+    for (int x = 0; x < ramp.width; ++x) {
+        ramp.values.insert(ramp.values.end(),
+                           {static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(x >> 8), 7});
+    }
+    art.Write("ramp.png", support::Png(ramp));
+    const int map =
+        scene.Map(eBitmapMap{.file = art / "ramp.png"}, {.offset = {25.5F, 3.25F}, .tiling = {3, 3}});
+    AddModel(scene, "m", {AddMaterial(scene, "ramp", host::kDiffuseMap, map)});
+    eExportRun run(scene.Build());
+    run.Do();
+    std::string problem;
+    const auto made = ReadBmp(BytesOf(run.Read("m/ramp.bmp")), problem);
+    ASSERT_TRUE(made) << problem;
+    for (int x = 0; x < ramp.width; ++x) {
+        const std::uint8_t* const pixel = made->image.Pixel(x, 0);
+        ASSERT_EQ(pixel[2] + 256 * pixel[1], x);
+    }
+}
+
+// Catches a picture that loses its colours to the other place of its map, a file without ending, records and
+// files of two names, and a form of a picture that is lost in silence.
+TEST_F(WriteTexture, EachPlaceOfAMapGetsItsForm) {
+    art.Write("atlas.png", support::Png({4, 1, 3, {255, 0, 0, 255, 0, 0, 0, 0, 255, 0, 0, 255}}));
+    art.Write("skin.png", support::Png(Flat({201, 101, 31})));
+    for (const char* file : {"wall.tga", "calm.tga", "bump.tga", "leaf.tga"}) {
+        art.Write(file, support::Tga(Flat({201, 101, 31})));
+    }
+    art.Write("ore.dds", support::Dds(Flat({201, 101, 31})));
+    const auto both = [this](const char* file, int slot, float amount) {
+        const int map = Bitmap(file);
+        eStandardMaterial material;
+        material.maps[host::kDiffuseMap].map = map;
+        material.maps[static_cast<std::size_t>(slot)] = {.map = map, .amount = amount};
+        return scene.Material(file, material);
+    };
+    const auto part = [this](const char* name, const char* file, float left) {
+        const eBitmapMap map{.file = art / file, .cropOrigin = {left, 0}, .cropSize = {0.5F, 1}};
+        return AddMaterial(scene, name, host::kDiffuseMap, scene.Map(map, {}, name));
+    };
+    const int knob = scene.Map(eNormalBumpMap{.normal = Bitmap("bump.tga")});
+    AddModel(scene, "m",
+             {part("left", "atlas.png", 0), part("right", "atlas.png", 0.5F), part("cut", "leaf.tga", 0.5F),
+              both("skin.png", host::kSpecularLevelMap, 0.5F), both("wall.tga", host::kBumpMap, 0.5F),
+              both("calm.tga", host::kBumpMap, 0), both("ore.dds", host::kBumpMap, 0.5F),
+              AddMaterial(scene, "knob", host::kDiffuseMap, knob)});
+    eExportRun run(scene.Build());
+    const std::string told = "' одна, а нужна двум картам в разном виде: материал '";
+    for (const char* round : {"first", "second"}) {
+        SCOPED_TRACE(round);
+        run.Do();
+        EXPECT_THAT(
+            run.Messages(),
+            ElementsAre(HasSubstr("m/atlas" + told + "left' (карта 'left') и материал 'right'"),
+                        HasSubstr("leaf.tga' (материал 'cut', карта 'cut') взята как есть: вырезка"),
+                        HasSubstr("m/skin" + told + "skin.png'"), HasSubstr("m/ore" + told + "ore.dds'")));
+        EXPECT_THAT(FirstOfBmp(run.Read("m/atlas.bmp")), ElementsAre(24, 0, 0, 255, 255));
+        EXPECT_THAT(FirstOfBmp(run.Read("m/skin.bmp")), ElementsAre(24, 31, 101, 201, 255));
+        EXPECT_EQ(run.Read("m/ore.dds"), art.Read("ore.dds"));
+        EXPECT_EQ(FirstOfDds(run.Read("m/wall.dds"))[3], 127);
+        EXPECT_THAT(FilesIn(run.folder / "game/m"),
+                    ElementsAre(".material", ".mesh", "atlas.bmp", "bump.bmp", "calm.tga", "leaf.tga",
+                                "m.def", "m.mdl", "ore.dds", "skin.bmp", "wall.dds", "wall.tga"));
+    }
+    EXPECT_THAT(run.Text("m/.material"),
+                AllOf(HasSubstr("{simple \"knob\"\n\t{diffuse \"bump\"}"),
+                      HasSubstr("{bump \"wall.tga\"\n\t{diffuse \"wall\"}\n\t{bump \"wall\"}")));
 }
 
 // A Structure with a nested model; the art's folder is the source of common textures.
@@ -303,7 +401,7 @@ protected:
         root.Child("spare").Property("Poly").Object(eBoxObject{1, 1, 1}).Material(gun);
         run.emplace(scene.Build());
         run->SetOptions([this](eExportOptions& options) {
-            options.commonTextureSource = eName(FromUtf8(art / "Общее/").text);
+            options.commonTextureSource = eName(FromUtf8(art / "Общее").text);
             options.commonTextureTarget = eName("texture/common/");
         });
         run->Do();
@@ -318,13 +416,15 @@ TEST_F(CommonTextures, KeepTheirFoldersBelowTheTarget) {
     art.Write("общее/metal/iron.tga", support::Tga(picture));
     art.Write("общее/rust/iron.v1.png", support::Png(picture));
     art.Write("общее/rust/dents.tga", support::Tga(picture));
-    art.Write("hull.tga", support::Tga(picture));
+    art.Write("общее2/hull.tga", support::Tga(picture));
+    scene.Settings().file = art / "scenes/ship.json";
     eStandardMaterial iron;
-    iron.maps[host::kDiffuseMap].map = Bitmap("общее/metal/iron.tga");
+    iron.maps[host::kDiffuseMap].map =
+        scene.Map(eBitmapMap{.file = FromUtf8("../общее/./metal/iron.tga").text});
     iron.maps[host::kBumpMap].map = Bitmap("общее/rust/dents.tga");
     eStandardMaterial rust;
     rust.maps[host::kDiffuseMap].map = Bitmap("общее/rust/iron.v1.png");
-    rust.maps[host::kSpecularLevelMap].map = Bitmap("hull.tga");
+    rust.maps[host::kSpecularLevelMap].map = Bitmap("общее/../общее2/hull.tga");
     Export(scene.Material("iron", iron), scene.Material("rust", rust));
     EXPECT_THAT(run->Messages(), IsEmpty());
     EXPECT_THAT(run->Text("ship/common/.material"),

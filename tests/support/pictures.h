@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace support {
@@ -18,6 +20,12 @@ struct ePicture {
 std::string Png(const ePicture& picture);
 std::string Jpg(const ePicture& picture, int quality = 95);
 std::string Bmp(const ePicture& picture);
+// The file with other bytes at these offsets.
+std::string Patched(std::string file, std::initializer_list<std::pair<std::size_t, char>> bytes);
+// Without compression.
+std::string Tif(const ePicture& picture);
+// 32 bits a texel and one level; of a picture with 3 or 4 channels.
+std::string Dds(const ePicture& picture);
 // Without run lengths.
 std::string Tga(const ePicture& picture);
 

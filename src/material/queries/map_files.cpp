@@ -11,7 +11,7 @@ public:
     std::vector<std::string> files;
 
     void RecordAsset(const host::AssetUser& asset) override {
-        std::string path = asset.GetFullFilePath();
+        std::string path = ResolveDots(asset.GetFullFilePath());
         NormalizeName(path);
         files.push_back(std::move(path));
     }

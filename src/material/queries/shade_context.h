@@ -16,7 +16,7 @@ public:
     host::TimeValue time = 0;
     host::Point3 point;
     host::Point3 boxPoint;  // inside the object box of -1 to 1
-    host::Point2 uv;
+    host::DPoint2 uv;       // single precision for those who ask by UVW
     host::Point2 duv;
     host::Point3 normal;
     int screen[2] = {0, 0};
@@ -63,14 +63,15 @@ public:
     host::Box3 ObjectBox() const override { return {{-1, -1, -1}, {1, 1, 1}}; }
 
     void ScreenUV(host::Point2& uv_, host::Point2& duv_) const override {
-        uv_ = uv;
+        uv_ = {static_cast<float>(uv.x), static_cast<float>(uv.y)};
         duv_ = duv;
     }
     void ScreenCoord(int& x, int& y) const override {
         x = screen[0];
         y = screen[1];
     }
-    host::Point3 UVW(int) const override { return {uv.x, uv.y, 0}; }
+    host::Point3 UVW(int) const override { return {static_cast<float>(uv.x), static_cast<float>(uv.y), 0}; }
+    host::DPoint2 ExactUV(int) const override { return uv; }
     host::Point3 DUVW(int) const override { return {duv.x, duv.y, 0}; }
     host::Point3 UVWNormal(int) const override { return {0, 0, 1}; }
 

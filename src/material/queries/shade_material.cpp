@@ -9,7 +9,7 @@ host::AColor ShadeMaterial(Export& run, host::Mtl* material, host::TimeValue t, 
     context.nLights = 0;
     context.time = t;
     context.normal = {0, 0, 1};
-    context.uv = uv;
+    context.uv = {uv.x, uv.y};
     context.duv = {0.01F, 0.01F};
     context.point = {0, 0, 0};
     context.ambientLight = {1, 1, 1};

@@ -2,14 +2,15 @@
 
 #include "material/queries/material_queries.h"
 
-eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map) {
+eTextureRole RoleOf(host::Mtl* material, const eSlotTexmap& slot) {
     eTextureRole role;
-    if (map == nullptr) {
+    if (slot.map == nullptr) {
         return role;
     }
-    role.isBump = map == SubTexmap(material, host::kBumpMap);
-    role.isNormal = role.isBump && map->ClassID() == host::kNormalBumpClass;
-    role.isSpecular = map == SubTexmap(material, host::kSpecularLevelMap);
+    role.isBump = slot.use == eSlotUse::Bump && slot.map == SubTexmap(material, host::kBumpMap);
+    role.isNormal = role.isBump && slot.map->ClassID() == host::kNormalBumpClass;
+    role.isSpecular =
+        slot.use == eSlotUse::SpecularLevel && slot.map == SubTexmap(material, host::kSpecularLevelMap);
     role.bumpAmount = role.isBump ? GetBumpAmount(material) : 0;
     role.specularAmount = role.isSpecular ? GetSpecularAmount(material) : 0;
     return role;

@@ -1,14 +1,11 @@
 #pragma once
 
-namespace host {
-class Mtl;
-class Texmap;
-}  // namespace host
+#include "material/queries/texture_slot.h"
 
-// What a texture map is in its material, which settles what becomes of it. Worked out from the material as
-// the map holds it, without a look inside a Sorrel material.
+// What a texture map is in its slot, which settles what becomes of it. Worked out from the material as the
+// map holds it, without a look inside a Sorrel material.
 struct eTextureRole {
-    bool isBump = false;      // the material's bump map
+    bool isBump = false;      // the material's bump map, which has an amount above 0
     bool isNormal = false;    // a bump map that holds normals, not heights
     bool isSpecular = false;  // the material's specular level map
     float bumpAmount = 0;
@@ -17,4 +14,4 @@ struct eTextureRole {
     bool operator==(const eTextureRole&) const = default;
 };
 
-eTextureRole RoleOf(host::Mtl* material, const host::Texmap* map);
+eTextureRole RoleOf(host::Mtl* material, const eSlotTexmap& slot);

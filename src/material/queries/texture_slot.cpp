@@ -20,10 +20,10 @@ host::Texmap* LayerOf(host::Texmap* map, int layer) {
 
 }  // namespace
 
-host::Texmap* GetSlotTexmap(host::Mtl* material, int slot) {
+eSlotTexmap GetSlotTexmap(host::Mtl* material, int slot) {
     host::Mtl* inner = WithoutSorrel(material);
     if (inner == nullptr) {
-        return nullptr;
+        return {};
     }
     host::Texmap* map = inner->ClassID() == host::kTwoLayerClass
                             ? SubTexmap(SubMaterial(*inner, slot), host::kDiffuseMap)
@@ -31,7 +31,10 @@ host::Texmap* GetSlotTexmap(host::Mtl* material, int slot) {
     host::Texmap* bump = SubTexmap(inner, host::kBumpMap);
     host::Texmap* specularLevel = SubTexmap(inner, host::kSpecularLevelMap);
     if (slot == 1 && bump != nullptr && GetBumpAmount(inner) > 0) {
-        return bump;
+        return {bump, eSlotUse::Bump};
     }
-    return slot >= 1 && specularLevel != nullptr ? specularLevel : map;
+    if (slot >= 1 && specularLevel != nullptr) {
+        return {specularLevel, eSlotUse::SpecularLevel};
+    }
+    return {map};
 }

@@ -2,12 +2,14 @@
 
 #include <string>
 
-// Picture files that the engine gets as they are.
+// Picture files that the engine gets as they are. Nobody decodes them, so that every kind of picture that the
+// engine knows passes; what can be seen without that is looked at.
 
-// Why a .dds file can't be used, in the user's terms and code page 1251: no host need know the format, so
-// nobody else would notice. Empty for a sound one, for a coding of pixels that isn't known here, and for
-// other files.
-std::string DamageOfCopiedPicture(const std::string& path);
-
-// True if the name ends in .bmp or .tga and the file is of another kind: the engine goes by the name.
+// True if the content has not the marks of the kind that the name ends in, or, behind another ending
+// (wall.bmp.psd), of no kind of picture at all: the engine goes by the name.
 bool IsMisnamedPicture(const std::string& path);
+
+// True if the file is empty or ends before the picture that its header promises; of a .dds, also if its
+// header can't be true. Reads the whole file. A misnamed picture, and kinds whose length only a decoder
+// knows, count as whole.
+bool IsCutOffPicture(const std::string& path);

@@ -1,23 +1,31 @@
 #include "material/textures/texture_claim.h"
 
+#include <algorithm>
+
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/export.h"
 #include "material/queries/material_queries.h"
+#include "material/textures/texture_source.h"
 
 namespace {
 
 eTextureClaim MakeClaim(const eExportTexture& texture, host::Mtl* material) {
     eTextureClaim claim;
-    claim.source = texture.sourcePath;
+    claim.file = texture.file;
     claim.material = material;
     claim.materialName = GetMaterialName(material);
     claim.mapName = texture.texmap != nullptr ? texture.texmap->GetName() : std::string();
     claim.isCopied = texture.isCopied;
-    claim.role = RoleOf(material, texture.texmap);
+    claim.role = texture.role;
     if (claim.role.isNormal) {
         claim.role.bumpAmount = 0;  // scales heights alone
+    }
+    const host::Texmap* const map = SourceMap(texture);
+    if (map != nullptr && map->ClassID() == host::kBitmapClass) {
+        claim.source = texture.sourcePath;
+        claim.settings = map->PictureSettings();
     }
     return claim;
 }
@@ -26,31 +34,42 @@ bool IsSamePicture(const eTextureClaim& a, const eTextureClaim& b) {
     return a.source == b.source && (!a.source.empty() || a.material == b.material);
 }
 
-// A copy, and the normals of the same picture, lie side by side in files of two kinds.
-bool AreFilesOfTwoKinds(const eTextureClaim& a, const eTextureClaim& b) {
-    return a.isCopied != b.isCopied || a.role.isBump != b.role.isBump;
-}
-
 bool IsSameForm(const eTextureClaim& a, const eTextureClaim& b) {
-    return (a.isCopied && b.isCopied) || AreFilesOfTwoKinds(a, b) || a.role == b.role;
+    return a.isCopied == b.isCopied && (a.isCopied || (a.role == b.role && a.settings == b.settings));
 }
 
-}  // namespace
+// The colours and the normals of a picture lie side by side, in files of two kinds.
+bool GoTogether(const eTextureClaim& a, const eTextureClaim& b) {
+    return IsSamePicture(a, b) && (a.file == b.file ? IsSameForm(a, b) : a.role.isBump != b.role.isBump);
+}
 
-void ClaimTexture(Export& run, const eExportTexture& texture, host::Mtl* material) {
-    const eName name =
-        texture.isCopied ? texture.targetPath.Part(eName::WithoutExtension) : texture.targetPath;
-    const eTextureClaim claim = MakeClaim(texture, material);
-    const auto [entry, isNew] = run.textureClaims.try_emplace(name, claim);
-    const eTextureClaim earlier = entry->second;
-    if (isNew || (IsSamePicture(earlier, claim) && IsSameForm(earlier, claim))) {
-        return;
-    }
-    entry->second = claim;
+void TellRivals(Export& run, const eName& name, const eTextureClaim& earlier, const eTextureClaim& claim) {
     const auto text =
         format(
             "Текстура '%s' одна, а нужна двум картам в разном виде: материал '%s' (карта '%s') и "
             "материал '%s' (карта '%s').\nВ игре останется только одна из них."_ansi) %
         name.Text() % earlier.materialName % earlier.mapName % claim.materialName % claim.mapName;
     ShowWarning(run.host->GetMAXHWnd(), text.Text());
+}
+
+}  // namespace
+
+bool ClaimTexture(Export& run, const eExportTexture& texture, host::Mtl* material) {
+    const eName name =
+        texture.isCopied ? texture.targetPath.Part(eName::WithoutExtension) : texture.targetPath;
+    const eTextureClaim claim = MakeClaim(texture, material);
+    std::vector<eTextureClaim>& claims = run.textureClaims[name];
+    const auto owner = std::ranges::find(claims, claim.file, &eTextureClaim::file);
+    if (owner != claims.end() && GoTogether(*owner, claim)) {
+        return true;
+    }
+    const bool isFree = owner == claims.end() || !IsSamePicture(*owner, claim);
+    const auto rival = std::find_if(claims.rbegin(), claims.rend(), [&](const eTextureClaim& earlier) {
+        return !GoTogether(earlier, claim);
+    });
+    if (rival != claims.rend()) {
+        TellRivals(run, name, *rival, claim);
+    }
+    claims.push_back(claim);
+    return isFree;
 }

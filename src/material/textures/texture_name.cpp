@@ -5,7 +5,6 @@
 #include "export/export.h"
 #include "io/path.h"
 #include "material/queries/map_files.h"
-#include "material/queries/material_queries.h"
 
 namespace {
 
@@ -25,9 +24,14 @@ std::string FindSource(const host::Texmap* map) {
     return path.empty() ? FirstMapFile(*map, true) : path;
 }
 
+// A folder, whether or not it is spelled with its closing slash. Empty, everything is common.
+std::string CommonSource(const Export& run) {
+    const std::string folder = ResolveDots(run.options.commonTextureSource.Text());
+    return folder.empty() || folder.ends_with('/') ? folder : folder + '/';
+}
+
 void NameCommonTexture(Export& run, eExportTexture& texture) {
-    const std::size_t root = run.options.commonTextureSource.Text().size();
-    const eName below(std::string_view(texture.sourcePath).substr(root));
+    const eName below(std::string_view(texture.sourcePath).substr(CommonSource(run).size()));
     const eName name = texture.isCopied ? below : below.Part(eName::WithoutExtension);
     CreateFolders((run.options.resourceRoot / run.options.commonTextureTarget / name).Part(eName::Folder));
     texture.name = eName(kCommonMark) / name;
@@ -44,7 +48,7 @@ bool ExtensionIsAccepted(std::string_view path) {
     return false;
 }
 
-void MakeTextureName(Export& run, eExportTexture& texture, const host::Mtl* material) {
+void MakeTextureName(Export& run, eExportTexture& texture) {
     texture.inCommon = false;
     texture.isCopied = false;
     texture.sourcePath = FindSource(texture.texmap);
@@ -52,10 +56,10 @@ void MakeTextureName(Export& run, eExportTexture& texture, const host::Mtl* mate
         texture.name = eName((format("tex%1%_%2%") % texture.materialIndex % texture.slot).Text());
         return;
     }
-    const std::string& commonSource = run.options.commonTextureSource.Text();
+    const std::string commonSource = CommonSource(run);
     const eName source(texture.sourcePath);
-    texture.isCopied =
-        texture.texmap != SubTexmap(material, host::kBumpMap) && ExtensionIsAccepted(source.Text());
+    texture.isCopied = texture.texmap->ClassID() == host::kBitmapClass && !texture.role.isBump &&
+                       ExtensionIsAccepted(source.Text());
     texture.inCommon =
         EqualNoCase(std::string_view(texture.sourcePath).substr(0, commonSource.size()), commonSource);
     if (texture.inCommon) {
@@ -71,6 +75,10 @@ void MakeTargetPath(Export& run, eExportTexture& texture) {
         texture.targetPath = run.options.resourceRoot / run.options.commonTextureTarget / below;
     } else {
         texture.targetPath = run.commonFolder / texture.name;
+    }
+    texture.file = texture.targetPath;
+    if (!texture.isCopied) {
+        texture.file.Append(texture.role.isBump ? ".dds" : ".bmp");
     }
 }
 

@@ -10,18 +10,17 @@ class Export;
 // The engine reads these files itself, so they are copied: the path holds ".bmp", ".tga" or ".dds" anywhere.
 bool ExtensionIsAccepted(std::string_view path);
 
-// Fills sourcePath, name, isCopied and inCommon from the map of the slot:
+// Fills sourcePath, name, isCopied and inCommon from the map of the slot and its role:
 //
 //   source                                    name
-//   accepted file, not the bump map           its file name: the file is copied
-//   another file, or the bump map             its title: the file is rebuilt
+//   accepted file of a bitmap, not as bump    its file name: the file is copied
+//   any other file                            its title: the file is rebuilt
 //   the same below commonTextureSource        "$/" and the path below it, sub-folders kept
 //   no file, no map                           "tex12_1" of material index and slot: the file is generated
-//
-// `material` is the material as the map holds it, so the bump map of a Sorrel material counts as none.
-void MakeTextureName(Export& run, eExportTexture& texture, const host::Mtl* material);
+void MakeTextureName(Export& run, eExportTexture& texture);
 
-// Fills targetPath: below resourceRoot and commonTextureTarget, or in the folder of the shared resources.
+// Fills targetPath, below resourceRoot and commonTextureTarget or in the folder of the shared resources, and
+// file: that of a rebuilt texture gets ".dds" as bump map, else ".bmp".
 void MakeTargetPath(Export& run, eExportTexture& texture);
 
 // The name as a material record holds it: that of a copied file is cut at the last dot behind the last slash;

@@ -9,11 +9,15 @@
 namespace {
 
 using host::AColor;
+using host::DPoint2;
 using host::Point2;
-using host::Point3;
 
 std::uint8_t ColorByte(float channel) {
     return static_cast<std::uint8_t>(std::clamp(channel, 0.0F, 1.0F) * 255.0F + 0.5F);
+}
+
+Point2 Rounded(const DPoint2& p) {
+    return {static_cast<float>(p.x), static_cast<float>(p.y)};
 }
 
 // Calls `sample` with the sample point of every pixel, both coordinates between 0 and 1.
@@ -22,9 +26,9 @@ eTextureImage RenderPixels(int width, int height, Sample sample) {
     eTextureImage image(width, height);
     std::uint8_t* pixel = image.pixels.data();
     for (int y = 1; y <= height; ++y) {
-        const float v = static_cast<float>(y) / static_cast<float>(height + 1);
+        const double v = y / (height + 1.0);
         for (int x = 1; x <= width; ++x) {
-            const AColor color = sample(Point2{static_cast<float>(x) / static_cast<float>(width + 1), v});
+            const AColor color = sample(DPoint2{x / (width + 1.0), v});
             *pixel++ = ColorByte(color.b);
             *pixel++ = ColorByte(color.g);
             *pixel++ = ColorByte(color.r);
@@ -60,11 +64,11 @@ eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
     context.ambientLight = {1, 1, 1};
     context.duv = {0.01F, 0.01F};
     context.filterMaps = false;
-    const host::Matrix3 toMap = Inverse(source.map->GetUVTransform());
-    eTextureImage image = RenderPixels(source.width, source.height, [&](const Point2& p) {
-        const Point3 uv = Point3{p.x, p.y, 0} * toMap;
-        context.uv = {uv.x, uv.y};
-        context.boxPoint = {2 * p.x - 1, 2 * p.y - 1, -1};
+    const host::DMatrix3 toMap = ExactInverse(source.map->GetUVTransform());
+    eTextureImage image = RenderPixels(source.width, source.height, [&](const DPoint2& p) {
+        const Point2 place = Rounded(p);
+        context.uv = p * toMap;
+        context.boxPoint = {2 * place.x - 1, 2 * place.y - 1, -1};
         return EvalMap(source, context);
     });
     context.filterMaps = true;
@@ -73,10 +77,15 @@ eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
 
 }  // namespace
 
+host::Texmap* SourceMap(const eExportTexture& texture) {
+    host::Texmap* const map = texture.texmap;
+    return texture.role.isNormal && map->NumSubTexmaps() > 0 ? map->GetSubTexmap(0) : map;
+}
+
 eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t) {
     if (source.map == nullptr && source.material != nullptr) {
         const host::Color color = source.material->GetDiffuse(0, false);
-        return RenderPixels(source.width, source.height, [&](const Point2&) {
+        return RenderPixels(source.width, source.height, [&](const DPoint2&) {
             return AColor{color.r, color.g, color.b, 1};
         });
     }
@@ -84,5 +93,5 @@ eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::Tim
         return RenderMap(source, t);
     }
     return RenderPixels(source.width, source.height,
-                        [&](const Point2& p) { return ShadeMaterial(run, source.material, t, p); });
+                        [&](const DPoint2& p) { return ShadeMaterial(run, source.material, t, Rounded(p)); });
 }

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "host/material.h"
-#include "material/queries/texture_role.h"
+#include "material/textures/export_texture.h"
 #include "material/textures/texture_image.h"
 
 class Export;
@@ -17,6 +17,9 @@ struct eTextureSource {
     int width = 0;  // pixels
     int height = 0;
 };
+
+// The map that the texture's picture is taken from: that of the normals below a Normal Bump map; may be null.
+host::Texmap* SourceMap(const eExportTexture& texture);
 
 // Evaluates the picture at the time. Sample x of n lies at (x + 1) / (n + 1), so no sample reaches an edge;
 // the map's own tiling and offset do not change the picture.

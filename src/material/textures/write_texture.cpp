@@ -15,7 +15,6 @@
 #include "material/textures/bmp_file.h"
 #include "material/textures/copied_picture.h"
 #include "material/textures/normal_map.h"
-#include "material/textures/texture_name.h"
 #include "material/textures/texture_source.h"
 #include "platform/file.h"
 #include "platform/file_events.h"
@@ -30,11 +29,9 @@ constexpr int kDxt5Format = 3;
 
 // What is to be done for one slot.
 struct eTexturePlan {
-    bool copy = false;
     std::string source;  // of a map with a file
     eTextureSource picture;
     int bitsPerPixel = 24;
-    eName target;  // with its extension
 };
 
 struct eTextureRequest {
@@ -43,9 +40,6 @@ struct eTextureRequest {
     host::Mtl* material;
     host::TimeValue time;
 
-    eName Target(const eTextureRole& role) const {
-        return eName(texture.targetPath).Append(role.isBump ? ".dds" : ".bmp");
-    }
     // "(материал '...', карта '...')"
     std::string Owner() const {
         return (format("(материал '%s', карта '%s')"_ansi) % GetMaterialName(material) %
@@ -56,17 +50,19 @@ struct eTextureRequest {
         const auto text = format("Текстура '%s' %s %s"_ansi) % file % Owner() % what;
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
     }
+    void TellLost(const std::string& file, const std::string& reason) const {
+        Tell(file, ("не записана:\n"_ansi + reason).c_str());
+    }
     void TellUnreadable(const std::string& file, const std::string& reason) const {
-        Tell(file, ("не записана:\nфайл изображения не читается.\n"_ansi + reason).c_str());
+        TellLost(file, "файл изображения не читается.\n"_ansi + reason);
     }
 };
 
 // An empty file, as a refused normal map leaves it and as a power cut may, is no texture, whatever its time.
-bool IsUpToDate(const eTexturePlan& plan) {
-    const std::string& target = plan.target.Text();
+bool IsUpToDate(const std::string& source, const std::string& target) {
     platform::eFile file;
     std::int64_t length = 0;
-    return !IsNewer(plan.source, target) && !platform::IsFolder(target) &&
+    return !IsNewer(source, target) && !platform::IsFolder(target) &&
            file.Open(target, platform::eFileAccess::Read).IsOk() && file.Length(length).IsOk() && length > 0;
 }
 
@@ -86,16 +82,42 @@ bool TakeBitmap(const eTextureRequest& request, const std::string& source, eText
     return true;
 }
 
-// The host need not know the engine's own format to copy a file of it.
+// The host need not know a picture's format to copy its file.
 bool IsUsable(const eTextureRequest& request, eTexturePlan& plan) {
-    if (!plan.copy || eName(plan.source).Part(eName::Extension) != ".dds") {
+    if (!request.texture.isCopied) {
         return TakeBitmap(request, plan.source, plan);
     }
-    const std::string damage = DamageOfCopiedPicture(plan.source);
-    if (!damage.empty()) {
-        request.TellUnreadable(plan.source, damage);
+    const bool isCutOff = IsCutOffPicture(plan.source);
+    if (isCutOff) {
+        request.TellUnreadable(
+            plan.source,
+            "Файл поврежден или обрывается раньше, чем кончается картинка. Сохраните ее заново."_ansi);
     }
-    return damage.empty();
+    return !isCutOff;
+}
+
+// What a copy is not, though its name or its map says so.
+void TellCopy(const eTextureRequest& request, const eTexturePlan& plan) {
+    if (IsMisnamedPicture(plan.source)) {
+        request.Tell(
+            plan.source,
+            "взята как есть, но она не похожа на картинку того формата, который указан в ее имени."_ansi);
+    }
+    if (!plan.picture.map->PictureSettings().empty()) {
+        request.Tell(
+            plan.source,
+            "взята как есть: вырезка и кривая вывода ее карты в игру не попадут.\nСохраните картинку в "
+            "png, тогда они войдут в текстуру."_ansi);
+    }
+}
+
+// The material names the texture all the same.
+void WarnMissing(const eTextureRequest& request, const host::Texmap& map) {
+    const std::string file = FirstMapFile(map, true);
+    const auto text = format("The texture %s (material %s, map %s) is missing") %
+                      (file.empty() ? "of a map without file" : file) % GetMaterialName(request.material) %
+                      map.GetName();
+    Warn(__FILE__, __LINE__, text.Text());
 }
 
 // A map with a file. Nothing if there is nothing to write.
@@ -104,22 +126,19 @@ std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTextureP
     map.LoadMapFiles(request.time);
     plan.source = FirstMapFile(map, false);
     if (!platform::LastWriteTime(plan.source)) {
-        const auto text = format("The texture %s (material %s, map %s) is missing") %
-                          FirstMapFile(map, true) % GetMaterialName(request.material) % map.GetName();
-        Warn(__FILE__, __LINE__, text.Text());
+        WarnMissing(request, map);
         return std::nullopt;
     }
-    plan.copy = ExtensionIsAccepted(plan.source) && plan.picture.role.bumpAmount == 0;
-    plan.target = plan.copy ? request.texture.targetPath : request.Target(plan.picture.role);
-    const bool isKept = IsUpToDate(plan);
+    const std::string& target = request.texture.file.Text();
+    const bool isKept = IsUpToDate(plan.source, target);
     if (!isKept && !IsUsable(request, plan)) {
         return std::nullopt;
     }
-    if (plan.copy && IsMisnamedPicture(plan.source)) {
-        request.Tell(plan.source, "взята как есть, но это не тот формат, который указан в ее имени."_ansi);
+    if (request.texture.isCopied) {
+        TellCopy(request, plan);
     }
     if (isKept) {
-        platform::TellFileEvent(platform::eFileAction::Kept, plan.target.Text());
+        platform::TellFileEvent(platform::eFileAction::Kept, target);
         return std::nullopt;
     }
     return plan;
@@ -127,19 +146,33 @@ std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTextureP
 
 std::optional<eTexturePlan> PlanTexture(const eTextureRequest& request, int width, int height) {
     eTexturePlan plan;
-    host::Texmap* map = request.texture.texmap;
     plan.picture.material = request.material;
-    plan.picture.role = RoleOf(request.material, map);
-    plan.picture.map = plan.picture.role.isNormal && map->NumSubTexmaps() > 0 ? map->GetSubTexmap(0) : map;
+    plan.picture.role = request.texture.role;
+    plan.picture.map = SourceMap(request.texture);
     plan.picture.width = width;
     plan.picture.height = height;
-    plan.target = request.Target(plan.picture.role);
     if (plan.picture.map == nullptr) {
         plan.picture.width = kPlainColorSide;
         plan.picture.height = kPlainColorSide;
         return plan;
     }
     return plan.picture.map->ClassID() == host::kBitmapClass ? PlanBitmap(request, std::move(plan)) : plan;
+}
+
+// False for a map of the whole material on a mesh without map coordinates, which settle the size.
+bool HasSize(const eTexturePlan& plan) {
+    return plan.picture.width > 0 && plan.picture.height > 0;
+}
+
+// Why DXT5 blocks can't hold the picture, and what the artist can do about its size.
+std::string SidesProblem(const eTexturePlan& plan) {
+    const bool hasFile = !plan.source.empty();
+    const auto text =
+        format("стороны карты нормалей, %1% и %2%, должны быть равны 1, 2 или кратны 4.\n%3%"_ansi) %
+        plan.picture.width % plan.picture.height %
+        (hasFile ? "Измените размер картинки."_ansi
+                 : "Этот размер дали координаты мэша: запеките карту в файл нужного размера."_ansi);
+    return text.Text();
 }
 
 // A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
@@ -162,21 +195,25 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
                                      pixelLayoutBgra, options, append);
     if (result != compressDone) {
         content.clear();
-        const auto reason =
-            format(
-                "не записана:\nстороны карты нормалей, %1% и %2%, должны быть равны 1, 2 или кратны 4."_ansi) %
-            normals.width % normals.height;
-        request.Tell(plan.target, reason.Text().c_str());
+        if (HasSize(plan)) {
+            request.TellLost(request.texture.file, SidesProblem(plan));
+        }
     }
-    xIo::WriteWholeFile(plan.target, content, request.Owner());
+    xIo::WriteWholeFile(request.texture.file, content, request.Owner());
 }
 
 void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
+    if (!HasSize(plan)) {
+        request.TellLost(
+            request.texture.file,
+            "у мэша нет координат текстуры, поэтому у картинки нет размера.\nДобавьте мэшу координаты "
+            "(UVW Map)."_ansi);
+    }
     const eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {
         WriteNormalMap(request, plan, image);
     } else {
-        xIo::WriteWholeFile(plan.target, MakeBmp(image, plan.bitsPerPixel), request.Owner());
+        xIo::WriteWholeFile(request.texture.file, MakeBmp(image, plan.bitsPerPixel), request.Owner());
     }
 }
 
@@ -195,8 +232,8 @@ void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
     if (!plan) {
         return;
     }
-    if (plan->copy) {
-        xIo::CopyWholeFile(plan->source, plan->target, request.Owner());
+    if (texture.isCopied) {
+        xIo::CopyWholeFile(plan->source, texture.file, request.Owner());
     } else {
         MakeTexture(request, *plan);
     }

@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "base/ansi.h"
+#include "base/format.h"
+#include "io/name.h"
 #include "standalone/data/scene_path.h"
 #include "standalone/objects/scene.h"
 
@@ -14,11 +16,9 @@ eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
     if (!bitmap.onDisk.empty()) {
         return {bitmap.onDisk, platform::ePathForm::Native};
     }
-    if (bitmap.file.empty() || IsAbsolutePath(bitmap.file)) {
-        return {bitmap.file};
-    }
     const std::string folder = scene.folder.empty() ? FolderOf(scene.file) : scene.folder;
-    return {folder.empty() ? bitmap.file : folder + "/" + bitmap.file};
+    const bool isWhole = bitmap.file.empty() || IsAbsolutePath(bitmap.file) || folder.empty();
+    return {ResolveDots(isWhole ? bitmap.file : folder + "/" + bitmap.file)};
 }
 
 class ePictureAsset : public host::AssetUser {
@@ -55,17 +55,29 @@ host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
     if (image == nullptr) {
         return {0, 0, 0, 1};
     }
-    const host::Point3 point = Coordinates(context);
-    float u = point.x, v = point.y;
+    auto [u, v] = Coordinates(context);
     if (isCropped) {
         u = bitmap.cropOrigin.x + (u - std::floor(u)) * bitmap.cropSize.x;
         v = bitmap.cropOrigin.y + (v - std::floor(v)) * bitmap.cropSize.y;
     }
-    host::AColor color = context.filterMaps ? image->Bilinear(u, v) : image->Nearest(u, v);
+    host::AColor color = context.filterMaps ? image->Bilinear(static_cast<float>(u), static_cast<float>(v))
+                                            : image->Nearest(u, v);
     if (bitmap.invert) {
         color = {1 - color.r, 1 - color.g, 1 - color.b, color.a};
     }
     return {color.r * bitmap.amount, color.g * bitmap.amount, color.b * bitmap.amount, color.a};
+}
+
+std::string eBitmapTexmap::PictureSettings() const {
+    std::string settings;
+    if (isCropped) {
+        const host::Point2 &origin = bitmap.cropOrigin, &size = bitmap.cropSize;
+        settings += (format("crop %1% %2% %3% %4%; ") % origin.x % origin.y % size.x % size.y).Text();
+    }
+    if (bitmap.amount != 1 || bitmap.invert) {
+        settings += (format("amount %1%%2%") % bitmap.amount % (bitmap.invert ? ", invert" : "")).Text();
+    }
+    return settings;
 }
 
 void eBitmapTexmap::EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const {

@@ -18,6 +18,7 @@ public:
     // Filtered where the context says so. The picture is decoded when it is first asked for: most maps are
     // only asked where their file is.
     host::AColor EvalColor(host::ShadeContext& context) override;
+    std::string PictureSettings() const override;
     void EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const override;
 
 private:

@@ -35,9 +35,9 @@ host::AColor eRgbMultiplyTexmap::EvalColor(host::ShadeContext& context) {
 }
 
 host::AColor eCheckerTexmap::EvalColor(host::ShadeContext& context) {
-    const host::Point3 point = Coordinates(context);
-    const float cell = std::floor(2 * point.x) + std::floor(2 * point.y);
-    const host::Color& color = checker.colors[std::fmod(cell, 2.0F) == 0 ? 0 : 1];
+    const host::DPoint2 point = Coordinates(context);
+    const double cell = std::floor(2 * point.x) + std::floor(2 * point.y);
+    const host::Color& color = checker.colors[std::fmod(cell, 2.0) == 0 ? 0 : 1];
     return {color.r, color.g, color.b, 1};
 }
 

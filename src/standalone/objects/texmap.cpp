@@ -36,8 +36,8 @@ host::Texmap* eTexmap::Map(int number) const {
     return scene.Map(number);
 }
 
-host::Point3 eTexmap::Coordinates(const host::ShadeContext& context) const {
-    return context.UVW(channel) * transform;
+host::DPoint2 eTexmap::Coordinates(const host::ShadeContext& context) const {
+    return context.ExactUV(channel) * transform;
 }
 
 float eTexmap::EvalMono(host::ShadeContext& context) {

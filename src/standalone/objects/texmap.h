@@ -35,7 +35,7 @@ protected:
     host::Texmap* Map(int number) const;
     // The point on the map. The surface coordinates stand in for object and world coordinates, too: an
     // exporter gives both alike, and has taken the map's own transform out of the former only.
-    host::Point3 Coordinates(const host::ShadeContext& context) const;
+    host::DPoint2 Coordinates(const host::ShadeContext& context) const;
 
     eScene& scene;
 

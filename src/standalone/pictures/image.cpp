@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
+
+#include "standalone/pictures/image_readers.h"
 
 namespace standalone {
 
@@ -22,7 +25,8 @@ constexpr std::array<float, 256> MakeByteValues() {
 
 constexpr std::array<float, 256> byteValues = MakeByteValues();
 
-float Fraction(float value) {
+template <class Real>
+Real Fraction(Real value) {
     return value - std::floor(value);
 }
 
@@ -50,15 +54,15 @@ namespace {
 
 // The texel at a place counted in texels; the last one behind the end, where rounding leads, and the first
 // one for what is no number.
-int TexelAt(float place, int count) {
+template <class Real>
+int TexelAt(Real place, int count) {
     return place >= 0 ? std::min(static_cast<int>(place), count - 1) : 0;
 }
 
 }  // namespace
 
-host::AColor eImage::Nearest(float u, float v) const {
-    return Texel(TexelAt(Fraction(u) * static_cast<float>(width), width),
-                 TexelAt(Fraction(v) * static_cast<float>(height), height));
+host::AColor eImage::Nearest(double u, double v) const {
+    return Texel(TexelAt(Fraction(u) * width, width), TexelAt(Fraction(v) * height, height));
 }
 
 host::AColor eImage::Bilinear(float u, float v) const {
@@ -70,6 +74,24 @@ host::AColor eImage::Bilinear(float u, float v) const {
     const float fx = x - std::floor(x), fy = y - std::floor(y);
     return Between(Between(Texel(left, below), Texel(right % width, below), fx),
                    Between(Texel(left, above % height), Texel(right % width, above % height), fx), fy);
+}
+
+namespace {
+
+bool IsTiff(std::string_view begin) {
+    using namespace std::string_view_literals;
+    const auto marks = {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv};
+    return std::ranges::any_of(marks, [&](std::string_view mark) { return begin.starts_with(mark); });
+}
+
+}  // namespace
+
+eDecodedImage DecodeImage(std::span<const std::uint8_t> file) {
+    const std::string_view begin(reinterpret_cast<const char*>(file.data()), file.size());
+    if (begin.starts_with("DDS ")) {
+        return DecodeDds(file);
+    }
+    return IsTiff(begin) ? DecodeTiff(file) : DecodePlainImage(file);
 }
 
 }  // namespace standalone

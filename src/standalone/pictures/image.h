@@ -29,7 +29,8 @@ public:
     bool HasAlpha() const { return hasAlpha; }
     std::size_t Bytes() const;
 
-    host::AColor Nearest(float u, float v) const;
+    // In double precision: a place near a texel's edge stays in its texel on pictures of any width.
+    host::AColor Nearest(double u, double v) const;
     // Between the middles of the four texels around.
     host::AColor Bilinear(float u, float v) const;
 
@@ -44,15 +45,15 @@ private:
     eTexels texels;
 };
 
-// What a file holds: a picture, or the reason why there is none, in English.
+// What a file holds: a picture, or the reason why there is none (picture_problem.h).
 struct eDecodedImage {
     std::unique_ptr<eImage> image;
     std::string problem;
 };
 
-// Decodes a png, jpg, tga, bmp, psd or gif file, the first picture of an animated one. A file that ends early
-// is refused, and so is a header that promises more texels than the file's bytes could ever hold: before
-// memory is taken for them.
+// Decodes a file of one of kPictureFormats, whatever its name: the first picture of an animated one, the
+// first level of a .dds. A file that ends early is refused, and so is a header that promises more texels than
+// the file's bytes could ever hold: before memory is taken for them.
 eDecodedImage DecodeImage(std::span<const std::uint8_t> file);
 
 }  // namespace standalone

@@ -29,9 +29,11 @@ static void* Reallocate(void* old, std::size_t size) {
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
-#include "standalone/pictures/image.h"
+#include "standalone/pictures/image_readers.h"
 #include "standalone/pictures/jpeg_tables.h"
+#include "standalone/pictures/picture_problem.h"
 
 namespace standalone {
 
@@ -136,6 +138,8 @@ bool ReadHeader(std::span<const std::uint8_t> file, eHeader& header) {
         0) {
         return false;
     }
+    // A bmp whose rows run from the top says so by the sign.
+    header.height = std::abs(std::max(header.height, -std::numeric_limits<int>::max()));
     source = {file};
     header.has16Bits = IsDeepPsd(file) || stbi_is_16_bit_from_callbacks(&kCallbacks, &source) != 0;
     return true;
@@ -143,43 +147,21 @@ bool ReadHeader(std::span<const std::uint8_t> file, eHeader& header) {
 
 // Why the header can't be true, or empty.
 std::string HeaderProblem(std::span<const std::uint8_t> file, const eHeader& header) {
-    constexpr std::uint64_t kMostTexels = 1U << 28;
-    const auto texels = static_cast<std::uint64_t>(header.width) * static_cast<std::uint64_t>(header.height);
-    const std::string size = std::to_string(header.width) + " by " + std::to_string(header.height);
-    if (texels == 0) {
-        return "the picture is empty";
-    }
-    if (texels > kMostTexels) {
-        return "the picture is too big: " + size;
-    }
-    if (texels > static_cast<std::uint64_t>(FormatOf(file).texelsPerByte) * file.size()) {
-        return "the header promises " + size + " texels, more than the file can hold";
-    }
-    return {};
-}
-
-template <class Value>
-bool AllOpaque(const Value* values, std::size_t texelCount) {
-    for (std::size_t i = 0; i < texelCount; ++i) {
-        if (values[i * 4 + 3] != static_cast<Value>(~Value{0})) {
-            return false;
-        }
-    }
-    return true;
+    return SizeProblem(static_cast<std::uint64_t>(header.width), static_cast<std::uint64_t>(header.height),
+                       static_cast<std::uint64_t>(FormatOf(file).texelsPerByte) * file.size());
 }
 
 }  // namespace
 
-eDecodedImage DecodeImage(std::span<const std::uint8_t> wholeFile) {
+eDecodedImage DecodePlainImage(std::span<const std::uint8_t> wholeFile) {
     const std::span<const std::uint8_t> file = WithoutFill(wholeFile);
     eHeader header;
     if (FormatOf(file).begin == kJpegBegin && !HuffmanTablesFit(file)) {
-        return {nullptr, "the picture is broken: bad or missing Huffman table"};
+        return {nullptr, UnreadablePicture()};
     }
     if (!ReadHeader(file, header)) {
         const bool isKnown = !FormatOf(file).begin.empty();
-        return {nullptr, isKnown ? "the picture's header is broken or promises too much"
-                                 : "not a picture of a known format"};
+        return {nullptr, isKnown ? UnreadablePicture() : UnknownPicture()};
     }
     if (const std::string problem = HeaderProblem(file, header); !problem.empty()) {
         return {nullptr, problem};
@@ -195,12 +177,10 @@ eDecodedImage DecodeImage(std::span<const std::uint8_t> wholeFile) {
                                                                      &channels, kChannels);
     eImage::eTexels texels(values, stbi_image_free);
     if (source.ranOut) {
-        return {nullptr, "the file ends early"};
+        return {nullptr, CutOffPicture()};
     }
     if (values == nullptr) {
-        const char* const reason = stbi_failure_reason();
-        return {nullptr, reason != nullptr ? std::string("the picture is broken: ") + reason
-                                           : "the picture is broken"};
+        return {nullptr, UnreadablePicture()};
     }
     bool hasAlpha = channels == 2 || channels == 4;
     if (hasAlpha && FormatOf(file).alphaMayBeIdle) {

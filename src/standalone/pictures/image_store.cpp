@@ -4,6 +4,7 @@
 
 #include "platform/folder.h"
 #include "standalone/data/file_content.h"
+#include "standalone/pictures/picture_problem.h"
 
 namespace standalone {
 
@@ -11,12 +12,11 @@ namespace {
 
 eDecodedImage ReadImage(const eImageFile& file, const std::string& diskPath) {
     if (platform::IsFolder(file.path, file.form)) {
-        return {nullptr, "it is a folder"};
+        return {nullptr, FolderForPicture()};
     }
     std::string content;
-    const platform::eIoStatus status = ReadFileContent(diskPath, content);
-    if (!status.IsOk()) {
-        return {nullptr, status.Text()};
+    if (!ReadFileContent(diskPath, content).IsOk()) {
+        return {nullptr, LockedPicture()};
     }
     return DecodeImage({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
 }

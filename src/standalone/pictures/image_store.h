@@ -24,7 +24,7 @@ bool IsFile(const eImageFile& file);
 // them texel by texel.
 class eImageStore : public host::BitmapManager {
 public:
-    // Null if the file can't be read as a picture; `problem`, if given, then says why, in English. The
+    // Null if the file can't be read as a picture; `problem`, if given, then says why. The
     // picture stays valid while Generation stays the same.
     const eImage* Find(const eImageFile& file, std::string* problem = nullptr);
     // Rises when a picture is given up.
