@@ -8,7 +8,6 @@
 #include "base/diagnostics.h"
 #include "base/event_bus.h"
 #include "base/global_collector.h"
-#include "base/intrusive_registrator.h"
 #include "base/thread_storage.h"
 #include "support/message_collector.h"
 
@@ -97,30 +96,6 @@ TEST(GlobalCollector, StartsInOrderAndDropsPendingWorkAtAFatalEnd) {
     eEventBus::Process().Dispatch(messageFatalExit);
     collector.RunPending();
     EXPECT_EQ(order, "+1+2-2-1");
-}
-
-struct eNode : eIntrusiveRegistrator<eNode> {
-    explicit eNode(int nodeNumber) : number(nodeNumber) {}
-    int number;
-};
-
-TEST(RegistrationList, KeepsOrderAndEntersOnce) {
-    eRegistrationList<eNode> list("nodes");
-    eNode one(1);
-    eNode two(2);
-    for (eNode* node : {&one, &two, &one}) {
-        list.Append(*node);
-    }
-    std::vector<int> numbers;
-    for (const eNode* node = list.First(); node != nullptr; node = node->Next()) {
-        numbers.push_back(node->number);
-    }
-    EXPECT_THAT(numbers, ElementsAre(1, 2));
-    support::eMessageCollector messages;
-    const xDebug::eHandlingMode mode(xDebug::throwInstead);
-    EXPECT_THROW(eRegistrationList<eNode>("nodes"), xDebug::eEx_Custom);
-    xDebug::ClearExceptionFlag();
-    EXPECT_THAT(messages.log, testing::HasSubstr("Multiply static registration list of nodes"));
 }
 
 TEST(ThreadStorage, GivesEachThreadItsOwnObjectAndFreesAll) {

@@ -100,23 +100,6 @@ TEST(MemoryStream, GivesZerosBeyondTheEnd) {
     EXPECT_EQ(std::string(data, 4), std::string(4, '\0'));
 }
 
-TEST(MemoryStream, CopiesFromAnotherStream) {
-    const std::string block = Counting(1000);
-    eMemoryStream source(7, 3);
-    source.Write(block.data(), 1000);
-    eMemoryStream target(5, 1);
-    source.Seek(990, xIo::fromStart);
-    target.WriteFrom(source, 5);
-    target.WriteFrom(source, -1);
-    target.WriteFrom(source, -1);
-    source.Seek(0, xIo::fromStart);
-    target.WriteFrom(source, 2000);
-    EXPECT_EQ(Text(target), block.substr(990) + block);
-    eMemoryStream empty;
-    target.WriteFrom(empty, -1);
-    EXPECT_EQ(target.Size(), 1010);
-}
-
 TEST(MemoryStream, RefusesWhatItCannotCount) {
     support::eMessageCollector messages;
     const xDebug::eHandlingMode mode(xDebug::throwInstead);

@@ -242,20 +242,6 @@ TEST(CompressImage, KnowsTheLayouts) {
                 ElementsAre(11, 11, 11, 255, 1, 1, 1, 255));
 }
 
-TEST(CompressImage, TakesARegionWithBothItsCorners) {
-    const eBytes source = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    const ePixelRegion region = {1, 1, 2, 2};
-    EXPECT_THAT(FirstLevel(source, 4, 3, 4, pixelLayoutGrey, &region),
-                ElementsAre(6, 6, 6, 255, 7, 7, 7, 255, 10, 10, 10, 255, 11, 11, 11, 255));
-    eFileCollector file;
-    for (const ePixelRegion& outside :
-         {ePixelRegion{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 4, 1}, {0, 0, 1, 3}, {2, 0, 1, 1}, {0, 2, 1, 1}}) {
-        EXPECT_EQ(
-            CompressImage(source.data(), 4, 3, 4, pixelLayoutGrey, Format(7), file.Callback(), &outside),
-            compressBadSize);
-    }
-}
-
 // Strips of rows are encoded one by one: would catch rows that are lost or taken twice between them.
 TEST(CompressImage, CoversEveryPixel) {
     // One grey per block: the blocks come out exact in alpha, so each must stand in its own place.
