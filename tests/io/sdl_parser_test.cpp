@@ -87,7 +87,7 @@ TEST(SdlParser, ShowsItsPlaceToReports) {
     EXPECT_EQ(parser.Detail(),
               "2:\ttwo\n3:\tthree\n4:\tfour \xAB"
               "4\n5:\tfive\n6:\tsix\n");
-    eParser lateParser("define 'x'", std::string(1000, ' ') + "here\n", 7);
+    eParser lateParser("define 'x'", std::string(1000, ' ').append("here\n"), 7);
     lateParser.Next();
     EXPECT_EQ(lateParser.Detail(), "7:\t" + std::string(100, ' ') + "\xABhere\n8:\t\n");
 }

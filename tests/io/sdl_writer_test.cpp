@@ -118,7 +118,7 @@ TEST(SdlWriter, FillsItsFileWhenItCloses) {
         EXPECT_EQ(folder.Read("tank.mdl.tmp"), "");
         EXPECT_FALSE(folder.Has("tank.mdl"));
     }
-    EXPECT_EQ(folder.Read("tank.mdl"), std::string(100000, 'x') + "\r\n");
+    EXPECT_EQ(folder.Read("tank.mdl"), std::string(100000, 'x').append("\r\n"));
     eWriter writer;
     ASSERT_TRUE(writer.OpenFile(folder / "tank.mdl"));
     EXPECT_TRUE(writer.Close());

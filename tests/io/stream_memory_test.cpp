@@ -78,7 +78,7 @@ TEST(MemoryStream, FillsAGapWithZeros) {
     stream.WriteByte('x');
     stream.Seek(40, xIo::fromStart);
     stream.WriteByte('y');
-    EXPECT_EQ(Text(stream), std::string("ab\0\0x", 5) + std::string(35, '\0') + "y");
+    EXPECT_EQ(Text(stream), std::string("ab\0\0x", 5).append(35, '\0').append("y"));
 }
 
 // Would catch: a read beyond the end that hands out old bytes or runs over the buffer.

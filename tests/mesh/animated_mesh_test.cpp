@@ -64,8 +64,7 @@ TEST(AnimatedMesh, EachFrameIsReadAtItsTime) {
     support::eSceneBuilder scene;
     FlagScene(scene);
     eMeshRun run(scene);
-    run.SetOptions([eExportOptions& options) {
-        options.reverseAnimation = true; });
+    run.SetOptions([](eExportOptions& options) { options.reverseAnimation = true; });
     run.Do();
     EXPECT_EQ(HeightAt(run, 0), 0);
     EXPECT_NEAR(HeightAt(run, 1), 1, 1e-6F);

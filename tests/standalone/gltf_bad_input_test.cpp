@@ -53,7 +53,7 @@ TEST(GltfBadInput, FormIsToldWithPlaceAndReason) {
     EXPECT_EQ(faults, 22);
     EXPECT_THAT(Broken(R"("nodes":)", R"("cameras": [{"type": "perspective"}, {"type": "round"}], "nodes":)"),
                 HasSubstr("/cameras/1/type: the word is not known"));
-    EXPECT_THAT(Broken(R"({"name": "below"})", std::string(300, '[') + std::string(300, ']')),
+    EXPECT_THAT(Broken(R"({"name": "below"})", std::string(300, '[').append(300, ']')),
                 HasSubstr("nested too deeply"));
 }
 

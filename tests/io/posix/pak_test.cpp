@@ -56,7 +56,7 @@ TEST_F(Pak, GivesBackWhatWasPacked) {
     for (char& c : noise) {
         c = static_cast<char>(random());
     }
-    folder.Write("game/Units/Tank.mdl", std::string(500000, 'x') + noise);
+    folder.Write("game/Units/Tank.mdl", std::string(500000, 'x').append(noise));
     folder.Write("game/noise.bin", noise);
     folder.Write("game/empty.txt", "");
     folder.Write("game/\xD0\x96.txt", "zh");
@@ -71,7 +71,7 @@ TEST_F(Pak, GivesBackWhatWasPacked) {
     Mount("/data/game.pak", folder / "out/game.pak");
     EXPECT_THAT(Names(), ElementsAre("/data/empty.txt", "/data/noise.bin", "/data/units/tank.mdl",
                                      "/data/Ж.txt"_ansi));
-    EXPECT_EQ(Read("/data/units/tank.mdl"), std::string(500000, 'x') + noise);
+    EXPECT_EQ(Read("/data/units/tank.mdl"), std::string(500000, 'x').append(noise));
     EXPECT_EQ(Read("/data/noise.bin"), noise);
     EXPECT_EQ(Read("/data/empty.txt"), "");
     EXPECT_EQ(Read("/data/Ж.txt"_ansi), "zh");
