@@ -214,7 +214,7 @@ TEST(MissingMeshes, PartsOfMeshesThatNobodyWritesAreTold) {
     for (const eCase& spoiled : cases) {
         support::eSceneBuilder scene;
         support::eNode hull = Mesh(Model(scene, "root", "tank"), "hull");
-        support::eNode arm = hull.Child("arm").Object(eBoxObject{1, 1, 1});
+        support::eNode arm = hull.Child("arm").Position(5, 0, 0).Object(eBoxObject{1, 1, 1});
         spoiled.spoil(arm, hull);
         arm.Child("badge").Property("CommonMesh=arm").Object(eBoxObject{1, 1, 1});
         support::eExportRun run(scene.Build());
