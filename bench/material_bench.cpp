@@ -68,12 +68,14 @@ public:
     host::Mtl& Material() { return *host->GetINodeByName("n")->GetMtl(); }
     eTextureSource Source() {
         host::Texmap* const map = Material().GetSubTexmap(slot);
-        const eTextureRole role = RoleOf(&Material(), map);
+        const eSlotUse use = slot == host::kBumpMap ? eSlotUse::Bump : eSlotUse::Color;
+        const eTextureRole role = RoleOf(&Material(), {map, use});
         return {&Material(), role.isNormal ? map->GetSubTexmap(0) : map, role, kSide, kSide};
     }
     void Write() {
         eExportTexture texture;
         texture.texmap = Material().GetSubTexmap(slot);
+        texture.role = Source().role;
         texture.targetPath = eName(folder / "target");
         WriteTexture(run, texture, &Material(), 0, 0, 0);
     }

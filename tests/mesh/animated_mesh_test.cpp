@@ -95,7 +95,8 @@ TEST(AnimatedMesh, AStaticPartLeavesTheBoneWhatItHas) {
     support::eNode root = Model(scene).Property("animation=wave,all,0-10");
     support::eNode flag = root.Child("flag").Property("CommonMesh").Property("AniTex=water,5");
     flag.Object(RisingTriangle());
-    flag.Child("badge").Property("CommonMesh=flag").Object(eMeshObject{TexturedTriangle(), {}});
+    support::eNode badge = flag.Child("badge").Property("CommonMesh=flag").Position(5, 0, 0);
+    badge.Object(eMeshObject{TexturedTriangle(), {}});
     support::eNode arm = MeshNode(root, "arm", TexturedTriangle()).GroupHead();
     arm.Key({.frame = 0, .position = host::Point3{0, 0, 0}});
     arm.Key({.frame = 10, .position = host::Point3{0, 0, 3}});
@@ -159,7 +160,8 @@ TEST(AnimatedMesh, MotionThatTheMeshDoesNotHoldIsTold) {
         scene.Settings().lastFrame = 10;
         support::eNode root = Model(scene).Property("animation=wave,all,0-10");
         support::eNode flag = root.Child("flag").Property(one.flag).Object(RisingTriangle());
-        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Object(one.edge);
+        support::eNode edge = flag.Child("edge").Property("CommonMesh=flag").Position(5, 0, 0);
+        edge.Object(one.edge);
         scene.SelectionSet("all", {edge});
         eMeshRun run(scene);
         EXPECT_THAT(run.Messages(), one.messages);

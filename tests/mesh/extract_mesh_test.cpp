@@ -269,7 +269,7 @@ TEST(CornerNormal, TheLastNormalOfTheFacesGroupsCounts) {
 TEST(ExtractMesh, WorldCoordinatesAreToldOnceForEachNodeAndMap) {
     support::eSceneBuilder scene;
     const auto wet = [&scene](const char* map) {
-        return scene.Material("wet", TexturedMaterial(scene.Map(eCheckerMap{}, {.source = 3}, map)));
+        return scene.Material(map, TexturedMaterial(scene.Map(eCheckerMap{}, {.source = 3}, map)));
     };
     host::Mesh mesh = support::GridMesh(2, 1);
     mesh.faces[3].setMatID(1);

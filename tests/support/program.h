@@ -18,8 +18,8 @@ struct eProgramResult {
 
 // The arguments are words of a POSIX shell. Output and errors go through files of the folder.
 inline eProgramResult RunProgram(const eTempFolder& folder, const std::string& arguments) {
-    const std::string command = std::string(ZYR_PROGRAM) + " " + arguments + " >'" + (folder / "stdout") +
-                                "' 2>'" + (folder / "stderr") + "' </dev/null";
+    std::string command = ZYR_PROGRAM;
+    command += " " + arguments + " >'" + (folder / "stdout") + "' 2>'" + (folder / "stderr") + "' </dev/null";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), folder.Read("stdout"),
             folder.Read("stderr")};
