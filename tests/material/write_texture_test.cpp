@@ -304,7 +304,7 @@ TEST_F(WriteTexture, MapsWithoutFileAreEvaluatedWithTheirMaterial) {
     EXPECT_EQ(run.Read("m/tex1_0.bmp").size(), 54U) << "a mesh without coordinates";
     EXPECT_THAT(
         run.Messages(),
-        Contains(HasSubstr("m/tex1_0.bmp' (материал 'flat', карта '') не записана:\nу мэша нет координат")));
+        Contains(HasSubstr("m/tex1_0.bmp' (материал 'flat', карта '') не записана:\nпо координатам мэша")));
     std::string problem;
     const auto tiles = ReadBmp(BytesOf(run.Read("m/tex0_0.bmp")), problem);
     ASSERT_TRUE(tiles) << problem;

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 eCorners<host::Point4> TangentsFor(const std::vector<host::Point3>& coordinates,
                                    const std::vector<std::string>& messages = {}) {
     support::eSceneBuilder scene;
-    eStandardMaterial bumped = TexturedMaterial(scene.Map(eCheckerMap{}));
+    eStandardMaterial bumped = TexturedMaterial(scene.Map(eBitmapMap{.file = "rust.png"}));
     bumped.maps[host::kBumpMap].map = scene.Map(eBitmapMap{.file = "none.png"});
     host::Mesh mesh = TexturedTriangle();
     mesh.maps[0].verts = coordinates;

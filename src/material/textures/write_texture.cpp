@@ -206,8 +206,8 @@ void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (!HasSize(plan)) {
         request.TellLost(
             request.texture.file,
-            "у мэша нет координат текстуры, поэтому у картинки нет размера.\nДобавьте мэшу координаты "
-            "(UVW Map)."_ansi);
+            "по координатам мэша у картинки не получается размера: их нет, или на их единицу приходится не "
+            "больше метра.\nДобавьте мэшу координаты (UVW Map) или запеките карту в файл."_ansi);
     }
     const eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {
