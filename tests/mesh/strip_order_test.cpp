@@ -22,7 +22,7 @@ eIndices Grid(std::size_t side, bool closed, std::mt19937& random) {
     eIndices mesh;
     for (std::size_t cell = 0; cell < side * side; ++cell) {
         const std::size_t x = cell % side, y = cell / side;
-        for (const std::size_t far : {0, 1}) {
+        for (const std::size_t far : {0U, 1U}) {
             const std::array<std::uint16_t, 3> triangle = {corner(x + 1, y), corner(x + far, y + 1),
                                                            corner(x, y + far)};
             const auto turn = static_cast<std::size_t>(random() % 3);
