@@ -113,7 +113,8 @@ TEST(PictureRules, HeightsAreScaledByTheAmountAndHaveEveryLevel) {
     const eDdsFile dds = ReadDds(BytesOf(file));
     ASSERT_TRUE(dds.problems.empty());
     EXPECT_EQ(dds.levels.size(), 5U) << "16 by 4, 8 by 2, 4 by 1, 2 by 1, 1 by 1";
-    const std::uint8_t* texel = DecodeDdsLevel(BytesOf(file), dds, 0).Pixel(5, 1);
+    const ePixelImage normals = DecodeDdsLevel(BytesOf(file), dds, 0);
+    const std::uint8_t* texel = normals.Pixel(5, 1);
     EXPECT_EQ(texel[3], 96) << "(1 - 0.24343) * 127.5";
     EXPECT_NEAR(texel[1], 127, 1);
     EXPECT_NEAR(texel[2], 251, 1);
