@@ -8,7 +8,7 @@
 #include <string>
 
 #include "animation/export_frame.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "standalone/standalone_host.h"
 #include "support/scene_builder.h"
 #include "support/temp_folder.h"

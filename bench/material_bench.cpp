@@ -10,13 +10,13 @@
 #include <filesystem>
 #include <string>
 
-#include "export/export.h"
 #include "io/streams/whole_file.h"
 #include "material/textures/bmp_file.h"
 #include "material/textures/normal_map.h"
 #include "material/textures/texture_source.h"
 #include "material/textures/write_texture.h"
 #include "normal_maps.h"
+#include "run/export.h"
 #include "standalone/pictures/image.h"
 #include "standalone/standalone_host.h"
 #include "support/pictures.h"

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "export/export.h"
 #include "geometry/vertex_layout.h"
 #include "io/streams/stream_memory.h"
 #include "mesh/build/bone_palettes.h"
@@ -18,6 +17,7 @@
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
 #include "mesh/write_mesh.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "standalone/standalone_host.h"
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "export/export.h"
+#include "run/export.h"
 #include "standalone/standalone_host.h"
 
 namespace {

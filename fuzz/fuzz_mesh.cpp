@@ -7,7 +7,6 @@
 #include <variant>
 
 #include "base/diagnostics.h"
-#include "export/export.h"
 #include "export/mesh_stage_driver.h"
 #include "io/streams/stream_memory.h"
 #include "mesh/file/mesh_check.h"
@@ -15,6 +14,7 @@
 #include "mesh/file/mesh_reader.h"
 #include "mesh/strips/strip_messages.h"
 #include "platform/message_box.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/skeleton/bone_writer.h"
 #include "standalone/loaders/gltf/gltf_importer.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/export.h"
+#include "run/export.h"
 
 // The exporter as a host gets it: with a dialog, and at home in the host's process.
 class PluginExport : public Export {

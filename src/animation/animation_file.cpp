@@ -12,7 +12,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"

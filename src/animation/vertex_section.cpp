@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "export/export.h"
+#include "run/export.h"
 
 namespace {
 

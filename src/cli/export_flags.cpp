@@ -8,7 +8,7 @@
 #include "base/user_message.h"
 #include "cli/option_path.h"
 #include "export/dialog_logic.h"
-#include "export/export.h"
+#include "run/export.h"
 
 namespace cli {
 

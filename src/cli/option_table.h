@@ -4,7 +4,7 @@
 #include <string>
 #include <variant>
 
-#include "export/options.h"
+#include "run/options.h"
 
 namespace cli {
 

@@ -11,9 +11,9 @@
 #include "cli/option_path.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
-#include "export/export.h"
 #include "export/options_file.h"
 #include "platform/utf8_path.h"
+#include "run/export.h"
 #include "standalone/standalone_host.h"
 
 namespace cli {

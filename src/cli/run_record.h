@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "export/options.h"
-#include "export/run_report.h"
 #include "platform/file_events.h"
+#include "run/options.h"
+#include "run/run_report.h"
 #include "standalone/terminal/terminal_face.h"
 
 namespace cli {

@@ -1,8 +1,8 @@
 #include "export/common_resources.h"
 
-#include "export/export.h"
 #include "export/resource_set_writer.h"
 #include "io/path.h"
+#include "run/export.h"
 #include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "io/name.h"
-#include "material/resource_set.h"
+#include "run/resource_set.h"
 #include "scene/shared_view.h"
 
 namespace host {

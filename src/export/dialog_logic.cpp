@@ -8,7 +8,7 @@
 #include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 
 namespace {
 

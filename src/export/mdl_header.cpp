@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "export/export.h"
 #include "platform/local_time.h"
 #include "platform/user.h"
+#include "run/export.h"
 
 void WriteMdlHeader(Export& run) {
     xIo::xSdl::eWriter& writer = *run.mdlWriter;

@@ -1,9 +1,9 @@
 #include "export/mesh_stage_driver.h"
 
-#include "export/export.h"
 #include "mesh/extract_node_mesh.h"
 #include "mesh/file/mesh_file.h"
 #include "mesh/write_mesh.h"
+#include "run/export.h"
 
 void eMeshStageDriver::ExtractNodeMesh(Export& run, host::INode& node, host::INode* meshTarget,
                                        host::INode* commonTarget) {

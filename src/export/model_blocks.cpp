@@ -11,7 +11,7 @@
 #include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/told_values.h"
 #include "volume/obstacle_tags.h"

@@ -6,10 +6,10 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "export/mdl_header.h"
 #include "io/path.h"
 #include "io/streams/file_failure.h"
+#include "run/export.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "export/common_resources.h"
-#include "export/export.h"
 #include "io/path.h"
 #include "platform/drive_table.h"
 #include "platform/write_fence.h"
+#include "run/export.h"
 #include "scene/bones/nested_structure.h"
 #include "scene/properties/node_name.h"
 

@@ -2,12 +2,12 @@
 
 #include "animation/animation_table.h"
 #include "export/common_resources.h"
-#include "export/export.h"
 #include "export/model_blocks.h"
 #include "export/model_files.h"
 #include "export/model_folders.h"
 #include "export/resource_set_writer.h"
 #include "export/skeleton_block.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/properties/node_properties.h"
 

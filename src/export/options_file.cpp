@@ -4,10 +4,10 @@
 #include <array>
 #include <cstring>
 
-#include "export/export.h"
 #include "io/streams/stream_file.h"
 #include "io/streams/stream_memory.h"
 #include "io/streams/whole_file.h"
+#include "run/export.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "export/export.h"
+#include "run/export.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "io/name.h"
-#include "material/resource_set.h"
+#include "run/resource_set.h"
 
 // Writes the set into the folder: ".material", then ".mesh", each if there is something for it. The set is
 // empty afterwards and can be filled for the next folder.

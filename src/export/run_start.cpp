@@ -1,8 +1,8 @@
 #include "export/run_start.h"
 
 #include "export/dialog_logic.h"
-#include "export/export.h"
 #include "export/options_file.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 
 namespace {

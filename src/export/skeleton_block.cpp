@@ -2,9 +2,9 @@
 
 #include "animation/animation_table.h"
 #include "base/ansi.h"
-#include "export/export.h"
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
+#include "run/export.h"
 #include "scene/skeleton/bone_writer.h"
 #include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"

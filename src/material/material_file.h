@@ -1,7 +1,7 @@
 #pragma once
 
 #include "io/name.h"
-#include "material/resource_set.h"
+#include "run/resource_set.h"
 
 // Writes ".material" in the folder, the records in natural order of their names. Nothing to do for a set
 // without materials; an older file stays then.

@@ -8,13 +8,13 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "material/queries/material_queries.h"
 #include "material/queries/sorrel.h"
 #include "material/queries/texture_slot.h"
 #include "material/textures/texture_claim.h"
 #include "material/textures/texture_name.h"
 #include "material/textures/write_texture.h"
+#include "run/export.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/read/extract_mesh.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/properties/node_name.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/export.h"
+#include "run/export.h"
 
 // Metres per scene unit.
 inline float MasterScale(const Export& run) {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/number_text.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/told_values.h"

@@ -5,7 +5,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_name.h"

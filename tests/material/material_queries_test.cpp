@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
-#include "export/export.h"
 #include "material/queries/mapping_channels.h"
 #include "material/queries/shade_material.h"
+#include "run/export.h"
 #include "standalone/standalone_host.h"
 #include "support/scene_builder.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "export/export.h"
+#include "run/export.h"
 #include "standalone/standalone_host.h"
 #include "support/message_collector.h"
 #include "support/temp_folder.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "export/export.h"
 #include "io/streams/stream_memory.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/skeleton/bone_writer.h"
 #include "scene/skeleton/mesh_stage.h"

@@ -1,8 +1,8 @@
 #include "export/dialog_window.h"
 
 #include "export/deployment.h"
-#include "export/export.h"
 #include "platform/own_module.h"
+#include "run/export.h"
 
 // There is no window: the loaded options are what the user wants, and the check alone decides.
 bool ShowDialogWindow(Export& run) {

@@ -7,11 +7,11 @@
 #include "base/diagnostics.h"
 #include "export/deployment.h"
 #include "export/dialog_logic.h"
-#include "export/export.h"
 #include "host/win32/custom_controls.h"
 #include "platform/own_module.h"
 #include "platform/win32/module_handle.h"
 #include "platform/win32/wide.h"
+#include "run/export.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "material/queries/shade_material.h"
 
-#include "export/export.h"
 #include "material/queries/dum_mtl.h"
+#include "run/export.h"
 
 host::AColor ShadeMaterial(Export& run, host::Mtl* material, host::TimeValue t, const host::Point2& uv) {
     static DumMtl nothing({0.5F, 0.6F, 0.5F});

@@ -5,9 +5,9 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "material/queries/material_queries.h"
 #include "material/textures/texture_source.h"
+#include "run/export.h"
 
 namespace {
 

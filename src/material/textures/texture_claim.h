@@ -1,6 +1,6 @@
 #pragma once
 
-#include "material/textures/export_texture.h"
+#include "material/export_texture.h"
 
 class Export;
 

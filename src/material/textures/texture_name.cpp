@@ -2,9 +2,9 @@
 
 #include "base/ansi.h"
 #include "base/format.h"
-#include "export/export.h"
 #include "io/path.h"
 #include "material/queries/map_files.h"
+#include "run/export.h"
 
 namespace {
 

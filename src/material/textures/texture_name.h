@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "host/material.h"
-#include "material/textures/export_texture.h"
+#include "material/export_texture.h"
 
 class Export;
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "export/export.h"
 #include "material/queries/shade_context.h"
 #include "material/queries/shade_material.h"
+#include "run/export.h"
 
 namespace {
 

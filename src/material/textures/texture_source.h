@@ -3,7 +3,7 @@
 #include <string>
 
 #include "host/material.h"
-#include "material/textures/export_texture.h"
+#include "material/export_texture.h"
 #include "material/textures/texture_image.h"
 
 class Export;

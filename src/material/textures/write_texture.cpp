@@ -8,7 +8,6 @@
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "io/streams/whole_file.h"
 #include "material/queries/map_files.h"
 #include "material/queries/material_queries.h"
@@ -20,6 +19,7 @@
 #include "platform/file_events.h"
 #include "platform/file_time.h"
 #include "platform/folder.h"
+#include "run/export.h"
 #include "texture/compress_image.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/material.h"
-#include "material/textures/export_texture.h"
+#include "material/export_texture.h"
 
 class Export;
 

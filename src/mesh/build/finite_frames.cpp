@@ -5,8 +5,8 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "mesh/build/finite_vertex.h"
+#include "run/export.h"
 
 namespace {
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "export/export.h"
 #include "geometry/vertex_layout.h"
 #include "material/queries/dum_mtl.h"
 #include "material/queries/material_queries.h"
 #include "mesh/build/texture_size_estimate.h"
 #include "mesh/build/weld.h"
+#include "run/export.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "material/queries/material_queries.h"
 #include "platform/message_box.h"
+#include "run/export.h"
 
 namespace {
 

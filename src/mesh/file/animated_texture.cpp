@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "export/export.h"
+#include "run/export.h"
 
 eAnimatedTextureBlock::eAnimatedTextureBlock(Export& ownRun, const host::INode& node) : run(ownRun) {
     std::string value;

@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "export/export.h"
 #include "geometry/vertex_layout.h"
 #include "host/node.h"
 #include "material/queries/material_queries.h"
 #include "mesh/file/mesh_format.h"
+#include "run/export.h"
 #include "scene/properties/node_name.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "io/name.h"
 #include "io/streams/stream.h"
-#include "material/resource_set.h"
+#include "run/resource_set.h"
 
 // Announces a mesh whose body is written next. Makes the set's stream of bodies at the first mesh.
 void AddMeshEntry(eExportResourceSet& set, const eName& name);

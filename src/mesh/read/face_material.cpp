@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "export/export.h"
 #include "material/queries/mapping_channels.h"
 #include "material/queries/material_queries.h"
+#include "run/export.h"
 
 namespace {
 

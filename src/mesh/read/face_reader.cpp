@@ -3,10 +3,10 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "mesh/read/corner_normal.h"
 #include "mesh/read/grow.h"
 #include "mesh/read/unit_normal.h"
+#include "run/export.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/ansi.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/skeleton/mirrored_views.h"
 
 namespace {

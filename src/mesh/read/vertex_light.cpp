@@ -1,6 +1,6 @@
 #include "mesh/read/vertex_light.h"
 
-#include "export/export.h"
+#include "run/export.h"
 
 bool PrepareLights(Export& run, const host::INode& root, const host::Matrix3& worldToMesh) {
     bool anyCounts = false;

@@ -7,11 +7,11 @@
 #include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "base/format.h"
-#include "export/export.h"
 #include "io/name.h"
 #include "material/queries/material_queries.h"
 #include "mesh/strips/cache_statistics.h"
 #include "platform/message_box.h"
+#include "run/export.h"
 #include "scene/export_bone.h"
 
 namespace {

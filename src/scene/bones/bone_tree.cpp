@@ -8,7 +8,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/lod_nodes.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"

@@ -1,6 +1,6 @@
 #include "scene/bones/find_instance.h"
 
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/nested_structure.h"
 #include "scene/properties/node_properties.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 

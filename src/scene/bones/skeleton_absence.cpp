@@ -2,7 +2,7 @@
 
 #include "base/ansi.h"
 #include "base/format.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"

@@ -7,8 +7,8 @@
 #include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
-#include "export/export.h"
 #include "io/sdl/sdl_parser.h"
+#include "run/export.h"
 
 namespace {
 

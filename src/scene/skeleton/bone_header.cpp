@@ -6,7 +6,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/told_values.h"
 #include "scene/skeleton/bone_step.h"

@@ -6,7 +6,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_skin.h"
 #include "scene/bones/local_matrix.h"

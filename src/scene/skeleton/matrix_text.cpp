@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/master_scale.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
-#include "export/export.h"
+#include "run/export.h"
 
 bool IsMirroredAgainst(host::INode& node, host::INode& owner, host::TimeValue t) {
     return (node.GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0;

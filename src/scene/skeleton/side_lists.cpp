@@ -1,6 +1,6 @@
 #include "scene/skeleton/side_lists.h"
 
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/local_matrix.h"
 #include "scene/properties/prop_text.h"

@@ -1,7 +1,7 @@
 #include "scene/skeleton/structure_bone.h"
 
 #include "base/ansi.h"
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/text_words.h"
 

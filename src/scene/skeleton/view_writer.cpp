@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "export/export.h"
+#include "run/export.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/told_values.h"
 #include "scene/skeleton/bone_step.h"

@@ -1,4 +1,4 @@
-#include "export/export.h"
+#include "run/export.h"
 
 #include "base/numeric_locale.h"
 #include "export/common_resources.h"

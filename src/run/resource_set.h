@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "io/streams/stream_memory.h"
-#include "material/export_material.h"
+#include "run/export_material.h"
 
 // A mesh of a folder's mesh file: its name, and where its body starts behind the table.
 struct eMeshTableEntry {
