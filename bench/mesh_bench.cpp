@@ -9,6 +9,7 @@
 
 #include "geometry/vertex_layout.h"
 #include "io/streams/stream_memory.h"
+#include "material/run_materials.h"
 #include "mesh/build/bone_palettes.h"
 #include "mesh/build/mesh_assembly.h"
 #include "mesh/build/weld.h"
@@ -19,6 +20,8 @@
 #include "mesh/write_mesh.h"
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "standalone/standalone_host.h"
 
 namespace {
@@ -103,20 +106,20 @@ class eTubeRun {
 public:
     eTubeRun() : host(TubeScene()) {
         run.host = &host;
-        run.currentRoot = &Node();
-        run.models.resize(1);
-        CollectBones(run, Node(), run.boneCount, false);
+        run.model->currentRoot = &Node();
+        run.scene->models.resize(1);
+        CollectBones(run, Node(), run.model->boneCount, false);
         Begin();
     }
     ~eTubeRun() { ForgetBoneNumbers(run); }
 
     host::INode& Node() { return *host.GetRootNode()->GetChildNode(0); }
-    eExportBone& Bone() { return run.bones.front(); }
+    eExportBone& Bone() { return run.model->bones.front(); }
 
     void Begin() {
-        run.materialMap.clear();
-        run.bones.clear();
-        run.bones.resize(static_cast<std::size_t>(run.boneCount));
+        run.materials->materialMap.clear();
+        run.model->bones.clear();
+        run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
         Bone().mesh.frames.resize(1);
         Bone().node = &Node();
         Bone().hasMesh = 1;

@@ -9,13 +9,18 @@
 #include "base/diagnostics.h"
 #include "export/mesh_stage_driver.h"
 #include "io/streams/stream_memory.h"
+#include "material/run_materials.h"
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_file.h"
 #include "mesh/file/mesh_reader.h"
 #include "mesh/strips/strip_messages.h"
 #include "platform/message_box.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "run/resource_sets.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "scene/skeleton/bone_writer.h"
 #include "standalone/loaders/gltf/gltf_importer.h"
 #include "standalone/loaders/scene_document/scene_document_reader.h"
@@ -69,23 +74,23 @@ void CheckWritten(eExportResourceSet& set) {
 }
 
 void WriteModel(Export& run, host::INode& root) {
-    run.currentRoot = &root;
-    run.boneCount = 0;
-    run.boneNames.clear();
-    run.materialMap.clear();
-    if (!CollectBones(run, root, run.boneCount, false)) {
-        run.bones.clear();
-        run.bones.resize(static_cast<std::size_t>(run.boneCount));
+    run.model->currentRoot = &root;
+    run.model->boneCount = 0;
+    run.model->boneNames.clear();
+    run.materials->materialMap.clear();
+    if (!CollectBones(run, root, run.model->boneCount, false)) {
+        run.model->bones.clear();
+        run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
         xIo::eMemoryStream mdl, def;
-        run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
-        run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
-        run.mdlWriter->Attach(&mdl);
-        run.defWriter->Attach(&def);
+        run.texts->mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.texts->defWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.texts->mdlWriter->Attach(&mdl);
+        run.texts->defWriter->Attach(&def);
         eMeshStageDriver meshStage;
         WriteBone(run, meshStage, root, nullptr, DetailEntry | RootBone);
-        run.mdlWriter.reset();
-        run.defWriter.reset();
-        CheckWritten(run.modelResources);
+        run.texts->mdlWriter.reset();
+        run.texts->defWriter.reset();
+        CheckWritten(run.resources->modelResources);
     }
     ForgetBoneNumbers(run);
 }
@@ -102,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Export run;
     run.host = &host;
     run.options.exportAnimation = 0;
-    run.models.resize(1);
+    run.scene->models.resize(1);
     run.modelReports.resize(1);
     for (int i = 0; i < host.GetRootNode()->NumberOfChildren(); ++i) {
         WriteModel(run, *host.GetRootNode()->GetChildNode(i));

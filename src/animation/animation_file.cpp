@@ -8,11 +8,14 @@
 
 #include "animation/animation_format.h"
 #include "animation/animation_table.h"
+#include "animation/model_motion.h"
 #include "animation/vertex_section.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 
 namespace {
 
@@ -37,7 +40,7 @@ struct eAnimationWriter {
     std::vector<std::size_t> counting = {};  // scratch: the bones of a frame
 
     const eExportFrameBone& Entry(int frame, std::size_t bone) const {
-        return run.frames.At(frame).bones[bone];
+        return run.motion->frames.At(frame).bones[bone];
     }
     // True if the bone has data of this animation in the frame.
     bool Counts(int frame, std::size_t bone) {
@@ -58,8 +61,8 @@ struct eAnimationWriter {
 int NumberBones(eAnimationWriter& writer) {
     const eExportAnimation& animation = writer.animation;
     int count = 0;
-    writer.boneMap.assign(writer.run.boneNames.size(), kNoNumber);
-    writer.covers.assign(writer.run.boneNames.size(), {});
+    writer.boneMap.assign(writer.run.model->boneNames.size(), kNoNumber);
+    writer.covers.assign(writer.run.model->boneNames.size(), {});
     for (std::size_t bone = 0; bone < writer.boneMap.size() && count < kMaxAnimatedBones; ++bone) {
         for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
             if (writer.Counts(frame, bone)) {
@@ -82,7 +85,7 @@ void WriteHead(eAnimationWriter& writer) {
     stream.WriteValue(static_cast<std::uint32_t>(NumberBones(writer)));
     for (std::size_t bone = 0; bone < writer.boneMap.size(); ++bone) {
         if (writer.boneMap[bone] != kNoNumber) {
-            stream.WriteString(writer.run.boneNames[bone].c_str());
+            stream.WriteString(writer.run.model->boneNames[bone].c_str());
         }
     }
 }
@@ -207,7 +210,7 @@ struct eOverlapCheck {
 };
 
 void WarnAboutOverlaps(eAnimationWriter& writer, std::size_t index) {
-    const eOverlapCheck check{writer, std::span(writer.run.animations).subspan(index + 1)};
+    const eOverlapCheck check{writer, std::span(writer.run.motion->animations).subspan(index + 1)};
     const char* loss = "При обратном порядке кадров анимация '%s' содержит чужие позы."_ansi;
     const eExportAnimation* taker = check.TakerOfPoses();
     if (taker == nullptr) {
@@ -228,34 +231,34 @@ bool IsFileName(const std::string& name) {
 }
 
 void WriteAnimationFile(Export& run, std::size_t index) {
-    const eExportAnimation& animation = run.animations[index];
+    const eExportAnimation& animation = run.motion->animations[index];
     if (!IsFileName(animation.binary)) {
         const auto text =
             format("Недопустимое имя файла '%s' в анимации '%s' модели '%s'.\nАнимация не записана."_ansi) %
-            animation.binary % animation.name % run.currentRoot->GetName();
+            animation.binary % animation.name % run.model->currentRoot->GetName();
         return ShowError(run.host->GetMAXHWnd(), text.Text());
     }
-    const eName path = (run.modelFolder / eName(animation.binary)).Append(".anm");
-    run.anmStream = std::make_unique<xIo::eFileStream>();
-    if (!run.anmStream->Open(path,
-                             xIo::streamRead | xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt)) {
-        run.anmStream.reset();
+    const eName path = (run.model->modelFolder / eName(animation.binary)).Append(".anm");
+    run.texts->anmStream = std::make_unique<xIo::eFileStream>();
+    if (!run.texts->anmStream->Open(
+            path, xIo::streamRead | xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt)) {
+        run.texts->anmStream.reset();
         return;
     }
-    eAnimationWriter writer{.run = run, .animation = animation, .stream = *run.anmStream};
+    eAnimationWriter writer{.run = run, .animation = animation, .stream = *run.texts->anmStream};
     WriteHead(writer);
     WriteFrames(writer);
-    run.anmStream->Close();
-    run.anmStream.reset();
+    run.texts->anmStream->Close();
+    run.texts->anmStream.reset();
     WarnAboutOverlaps(writer, index);
 }
 
 // Of two animations with one file the later one stands.
 void WarnAboutSharedFiles(Export& run) {
-    for (std::size_t later = 0; later < run.animations.size(); ++later) {
-        const eExportAnimation& second = run.animations[later];
+    for (std::size_t later = 0; later < run.motion->animations.size(); ++later) {
+        const eExportAnimation& second = run.motion->animations[later];
         for (std::size_t earlier = 0; earlier < later; ++earlier) {
-            const eExportAnimation& first = run.animations[earlier];
+            const eExportAnimation& first = run.motion->animations[earlier];
             if (first.inRange && second.inRange && eName(first.binary) == eName(second.binary)) {
                 const auto text = format(
                                       "Анимации '%s' и '%s' записываются в один файл '%s.anm'.\n"
@@ -272,8 +275,8 @@ void WarnAboutSharedFiles(Export& run) {
 
 void WriteAnimationFiles(Export& run) {
     WarnAboutSharedFiles(run);
-    for (std::size_t index = 0; index < run.animations.size(); ++index) {
-        if (run.animations[index].inRange) {
+    for (std::size_t index = 0; index < run.motion->animations.size(); ++index) {
+        if (run.motion->animations[index].inRange) {
             WriteAnimationFile(run, index);
         }
     }

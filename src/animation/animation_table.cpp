@@ -5,12 +5,15 @@
 #include <string>
 
 #include "animation/animation_format.h"
+#include "animation/model_motion.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/number_text.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/text_words.h"
@@ -100,7 +103,7 @@ void AddAnimation(Export& run, eExportAnimation animation, std::string_view decl
     if (!run.options.currentRangeOnly && !IsInRange(run, animation)) {
         TellFramesBeyondTimeline(run, animation);
     }
-    run.animations.push_back(std::move(animation));
+    run.motion->animations.push_back(std::move(animation));
 }
 
 std::unordered_set<const host::INode*> MembersOf(host::Interface& host, int set) {
@@ -137,8 +140,8 @@ void WriteAnimation(xIo::xSdl::eWriter& writer, const eExportAnimation& animatio
 }  // namespace
 
 void ReadAnimations(Export& run) {
-    run.animations.clear();
-    const std::string userProps = NormalizeUserProps(*run.currentRoot, false);
+    run.motion->animations.clear();
+    const std::string userProps = NormalizeUserProps(*run.model->currentRoot, false);
     ePropText pair(userProps);
     for (bool more = !userProps.empty(); more; more = pair.Next()) {
         eExportAnimation animation;
@@ -153,21 +156,21 @@ bool AnimationTouchesNode(Export& run, const host::INode& node, int selection) {
     if (selection < 0) {
         return !run.options.selectedOnly || covered.Selected();
     }
-    auto found = run.selectionMembers.find(selection);
-    if (found == run.selectionMembers.end()) {
-        found = run.selectionMembers.emplace(selection, MembersOf(*run.host, selection)).first;
+    auto found = run.motion->selectionMembers.find(selection);
+    if (found == run.motion->selectionMembers.end()) {
+        found = run.motion->selectionMembers.emplace(selection, MembersOf(*run.host, selection)).first;
     }
     return found->second.contains(&covered);
 }
 
 void WriteAnimationBlock(Export& run) {
-    if (std::ranges::none_of(run.animations, IsListed)) {
+    if (std::ranges::none_of(run.motion->animations, IsListed)) {
         return;
     }
-    xIo::xSdl::eWriter& writer = *run.defWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->defWriter;
     writer.BlockBegin().Word("skeleton").EndLine();
     writer.BlockBegin().Word("animation").EndLine();
-    for (const eExportAnimation& animation : run.animations) {
+    for (const eExportAnimation& animation : run.motion->animations) {
         if (IsListed(animation)) {
             WriteAnimation(writer, animation);
         }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "animation/animation_table.h"
+#include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
 #include "base/ansi.h"
 #include "base/format.h"
@@ -40,7 +41,7 @@ public:
     template <class Question>
     std::string AnimationsWhere(Question question) const {
         std::string names;
-        for (const eExportAnimation& animation : run.animations) {
+        for (const eExportAnimation& animation : run.motion->animations) {
             if (animation.inRange && AnimationTouchesNode(run, feeder, animation.selection) &&
                 HoldsSomewhere(animation, question)) {
                 names += (names.empty() ? "'" : ", '") + animation.name + "'";

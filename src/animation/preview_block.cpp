@@ -9,6 +9,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/skeleton/matrix_text.h"
 
@@ -24,7 +26,7 @@ constexpr float kDegreesPerRadian = 57.29578F;
 constexpr float kNothing = 0.00001F;  // an angle in radians or a colour channel up to this counts as 0
 
 Matrix3 ModelSpace(const Export& run, const host::INode& node) {
-    return node.GetNodeTM(kPreviewTime) * Inverse(NoScale(run.currentRoot->GetNodeTM(kPreviewTime))) *
+    return node.GetNodeTM(kPreviewTime) * Inverse(NoScale(run.model->currentRoot->GetNodeTM(kPreviewTime))) *
            run.mirrorMatrix;
 }
 
@@ -78,7 +80,7 @@ void WriteCamera(Export& run, host::INode& node, host::CameraObject& camera) {
     const host::INode* target = node.GetTarget();
     const Matrix3 targetPlace = target != nullptr ? ModelSpace(run, *target) : Matrix3();
     const float roll = RollOf(place);
-    eWriter& writer = *run.mdlWriter;
+    eWriter& writer = *run.texts->mdlWriter;
     WritePoint(writer, "origin", place.GetTrans() * MasterScale(run));
     WritePoint(writer, "lookat", targetPlace.GetTrans() * MasterScale(run));
     WriteReal(writer, "fov", state.fov * kDegreesPerRadian);
@@ -95,7 +97,7 @@ void WriteAmbient(Export& run, bool& ambientPending) {
     ambientPending = false;
     const Color ambient = run.host->GetAmbient(kPreviewTime);
     if (!IsNear(ambient, {0, 0, 0})) {
-        WriteColor(*run.mdlWriter, "ambient", ambient);
+        WriteColor(*run.texts->mdlWriter, "ambient", ambient);
     }
 }
 
@@ -113,7 +115,7 @@ void WriteLight(Export& run, const host::INode& node, const host::LightObject& l
     const Matrix3 place = ModelSpace(run, node);
     const Point3 position = place.GetTrans() * MasterScale(run);
     const Point3 direction = -place.GetRow(2) * MasterScale(run);
-    eWriter& writer = *run.mdlWriter;
+    eWriter& writer = *run.texts->mdlWriter;
     const auto writeRange = [&] {
         if (state.useAtten) {
             WriteReal(writer, "range", state.attenEnd);
@@ -170,9 +172,9 @@ void WriteGroupCamera(Export& run, const host::INode& group) {
             return;
         }
         hasCamera = true;
-        run.mdlWriter->BlockBegin().Word("camera").EndLine();
+        run.texts->mdlWriter->BlockBegin().Word("camera").EndLine();
         WriteCamera(run, node, camera);
-        run.mdlWriter->BlockEndLine();
+        run.texts->mdlWriter->BlockEndLine();
     });
 }
 
@@ -181,22 +183,22 @@ void WriteGroupLights(Export& run, const host::INode& group) {
     int lightCount = 0;
     ForEachMember<host::LightObject>(group, [&](host::INode& node, const host::LightObject& light) {
         if (lightCount == 0) {
-            run.mdlWriter->BlockBegin().Word("lights").EndLine();
+            run.texts->mdlWriter->BlockBegin().Word("lights").EndLine();
         }
-        run.mdlWriter->BlockBegin().String(std::to_string(lightCount)).EndLine();
+        run.texts->mdlWriter->BlockBegin().String(std::to_string(lightCount)).EndLine();
         WriteLight(run, node, light, ambientPending);
-        run.mdlWriter->BlockEndLine();
+        run.texts->mdlWriter->BlockEndLine();
         ++lightCount;
     });
     if (lightCount > 0) {
-        run.mdlWriter->BlockEndLine();
+        run.texts->mdlWriter->BlockEndLine();
     }
 }
 
 }  // namespace
 
 void WritePreviewBlock(Export& run, const std::vector<host::INode*>& previews) {
-    eWriter& writer = *run.mdlWriter;
+    eWriter& writer = *run.texts->mdlWriter;
     writer.BlockBegin().String("preview").EndLine();
     for (const host::INode* group : previews) {
         if (!group->IsGroupHead()) {

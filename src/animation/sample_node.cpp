@@ -3,11 +3,13 @@
 #include <optional>
 
 #include "animation/animation_table.h"
+#include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "platform/message_box.h"
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/skeleton/matrix_text.h"
@@ -121,7 +123,7 @@ void StoreSample(const eSampler& sampler, eExportFrameBone& entry, const ePose& 
 
 void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation) {
     Export& run = sampler.run;
-    xIo::xSdl::eWriter& report = *run.animWriter;
+    xIo::xSdl::eWriter& report = *run.texts->animWriter;
     const bool reverse = run.options.reverseAnimation;
     report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
     eCarried carried;
@@ -131,7 +133,7 @@ void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation)
         const ePose pose = PoseAt(sampler, time);
         const bool visible = sampler.node.GetVisibility(time) >= kVisible;
         const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
-        eExportFrameBone& entry = run.frames.At(frame).bones[static_cast<std::size_t>(sampler.bone)];
+        eExportFrameBone& entry = run.motion->frames.At(frame).bones[static_cast<std::size_t>(sampler.bone)];
         StoreSample(sampler, entry, pose, visible, isEdge, carried);
         if (entry.flags != 0) {
             ReportFrame(report, frame, entry);
@@ -150,7 +152,7 @@ void SampleNode(Export& run, host::INode& node) {
                            .parent = *ParentBone(node),
                            .bone = NodeIndex(node, nullptr),
                            .metresPerUnit = MasterScale(run)};
-    for (const eExportAnimation& animation : run.animations) {
+    for (const eExportAnimation& animation : run.motion->animations) {
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
             SampleAnimation(sampler, animation);
         }

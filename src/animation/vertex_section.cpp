@@ -4,7 +4,9 @@
 #include <cstring>
 #include <vector>
 
+#include "animation/model_motion.h"
 #include "run/export.h"
+#include "scene/current_model.h"
 
 namespace {
 
@@ -83,7 +85,7 @@ private:
 host::Box3 BoundsOfFrames(const Export& run, int first, int last, std::size_t bone) {
     host::Box3 box;
     for (int frame = first; frame <= last; ++frame) {
-        const auto& mesh = run.frames.At(frame).bones[bone].mesh;
+        const auto& mesh = run.motion->frames.At(frame).bones[bone].mesh;
         if (mesh != nullptr) {
             for (const eExportVertex& vertex : mesh->vertices) {
                 box += vertex.position;
@@ -121,9 +123,9 @@ bool IsSameVertex(const eExportVertex& a, const eExportVertex& b) {
 
 bool WriteVertexSection(Export& run, const eExportAnimation& animation, int frame, std::size_t bone,
                         xIo::eFileStream& stream) {
-    const eExportBone& exportBone = run.bones[bone];
+    const eExportBone& exportBone = run.model->bones[bone];
     const auto at = [&](int frameNumber) -> const std::unique_ptr<eExportFrameMesh>& {
-        return run.frames.At(frameNumber).bones[bone].mesh;
+        return run.motion->frames.At(frameNumber).bones[bone].mesh;
     };
     const eFrameVertices now{*at(frame), exportBone.mesh.vertexRemap};
     const int count = exportBone.vertexCount;

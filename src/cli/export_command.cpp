@@ -4,6 +4,7 @@
 
 #include "cli/export_flags.h"
 #include "cli/export_run.h"
+#include "run/run_flags.h"
 #include "standalone/pictures/picture_problem.h"
 
 namespace cli {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/scene_flags.h"
+#include "run/run_flags.h"
 
 class Export;
 

@@ -23,6 +23,7 @@
 #include "platform/utf8_path.h"
 #include "platform/write_fence.h"
 #include "run/export.h"
+#include "run/run_flags.h"
 #include "standalone/plugin_module.h"
 #include "standalone/standalone_host.h"
 #include "standalone/terminal/terminal_face.h"

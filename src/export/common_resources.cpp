@@ -1,8 +1,11 @@
 #include "export/common_resources.h"
 
+#include "export/common_set.h"
 #include "export/resource_set_writer.h"
 #include "io/path.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
+#include "scene/current_model.h"
 #include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
 
@@ -22,20 +25,20 @@ void ResumeCommonResources(Export& run) {
         return;
     }
     eWaitingCommonSet& set = run.waitingCommonSets.back();
-    run.commonOwner = set.owner;
-    run.commonFolder = set.folder;
-    run.commonResources = std::move(set.resources);
-    run.sharedMeshes = std::move(set.sharedMeshes);
-    run.commonPending = true;
+    run.resources->commonOwner = set.owner;
+    run.resources->commonFolder = set.folder;
+    run.resources->commonResources = std::move(set.resources);
+    run.model->sharedMeshes = std::move(set.sharedMeshes);
+    run.resources->commonPending = true;
     run.waitingCommonSets.pop_back();
 }
 
 void CompleteCommonResources(Export& run) {
     if (run.options.exportMesh != 0) {
-        WriteResourceSet(run.commonResources, run.commonFolder);
+        WriteResourceSet(run.resources->commonResources, run.resources->commonFolder);
     }
-    run.commonPending = false;
-    run.commonOwner = nullptr;
+    run.resources->commonPending = false;
+    run.resources->commonOwner = nullptr;
     TellMirroredInstances(run);
     TellMissingMeshes(run);
     ResumeCommonResources(run);
@@ -43,7 +46,7 @@ void CompleteCommonResources(Export& run) {
 
 // A model that stood alone between those of a set has left it waiting.
 void EndStandingAlone(Export& run) {
-    if (!run.commonPending) {
+    if (!run.resources->commonPending) {
         ResumeCommonResources(run);
     }
 }
@@ -52,37 +55,37 @@ void EndStandingAlone(Export& run) {
 
 void BeginCommonResources(Export& run) {
     SetCommonResourcesAside(run);
-    run.commonFolder = run.modelFolder / "common";
-    run.commonPrefix = "common/";
-    run.commonOwner = run.currentRoot;
-    run.commonPending = true;
-    CreateFolders(run.commonFolder);
+    run.resources->commonFolder = run.model->modelFolder / "common";
+    run.resources->commonPrefix = "common/";
+    run.resources->commonOwner = run.model->currentRoot;
+    run.resources->commonPending = true;
+    CreateFolders(run.resources->commonFolder);
 }
 
 void LeaveCommonResources(Export& run) {
     EndStandingAlone(run);
-    while (run.commonPending && !LiesBelow(*run.currentRoot, run.commonOwner)) {
+    while (run.resources->commonPending && !LiesBelow(*run.model->currentRoot, run.resources->commonOwner)) {
         CompleteCommonResources(run);
     }
 }
 
 void SetCommonResourcesAside(Export& run) {
-    if (!run.commonPending) {
+    if (!run.resources->commonPending) {
         return;
     }
-    run.waitingCommonSets.push_back({.owner = run.commonOwner,
-                                     .folder = run.commonFolder,
-                                     .resources = std::move(run.commonResources),
-                                     .sharedMeshes = std::move(run.sharedMeshes)});
-    run.commonResources = {};
-    run.sharedMeshes = {};
-    run.commonOwner = nullptr;
-    run.commonPending = false;
+    run.waitingCommonSets.push_back({.owner = run.resources->commonOwner,
+                                     .folder = run.resources->commonFolder,
+                                     .resources = std::move(run.resources->commonResources),
+                                     .sharedMeshes = std::move(run.model->sharedMeshes)});
+    run.resources->commonResources = {};
+    run.model->sharedMeshes = {};
+    run.resources->commonOwner = nullptr;
+    run.resources->commonPending = false;
 }
 
 void FlushCommonResources(Export& run) {
     EndStandingAlone(run);
-    while (run.commonPending) {
+    while (run.resources->commonPending) {
         CompleteCommonResources(run);
     }
 }

@@ -1,15 +1,22 @@
-#include "run/export.h"
-
+#include "animation/model_motion.h"
 #include "base/numeric_locale.h"
 #include "export/common_resources.h"
+#include "export/common_set.h"
 #include "export/model_loop.h"
 #include "export/options_file.h"
 #include "export/plugin_strings.h"
 #include "export/render_preparation.h"
 #include "export/run_start.h"
 #include "export/scan.h"
+#include "material/queries/shade_context.h"
+#include "material/run_materials.h"
+#include "run/export.h"
+#include "run/model_texts.h"
+#include "run/resource_sets.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 
-Export::Export() = default;
+Export::Export() : shadeContext(scene->sceneLights) {}
 Export::~Export() = default;
 
 int Export::ExtCount() {

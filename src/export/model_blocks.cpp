@@ -12,8 +12,11 @@
 #include "base/number_text.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/told_values.h"
+#include "scene/scene_as_read.h"
 #include "volume/obstacle_tags.h"
 #include "volume/write_volume.h"
 #include "volume/write_zone.h"
@@ -28,12 +31,12 @@ std::int32_t Truncate(float value) {
 }
 
 void WriteSupportPoints(Export& run) {
-    if (run.supportPoints.empty()) {
+    if (run.model->supportPoints.empty()) {
         return;
     }
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
     writer.BlockBegin().Word("SupportPoints").EndLine();
-    for (const auto& [bone, points] : run.supportPoints) {
+    for (const auto& [bone, points] : run.model->supportPoints) {
         writer.BlockBegin().Word("bone").String(CleanNodeName(bone->GetName(), true)).EndLine();
         for (const host::Point3& point : points) {
             writer.BlockBegin().Word("point");
@@ -66,10 +69,10 @@ const char* ZoneTag(Export& run, const host::INode& node) {
 }
 
 void WriteZone(Export& run, host::INode& node, const char* tag) {
-    run.mdlWriter->BlockBegin().Word(tag).String(CleanNodeName(node.GetName(), true)).EndLine();
+    run.texts->mdlWriter->BlockBegin().Word(tag).String(CleanNodeName(node.GetName(), true)).EndLine();
     WriteZoneShape(run, node);
     WriteObstacleTags(run, node, false);
-    run.mdlWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }
 
 void WriteZones(Export& run, std::vector<host::INode*>& zones) {
@@ -77,13 +80,13 @@ void WriteZones(Export& run, std::vector<host::INode*>& zones) {
         return;
     }
     SortByName(zones);
-    run.mdlWriter->BlockBegin().String("zones").EndLine();
+    run.texts->mdlWriter->BlockBegin().String("zones").EndLine();
     for (host::INode* node : zones) {
         if (const char* tag = ZoneTag(run, *node)) {
             WriteZone(run, *node, tag);
         }
     }
-    run.mdlWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }
 
 void TellBodies(Export& run, const std::vector<host::INode*>& bodies) {
@@ -98,8 +101,8 @@ void WriteVolumes(Export& run, std::vector<host::INode*>& volumes) {
         return;
     }
     SortByName(volumes);
-    run.defWriter->BlockBegin().String("volumes").EndLine();
-    run.mdlWriter->BlockBegin().String("volumes").EndLine();
+    run.texts->defWriter->BlockBegin().String("volumes").EndLine();
+    run.texts->mdlWriter->BlockBegin().String("volumes").EndLine();
     std::unordered_set<std::string> keys;
     for (host::INode* node : volumes) {
         const std::string key = CleanNodeName(node->GetName(), true);
@@ -109,14 +112,14 @@ void WriteVolumes(Export& run, std::vector<host::INode*>& volumes) {
             ShowError(run.host->GetMAXHWnd(), (format("Повторяющееся имя объема '%s'!"_ansi) % key).Text());
         }
     }
-    run.defWriter->BlockEndLine();
-    run.mdlWriter->BlockEndLine();
+    run.texts->defWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }
 
 }  // namespace
 
 void WriteModelBlocks(Export& run) {
-    eExportModel& model = run.models[run.modelIndex];
+    eExportModel& model = run.scene->models[run.model->modelIndex];
     WriteSupportPoints(run);
     WriteZones(run, model.zones);
     TellBodies(run, model.bodies);
@@ -124,7 +127,7 @@ void WriteModelBlocks(Export& run) {
     if (!model.previews.empty()) {
         WritePreviewBlock(run, model.previews);
     }
-    if (run.landPatch) {
-        run.defWriter->BlockBegin().String("land_patch").EndLine().BlockEndLine();
+    if (run.model->landPatch) {
+        run.texts->defWriter->BlockBegin().String("land_patch").EndLine().BlockEndLine();
     }
 }

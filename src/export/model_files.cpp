@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "animation/animation_file.h"
+#include "animation/model_motion.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
@@ -10,17 +11,19 @@
 #include "io/path.h"
 #include "io/streams/file_failure.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 
 namespace {
 
 const eName kNullDevice("nul");
 
 eName AnimationListPath(const Export& run) {
-    return run.modelFolder / "anim.txt";
+    return run.model->modelFolder / "anim.txt";
 }
 
 eName EntityPath(const Export& run) {
-    const eName path = eName(run.basePath).Append(".def");
+    const eName path = eName(run.model->basePath).Append(".def");
     return run.options.exportMesh != 0 && !PathExists(path) ? path : kNullDevice;
 }
 
@@ -35,12 +38,13 @@ void RemoveAnimationList(const Export& run) {
 }  // namespace
 
 eModelFiles::~eModelFiles() {
-    run.defWriter.reset();
+    run.texts->defWriter.reset();
 }
 
 void eModelFiles::OpenModelText() {
-    run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
-    run.mdlWriter->OpenFile(run.options.exportMesh != 0 ? eName(run.basePath).Append(".mdl") : kNullDevice);
+    run.texts->mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
+    run.texts->mdlWriter->OpenFile(run.options.exportMesh != 0 ? eName(run.model->basePath).Append(".mdl")
+                                                               : kNullDevice);
     WriteMdlHeader(run);
 }
 
@@ -51,22 +55,22 @@ void eModelFiles::OpenEntityDefinition() {
         defStream->Status().reason != platform::eIoReason::Fenced) {
         xIo::TellWriteFailure(path, defStream->Status());
     }
-    run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
-    run.defWriter->Attach(defStream.get());
-    run.defWriter->BlockBegin().Word("entity").EndLine();
+    run.texts->defWriter = std::make_unique<xIo::xSdl::eWriter>();
+    run.texts->defWriter->Attach(defStream.get());
+    run.texts->defWriter->BlockBegin().Word("entity").EndLine();
 }
 
 void eModelFiles::OpenAnimationList() {
     if (run.options.exportAnimation != 0) {
-        run.animWriter = std::make_unique<xIo::xSdl::eWriter>();
-        run.animWriter->OpenFile(AnimationListPath(run));
+        run.texts->animWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.texts->animWriter->OpenFile(AnimationListPath(run));
     }
 }
 
 void eModelFiles::CloseTexts() {
-    run.defWriter->BlockEndLine();
-    run.defWriter.reset();
-    run.mdlWriter.reset();
+    run.texts->defWriter->BlockEndLine();
+    run.texts->defWriter.reset();
+    run.texts->mdlWriter.reset();
     defStream.reset();
 }
 
@@ -75,10 +79,10 @@ void eModelFiles::WriteAnimations() {
         return;
     }
     WriteAnimationFiles(run);
-    run.animWriter.reset();
-    if (run.animations.empty()) {
+    run.texts->animWriter.reset();
+    if (run.motion->animations.empty()) {
         RemoveAnimationList(run);
     }
-    run.modelReports[run.modelIndex].animations =
-        static_cast<int>(std::ranges::count(run.animations, true, &eExportAnimation::inRange));
+    run.modelReports[run.model->modelIndex].animations =
+        static_cast<int>(std::ranges::count(run.motion->animations, true, &eExportAnimation::inRange));
 }

@@ -10,7 +10,9 @@
 #include "platform/drive_table.h"
 #include "platform/write_fence.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
 #include "scene/bones/nested_structure.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -23,36 +25,37 @@ bool IsFromTheRoot(Export& run, const std::string& model) {
     ShowError(run.host->GetMAXHWnd(),
               (format("Кость '%s': в параметре 'Model' указан полный путь '%s'.\n"
                       "Нужен путь от каталога ресурсов игры. Модель пропущена."_ansi) %
-               run.currentRoot->GetName() % model)
+               run.model->currentRoot->GetName() % model)
                   .Text());
     return false;
 }
 
 bool IsInsideFence(Export& run) {
-    if (platform::IsWriteAllowed(run.modelFolder.Text())) {
+    if (platform::IsWriteAllowed(run.model->modelFolder.Text())) {
         return true;
     }
     ShowError(run.host->GetMAXHWnd(),
               (format("Кость '%s': путь '%s' из параметра 'Model' ведет за пределы каталога ресурсов.\n"
                       "Модель пропущена."_ansi) %
-               run.currentRoot->GetName() % run.modelFolder.Text())
+               run.model->currentRoot->GetName() % run.model->modelFolder.Text())
                   .Text());
     return false;
 }
 
 // A model is nested in the Structure nearest to it; if that one was left out, the model stands alone.
 void SettleCommonFolder(Export& run) {
-    if (run.structureMode) {
+    if (run.model->structureMode) {
         BeginCommonResources(run);
         return;
     }
     LeaveCommonResources(run);
-    if (run.commonPending && EnclosingStructure(*run.currentRoot) == run.commonOwner) {
-        run.commonPrefix = "../common/";
+    if (run.resources->commonPending &&
+        EnclosingStructure(*run.model->currentRoot) == run.resources->commonOwner) {
+        run.resources->commonPrefix = "../common/";
     } else {
         SetCommonResourcesAside(run);
-        run.commonFolder = run.modelFolder;
-        run.commonPrefix = {};
+        run.resources->commonFolder = run.model->modelFolder;
+        run.resources->commonPrefix = {};
     }
 }
 
@@ -60,18 +63,18 @@ void SettleCommonFolder(Export& run) {
 
 bool SettleFolders(Export& run) {
     std::string model;
-    if (!run.currentRoot->GetUserPropString("Model", model)) {
+    if (!run.model->currentRoot->GetUserPropString("Model", model)) {
         return false;
     }
     if (!IsFromTheRoot(run, model)) {
         return false;
     }
-    run.modelFolder = run.options.resourceRoot / CleanNodeName(model, false);
-    run.basePath = run.modelFolder / run.modelFolder.Part(eName::Title);
+    run.model->modelFolder = run.options.resourceRoot / CleanNodeName(model, false);
+    run.model->basePath = run.model->modelFolder / run.model->modelFolder.Part(eName::Title);
     if (!IsInsideFence(run)) {
         return false;
     }
-    CreateFolders(run.modelFolder);
+    CreateFolders(run.model->modelFolder);
     SettleCommonFolder(run);
     return true;
 }

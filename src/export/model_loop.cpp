@@ -7,17 +7,21 @@
 #include "export/model_folders.h"
 #include "export/resource_set_writer.h"
 #include "export/skeleton_block.h"
+#include "material/run_materials.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
 // A Structure begins a common set of its own; those that it is not nested in are complete.
 void BeginModel(Export& run) {
-    run.currentRoot = run.models[run.modelIndex].root;
-    run.structureMode = HasUserProp(*run.currentRoot, "Structure");
-    if (run.structureMode) {
+    run.model->currentRoot = run.scene->models[run.model->modelIndex].root;
+    run.model->structureMode = HasUserProp(*run.model->currentRoot, "Structure");
+    if (run.model->structureMode) {
         LeaveCommonResources(run);
     }
 }
@@ -25,22 +29,22 @@ void BeginModel(Export& run) {
 // False if a fault has been told that leaves the model out.
 bool NumberBones(Export& run) {
     ForgetBoneNumbers(run);
-    run.boneCount = 0;
-    run.boneNames.clear();
-    return !CollectBones(run, *run.currentRoot, run.boneCount, false);
+    run.model->boneCount = 0;
+    run.model->boneNames.clear();
+    return !CollectBones(run, *run.model->currentRoot, run.model->boneCount, false);
 }
 
 void ClearModel(Export& run) {
-    run.materialMap.clear();
-    run.meshCounter = 0;
-    run.supportPoints.clear();
-    run.landPatch = false;
+    run.materials->materialMap.clear();
+    run.model->meshCounter = 0;
+    run.model->supportPoints.clear();
+    run.model->landPatch = false;
 }
 
 void BeginReport(Export& run) {
-    eModelReport& report = run.modelReports[run.modelIndex];
-    report.folder = run.modelFolder;
-    report.bones = run.boneCount;
+    eModelReport& report = run.modelReports[run.model->modelIndex];
+    report.folder = run.model->modelFolder;
+    report.bones = run.model->boneCount;
 }
 
 void ExportModel(Export& run) {
@@ -63,16 +67,17 @@ void ExportModel(Export& run) {
     WriteModelBlocks(run);
     files.CloseTexts();
     files.WriteAnimations();
-    if (!run.structureMode && run.options.exportMesh != 0) {
-        WriteResourceSet(run.modelResources, run.modelFolder);
+    if (!run.model->structureMode && run.options.exportMesh != 0) {
+        WriteResourceSet(run.resources->modelResources, run.model->modelFolder);
     }
-    run.modelReports[run.modelIndex].skipped = false;
+    run.modelReports[run.model->modelIndex].skipped = false;
 }
 
 }  // namespace
 
 void ExportModels(Export& run) {
-    for (run.modelIndex = 0; run.modelIndex < run.models.size(); ++run.modelIndex) {
+    for (run.model->modelIndex = 0; run.model->modelIndex < run.scene->models.size();
+         ++run.model->modelIndex) {
         ExportModel(run);
         if (run.host->GetCancel()) {
             break;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "run/export.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -48,8 +49,9 @@ void VisitScene(Export& run, const std::function<void(host::ReferenceTarget&)>& 
 void PrepareRendering(Export& run) {
     constexpr float kPerCent = 100;
     run.host->theHold().Begin();
-    run.sceneAmbient = run.host->GetAmbient(0);
-    run.scaledAmbient = run.sceneAmbient * (static_cast<float>(run.options.ambientPercent) / kPerCent);
+    run.scene->sceneAmbient = run.host->GetAmbient(0);
+    run.scene->scaledAmbient =
+        run.scene->sceneAmbient * (static_cast<float>(run.options.ambientPercent) / kPerCent);
     const host::TimeValue time = run.StaticTime();
     VisitScene(run, [time](host::ReferenceTarget& element) { element.RenderBegin(time, 0); });
 }
@@ -57,7 +59,7 @@ void PrepareRendering(Export& run) {
 void EndRendering(Export& run) {
     const host::TimeValue time = run.StaticTime();
     VisitScene(run, [time](host::ReferenceTarget& element) { element.RenderEnd(time); });
-    for (const auto& light : run.sceneLights) {
+    for (const auto& light : run.scene->sceneLights) {
         light->Node().RenderEnd(time);
     }
     run.host->theHold().Cancel();

@@ -1,9 +1,16 @@
 #include "export/run_start.h"
 
+#include "animation/model_motion.h"
+#include "export/common_set.h"
 #include "export/dialog_logic.h"
 #include "export/options_file.h"
+#include "material/run_materials.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
+#include "run/run_flags.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -43,25 +50,25 @@ void ClearRun(Export& run) {
     ForgetScene(run);
     run.modelReports.clear();
     run.mirrorMatrix = host::Inverse(host::ScaleMatrix({1, -1, 1}));
-    run.structureMode = false;
-    run.commonFolder = {};
-    run.commonPrefix = {};
-    run.commonPending = false;
+    run.model->structureMode = false;
+    run.resources->commonFolder = {};
+    run.resources->commonPrefix = {};
+    run.resources->commonPending = false;
 }
 
 void ForgetScene(Export& run) {
     ForgetBoneNumbers(run);
-    run.models.clear();
-    run.sceneLights.clear();
-    run.lodIndex.clear();
-    run.instances = {};
-    run.meshViews.reset();
-    run.selectionMembers.clear();
-    run.sharedMeshes = {};
+    run.scene->models.clear();
+    run.scene->sceneLights.clear();
+    run.scene->lodIndex.clear();
+    run.scene->instances = {};
+    run.scene->meshViews.reset();
+    run.motion->selectionMembers.clear();
+    run.model->sharedMeshes = {};
     run.waitingCommonSets.clear();
-    run.materialMap.clear();
-    run.textureClaims.clear();
-    run.commonOwner = nullptr;
+    run.materials->materialMap.clear();
+    run.materials->textureClaims.clear();
+    run.resources->commonOwner = nullptr;
 }
 
 void EndRun(Export& run) {

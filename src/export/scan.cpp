@@ -6,8 +6,10 @@
 #include "base/user_message.h"
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -15,20 +17,20 @@ void ScanRoot(Export& run, host::INode& root) {
     if (root.IsNodeHidden() || GetLodLevel(root) != 0) {
         return;
     }
-    run.structureMode = HasUserProp(root, "Structure");
+    run.model->structureMode = HasUserProp(root, "Structure");
     bool hasError = false;
-    if (run.structureMode) {
+    if (run.model->structureMode) {
         int number = 0;
         hasError = CollectBones(run, root, number, true);
     }
     if (!hasError) {
         AddModel(run, root);
     }
-    run.structureMode = false;
+    run.model->structureMode = false;
 }
 
 void BeginReports(Export& run) {
-    for (const eExportModel& model : run.models) {
+    for (const eExportModel& model : run.scene->models) {
         eModelReport report;
         report.root = model.root->GetName();
         report.skipped = true;
@@ -43,9 +45,9 @@ void ScanScene(Export& run) {
     for (int i = 0; i < sceneRoot.NumberOfChildren(); ++i) {
         ScanRoot(run, *sceneRoot.GetChildNode(i));
     }
-    if (run.models.empty()) {
+    if (run.scene->models.empty()) {
         ShowError(run.host->GetMAXHWnd(), "Нечего экспортировать!\nВозможно, скрыта корневая кость."_ansi);
     }
-    std::ranges::reverse(run.models);
+    std::ranges::reverse(run.scene->models);
     BeginReports(run);
 }

@@ -1,10 +1,14 @@
 #include "export/skeleton_block.h"
 
 #include "animation/animation_table.h"
+#include "animation/model_motion.h"
 #include "base/ansi.h"
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "run/resource_sets.h"
+#include "scene/current_model.h"
 #include "scene/skeleton/bone_writer.h"
 #include "scene/skeleton/mirrored_views.h"
 #include "scene/skeleton/missing_meshes.h"
@@ -12,24 +16,25 @@
 namespace {
 
 void EmptySlots(Export& run) {
-    run.bones.clear();
-    run.bones.resize(static_cast<std::size_t>(run.boneCount));
-    run.frames = {};
+    run.model->bones.clear();
+    run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
+    run.motion->frames = {};
     if (run.options.exportAnimation != 0) {
-        run.frames = eFrameTable(run.animations, run.boneCount);
+        run.motion->frames = eFrameTable(run.motion->animations, run.model->boneCount);
     }
+    run.model->meshFrameCount = run.motion->frames.MeshFrameCount();
 }
 
 void OpenStructure(Export& run) {
-    if (run.structureMode) {
-        run.defWriter->BlockBegin().String("placer").BlockEndLine();
-        run.defWriter->BlockBegin().String("structure").EndLine();
+    if (run.model->structureMode) {
+        run.texts->defWriter->BlockBegin().String("placer").BlockEndLine();
+        run.texts->defWriter->BlockBegin().String("structure").EndLine();
     }
 }
 
 void CloseStructure(Export& run) {
-    if (run.structureMode) {
-        run.defWriter->BlockEndLine();
+    if (run.model->structureMode) {
+        run.texts->defWriter->BlockEndLine();
     }
 }
 
@@ -38,9 +43,9 @@ void CloseStructure(Export& run) {
 void WalkBones(Export& run) {
     eMeshStageDriver meshStage;
     run.host->theHold().Begin();
-    WriteBone(run, meshStage, *run.currentRoot, nullptr, DetailEntry | RootBone);
+    WriteBone(run, meshStage, *run.model->currentRoot, nullptr, DetailEntry | RootBone);
     run.host->theHold().Cancel();
-    if (!run.commonPending) {
+    if (!run.resources->commonPending) {
         TellMirroredInstances(run);
         TellMissingMeshes(run);
     }
@@ -50,10 +55,11 @@ void WriteModelMaterials(Export& run) {
     if (run.options.exportMesh == 0) {
         return;
     }
-    const eExportResourceSet& set = run.commonPending ? run.commonResources : run.modelResources;
+    const eExportResourceSet& set =
+        run.resources->commonPending ? run.resources->commonResources : run.resources->modelResources;
     const std::size_t before = set.materials.size();
-    WriteMaterials(run, run.commonPending);
-    run.modelReports[run.modelIndex].materials = static_cast<int>(set.materials.size() - before);
+    WriteMaterials(run, run.resources->commonPending);
+    run.modelReports[run.model->modelIndex].materials = static_cast<int>(set.materials.size() - before);
 }
 
 }  // namespace
@@ -61,12 +67,12 @@ void WriteModelMaterials(Export& run) {
 void WriteSkeletonBlock(Export& run) {
     run.host->ProgressStart("Трансформация мэшей, подготовка анимации..."_ansi);
     EmptySlots(run);
-    run.mdlWriter->BlockBegin().Word("skeleton").EndLine();
+    run.texts->mdlWriter->BlockBegin().Word("skeleton").EndLine();
     OpenStructure(run);
     WalkBones(run);
     CloseStructure(run);
     WriteModelMaterials(run);
     run.host->ProgressEnd();
     WriteAnimationBlock(run);
-    run.mdlWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }

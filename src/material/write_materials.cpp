@@ -11,10 +11,12 @@
 #include "material/queries/material_queries.h"
 #include "material/queries/sorrel.h"
 #include "material/queries/texture_slot.h"
+#include "material/run_materials.h"
 #include "material/textures/texture_claim.h"
 #include "material/textures/texture_name.h"
 #include "material/textures/write_texture.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
 
 namespace {
 
@@ -140,7 +142,7 @@ eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUs
 // Two different materials with one name: the first record stays.
 void CheckDuplicateNames(Export& run) {
     std::set<std::string> keys;
-    for (const auto& [key, use] : run.materialMap) {
+    for (const auto& [key, use] : run.materials->materialMap) {
         const std::string name = GetMaterialName(key.material);
         const std::string text = (format("%s~^&*%d") % name % key.group).Text();
         if (!keys.insert(LowerAnsi(text)).second) {
@@ -199,10 +201,10 @@ private:
 void WriteMaterials(Export& run, bool useCommon) {
     CheckDuplicateNames(run);
     run.host->ProgressStart("Запись текстур..."_ansi);
-    eExportResourceSet& set = useCommon ? run.commonResources : run.modelResources;
-    ePercentProgress progress(*run.host, run.materialMap.size());
+    eExportResourceSet& set = useCommon ? run.resources->commonResources : run.resources->modelResources;
+    ePercentProgress progress(*run.host, run.materials->materialMap.size());
     const Mtl* previous = nullptr;  // the map is ordered by material, then by palette
-    for (const auto& [key, use] : run.materialMap) {
+    for (const auto& [key, use] : run.materials->materialMap) {
         if (key.group != 0) {
             if (key.material != previous) {
                 WarnWithoutRecord(run, key.material, use);

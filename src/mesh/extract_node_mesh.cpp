@@ -2,6 +2,7 @@
 
 #include "animation/animation_table.h"
 #include "animation/feeder_motion.h"
+#include "animation/model_motion.h"
 #include "animation/sample_node.h"
 #include "base/ansi.h"
 #include "base/format.h"
@@ -10,6 +11,7 @@
 #include "mesh/read/extract_mesh.h"
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -30,7 +32,7 @@ bool ComesTooLate(Export& run, const host::INode& node, const eExportBone& bone,
 }
 
 void ReadMeshFrames(Export& run, const host::INode& node, eAnimatedPart part) {
-    for (const eExportAnimation& animation : run.animations) {
+    for (const eExportAnimation& animation : run.motion->animations) {
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
             part.ReadFrames(animation);
         }
@@ -42,7 +44,7 @@ void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
     if (bone == nullptr || ComesTooLate(run, node, *bone, commonTarget)) {
         return;
     }
-    run.meshFrame = 0;
+    run.model->meshFrame = 0;
     const eExportMeshFrame& firstFrame = bone->mesh.frames.front();
     const eFrameExtent begin = ExtentOf(firstFrame);
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
@@ -59,7 +61,7 @@ void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
         return;
     }
     if (commonTarget != &node) {
-        run.sharedMeshes.feeds.push_back({&node, commonTarget});
+        run.model->sharedMeshes.feeds.push_back({&node, commonTarget});
     }
     if (run.options.exportAnimation != 0) {
         ReadMeshFrames(run, node, eAnimatedPart(run, node, *commonTarget, *bone, begin, end));

@@ -23,6 +23,7 @@
 #include "mesh/strips/sub_mesh.h"
 #include "run/export.h"
 #include "scene/bones/find_skin.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/skeleton/mirrored_views.h"
 
@@ -139,7 +140,7 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
 }  // namespace
 
 bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
-    eExportBone& bone = run.bones[static_cast<std::size_t>(boneIndex)];
+    eExportBone& bone = run.model->bones[static_cast<std::size_t>(boneIndex)];
     bone.isWritten = true;
     if (!HasFaces(run, bone)) {
         return false;
@@ -148,9 +149,9 @@ bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
     CompleteFrames(bone.mesh);
     const bool lit = PrepareLights(run, *bone.node, bone.matrix);
     ComputeTangents(run, bone);
-    ++run.meshCounter;
+    ++run.model->meshCounter;
     StartProgress(run, (format("Триангуляция %s (%d of %d)..."_ansi) % bone.node->GetName() %
-                        run.meshCounter % run.boneCount)
+                        run.model->meshCounter % run.model->boneCount)
                            .Text());
     const bool skinned = PrepareSkin(bone);
     bone.colorsAllWhite = true;

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/told_values.h"
@@ -71,13 +72,13 @@ void WriteThickness(Export& run, const host::INode& node) {
     node.GetUserPropString("Thickness", value);
     std::ranges::replace(value, ',', ' ');
     if (CheckWord(run, node, "Thickness", value)) {
-        run.defWriter->BlockBegin().Word("thickness").Word(value).BlockEndLine();
+        run.texts->defWriter->BlockBegin().Word("thickness").Word(value).BlockEndLine();
     }
 }
 
 // A volume that nothing can happen to in the game has no block.
 void WriteAbilities(Export& run, const host::INode& node, ePropText& properties) {
-    eWriter& writer = *run.defWriter;
+    eWriter& writer = *run.texts->defWriter;
     writer.BlockBegin().Word("able").DropIfEmpty();
     if (properties.Find("Clear")) {
         writer.Word("clear");
@@ -117,11 +118,11 @@ void WriteObstacleTags(Export& run, const host::INode& node, bool isVolume) {
     const std::string text = NormalizeUserProps(node, false);
     ePropText properties(text);
     if (!isVolume) {
-        WriteZoneTags(*run.mdlWriter, node, properties);
+        WriteZoneTags(*run.texts->mdlWriter, node, properties);
         return;
     }
-    WriteTags(*run.defWriter, node);
-    WriteComponent(*run.defWriter, properties);
+    WriteTags(*run.texts->defWriter, node);
+    WriteComponent(*run.texts->defWriter, properties);
     WriteThickness(run, node);
     WriteAbilities(run, node, properties);
 }

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_name.h"
@@ -69,7 +70,7 @@ bool IsWritable(Export& run, const eVolumeSource& source, const eTriangleMesh& t
 
 void WritePolyhedron(Export& run, const eVolumeSource& source, const host::Mesh& mesh) {
     const auto image = MakePolyhedronImage(mesh, source.objectToNode, source.metresPerUnit);
-    run.mdlWriter->BlockBegin().Word("polyhedron").String(HexText(image)).BlockEndLine();
+    run.texts->mdlWriter->BlockBegin().Word("polyhedron").String(HexText(image)).BlockEndLine();
     const char* fault = mesh.faces.empty() ? "Полигональный объем '%s' не содержит ни одного полигона!"_ansi
                         : !IsConvex(mesh) ? "Полигональный объем '%s' невыпуклый!"_ansi
                                           : nullptr;
@@ -89,7 +90,7 @@ Matrix3 WriteShape(Export& run, const eVolumeSource& source, const host::Mesh& m
     const Point3 size = bounds.pmax * source.metresPerUnit - lower;
     const Matrix3 toMiddle = host::TransMatrix({0, 0, (0.5F * size.z + lower.z) / source.metresPerUnit});
     const Matrix3 objectToParent = source.objectToNode * source.nodeToParent;
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
     switch (source.shape) {
         case kBox:
             writer.BlockBegin().Word("box").Real(size.x).Real(size.y).Real(size.z).BlockEndLine();
@@ -124,17 +125,17 @@ void CheckMatrix(const eVolumeSource& source, const Matrix3& volumeTM) {
 
 void WriteVolume(Export& run, host::INode& node) {
     const eVolumeSource source = ReadSource(run, node);
-    run.defWriter->BlockBegin().String(source.name).EndLine();
-    run.mdlWriter->BlockBegin().String(source.name).EndLine();
+    run.texts->defWriter->BlockBegin().String(source.name).EndLine();
+    run.texts->mdlWriter->BlockBegin().String(source.name).EndLine();
     const eTriangleMesh triangles(node, run.StaticTime());
     if (IsWritable(run, source, triangles)) {
         const Matrix3 volumeTM = WriteShape(run, source, triangles.Mesh());
         WriteObstacleTags(run, node, true);
         const std::string bone = CleanNodeName(ParentBone(node)->GetName(), true);
-        run.mdlWriter->BlockBegin().Word("bone").String(bone).BlockEndLine();
+        run.texts->mdlWriter->BlockBegin().Word("bone").String(bone).BlockEndLine();
         CheckMatrix(source, volumeTM);
         WriteMatrix(run, volumeTM);
     }
-    run.defWriter->BlockEndLine();
-    run.mdlWriter->BlockEndLine();
+    run.texts->defWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }

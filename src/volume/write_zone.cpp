@@ -7,6 +7,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/triangle_mesh.h"
 #include "volume/fitted_box.h"
@@ -39,7 +41,7 @@ eZoneSource ReadSource(Export& run, host::INode& node, host::Object& object) {
     const host::TimeValue t = run.StaticTime();
     const auto metresPerUnit = MasterScale(run);
     const Matrix3 nodeTM = node.GetNodeTM(t);
-    const Matrix3 rootTM = run.currentRoot->GetNodeTM(t);
+    const Matrix3 rootTM = run.model->currentRoot->GetNodeTM(t);
     const Matrix3 offset = host::ScaleMatrix(node.GetObjOffsetScale()) *
                            host::MatrixFromQuat(node.GetObjOffsetRot()) *
                            host::TransMatrix(node.GetObjOffsetPos());
@@ -185,12 +187,12 @@ void WriteShapeZone(Export& run, const eZoneSource& source) {
         lines.IsEmpty() ? host::Box3{{0, 0, 0}, {0, 0, 0}} : ScaledBounds(lines, source);
     switch (source.object.ClassID().a) {
         case kRectangle:
-            return WriteRectangle(*run.mdlWriter, source, bounds);
+            return WriteRectangle(*run.texts->mdlWriter, source, bounds);
         case kCircle:
-            return WriteCircle(*run.mdlWriter, source, bounds);
+            return WriteCircle(*run.texts->mdlWriter, source, bounds);
         default:
             if (IsPolygon(run, source, shape)) {
-                WritePolygon(*run.mdlWriter, source, shape.lines.front().points);
+                WritePolygon(*run.texts->mdlWriter, source, shape.lines.front().points);
             }
     }
 }
@@ -203,7 +205,7 @@ void WriteZoneShape(Export& run, host::INode& node) {
         return;
     }
     if (object->SuperClassID() == host::kGeometrySuperClass) {
-        WriteMeshZone(*run.mdlWriter, ReadSource(run, node, *object));
+        WriteMeshZone(*run.texts->mdlWriter, ReadSource(run, node, *object));
     } else if (object->SuperClassID() == host::kShapeSuperClass) {
         WriteShapeZone(run, ReadSource(run, node, *object));
     }

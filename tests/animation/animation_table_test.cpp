@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "animation/model_motion.h"
 #include "base/ansi.h"
 #include "base/format.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
 
@@ -20,7 +23,7 @@ class eTable {
 public:
     explicit eTable(const std::vector<std::string>& properties, bool currentRangeOnly = false)
         : walk(Scene(properties)) {
-        walk.run.currentRoot = &walk.Root();
+        walk.run.model->currentRoot = &walk.Root();
         walk.run.frameStart = 2;
         walk.run.frameEnd = 40;
         walk.run.options.currentRangeOnly = currentRangeOnly;
@@ -29,17 +32,17 @@ public:
 
     // NAME of SET: FIRST-LAST, FILE at SPEED
     std::string First() const {
-        const eExportAnimation& a = walk.run.animations.at(0);
+        const eExportAnimation& a = walk.run.motion->animations.at(0);
         return (format("%s of %s: %s-%s, %s at %s") % a.name % a.selection % a.firstFrame % a.lastFrame %
                 a.binary % a.speed)
             .Text();
     }
     std::string Block() {
         xIo::eMemoryStream stream;
-        walk.run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
-        walk.run.defWriter->Attach(&stream);
+        walk.run.texts->defWriter = std::make_unique<xIo::xSdl::eWriter>();
+        walk.run.texts->defWriter->Attach(&stream);
         WriteAnimationBlock(walk.run);
-        walk.run.defWriter.reset();
+        walk.run.texts->defWriter.reset();
         return support::TextOf(stream);
     }
 
@@ -86,7 +89,7 @@ TEST(AnimationTable, ABrokenRangeIsDropped) {
                             "Ошибка: В анимации 'long' больше 65536 кадров.\nАнимация пропущена.",
                             "Ошибка: В анимации 'never' есть кадры, до которых не доходит время сцены.\n"
                             "Анимация пропущена."));
-    ASSERT_THAT(table.walk.run.animations, SizeIs(1));
+    ASSERT_THAT(table.walk.run.motion->animations, SizeIs(1));
     EXPECT_EQ(table.First(), "good of 1: 2-3, good at 0");
 }
 
@@ -95,12 +98,12 @@ TEST(AnimationTable, ABrokenRangeIsDropped) {
 TEST(AnimationTable, TheCurrentRangeLimitsWhatIsSampled) {
     const std::vector<std::string> declared = {"animation=in,all,2-40", "animation=out,all,1-40,file"};
     eTable limited(declared, true);
-    EXPECT_TRUE(limited.walk.run.animations[0].inRange);
-    EXPECT_FALSE(limited.walk.run.animations[1].inRange);
+    EXPECT_TRUE(limited.walk.run.motion->animations[0].inRange);
+    EXPECT_FALSE(limited.walk.run.motion->animations[1].inRange);
     EXPECT_EQ(limited.Block(), "{skeleton\n\t{animation\n\t\t{binary \"file\" {name \"out\"}}\n\t}\n}\n");
     EXPECT_THAT(limited.walk.Messages(), IsEmpty());
     const eTable all(declared);
-    EXPECT_TRUE(all.walk.run.animations[1].inRange);
+    EXPECT_TRUE(all.walk.run.motion->animations[1].inRange);
     EXPECT_THAT(all.walk.Messages(), ElementsAre("Предупреждение: Анимация 'out' (кадры 1-40) выходит за "
                                                  "пределы шкалы времени (кадры 2-40)."));
 }

@@ -5,6 +5,8 @@
 #include <filesystem>
 
 #include "animation/animation_reader.h"
+#include "animation/model_motion.h"
+#include "scene/current_model.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/export_run.h"
 #include "support/source_tree.h"
@@ -37,7 +39,7 @@ Matrix3 PoseInScene(support::eExportRun& run, host::INode& node, int frame) {
     const host::TimeValue t = frame * run.host.GetTicksPerFrame();
     Matrix3 pose = NoScale(node.GetNodeTM(t)) * Inverse(NoScale(node.GetParentNode()->GetNodeTM(t)));
     pose.SetTrans(pose.GetTrans() * static_cast<float>(run.host.GetMasterScale(host::Interface::kMetres)));
-    return &node == run.exporter.currentRoot ? pose * host::ScaleMatrix({1, -1, 1}) : pose;
+    return &node == run.exporter.model->currentRoot ? pose * host::ScaleMatrix({1, -1, 1}) : pose;
 }
 
 // "" if the restored pose is the one of the scene, within what the reduction of keys may leave out.
@@ -69,7 +71,8 @@ eAnimation ReadWritten(const std::string& file) {
 class SampleAnimation : public testing::TestWithParam<std::string> {
 protected:
     static void Compare(support::eExportRun& run, const eExportAnimation& declared, bool reversed) {
-        const std::string folder = run.exporter.modelFolder.Text().substr((run.folder / "game/").size());
+        const std::string folder =
+            run.exporter.model->modelFolder.Text().substr((run.folder / "game/").size());
         const std::string file = run.Read(folder + "/" + eName(declared.binary).Text() + ".anm");
         const eAnimation animation = ReadWritten(file);
         ASSERT_EQ(animation.frameCount, declared.lastFrame - declared.firstFrame + 1);
@@ -101,8 +104,8 @@ TEST_P(SampleAnimation, EveryBoneIsWhereTheSceneHasIt) {
             options.reverseAnimation = reversed;
         });
         run.Do();
-        EXPECT_FALSE(run.exporter.animations.empty());
-        for (const eExportAnimation& declared : run.exporter.animations) {
+        EXPECT_FALSE(run.exporter.motion->animations.empty());
+        for (const eExportAnimation& declared : run.exporter.motion->animations) {
             Compare(run, declared, reversed);
         }
     }

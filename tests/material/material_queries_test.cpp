@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "material/queries/mapping_channels.h"
+#include "material/queries/shade_context.h"
 #include "material/queries/shade_material.h"
 #include "run/export.h"
 #include "standalone/standalone_host.h"
@@ -47,12 +48,12 @@ TEST(ShadeMaterial, AnswersWithoutLights) {
     StandaloneHost host{eSceneData{}};
     Export run;
     run.host = &host;
-    run.shadeContext.nLights = 5;
+    run.shadeContext->nLights = 5;
     const host::AColor nothing = ShadeMaterial(run, nullptr, 0, {0, 0});
     EXPECT_FLOAT_EQ(nothing.r, 0.15F);
     EXPECT_FLOAT_EQ(nothing.g, 0.18F);
     EXPECT_FLOAT_EQ(nothing.a, 1);
-    EXPECT_EQ(run.shadeContext.nLights, 0);
+    EXPECT_EQ(run.shadeContext->nLights, 0);
 }
 
 }  // namespace

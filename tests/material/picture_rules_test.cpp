@@ -5,10 +5,12 @@
 #include "material/queries/dum_mtl.h"
 #include "material/queries/mapping_channels.h"
 #include "material/queries/shade_material.h"
+#include "material/run_materials.h"
 #include "material/textures/bmp_file.h"
 #include "material/textures/normal_map.h"
 #include "material/textures/texture_source.h"
 #include "material/write_materials.h"
+#include "run/resource_sets.h"
 #include "support/export_run.h"
 #include "support/pictures.h"
 #include "support/scene_builder.h"
@@ -200,8 +202,8 @@ TEST(PictureRules, MaterialsAreAskedAtTheTimesOfTheRun) {
     run.host = &host;
     run.frameStart = 5;
     run.options.staticFrame = 7;
-    run.commonFolder = eName(folder.Path());
-    run.materialMap[{&material, 0}] = {};
+    run.resources->commonFolder = eName(folder.Path());
+    run.materials->materialMap[{&material, 0}] = {};
     WriteMaterials(run, false);
     EXPECT_THAT(material.updated, ElementsAre(5 * 160));
     EXPECT_THAT(material.map.loaded, ElementsAre(5 * 160));

@@ -8,6 +8,8 @@
 #include <string>
 
 #include "base/ansi.h"
+#include "material/run_materials.h"
+#include "run/resource_sets.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -193,7 +195,7 @@ class ePass {
 public:
     ePass() : host(Scene()) {
         run.host = &host;
-        run.commonFolder = eName(folder.Path());
+        run.resources->commonFolder = eName(folder.Path());
     }
     static eSceneData Scene() {
         eSceneBuilder scene;
@@ -205,13 +207,13 @@ public:
     }
     void Use(const char* material, int group) {
         host::Mtl* const used = host.GetINodeByName(material)->GetMtl();
-        run.materialMap[{used, group}] = {.node = host.GetINodeByName("arm")};
+        run.materials->materialMap[{used, group}] = {.node = host.GetINodeByName("arm")};
     }
     std::vector<std::string> Records(bool useCommon) {
         WriteMaterials(run, useCommon);
         std::vector<std::string> names;
         for (const eExportMaterial& record :
-             (useCommon ? run.commonResources : run.modelResources).materials) {
+             (useCommon ? run.resources->commonResources : run.resources->modelResources).materials) {
             names.push_back(record.name);
         }
         return names;
@@ -231,7 +233,7 @@ TEST(WriteMaterials, OnlyTheFirstPaletteHasRecords) {
     pass.Use("b", 1);
     pass.Use("b", 2);
     EXPECT_THAT(pass.Records(true), ElementsAre("a"));
-    EXPECT_THAT(pass.run.modelResources.materials, ElementsAre());
+    EXPECT_THAT(pass.run.resources->modelResources.materials, ElementsAre());
     EXPECT_THAT(
         pass.messages.Lines(),
         ElementsAre("Предупреждение: Материал 'b' мэша 'arm' не записан: он используется только в "

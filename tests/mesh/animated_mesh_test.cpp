@@ -4,10 +4,13 @@
 #include <algorithm>
 
 #include "animation/animation_reader.h"
+#include "animation/model_motion.h"
 #include "geometry/vertex_layout.h"
 #include "mesh/build/finite_vertex.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/animated_part.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 
 namespace {
 
@@ -41,7 +44,7 @@ void FlagScene(support::eSceneBuilder& scene, int begin = 0) {
 }
 
 float HeightAt(eMeshRun& run, int frame) {
-    return run.Bone("flag").mesh.frames[run.exporter.frames.MeshFrameOf(frame)].positions[0].z;
+    return run.Bone("flag").mesh.frames[run.exporter.motion->frames.MeshFrameOf(frame)].positions[0].z;
 }
 
 // Catches frames at other times than their own, a frame that is read twice by two animations, a first frame
@@ -180,10 +183,10 @@ TEST(AnimatedMesh, AFrameThatOverflowsKeepsTheStaticShape) {
     EXPECT_THAT(
         run.Messages(),
         ElementsAre(HasSubstr("Мэш 'flag' в кадре 4 содержит координаты, которые не являются числами.")));
-    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.bones.data());
+    const auto index = static_cast<std::size_t>(&run.Bone("flag") - run.exporter.model->bones.data());
     for (const int frame : {3, 4, 10}) {
         const std::vector<eExportVertex>& vertices =
-            run.exporter.frames.At(frame).bones[index].mesh->vertices;
+            run.exporter.motion->frames.At(frame).bones[index].mesh->vertices;
         EXPECT_NEAR(vertices[0].position.z, frame == 3 ? 300 : 0, 1e-3F);
         EXPECT_TRUE(std::ranges::all_of(vertices, IsFinite));
     }
@@ -233,8 +236,8 @@ TEST(AnimatedMesh, AFrameWithOtherFacesKeepsTheStaticShape) {
     scene.Node("flag").Property("Model=units/tank").Object(eHelperObject{});
     xIo::eMemoryStream animationList;
     eMeshReading reading(scene);
-    reading.run.animWriter = std::make_unique<xIo::xSdl::eWriter>();
-    reading.run.animWriter->Attach(&animationList);
+    reading.run.texts->animWriter = std::make_unique<xIo::xSdl::eWriter>();
+    reading.run.texts->animWriter->Attach(&animationList);
     eScene fake(scene.Build());
     eShrinkingNode node(fake, fake.data.nodes[0], 0);
     node.SetRenderData(std::make_unique<Export::eRenderData>(0));
@@ -243,9 +246,9 @@ TEST(AnimatedMesh, AFrameWithOtherFacesKeepsTheStaticShape) {
     bone.commonMesh = true;
     eExportAnimation wave;
     wave.lastFrame = 5;
-    reading.run.animations = {wave};
+    reading.run.motion->animations = {wave};
     reading.run.options.exportAnimation = 1;
-    reading.run.frames = eFrameTable(reading.run.animations, 1);
+    reading.run.motion->frames = eFrameTable(reading.run.motion->animations, 1);
     ExtractNodeMesh(reading.run, node, nullptr, &node);
     for (const eExportMeshFrame& frame : bone.mesh.frames) {
         EXPECT_EQ(ExtentOf(frame), (eFrameExtent{4, 2}));

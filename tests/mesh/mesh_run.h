@@ -11,6 +11,8 @@
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_reader.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -27,13 +29,13 @@ public:
 
     // The slot of the bone, its soup still filled.
     eExportBone& Bone(const char* node) {
-        for (std::size_t i = 0; i < exporter.bones.size(); ++i) {
-            if (exporter.boneNames[i] == eName(node)) {
-                return exporter.bones[i];
+        for (std::size_t i = 0; i < exporter.model->bones.size(); ++i) {
+            if (exporter.model->boneNames[i] == eName(node)) {
+                return exporter.model->bones[i];
             }
         }
         ADD_FAILURE() << "no bone " << node;
-        return exporter.bones.front();
+        return exporter.model->bones.front();
     }
     eExportMeshFrame& Soup(const char* node) { return Bone(node).mesh.frames.front(); }
 
@@ -62,10 +64,10 @@ class eMeshReading {
 public:
     explicit eMeshReading(const support::eSceneBuilder& scene) : host(scene.Build()) {
         run.host = &host;
-        run.currentRoot = host.GetRootNode()->GetChildNode(0);
-        run.models.resize(1);
-        EXPECT_FALSE(CollectBones(run, *run.currentRoot, run.boneCount, false));
-        run.bones.resize(static_cast<std::size_t>(run.boneCount));
+        run.model->currentRoot = host.GetRootNode()->GetChildNode(0);
+        run.scene->models.resize(1);
+        EXPECT_FALSE(CollectBones(run, *run.model->currentRoot, run.model->boneCount, false));
+        run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
     }
     ~eMeshReading() { ForgetBoneNumbers(run); }
     eMeshReading(const eMeshReading&) = delete;
@@ -74,7 +76,7 @@ public:
     host::INode& Node(const char* name) { return *host.GetINodeByName(name); }
     // The slot of the node as the walk leaves it before the mesh is read.
     eExportBone& Slot(const char* name, std::size_t frames = 1) {
-        eExportBone& bone = run.bones[static_cast<std::size_t>(NodeIndex(Node(name), nullptr))];
+        eExportBone& bone = run.model->bones[static_cast<std::size_t>(NodeIndex(Node(name), nullptr))];
         bone.node = &Node(name);
         bone.hasMesh = 1;
         bone.mesh.frames.resize(frames);

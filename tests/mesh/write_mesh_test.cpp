@@ -8,6 +8,7 @@
 
 #include "io/streams/stream_memory.h"
 #include "mesh/mesh_run.h"
+#include "mesh/strips/mesh_order.h"
 
 namespace {
 

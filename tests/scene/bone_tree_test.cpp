@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
 
@@ -30,7 +32,7 @@ TEST_F(BoneTree, NumbersFollowTheWalk) {
     EXPECT_FALSE(walk.Number());
     EXPECT_THAT(walk.BoneNames(),
                 ElementsAre("root", "a", "a_lod1", "a_lod2", "below", "b", "wheel", "wheel_lod1"));
-    EXPECT_EQ(walk.run.boneCount, 8);
+    EXPECT_EQ(walk.run.model->boneCount, 8);
     EXPECT_EQ(NodeIndex(walk.Node("below"), nullptr), 4);
     EXPECT_EQ(NodeIndex(walk.Node("orphan_lod1"), nullptr), -1);
     EXPECT_THAT(walk.Messages(), IsEmpty());
@@ -92,12 +94,12 @@ TEST_F(BoneTree, LightsAreCollectedOnTheWay) {
     root.Child("hidden").Hidden().Object(eLightObject{});
     support::eSkeletonWalk walk(scene.Build());
     walk.Number();
-    ASSERT_EQ(walk.run.sceneLights.size(), 1U);
-    EXPECT_EQ(walk.run.sceneLights[0]->Node().GetName(), "on");
-    walk.run.sceneLights.clear();
+    ASSERT_EQ(walk.run.scene->sceneLights.size(), 1U);
+    EXPECT_EQ(walk.run.scene->sceneLights[0]->Node().GetName(), "on");
+    walk.run.scene->sceneLights.clear();
     walk.run.options.exportLightsCameras = 0;
     walk.Number();
-    EXPECT_THAT(walk.run.sceneLights, IsEmpty());
+    EXPECT_THAT(walk.run.scene->sceneLights, IsEmpty());
 }
 
 // Would catch nested models that are numbered as bones, or found in another order.
@@ -108,13 +110,13 @@ TEST_F(BoneTree, NestedModelsAreFoundInScanModeOnly) {
     Helper(root, "second").Property("Model=b");
     Helper(root, "ghost").Property("Model=c").Hidden();
     support::eSkeletonWalk walk(scene.Build());
-    walk.run.structureMode = true;
+    walk.run.model->structureMode = true;
 
     int number = 0;
     EXPECT_FALSE(CollectBones(walk.run, walk.Root(), number, true));
-    ASSERT_EQ(walk.run.models.size(), 2U);
-    EXPECT_EQ(walk.run.models[0].root->GetName(), "first");
-    EXPECT_EQ(walk.run.models[1].root->GetName(), "second");
+    ASSERT_EQ(walk.run.scene->models.size(), 2U);
+    EXPECT_EQ(walk.run.scene->models[0].root->GetName(), "first");
+    EXPECT_EQ(walk.run.scene->models[1].root->GetName(), "second");
     EXPECT_FALSE(walk.Number());
     EXPECT_THAT(walk.BoneNames(), ElementsAre("root", "bone"));
 }

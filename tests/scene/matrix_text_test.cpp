@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "run/model_texts.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
 
@@ -12,10 +13,10 @@ std::string MatrixText(const host::Matrix3& matrix) {
     scene.Settings().unitMetres = 0.01;
     support::eSkeletonWalk walk(scene.Build());
     xIo::eMemoryStream stream;
-    walk.run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
-    walk.run.mdlWriter->Attach(&stream);
+    walk.run.texts->mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
+    walk.run.texts->mdlWriter->Attach(&stream);
     WriteMatrix(walk.run, matrix);
-    walk.run.mdlWriter.reset();
+    walk.run.texts->mdlWriter.reset();
     return support::TextOf(stream);
 }
 

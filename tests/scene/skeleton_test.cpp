@@ -4,6 +4,9 @@
 #include <regex>
 
 #include "base/ansi.h"
+#include "run/run_flags.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "support/scene_builder.h"
 #include "support/skeleton_walk.h"
 
@@ -157,9 +160,9 @@ TEST_F(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
     Box(root, "hidden_volume").Property("Volume").Hidden();
     support::eSkeletonWalk& walk = Walked();
     EXPECT_THAT(walk.mdl, Not(HasSubstr("below")));
-    ASSERT_EQ(walk.run.models[0].volumes.size(), 1U);
-    EXPECT_EQ(walk.run.models[0].volumes[0]->GetName(), "hidden_volume");
-    EXPECT_FALSE(walk.run.landPatch);
+    ASSERT_EQ(walk.run.scene->models[0].volumes.size(), 1U);
+    EXPECT_EQ(walk.run.scene->models[0].volumes[0]->GetName(), "hidden_volume");
+    EXPECT_FALSE(walk.run.model->landPatch);
     EXPECT_THAT(walk.Messages(),
                 ElementsAre("Предупреждение: Узел 'no_object' скрыт, и вместе с ним не записано: 'Land' узла "
                             "'below_no_object', объем 'hull', точка опоры 'foot'.\n"
@@ -222,8 +225,8 @@ TEST_F(Skeleton, AGroupFeedsItsMergedMesh) {
     EXPECT_THAT(walk.calls,
                 ElementsAre("read root", "read Group into Group", "read part into Group",
                             "read inner into Group", "write group to own", "read other into Group"));
-    EXPECT_TRUE(walk.run.bones[1].commonMesh);
-    EXPECT_EQ(walk.run.bones[1].node, &walk.Node("Group"));
+    EXPECT_TRUE(walk.run.model->bones[1].commonMesh);
+    EXPECT_EQ(walk.run.model->bones[1].node, &walk.Node("Group"));
     EXPECT_THAT(walk.mdl, Not(HasSubstr("view poly \"other\"")));
     Helper(part, "Stranger");
     support::eSkeletonWalk stopped(scene.Build());
@@ -285,7 +288,7 @@ TEST_F(Skeleton, InstancesShowTheFirstOfThem) {
                                         "read wheel_r of wheel_l", "read spare of wheel_l"));
     EXPECT_THAT(walk.mdl, HasSubstr("{bone \"wheel_r\"\n\t\t{view poly \"wheel_l\"}"));
     EXPECT_THAT(walk.mdl, Not(HasSubstr("{bone \"spare\"\n\t\t{view")));
-    EXPECT_FALSE(walk.run.sharedMeshes.views.empty());
+    EXPECT_FALSE(walk.run.model->sharedMeshes.views.empty());
 }
 
 // Would catch a root that has no number, as its name says that it is a detail level.

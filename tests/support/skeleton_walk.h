@@ -10,7 +10,12 @@
 
 #include "io/streams/stream_memory.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "run/resource_sets.h"
+#include "run/run_flags.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
+#include "scene/scene_as_read.h"
 #include "scene/skeleton/bone_writer.h"
 #include "scene/skeleton/mesh_stage.h"
 #include "standalone/standalone_host.h"
@@ -52,25 +57,25 @@ public:
 
     // Numbers the bones of the scene's first root; true if an error was told.
     bool Number() {
-        run.currentRoot = &Root();
-        run.models.resize(1);
-        run.boneCount = 0;
-        run.boneNames.clear();
-        return CollectBones(run, Root(), run.boneCount, false);
+        run.model->currentRoot = &Root();
+        run.scene->models.resize(1);
+        run.model->boneCount = 0;
+        run.model->boneNames.clear();
+        return CollectBones(run, Root(), run.model->boneCount, false);
     }
 
     // Numbers and writes; the result is that of WriteBone.
     bool Do() {
         EXPECT_FALSE(Number());
         xIo::eMemoryStream mdlStream, defStream;
-        run.bones.resize(static_cast<std::size_t>(run.boneCount));
-        run.mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
-        run.defWriter = std::make_unique<xIo::xSdl::eWriter>();
-        run.mdlWriter->Attach(&mdlStream);
-        run.defWriter->Attach(&defStream);
+        run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
+        run.texts->mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.texts->defWriter = std::make_unique<xIo::xSdl::eWriter>();
+        run.texts->mdlWriter->Attach(&mdlStream);
+        run.texts->defWriter->Attach(&defStream);
         const bool goesOn = WriteBone(run, *this, Root(), nullptr, DetailEntry | RootBone);
-        run.mdlWriter.reset();
-        run.defWriter.reset();
+        run.texts->mdlWriter.reset();
+        run.texts->defWriter.reset();
         mdl = TextOf(mdlStream);
         def = TextOf(defStream);
         return goesOn;
@@ -78,7 +83,9 @@ public:
 
     std::vector<std::string> Messages() const { return messages.Lines(); }
     // Names of the bones by number.
-    std::vector<std::string> BoneNames() const { return {run.boneNames.begin(), run.boneNames.end()}; }
+    std::vector<std::string> BoneNames() const {
+        return {run.model->boneNames.begin(), run.model->boneNames.end()};
+    }
 
     std::string mdl;
     std::string def;
@@ -99,7 +106,8 @@ private:
                         (commonTarget != nullptr ? " into " + commonTarget->GetName() : ""));
     }
     bool WriteMesh(Export&, eExportResourceSet& set, const eName& name, int) override {
-        calls.push_back("write " + name.Text() + (&set == &run.commonResources ? " to common" : " to own"));
+        calls.push_back("write " + name.Text() +
+                        (&set == &run.resources->commonResources ? " to common" : " to own"));
         return !emptyMeshes.contains(name.Text());
     }
 };

@@ -4,9 +4,7 @@
 #include <vector>
 
 #include "host/shade.h"
-
-// The lights of the scene as the run prepared them.
-using eSceneLights = std::vector<std::unique_ptr<host::LightDesc>>;
+#include "scene/scene_lights.h"
 
 // The shade context of the export: outside a render the host has nothing to answer the questions of its own
 // materials, maps and lights with, so this one answers from a few fields and constants. One space serves for

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "material/queries/material_queries.h"
+#include "material/run_materials.h"
 #include "material/textures/texture_source.h"
 #include "run/export.h"
 
@@ -58,7 +59,7 @@ bool ClaimTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
     const eName name =
         texture.isCopied ? texture.targetPath.Part(eName::WithoutExtension) : texture.targetPath;
     const eTextureClaim claim = MakeClaim(texture, material);
-    std::vector<eTextureClaim>& claims = run.textureClaims[name];
+    std::vector<eTextureClaim>& claims = run.materials->textureClaims[name];
     const auto owner = std::ranges::find(claims, claim.file, &eTextureClaim::file);
     if (owner != claims.end() && GoTogether(*owner, claim)) {
         return true;

@@ -5,6 +5,7 @@
 #include "io/path.h"
 #include "material/queries/map_files.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
 
 namespace {
 
@@ -74,7 +75,7 @@ void MakeTargetPath(Export& run, eExportTexture& texture) {
         const eName below(std::string_view(texture.name.Text()).substr(kCommonMark.size()));
         texture.targetPath = run.options.resourceRoot / run.options.commonTextureTarget / below;
     } else {
-        texture.targetPath = run.commonFolder / texture.name;
+        texture.targetPath = run.resources->commonFolder / texture.name;
     }
     texture.file = texture.targetPath;
     if (!texture.isCopied) {

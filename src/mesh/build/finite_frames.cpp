@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "animation/model_motion.h"
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
 #include "mesh/build/finite_vertex.h"
 #include "run/export.h"
+#include "scene/current_model.h"
 
 namespace {
 
@@ -24,14 +26,14 @@ void TellBrokenFrame(Export& run, const eExportBone& bone, int frame) {
 void KeepFramesFinite(Export& run, int boneIndex, const std::vector<eExportVertex>& still) {
     const auto slot = static_cast<std::size_t>(boneIndex);
     bool isTold = false;
-    run.frames.ForEach([&](int frame, eExportFrame& entries) {
+    run.motion->frames.ForEach([&](int frame, eExportFrame& entries) {
         eExportFrameMesh* mesh = entries.bones[slot].mesh.get();
         if (mesh == nullptr || std::ranges::all_of(mesh->vertices, IsFinite)) {
             return;
         }
         mesh->vertices = still;
         if (!isTold) {
-            TellBrokenFrame(run, run.bones[slot], frame);
+            TellBrokenFrame(run, run.model->bones[slot], frame);
             isTold = true;
         }
     });

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include "animation/model_motion.h"
 #include "geometry/vertex_layout.h"
 #include "material/queries/dum_mtl.h"
 #include "material/queries/material_queries.h"
+#include "material/run_materials.h"
 #include "mesh/build/texture_size_estimate.h"
 #include "mesh/build/weld.h"
 #include "run/export.h"
+#include "scene/current_model.h"
 
 namespace {
 
@@ -27,7 +30,7 @@ public:
     eMeshAssembler(Export& ownRun, int ownBoneIndex, bool ownLit, bool ownSkinned)
         : run(ownRun),
           boneIndex(ownBoneIndex),
-          bone(run.bones[static_cast<std::size_t>(ownBoneIndex)]),
+          bone(run.model->bones[static_cast<std::size_t>(ownBoneIndex)]),
           mesh(bone.mesh),
           lit(ownLit),
           skinned(ownSkinned),
@@ -87,10 +90,10 @@ private:
         kind.uvCount = twoMaps ? 1 : std::min(GetSlotCount(key.material), 2);
         kind.format =
             MakeVertexFormat(true, true, kind.uvCount, skinned ? bone.bonesPerVertex : 0, kind.bump);
-        const eExportMaterialUse fresh{.index = static_cast<int>(run.materialMap.size()),
+        const eExportMaterialUse fresh{.index = static_cast<int>(run.materials->materialMap.size()),
                                        .materialId = static_cast<int>(materialId),
                                        .node = bone.node};
-        kind.use = &run.materialMap.try_emplace(key, fresh).first->second;
+        kind.use = &run.materials->materialMap.try_emplace(key, fresh).first->second;
         const auto index = static_cast<std::size_t>(kind.use->index);
         assembly.subsets.resize(std::max(assembly.subsets.size(), index + 1));
     }
@@ -103,7 +106,7 @@ private:
     // The first frame makes the triangle, the others follow it: corners that share a vertex there share it in
     // every frame.
     void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
-        eExportFrame* const kept = mesh.frames.size() > 1 ? run.frames.OfMeshFrame(frame) : nullptr;
+        eExportFrame* const kept = mesh.frames.size() > 1 ? run.motion->frames.OfMeshFrame(frame) : nullptr;
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
             if (frame == 0) {

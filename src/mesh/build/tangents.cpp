@@ -11,6 +11,7 @@
 #include "material/queries/material_queries.h"
 #include "platform/message_box.h"
 #include "run/export.h"
+#include "scene/export_bone.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "run/export.h"
+#include "run/model_texts.h"
 
 eAnimatedTextureBlock::eAnimatedTextureBlock(Export& ownRun, const host::INode& node) : run(ownRun) {
     std::string value;
@@ -11,7 +12,7 @@ eAnimatedTextureBlock::eAnimatedTextureBlock(Export& ownRun, const host::INode& 
         return;
     }
     const std::string name = value.substr(0, value.find(','));
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
     writer.BlockBegin().Word("animation");
     writer.BlockBegin().Word("texture");
     writer.BlockBegin().Word("name").String(name).BlockEndLine();
@@ -20,6 +21,6 @@ eAnimatedTextureBlock::eAnimatedTextureBlock(Export& ownRun, const host::INode& 
 
 eAnimatedTextureBlock::~eAnimatedTextureBlock() {
     for (int block = 0; isOpen && block < 3; ++block) {
-        run.mdlWriter->BlockEndLine();
+        run.texts->mdlWriter->BlockEndLine();
     }
 }

@@ -8,6 +8,8 @@
 #include "material/queries/material_queries.h"
 #include "mesh/file/mesh_format.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
+#include "scene/export_bone.h"
 #include "scene/properties/node_name.h"
 
 namespace {
@@ -35,7 +37,7 @@ void WriteSkin(xIo::eStream& stream, const eMeshBody& body) {
 
 std::string MaterialReference(const Export& run, const host::Mtl* material) {
     const eName name = GetMaterialName(material);
-    return run.commonPrefix.IsEmpty() ? name : run.commonPrefix / name;
+    return run.resources->commonPrefix.IsEmpty() ? name : run.resources->commonPrefix / name;
 }
 
 void WriteSubMesh(const Export& run, xIo::eStream& stream, const eMeshBody& body,

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "animation/animation_table.h"
+#include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
 #include "base/ansi.h"
 #include "base/format.h"
@@ -11,6 +12,7 @@
 #include "mesh/read/extract_mesh.h"
 #include "run/export.h"
 #include "scene/bones/find_skin.h"
+#include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/triangle_mesh.h"
 
@@ -25,7 +27,7 @@ void eAnimatedPart::ReadFrames(const eExportAnimation& animation) {
     if (!AnimationTouchesNode(run, commonTarget, animation.selection)) {
         return TellUncoveredMesh(animation);
     }
-    const bool startsAtStaticFrame = run.frames.MeshFrameOf(animation.firstFrame) == 0;
+    const bool startsAtStaticFrame = run.motion->frames.MeshFrameOf(animation.firstFrame) == 0;
     const int first = animation.firstFrame + (startsAtStaticFrame ? 1 : 0);
     const int last = animation.lastFrame;
     for (int frame = first; frame <= last; ++frame) {
@@ -36,15 +38,15 @@ void eAnimatedPart::ReadFrames(const eExportAnimation& animation) {
 }
 
 void eAnimatedPart::ReadFrame(int number, host::TimeValue time) {
-    const std::size_t meshFrame = run.frames.MeshFrameOf(number);
+    const std::size_t meshFrame = run.motion->frames.MeshFrameOf(number);
     eExportMeshFrame& frame = bone.mesh.frames[meshFrame];
     if (frame.positions.size() > begin.vertices) {
         return;
     }
     FillFromFirstFrame(bone.mesh, frame, begin);
-    run.meshFrame = static_cast<int>(meshFrame);
+    run.model->meshFrame = static_cast<int>(meshFrame);
     ExtractMesh(run, node, time, &commonTarget);
-    run.meshFrame = 0;
+    run.model->meshFrame = 0;
     if (ExtentOf(frame) != end) {
         TellOtherShape(number);
         CutFrame(frame, begin);

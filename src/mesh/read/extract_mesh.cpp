@@ -14,6 +14,7 @@
 #include "mesh/read/vertex_light.h"
 #include "run/export.h"
 #include "scene/bones/find_skin.h"
+#include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_properties.h"
 #include "scene/triangle_mesh.h"
@@ -168,16 +169,16 @@ void ReadTriangles(const eNodeReading& reading) {
 
 eExportBone* BoneOfMesh(Export& run, const host::INode& node, const host::INode* commonTarget) {
     const int index = FindBoneIndex(node, commonTarget);
-    if (index < 0 || static_cast<std::size_t>(index) >= run.bones.size()) {
+    if (index < 0 || static_cast<std::size_t>(index) >= run.model->bones.size()) {
         return nullptr;
     }
-    eExportBone& bone = run.bones[static_cast<std::size_t>(index)];
+    eExportBone& bone = run.model->bones[static_cast<std::size_t>(index)];
     return bone.hasMesh != 0 ? &bone : nullptr;
 }
 
 void ExtractMesh(Export& run, host::INode& node, host::TimeValue time, host::INode* commonTarget) {
     eExportBone* bone = BoneOfMesh(run, node, commonTarget);
-    if (bone == nullptr || static_cast<std::size_t>(run.meshFrame) >= bone->mesh.frames.size()) {
+    if (bone == nullptr || static_cast<std::size_t>(run.model->meshFrame) >= bone->mesh.frames.size()) {
         return;
     }
     const eNodeReading reading{.run = run,
@@ -186,7 +187,7 @@ void ExtractMesh(Export& run, host::INode& node, host::TimeValue time, host::INo
                                .bone = *bone,
                                .skin = FindSkin(node),
                                .time = time,
-                               .meshFrame = run.meshFrame};
+                               .meshFrame = run.model->meshFrame};
     if (host::Mtl* material = node.GetMtl()) {
         host::Interval valid = host::kForever;
         material->Update(time, valid);

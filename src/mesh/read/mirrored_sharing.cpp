@@ -5,6 +5,7 @@
 
 #include "base/ansi.h"
 #include "run/export.h"
+#include "scene/scene_as_read.h"
 #include "scene/skeleton/mirrored_views.h"
 
 namespace {
@@ -36,13 +37,13 @@ bool IsBelowAView(const host::INode& node, const std::string& name) {
 }  // namespace
 
 bool IsSharedMirrored(Export& run, host::INode& owner) {
-    if (!run.meshViews) {
-        CollectViews(*run.host->GetRootNode(), run.meshViews.emplace());
+    if (!run.scene->meshViews) {
+        CollectViews(*run.host->GetRootNode(), run.scene->meshViews.emplace());
     }
     const std::string name = LowerAnsi(owner.GetName());
-    const auto found = run.meshViews->find(name);
+    const auto found = run.scene->meshViews->find(name);
     const host::TimeValue t = run.StaticTime();
-    return found != run.meshViews->end() && std::ranges::any_of(found->second, [&](host::INode* view) {
+    return found != run.scene->meshViews->end() && std::ranges::any_of(found->second, [&](host::INode* view) {
                return !IsBelowAView(*view, name) && IsMirroredAgainst(*view, owner, t);
            });
 }

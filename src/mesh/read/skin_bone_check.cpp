@@ -8,6 +8,7 @@
 #include "base/user_message.h"
 #include "run/export.h"
 #include "scene/bones/skeleton_absence.h"
+#include "scene/export_bone.h"
 
 namespace {
 

@@ -1,10 +1,11 @@
 #include "mesh/read/vertex_light.h"
 
 #include "run/export.h"
+#include "scene/scene_as_read.h"
 
 bool PrepareLights(Export& run, const host::INode& root, const host::Matrix3& worldToMesh) {
     bool anyCounts = false;
-    for (const auto& light : run.sceneLights) {
+    for (const auto& light : run.scene->sceneLights) {
         if (light->GetExclList().Lights(root)) {
             light->UpdateViewDepParams(worldToMesh);
             anyCounts = true;
@@ -14,9 +15,9 @@ bool PrepareLights(Export& run, const host::INode& root, const host::Matrix3& wo
 }
 
 eVertexLight::eVertexLight(Export& run, const host::INode& root, host::TimeValue time)
-    : ambient(run.scaledAmbient), context(run.sceneLights) {
+    : ambient(run.scene->scaledAmbient), context(run.scene->sceneLights) {
     context.time = time;
-    for (const auto& light : run.sceneLights) {
+    for (const auto& light : run.scene->sceneLights) {
         if (light->GetExclList().Lights(root)) {
             lights.push_back(light.get());
         }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "mesh/strips/cache_statistics.h"
@@ -15,8 +14,5 @@ struct eMeshOrder {
     eCacheStatistics before;  // the triangles in the order of the scene's faces
     eCacheStatistics after;
 };
-
-// Told of each mesh that is written. Whoever sets it pays for two simulations of the cache a mesh.
-using eMeshOrderObserver = std::function<void(const eMeshOrder&)>;
 
 eMeshOrder MeasureOrder(const std::string& name, const eMeshAssembly& assembly, const eSubMeshes& subMeshes);

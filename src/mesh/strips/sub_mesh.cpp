@@ -9,6 +9,7 @@
 #include "base/format.h"
 #include "io/name.h"
 #include "material/queries/material_queries.h"
+#include "material/run_materials.h"
 #include "mesh/strips/cache_statistics.h"
 #include "platform/message_box.h"
 #include "run/export.h"
@@ -20,7 +21,7 @@ namespace {
 std::vector<const eExportMaterialMap::value_type*> OrderByName(const Export& run,
                                                                const eMeshAssembly& assembly) {
     std::vector<std::pair<std::string, const eExportMaterialMap::value_type*>> named;
-    for (const auto& entry : run.materialMap) {
+    for (const auto& entry : run.materials->materialMap) {
         const auto index = static_cast<std::size_t>(entry.second.index);
         if (index < assembly.subsets.size() && !assembly.subsets[index].empty()) {
             named.emplace_back(eName(GetMaterialName(entry.first.material)).Text(), &entry);

@@ -10,9 +10,11 @@
 #include "base/user_message.h"
 #include "run/export.h"
 #include "scene/bones/lod_nodes.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -72,7 +74,7 @@ void eBonePass::VisitChildren(host::INode& node) {
         if (child.IsNodeHidden() || child.IsGroupMember()) {
             continue;
         }
-        if (run.structureMode && HasUserProp(child, "Model")) {
+        if (run.model->structureMode && HasUserProp(child, "Model")) {
             if (scanMode) {
                 AddNestedModel(child);
             }
@@ -119,7 +121,7 @@ void eBonePass::AddLight(host::INode& node, host::Object* object) {
     }
     node.RenderBegin(time, 0);
     if (host::LightDesc* description = light->CreateLightDesc(node)) {
-        run.sceneLights.emplace_back(description);
+        run.scene->sceneLights.emplace_back(description);
     }
 }
 
@@ -157,8 +159,8 @@ void eBonePass::CheckDetailLevel(host::INode& detail, const std::string& name, i
 
 void eBonePass::GiveNumber(host::INode& node, const std::string& name) {
     node.SetRenderData(std::make_unique<Export::eRenderData>(number++));
-    run.numberedNodes.push_back(&node);
-    run.boneNames.emplace_back(name);
+    run.scene->numberedNodes.push_back(&node);
+    run.model->boneNames.emplace_back(name);
 }
 
 // Every pair of equal names is one message, with the pairs in the order of their rows: each row is told as
@@ -177,7 +179,7 @@ void eBonePass::TellEqualNames() {
 
 void eBonePass::UpdateLights() {
     const host::RendContext context;
-    for (const auto& light : run.sceneLights) {
+    for (const auto& light : run.scene->sceneLights) {
         light->Update(time, context, true, true);
     }
 }
@@ -194,10 +196,10 @@ bool CollectBones(Export& run, host::INode& node, int& number, bool scanMode) {
 }
 
 void ForgetBoneNumbers(Export& run) {
-    for (host::INode* node : run.numberedNodes) {
+    for (host::INode* node : run.scene->numberedNodes) {
         node->SetRenderData(nullptr);
     }
-    run.numberedNodes.clear();
+    run.scene->numberedNodes.clear();
 }
 
 void AddModel(Export& run, host::INode& root) {
@@ -207,7 +209,7 @@ void AddModel(Export& run, host::INode& root) {
             (format("В кости '%s' должно быть указано 'Model' или 'XModel'!"_ansi) % root.GetName()).Text());
         return;
     }
-    run.models.emplace_back().root = &root;
+    run.scene->models.emplace_back().root = &root;
 }
 
 bool IsBoneCandidate(const host::INode& node, const host::Object* object) {

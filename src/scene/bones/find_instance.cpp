@@ -1,8 +1,10 @@
 #include "scene/bones/find_instance.h"
 
 #include "run/export.h"
+#include "run/resource_sets.h"
 #include "scene/bones/nested_structure.h"
 #include "scene/properties/node_properties.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -27,11 +29,11 @@ void AddUses(eInstanceMap& instances, host::INode& node, bool inStructure) {
 }  // namespace
 
 host::INode* FindInstance(Export& run, const host::Object* object, host::INode& root) {
-    eInstanceMap& instances = run.instances;
+    eInstanceMap& instances = run.scene->instances;
     if (instances.root != &root) {
         instances = {};
         instances.root = &root;
-        AddUses(instances, root, run.commonOwner == &root);
+        AddUses(instances, root, run.resources->commonOwner == &root);
     }
     const auto found = instances.uses.find(object);
     return found != instances.uses.end() && found->second.isShared ? found->second.first : nullptr;

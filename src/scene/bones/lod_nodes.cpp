@@ -6,6 +6,7 @@
 #include "run/export.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
+#include "scene/scene_as_read.h"
 
 namespace {
 
@@ -24,9 +25,10 @@ eLodSiblings ReadSiblings(const host::INode& parent) {
 }
 
 const eLodSiblings& SiblingsBelow(Export& run, const host::INode& parent) {
-    const auto found = run.lodIndex.find(&parent);
-    return found != run.lodIndex.end() ? found->second
-                                       : run.lodIndex.emplace(&parent, ReadSiblings(parent)).first->second;
+    const auto found = run.scene->lodIndex.find(&parent);
+    return found != run.scene->lodIndex.end()
+               ? found->second
+               : run.scene->lodIndex.emplace(&parent, ReadSiblings(parent)).first->second;
 }
 
 bool IsDetailLevel(host::INode& node) {

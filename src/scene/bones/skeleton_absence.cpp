@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
 
@@ -12,8 +13,8 @@ namespace {
 // A model that is nested in a Structure has a skeleton of its own.
 bool IsInCurrentModel(const Export& run, host::INode& node) {
     host::INode* current = &node;
-    while (current != nullptr && current != run.currentRoot) {
-        if (run.structureMode && HasUserProp(*current, "Model")) {
+    while (current != nullptr && current != run.model->currentRoot) {
+        if (run.model->structureMode && HasUserProp(*current, "Model")) {
             return false;
         }
         current = current->GetParentNode();
@@ -29,7 +30,7 @@ std::string WhyOutsideSkeleton(Export& run, host::INode& node) {
         return {};
     }
     if (!IsInCurrentModel(run, node)) {
-        return (format("она находится вне модели '%s'"_ansi) % run.currentRoot->GetName()).Text();
+        return (format("она находится вне модели '%s'"_ansi) % run.model->currentRoot->GetName()).Text();
     }
     const host::INode& bone = OutOfGroup(node);
     if (std::string hidden = WhyHidden(bone); !hidden.empty()) {

@@ -7,6 +7,8 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/told_values.h"
 #include "scene/skeleton/bone_step.h"
@@ -54,7 +56,7 @@ void WriteParameters(Export& run, const host::INode& node) {
     std::string text = NormalizeUserProps(node, true);
     if (!text.empty()) {
         std::ranges::replace(text, ',', '.');
-        run.mdlWriter->BlockBegin().Word("parameters").String(text).BlockEndLine();
+        run.texts->mdlWriter->BlockBegin().Word("parameters").String(text).BlockEndLine();
     }
 }
 
@@ -63,24 +65,24 @@ void WriteColor(Export& run, const host::INode& node) {
     if (!node.GetUserPropString("Color", value) || !CheckWord(run, node, "Color", value)) {
         return;
     }
-    run.mdlWriter->BlockBegin().Word("color");
+    run.texts->mdlWriter->BlockBegin().Word("color");
     if (!value.empty()) {
-        run.mdlWriter->Word(value);
+        run.texts->mdlWriter->Word(value);
     }
-    run.mdlWriter->BlockEndLine();
+    run.texts->mdlWriter->BlockEndLine();
 }
 
 }  // namespace
 
 void WriteBoneHeader(Export& run, const eBoneStep& step) {
     const eIkType joint = JointOf(run, step.node);
-    run.bones[static_cast<std::size_t>(step.index)].ikType = joint;
+    run.model->bones[static_cast<std::size_t>(step.index)].ikType = joint;
 
-    run.mdlWriter->BlockBegin().Word("bone");
+    run.texts->mdlWriter->BlockBegin().Word("bone");
     if (joint != kIkNone) {
-        run.mdlWriter->Word(std::ranges::find(kJoints, joint, &eJoint::type)->word);
+        run.texts->mdlWriter->Word(std::ranges::find(kJoints, joint, &eJoint::type)->word);
     }
-    run.mdlWriter->String(step.name).EndLine();
+    run.texts->mdlWriter->String(step.name).EndLine();
     WriteParameters(run, step.node);
     WriteColor(run, step.node);
 }

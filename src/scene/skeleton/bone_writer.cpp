@@ -7,10 +7,13 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "run/run_flags.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_skin.h"
 #include "scene/bones/local_matrix.h"
 #include "scene/bones/lod_nodes.h"
+#include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
@@ -73,8 +76,8 @@ void SettleLocalMatrix(Export& run, eBoneStep& step) {
 }
 
 void TellProgress(Export& run, const eBoneStep& step) {
-    if (run.boneCount > 0 && step.index >= 0) {
-        run.host->ProgressUpdate(static_cast<int>(std::int64_t{100} * step.index / run.boneCount));
+    if (run.model->boneCount > 0 && step.index >= 0) {
+        run.host->ProgressUpdate(static_cast<int>(std::int64_t{100} * step.index / run.model->boneCount));
     }
 }
 
@@ -98,7 +101,7 @@ void ReadGeometry(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
 
 // The bounds of the mesh read so far. A bone that only shows another's mesh has the corner of its object.
 void SettleBounds(Export& run, const eBoneStep& step) {
-    eExportBone& slot = run.bones[static_cast<std::size_t>(step.index)];
+    eExportBone& slot = run.model->bones[static_cast<std::size_t>(step.index)];
     slot.box = {{0, 0, 0}, {0, 0, 0}};
     slot.pivot = {0, 0, 0};
     if (!slot.mesh.frames.empty() && !slot.mesh.frames.front().positions.empty()) {
@@ -119,11 +122,11 @@ void WriteBoneBody(Export& run, const eBoneStep& step) {
     if (step.level == 0) {
         if (run.options.exportIK != 0) {
             WriteIkLimits(run, step.node, step.userProps,
-                          run.bones[static_cast<std::size_t>(step.index)].ikType);
+                          run.model->bones[static_cast<std::size_t>(step.index)].ikType);
         }
         WriteMatrix(run, step.local);
         if (step.node.GetVisibility(run.StaticTime()) < 0.5F) {
-            run.mdlWriter->BlockBegin().Word("visibility").Integer(0).BlockEndLine();
+            run.texts->mdlWriter->BlockBegin().Word("visibility").Integer(0).BlockEndLine();
         }
     }
     SettleBounds(run, step);
@@ -146,11 +149,11 @@ void WritePlace(Export& run, const eBoneStep& step, const host::INode& child) {
     std::string model;
     child.GetUserPropString("Model", model);
     const eName title = eName(CleanNodeName(model, false)).Part(eName::Title);
-    run.defWriter->BlockBegin().Word("place").String(step.name).String(title.Text()).BlockEndLine();
+    run.texts->defWriter->BlockBegin().Word("place").String(step.name).String(title.Text()).BlockEndLine();
 }
 
 bool WriteChild(Export& run, eMeshStage& meshStage, const eBoneStep& step, host::INode& child) {
-    if (run.structureMode && !child.IsGroupMember() && HasUserProp(child, "Model")) {
+    if (run.model->structureMode && !child.IsGroupMember() && HasUserProp(child, "Model")) {
         WritePlace(run, step, child);
         return true;
     }
@@ -218,7 +221,7 @@ bool WriteBone(Export& run, eMeshStage& meshStage, host::INode& node, host::INod
             WriteOwnMesh(run, meshStage, step);
         }
         if (step.isBone && step.level == 0) {
-            run.mdlWriter->BlockEndLine();
+            run.texts->mdlWriter->BlockEndLine();
         }
     }
     if (goesOn && (flags & RootBone) != 0) {

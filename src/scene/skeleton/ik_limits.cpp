@@ -5,6 +5,8 @@
 
 #include "base/number_text.h"
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "scene/export_bone.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/told_values.h"
 
@@ -54,7 +56,7 @@ void WriteIkLimits(Export& run, const host::INode& node, const std::string& user
     }
 
     eLimitValues values{run, node, pairs};
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
     if (hasMin || hasMax) {
         const float min = values.NumberOf("IKMin");
         WriteRange(writer, min, values.NumberOf("IKMax"));

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_properties.h"
 
@@ -43,7 +44,7 @@ void ListItems(const Export& run, host::INode& node, std::string& items) {
     for (int i = 0; kind == eNodeKind::Ordinary && i < node.NumberOfChildren(); ++i) {
         host::INode& child = *node.GetChildNode(i);
         const bool isHiddenBranch = child.IsNodeHidden() && ClassifyNode(child) == eNodeKind::Ordinary;
-        const bool isOtherModel = run.structureMode && HasUserProp(child, "Model");
+        const bool isOtherModel = run.model->structureMode && HasUserProp(child, "Model");
         if (!isHiddenBranch && !isOtherModel) {
             ListItems(run, child, items);
         }

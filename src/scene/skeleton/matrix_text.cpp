@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/master_scale.h"
 
 namespace {
@@ -45,7 +46,7 @@ void WritePoint3(xIo::xSdl::eWriter& writer, const host::Point3& point) {
 }
 
 void WriteMatrix(Export& run, const host::Matrix3& matrix) {
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
     const host::Point3 metres = matrix.GetTrans() * MasterScale(run);
     const bool hasPosition = !IsPositionIdentity(matrix);
     const bool hasRotation = !IsRotationIdentity(matrix);

@@ -7,9 +7,12 @@
 #include "base/user_message.h"
 #include "platform/message_box.h"
 #include "run/export.h"
+#include "run/resource_sets.h"
+#include "run/run_flags.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_instance.h"
 #include "scene/bones/find_skin.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
@@ -20,7 +23,7 @@
 namespace {
 
 eExportBone& SlotOf(Export& run, const eBoneStep& step) {
-    return run.bones[static_cast<std::size_t>(step.index)];
+    return run.model->bones[static_cast<std::size_t>(step.index)];
 }
 
 void TellCommonMesh(Export& run, const char* text, const std::string& name) {
@@ -48,7 +51,8 @@ bool FindSharedMesh(Export& run, eBoneStep& step) {
         return step.meshTarget != nullptr;
     }
     const host::Object* object = step.node.EvalWorldState(run.StaticTime()).obj;
-    host::INode* root = run.commonOwner != nullptr ? run.commonOwner : run.currentRoot;
+    host::INode* root =
+        run.resources->commonOwner != nullptr ? run.resources->commonOwner : run.model->currentRoot;
     step.meshTarget = FindInstance(run, object, *root);
     return true;
 }
@@ -62,7 +66,7 @@ host::INode& MeshOwner(const eBoneStep& step) {
 std::size_t MeshFrames(const Export& run, const host::INode& owner) {
     std::string name;
     const bool isAnimated = owner.GetUserPropString("CommonMesh", name) && name.empty();
-    return isAnimated ? run.frames.MeshFrameCount() : 1;
+    return isAnimated ? run.model->meshFrameCount : 1;
 }
 
 bool FindMergedMesh(Export& run, eBoneStep& step) {
@@ -92,15 +96,16 @@ bool AsksForMesh(const eBoneStep& step) {
 // Shared meshes of a Structure and of the models nested in it go where all of them find them, and so does
 // everything of the Structure itself: it has no other file. A model that stands alone keeps its meshes.
 eExportResourceSet& SetOf(Export& run, const eBoneStep& step) {
-    const bool isCommon = run.commonPending && (run.structureMode || step.meshTarget != nullptr);
-    return isCommon ? run.commonResources : run.modelResources;
+    const bool isCommon =
+        run.resources->commonPending && (run.model->structureMode || step.meshTarget != nullptr);
+    return isCommon ? run.resources->commonResources : run.resources->modelResources;
 }
 
 // A mesh is found by its name alone. Bones of one model have names of their own, but models that share a set
 // may each have a bone of that name.
 void TellTakenName(Export& run, const eBoneStep& step) {
-    const eMeshOwner own{&step.node, run.currentRoot};
-    const auto [entry, isFree] = run.sharedMeshes.owners.try_emplace(step.meshName.Text(), own);
+    const eMeshOwner own{&step.node, run.model->currentRoot};
+    const auto [entry, isFree] = run.model->sharedMeshes.owners.try_emplace(step.meshName.Text(), own);
     if (isFree) {
         return;
     }
@@ -116,12 +121,13 @@ void TellTakenName(Export& run, const eBoneStep& step) {
 }
 
 void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
-    const eExportResourceSet* shared = run.commonPending ? &run.commonResources : &run.modelResources;
+    const eExportResourceSet* shared =
+        run.resources->commonPending ? &run.resources->commonResources : &run.resources->modelResources;
     eMeshFate fate = SlotOf(run, step).isRefused ? eMeshFate::Refused : eMeshFate::Empty;
     if (isWritten) {
         fate = step.targetSet == shared ? eMeshFate::Shared : eMeshFate::Elsewhere;
     }
-    run.sharedMeshes.fates[&step.node] = fate;
+    run.model->sharedMeshes.fates[&step.node] = fate;
 }
 
 }  // namespace
@@ -187,7 +193,7 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
                    slot.node->GetName())
                       .Text());
     }
-    if (isWritten && step.targetSet == &run.commonResources) {
+    if (isWritten && step.targetSet == &run.resources->commonResources) {
         TellTakenName(run, step);
     }
     RememberFate(run, step, isWritten);

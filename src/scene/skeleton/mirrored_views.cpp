@@ -4,13 +4,14 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "scene/current_model.h"
 
 bool IsMirroredAgainst(host::INode& node, host::INode& owner, host::TimeValue t) {
     return (node.GetNodeTM(t) * Inverse(owner.GetNodeTM(t))).Parity() != 0;
 }
 
 void TellMirroredView(Export& run, const host::INode& owner) {
-    if (run.sharedMeshes.toldMirrored.insert(&owner).second) {
+    if (run.model->sharedMeshes.toldMirrored.insert(&owner).second) {
         const auto text =
             format("Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi) % owner.GetName();
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
@@ -21,8 +22,8 @@ void TellMirroredInstances(Export& run) {
     if (run.host->GetCancel()) {
         return;
     }
-    for (const eSharedView& view : run.sharedMeshes.views) {
-        if (view.isInstance && run.sharedMeshes.IsWritten(*view.target) &&
+    for (const eSharedView& view : run.model->sharedMeshes.views) {
+        if (view.isInstance && run.model->sharedMeshes.IsWritten(*view.target) &&
             IsMirroredAgainst(*view.node, *view.target, run.StaticTime())) {
             TellMirroredView(run, *view.target);
         }

@@ -7,7 +7,9 @@
 #include "base/format.h"
 #include "base/user_message.h"
 #include "run/export.h"
+#include "run/run_flags.h"
 #include "scene/bones/skeleton_absence.h"
+#include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_properties.h"
 
@@ -95,8 +97,8 @@ void TellLostFeeds(Export& run, const eSharedMeshes& meshes) {
 }  // namespace
 
 void TellMissingMeshes(Export& run) {
-    const eSharedMeshes meshes = std::move(run.sharedMeshes);
-    run.sharedMeshes = {};
+    const eSharedMeshes meshes = std::move(run.model->sharedMeshes);
+    run.model->sharedMeshes = {};
     if (run.host->GetCancel()) {
         return;
     }

@@ -3,14 +3,16 @@
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/local_matrix.h"
+#include "scene/current_model.h"
 #include "scene/properties/prop_text.h"
+#include "scene/scene_as_read.h"
 #include "scene/skeleton/bone_step.h"
 
 namespace {
 
 void AddSupportPoint(Export& run, const host::INode& node) {
     const host::Point3 point = MatrixInParentBone(node, run.StaticTime()).GetTrans();
-    run.supportPoints[ParentBone(node)].push_back(point);
+    run.model->supportPoints[ParentBone(node)].push_back(point);
 }
 
 }  // namespace
@@ -18,9 +20,9 @@ void AddSupportPoint(Export& run, const host::INode& node) {
 void SortOntoLists(Export& run, const eBoneStep& step) {
     ePropText props(step.userProps);
     if (props.Find("Land")) {
-        run.landPatch = true;
+        run.model->landPatch = true;
     }
-    eExportModel& model = run.models[run.modelIndex];
+    eExportModel& model = run.scene->models[run.model->modelIndex];
     switch (step.kind) {
         case eNodeKind::Volume:
             model.volumes.push_back(&step.node);

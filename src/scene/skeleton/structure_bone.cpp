@@ -2,6 +2,7 @@
 
 #include "base/ansi.h"
 #include "run/export.h"
+#include "run/model_texts.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/text_words.h"
 
@@ -18,7 +19,7 @@ void WriteHold(xIo::xSdl::eWriter& writer, std::string_view value) {
 }  // namespace
 
 void WriteStructureBone(Export& run, const std::string& userProps) {
-    xIo::xSdl::eWriter& writer = *run.defWriter;
+    xIo::xSdl::eWriter& writer = *run.texts->defWriter;
     bool isOpen = false;
     ePropText pair(userProps);
     for (bool more = !userProps.empty(); more; more = pair.Next()) {

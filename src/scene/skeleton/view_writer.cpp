@@ -3,6 +3,9 @@
 #include <string>
 
 #include "run/export.h"
+#include "run/model_texts.h"
+#include "run/resource_sets.h"
+#include "scene/current_model.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/told_values.h"
 #include "scene/skeleton/bone_step.h"
@@ -49,12 +52,13 @@ void WriteMarks(xIo::xSdl::eWriter& writer, const eBoneStep& step) {
 }  // namespace
 
 void WriteView(Export& run, const eBoneStep& step) {
-    xIo::xSdl::eWriter& writer = *run.mdlWriter;
-    const eExportBone& slot = run.bones[static_cast<std::size_t>(step.index)];
-    const bool isCommon = step.meshTarget != nullptr || run.structureMode;
+    xIo::xSdl::eWriter& writer = *run.texts->mdlWriter;
+    const eExportBone& slot = run.model->bones[static_cast<std::size_t>(step.index)];
+    const bool isCommon = step.meshTarget != nullptr || run.model->structureMode;
 
     writer.BlockBegin().Word("view poly");
-    writer.String(isCommon ? run.commonPrefix.Text() + step.meshName.Text() : step.meshName.Text());
+    writer.String(isCommon ? run.resources->commonPrefix.Text() + step.meshName.Text()
+                           : step.meshName.Text());
     if (step.hasDetails || (step.flags & DetailEntry) != 0) {
         WriteLevel(writer, step);
     }
@@ -74,7 +78,7 @@ void WriteView(Export& run, const eBoneStep& step) {
     if (run.options.exportMesh != 0 && (showsOther || step.targetSet == nullptr)) {
         std::string name;
         step.node.GetUserPropString("Mesh", name);
-        run.sharedMeshes.views.push_back(
+        run.model->sharedMeshes.views.push_back(
             {.node = &step.node, .target = step.meshTarget, .isInstance = name.empty()});
     }
 }
