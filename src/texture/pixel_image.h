@@ -17,9 +17,11 @@ struct ePixelImage {
         height = newHeight;
         rgba.resize(std::size_t{4} * newWidth * newHeight);
     }
-    const std::uint8_t* Pixel(std::size_t x, std::size_t y) const {
+    const std::uint8_t* Pixel(std::size_t x, std::size_t y) const& {
         return rgba.data() + 4 * (y * width + x);
     }
+    // The texel would not outlive its picture.
+    const std::uint8_t* Pixel(std::size_t x, std::size_t y) const&& = delete;
 };
 
 // Bytes of a pixel in the source; any other number means R, G, B, A.
