@@ -4,6 +4,7 @@
 
 #include "material/queries/dum_mtl.h"
 #include "material/queries/mapping_channels.h"
+#include "material/queries/shade_context.h"
 #include "material/queries/shade_material.h"
 #include "material/run_materials.h"
 #include "material/textures/bmp_file.h"
@@ -11,6 +12,7 @@
 #include "material/textures/texture_source.h"
 #include "material/write_materials.h"
 #include "run/resource_sets.h"
+#include "scene/scene_lights.h"
 #include "support/export_run.h"
 #include "support/pictures.h"
 #include "support/scene_builder.h"

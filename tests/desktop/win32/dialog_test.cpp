@@ -7,6 +7,7 @@
 #include "base/ansi.h"
 #include "desktop/win32/child_program.h"
 #include "export/dialog_logic.h"
+#include "export/dialog_window.h"
 #include "export/options_file.h"
 #include "platform/folder.h"
 #include "run/export.h"
@@ -161,6 +162,22 @@ TEST_F(Dialog, StepsTheFrameWithinTheRange) {
     EXPECT_EQ(desktop::TextOf(edit), "0");
     desktop::PressButton(dialog, kCancel);
     EXPECT_EQ(program.WaitForEnd(), 0);
+}
+
+// A host whose window was closed under it.
+struct eHostWithoutWindow : standalone::StandaloneHost {
+    using StandaloneHost::StandaloneHost;
+    void* GetMAXHWnd() override { return reinterpret_cast<void*>(std::uintptr_t{1}); }
+};
+
+// Would catch a dialog that the system refuses, and that passes for a cancelled one or ends the process.
+TEST_F(Dialog, ThatCannotBeShownLeavesTheStoredOptions) {
+    eHostWithoutWindow host{standalone::eSceneData()};
+    Export exporter;
+    exporter.host = &host;
+    exporter.options.exportMesh = 1;
+    EXPECT_TRUE(ShowDialogWindow(exporter));
+    EXPECT_EQ(exporter.options.exportMesh, 1);
 }
 
 // The share of the studio is drive T:, which whoever runs the tests provides. Would catch a check by anything
