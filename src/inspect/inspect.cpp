@@ -4,6 +4,7 @@
 
 #include "inspect/animation_view.h"
 #include "inspect/bmp_view.h"
+#include "inspect/copied_picture_view.h"
 #include "inspect/dds_view.h"
 #include "inspect/material_view.h"
 #include "inspect/mesh_view.h"
@@ -47,7 +48,11 @@ eInspection InspectText(const std::string& name, std::span<const std::uint8_t> c
 
 eInspection InspectContent(const std::string& name, std::span<const std::uint8_t> content) {
     eInspection result;
-    if (BeginsWith(content, "EANM")) {
+    if (content.empty()) {
+        result.problem = "the file is empty";
+    } else if (IsCopiedPicture(name, content)) {
+        result.description = DescribeCopiedPicture(content, result.problem);
+    } else if (BeginsWith(content, "EANM")) {
         result.description = DescribeAnimation(content, result.problem);
     } else if (BeginsWith(content, mesh_format::kFileTag)) {
         result.description = DescribeMeshes(content, result.problem);

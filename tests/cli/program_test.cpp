@@ -214,9 +214,17 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     EXPECT_EQ(Run("inspect '" + (folder / "wall.bmp") + "'" + png).exitCode, 0);
     EXPECT_THAT(folder.Read("out.png"), testing::StartsWith("\x89PNG"));
     EXPECT_EQ(Run("inspect '" + (folder / "game") + "'" + png).exitCode, 2);
+    std::string topDown = support::Bmp({1, 1, 3, {1, 2, 3}});
+    topDown.replace(22, 4, "\xFF\xFF\xFF\xFF");
+    folder.Write("copy.bmp", topDown);
+    const eProgramResult copy = Run("inspect --json '" + (folder / "copy.bmp") + "'");
+    EXPECT_EQ(copy.exitCode, 0) << "a picture that the export has only copied: " << copy.errors;
+    EXPECT_EQ(nlohmann::json::parse(copy.output)[0]["height"], 1);
     folder.Write("junk.mesh", "PMSHjunk");
-    EXPECT_EQ(Run("inspect '" + (folder / "junk.mesh") + "'").exitCode, 2);
-    EXPECT_EQ(Run("inspect '" + (folder / "none") + "'").exitCode, 2);
+    folder.Write("cut.bmp", topDown.substr(0, topDown.size() - 2));
+    for (const char* bad : {"junk.mesh", "cut.bmp", "none"}) {
+        EXPECT_EQ(Run("inspect '" + (folder / bad) + "'").exitCode, 2) << bad;
+    }
 }
 
 // Would catch: a converted scene that exports to another model, or has lost the pictures inside the original.
