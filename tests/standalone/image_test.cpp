@@ -32,8 +32,20 @@ TEST(Image, EveryFormatShowsItsTexelsWithVUpward) {
     const support::ePicture turned{2, 2, 3, {0, 0, 255, 255, 255, 255, 255, 0, 0, 0, 255, 0}};
     const std::string topDown =
         support::Patched(support::Bmp(turned), {{22, -2}, {23, -1}, {24, -1}, {25, -1}});
+    // A tile of 16 texels, of which the picture shows the corner.
+    support::ePicture tile{16, 16, 3, std::vector<std::uint8_t>(16 * 16 * 3)};
+    std::ranges::copy_n(kFour.values.begin(), 6, tile.values.begin());
+    std::ranges::copy_n(kFour.values.begin() + 6, 6, tile.values.begin() + 16 * 3);
+    const std::size_t at = 10 + tile.values.size();  // of the fields, 12 bytes each
+    const std::string tiled = support::Patched(support::Tif(tile), {{at + 8, 2},
+                                                                    {at + 20, 2},
+                                                                    {at + 36, 0x42},
+                                                                    {at + 44, 16},
+                                                                    {at + 60, 0x44},
+                                                                    {at + 84, 0x43},
+                                                                    {at + 96, 0x45}});
     for (const std::string& file : {support::Png(kFour), support::Bmp(kFour), support::Tga(kFour), topDown,
-                                    support::Tif(kFour), support::Dds(kFour)}) {
+                                    support::Tif(kFour), tiled, support::Dds(kFour)}) {
         const eDecodedImage decoded = Decode(file);
         ASSERT_NE(decoded.image, nullptr) << decoded.problem;
         EXPECT_FALSE(decoded.image->HasAlpha());

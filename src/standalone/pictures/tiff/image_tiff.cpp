@@ -14,7 +14,7 @@ const char* const kPictureFormats = "png, jpg, tga, bmp, psd, gif, tif, dds";
 
 namespace {
 
-// A file in memory as the library reads it; notes when it asks for bytes behind the end.
+// A file in memory as the library reads it; notes when it reads bytes behind the end.
 struct eSource {
     std::span<const std::uint8_t> file;
     std::uint64_t position = 0;
@@ -58,6 +58,16 @@ toff_t Size(thandle_t handle) {
     return SourceOf(handle).file.size();
 }
 
+// Lends the whole file.
+int Map(thandle_t handle, void** data, toff_t* size) {
+    const eSource& source = SourceOf(handle);
+    *data = const_cast<std::uint8_t*>(source.file.data());
+    *size = source.file.size();
+    return 1;
+}
+
+void Unmap(thandle_t, void*, toff_t) {}
+
 // The library would write its remarks to the terminal.
 int Ignore(TIFF*, void*, const char*, const char*, va_list) {
     return 1;
@@ -66,15 +76,25 @@ int Ignore(TIFF*, void*, const char*, const char*, va_list) {
 using eTiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
 
 // `mostBytes`: what the library may take in one piece, whatever the file claims.
-eTiff Open(eSource& source, std::size_t mostBytes) {
+eTiff Open(eSource& source, std::size_t mostBytes, const char* mode) {
     const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(TIFFOpenOptionsAlloc(),
                                                                                    TIFFOpenOptionsFree);
     TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), static_cast<tmsize_t>(mostBytes));
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), Ignore, nullptr);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), Ignore, nullptr);
-    return {
-        TIFFClientOpenExt("", "rm", &source, Read, Write, Seek, Close, Size, nullptr, nullptr, options.get()),
-        TIFFClose};
+    return {TIFFClientOpenExt("", mode, &source, Read, Write, Seek, Close, Size, Map, Unmap, options.get()),
+            TIFFClose};
+}
+
+// Reads, so that a file that ends early is known; but a tile that is read into a buffer of a rounded length
+// passes for one of a wrong length.
+eTiff Open(eSource& source, std::size_t mostBytes) {
+    eTiff tiff = Open(source, mostBytes, "rm");
+    if (tiff != nullptr && TIFFIsTiled(tiff.get()) != 0) {
+        source.position = 0;
+        tiff = Open(source, mostBytes, "r");
+    }
+    return tiff;
 }
 
 struct eLayout {
