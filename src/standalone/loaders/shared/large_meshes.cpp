@@ -58,10 +58,36 @@ std::size_t WeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
     return known.size();
 }
 
-// A mesh of few vertices needs no count: each of them is welded from at most as many corners as it has.
+// Corners are numbered through: three of a face.
+bool HaveOneVertex(const host::Mesh& mesh, std::uint32_t a, std::uint32_t b) {
+    return std::ranges::all_of(mesh.maps,
+                               [&](const host::MapChannel& channel) {
+                                   return channel.faces[a / 3].t[a % 3] == channel.faces[b / 3].t[b % 3];
+                               }) &&
+           (!mesh.specifiedNormals ||
+            mesh.specifiedNormals->faceNormals[a] == mesh.specifiedNormals->faceNormals[b]);
+}
+
+// At least as many as WeldedVertices, by the numbers alone, and most often the same: the corner that is met
+// first at a vertex stands for those with its numbers, and each of the others counts.
+std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
+    constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    std::vector<std::uint32_t> first(mesh.verts.size(), kNone);
+    std::size_t count = 0;
+    for (const std::uint32_t face : faces) {
+        for (std::uint32_t corner = 3 * face; corner < 3 * face + 3; ++corner) {
+            std::uint32_t& known = first[mesh.faces[face].v[corner % 3]];
+            count += known == kNone || !HaveOneVertex(mesh, known, corner) ? 1 : 0;
+            known = known == kNone ? corner : known;
+        }
+    }
+    return count;
+}
+
 bool Fits(const host::Mesh& mesh, const eFaces& faces) {
     return faces.size() <= kMostTriangles &&
-           (3 * faces.size() <= kMostVertices || WeldedVertices(mesh, faces) <= kMostVertices);
+           (3 * faces.size() <= kMostVertices || MostWeldedVertices(mesh, faces) <= kMostVertices ||
+            WeldedVertices(mesh, faces) <= kMostVertices);
 }
 
 host::Point3 Middle(const host::Mesh& mesh, std::uint32_t face) {
