@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "cli/completion_command.h"
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
 #include "cli/export_command.h"
@@ -31,6 +32,7 @@ int RunProgram(std::vector<std::string> arguments) {
     AddPakCommand(program, action);
     AddOptionsCommand(program, action);
     AddPropertiesCommand(program, action);
+    AddCompletionCommand(program, action);
     // The parser takes them from the back.
     std::ranges::reverse(arguments);
     try {

@@ -227,6 +227,16 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     }
 }
 
+// Would catch: a completion that a shell refuses, and flags of another command.
+TEST_F(Program, CompletesCommandsAndFlags) {
+    const std::string script = folder / "completion";
+    const std::string ask = "completion bash > '" + script + "'; bash -c 'source \"$0\"; " +
+                            "COMP_WORDS=(zyrexport export --re); COMP_CWORD=2; _zyrexport; " +
+                            "printf \"%s \" \"${COMPREPLY[@]}\"' '" + script + "'";
+    EXPECT_EQ(Run(ask).output, "--resource-root --report ");
+    EXPECT_EQ(Run("completion csh").exitCode, 2);
+}
+
 // Would catch: a converted scene that exports to another model, or has lost the pictures inside the original.
 TEST_F(Program, ConvertsToAnEqualScene) {
     const auto exported = [&](const std::string& scene) {
