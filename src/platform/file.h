@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "platform/io_status.h"
@@ -16,16 +17,18 @@ enum class eFileAccess {
     WriteNew,  // reading and writing; created if missing, cut to length 0
 };
 
+class eOpenFile;
+
 class eFile {
 public:
-    eFile() = default;
+    eFile();
     eFile(const eFile&) = delete;
     eFile& operator=(const eFile&) = delete;
     ~eFile();  // closes; whoever wrote calls Close before and looks at its result
 
     // Other processes may read and write the file meanwhile. Writing obeys the write fence.
     eIoStatus Open(std::string_view path, eFileAccess access, ePathForm form = ePathForm::Resource);
-    bool IsOpen() const { return handle != closedHandle; }
+    bool IsOpen() const { return file != nullptr; }
     eIoStatus Close();
 
     // Reads up to count bytes; got is less than count only at the end of the file or on an error.
@@ -40,8 +43,7 @@ public:
     eIoStatus Sync();
 
 private:
-    static constexpr std::intptr_t closedHandle = -1;
-    std::intptr_t handle = closedHandle;  // file descriptor or HANDLE
+    std::unique_ptr<eOpenFile> file;  // of the layer in use when it was opened
 };
 
 // Gives the file the name target, replacing what stands there in one step, and writes the change of name

@@ -24,9 +24,6 @@ std::string NativeJoin(const std::string& folder, std::string_view name);
 // The folder that holds the name: the path before its last slash.
 std::string NativeParent(const std::string& native);
 
-// Makes one folder, whatever the fence says. Reason Exists if the name is taken already.
-eIoStatus MakeNativeFolder(const std::string& native);
-
 // The path in the one spelling that all spellings have in common, where the disk does not look at case.
 std::string NativeCaseKey(const std::string& native);
 

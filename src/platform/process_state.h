@@ -1,6 +1,7 @@
 // What a process has set for all operations of this module: who shows its boxes, who keeps a record of its
-// files, where drives lie, what may be written. It stands in one record because a plug-in module has a copy
-// of this code of its own, and works with the record of the program that has loaded it.
+// files, which files it works on, where drives lie, what may be written. It stands in one record because a
+// plug-in module has a copy of this code of its own, and works with the record of the program that has loaded
+// it.
 #pragma once
 
 #include <map>
@@ -13,6 +14,8 @@
 
 namespace platform {
 
+class eFileLayer;
+
 struct eWriteRoot {
     std::string path;
     ePathForm form = ePathForm::Resource;
@@ -21,6 +24,7 @@ struct eWriteRoot {
 struct eProcessState {
     eMessageBoxSink messageBoxSink;
     eFileObserver fileObserver;
+    eFileLayer* fileLayer = nullptr;     // null: the disk
     std::map<char, std::string> drives;  // native folder by lower-case letter
     std::vector<eWriteRoot> writeRoots;
 };

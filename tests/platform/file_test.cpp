@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "base/ansi.h"
-#include "platform/file_time.h"
 #include "platform/folder.h"
 #include "support/temp_folder.h"
 
@@ -57,18 +56,6 @@ TEST(Folder, ListsInByteOrderWithoutForeignNames) {
     EXPECT_FALSE(entries[1].isFolder);
     EXPECT_EQ(entries[2].name, "Я"_ansi);
     EXPECT_EQ(platform::ListFolder(folder / "absent", entries).reason, eIoReason::NotFound);
-}
-
-TEST(FileTime, MovesToNow) {
-    const support::eTempFolder folder;
-    folder.Write("old", "");
-    folder.Write("new", "");
-    std::filesystem::last_write_time(folder / "old",
-                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(24));
-    EXPECT_LT(*platform::LastWriteTime(folder / "OLD"), *platform::LastWriteTime(folder / "new"));
-    EXPECT_TRUE(platform::SetLastWriteTimeToNow(folder / "old").IsOk());
-    EXPECT_GE(*platform::LastWriteTime(folder / "old"), *platform::LastWriteTime(folder / "new"));
-    EXPECT_FALSE(platform::LastWriteTime(folder / "absent"));
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+#include "platform/file_time.h"
+
+#include <string>
+
+#include "platform/file_layer.h"
+#include "platform/native_path.h"
+
+namespace platform {
+
+std::optional<std::int64_t> LastWriteTime(std::string_view path, ePathForm form) {
+    std::string native;
+    return MakeNative(path, form, native).IsOk() ? Files().LastWriteTime(native) : std::nullopt;
+}
+
+}  // namespace platform

@@ -1,0 +1,239 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <vector>
+
+#include "platform/file_events.h"
+#include "platform/file_layer.h"
+#include "platform/native_path.h"
+#include "platform/path_lookup.h"
+#include "platform/posix/errno_status.h"
+#include "platform/posix/folder_names.h"
+
+namespace platform {
+namespace {
+
+int OpenFlags(eFileAccess access) {
+    // Not to wait for the other end, should the name turn out to be a pipe.
+    constexpr int always = O_CLOEXEC | O_NONBLOCK;
+    switch (access) {
+        case eFileAccess::Read:
+            return always | O_RDONLY;
+        case eFileAccess::Write:
+            return always | O_RDWR | O_CREAT;
+        case eFileAccess::WriteNew:
+            return always | O_RDWR | O_CREAT | O_TRUNC;
+    }
+    return always | O_RDONLY;
+}
+
+// A write beyond the file size limit is to fail like one on a full disk, not to end the process.
+void TurnSizeLimitIntoError() {
+    static const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(previous);
+}
+
+// A resource is a file with an end: a scene that names a device or a pipe must not make the run read for
+// ever.
+bool IsResourceFile(int descriptor, const std::string& native) {
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && (S_ISREG(status.st_mode) || IsNullDevice(native));
+}
+
+bool IsFolderDescriptor(int descriptor) {
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// The name is replaced and complete whether this succeeds or not; should the power fail before, the old file
+// stands there, which is complete too. So there is nothing to tell.
+void WriteFolderThrough(const std::string& folder) {
+    const int descriptor = ::open(folder.empty() ? "/" : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+bool IsNativeFolder(const std::string& native) {
+    struct stat status;
+    return ::lstat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+eIoStatus RemoveFileNatively(const std::string& native) {
+    const eIoStatus status = StatusOf(::unlink(native.c_str()));
+    if (status.IsOk()) {
+        TellFileEvent(eFileAction::Deleted, native, ePathForm::Native);
+    }
+    return status;
+}
+
+eIoStatus RemoveNatively(const std::string& native) {
+    if (!IsNativeFolder(native)) {
+        return RemoveFileNatively(native);
+    }
+    std::vector<std::string> names;
+    eIoStatus status = ListNames(native, names);
+    for (std::size_t index = 0; status.IsOk() && index < names.size(); ++index) {
+        status = RemoveNatively(NativeJoin(native, names[index]));
+    }
+    return status.IsOk() ? StatusOf(::rmdir(native.c_str())) : status;
+}
+
+class eDiskFile : public eOpenFile {
+public:
+    explicit eDiskFile(int fileDescriptor) : descriptor(fileDescriptor) {}
+    ~eDiskFile() override { eDiskFile::Close(); }
+    eDiskFile(const eDiskFile&) = delete;
+    eDiskFile& operator=(const eDiskFile&) = delete;
+
+    eIoStatus Close() override;
+    eIoStatus Read(void* data, std::size_t count, std::size_t& got) override;
+    eIoStatus Write(const void* data, std::size_t count) override;
+    eIoStatus Seek(std::int64_t position) override;
+    eIoStatus Truncate(std::int64_t length) override;
+    eIoStatus Length(std::int64_t& length) const override;
+    eIoStatus Sync() override;
+
+private:
+    static constexpr int closedDescriptor = -1;
+    int descriptor;
+};
+
+eIoStatus eDiskFile::Close() {
+    if (descriptor == closedDescriptor) {
+        return {};
+    }
+    // The descriptor is gone even when close reports a signal.
+    const int result = ::close(descriptor);
+    descriptor = closedDescriptor;
+    return result == 0 || errno == EINTR ? eIoStatus{} : StatusFromErrno(errno);
+}
+
+eIoStatus eDiskFile::Read(void* data, std::size_t count, std::size_t& got) {
+    for (got = 0; got < count;) {
+        const ssize_t piece = ::read(descriptor, static_cast<char*>(data) + got, count - got);
+        if (piece == 0) {
+            break;
+        }
+        if (piece > 0) {
+            got += static_cast<std::size_t>(piece);
+        } else if (errno != EINTR) {
+            return StatusFromErrno(errno);
+        }
+    }
+    return {};
+}
+
+eIoStatus eDiskFile::Write(const void* data, std::size_t count) {
+    for (std::size_t done = 0; done < count;) {
+        const ssize_t piece = ::write(descriptor, static_cast<const char*>(data) + done, count - done);
+        if (piece > 0) {
+            done += static_cast<std::size_t>(piece);
+        } else if (piece == 0) {
+            return StatusFromErrno(ENOSPC);
+        } else if (errno != EINTR) {
+            return StatusFromErrno(errno);
+        }
+    }
+    return {};
+}
+
+eIoStatus eDiskFile::Seek(std::int64_t position) {
+    return ::lseek(descriptor, position, SEEK_SET) >= 0 ? eIoStatus{} : StatusFromErrno(errno);
+}
+
+eIoStatus eDiskFile::Truncate(std::int64_t length) {
+    return StatusOf(::ftruncate(descriptor, length));
+}
+
+eIoStatus eDiskFile::Length(std::int64_t& length) const {
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0) {
+        length = 0;
+        return StatusFromErrno(errno);
+    }
+    length = status.st_size;
+    return {};
+}
+
+eIoStatus eDiskFile::Sync() {
+    // Some file systems know no such request; they write when they want, and nothing has failed.
+    const bool done = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
+    return done ? eIoStatus{} : StatusFromErrno(errno);
+}
+
+class eDiskLayer : public eFileLayer {
+public:
+    eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
+                   std::unique_ptr<eOpenFile>& file) override;
+    eIoStatus Rename(const std::string& source, const std::string& target) override;
+    eIoStatus MakeFolder(const std::string& native) override {
+        return StatusOf(::mkdir(native.c_str(), 0777));
+    }
+    eIoStatus Remove(const std::string& native) override { return RemoveNatively(native); }
+    eEntryKind KindOf(const std::string& native) const override;
+    std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
+    eIoStatus CheckFolder(const std::string& native) const override {
+        // With the slash a file is told as no folder.
+        return StatusOf(::access((native + "/").c_str(), W_OK | X_OK));
+    }
+};
+
+eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathForm form,
+                           std::unique_ptr<eOpenFile>& file) {
+    if (access != eFileAccess::Read) {
+        TurnSizeLimitIntoError();
+    }
+    const int descriptor = ::open(native.c_str(), OpenFlags(access), 0666);
+    if (descriptor < 0) {
+        return StatusFromErrno(errno);
+    }
+    const bool refused =
+        form == ePathForm::Resource ? !IsResourceFile(descriptor, native) : IsFolderDescriptor(descriptor);
+    if (refused) {
+        ::close(descriptor);
+        return StatusFromErrno(EACCES);
+    }
+    // Reads from a pipe that the user has named wait for its data.
+    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    file = std::make_unique<eDiskFile>(descriptor);
+    return {};
+}
+
+eIoStatus eDiskLayer::Rename(const std::string& source, const std::string& target) {
+    const eIoStatus status = StatusOf(std::rename(source.c_str(), target.c_str()));
+    if (status.IsOk()) {
+        WriteFolderThrough(NativeParent(target));
+    }
+    return status;
+}
+
+eEntryKind eDiskLayer::KindOf(const std::string& native) const {
+    struct stat status;
+    if (::stat(native.c_str(), &status) != 0) {
+        return eEntryKind::None;
+    }
+    return S_ISDIR(status.st_mode) ? eEntryKind::Folder : eEntryKind::File;
+}
+
+std::optional<std::int64_t> eDiskLayer::LastWriteTime(const std::string& native) const {
+    struct stat status;
+    if (::stat(native.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
+}
+
+}  // namespace
+
+eFileLayer& DiskLayer() {
+    static eDiskLayer layer;
+    return layer;
+}
+
+}  // namespace platform
