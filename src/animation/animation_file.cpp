@@ -16,6 +16,7 @@
 #include "run/export.h"
 #include "run/model_texts.h"
 #include "scene/current_model.h"
+#include "scene/run_journal.h"
 
 namespace {
 
@@ -244,6 +245,9 @@ void WriteAnimationFile(Export& run, std::size_t index) {
             path, xIo::streamRead | xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt)) {
         run.texts->anmStream.reset();
         return;
+    }
+    if (eFileNote* const note = NoteFile(run, path, eFileRule::EveryRun)) {
+        note->animation = animation.name;
     }
     eAnimationWriter writer{.run = run, .animation = animation, .stream = *run.texts->anmStream};
     WriteHead(writer);

@@ -12,6 +12,7 @@
 #include "run/model_texts.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
+#include "scene/run_journal.h"
 #include "scene/skeleton/matrix_text.h"
 
 namespace {
@@ -155,6 +156,9 @@ void SampleNode(Export& run, host::INode& node) {
     for (const eExportAnimation& animation : run.motion->animations) {
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
             SampleAnimation(sampler, animation);
+            if (eNodeNote* const note = NoteOf(run, node)) {
+                note->animations.push_back(animation.name);
+            }
         }
     }
 }

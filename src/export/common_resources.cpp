@@ -35,7 +35,7 @@ void ResumeCommonResources(Export& run) {
 
 void CompleteCommonResources(Export& run) {
     if (run.options.exportMesh != 0) {
-        WriteResourceSet(run.resources->commonResources, run.resources->commonFolder);
+        WriteResourceSet(run, run.resources->commonResources, run.resources->commonFolder);
     }
     run.resources->commonPending = false;
     run.resources->commonOwner = nullptr;

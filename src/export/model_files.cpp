@@ -13,6 +13,7 @@
 #include "run/export.h"
 #include "run/model_texts.h"
 #include "scene/current_model.h"
+#include "scene/run_journal.h"
 
 namespace {
 
@@ -22,9 +23,21 @@ eName AnimationListPath(const Export& run) {
     return run.model->modelFolder / "anim.txt";
 }
 
-eName EntityPath(const Export& run) {
+eName EntityPath(Export& run) {
     const eName path = eName(run.model->basePath).Append(".def");
-    return run.options.exportMesh != 0 && !PathExists(path) ? path : kNullDevice;
+    const bool isThere = PathExists(path);
+    if (run.options.exportMesh != 0) {
+        NoteFile(run, path, isThere ? eFileRule::IsThere : eFileRule::FirstRunOnly);
+    }
+    return run.options.exportMesh != 0 && !isThere ? path : kNullDevice;
+}
+
+eName ModelTextPath(Export& run) {
+    const eName path = eName(run.model->basePath).Append(".mdl");
+    if (run.options.exportMesh != 0) {
+        NoteFile(run, path, eFileRule::EveryRun);
+    }
+    return run.options.exportMesh != 0 ? path : kNullDevice;
 }
 
 void RemoveAnimationList(const Export& run) {
@@ -43,8 +56,7 @@ eModelFiles::~eModelFiles() {
 
 void eModelFiles::OpenModelText() {
     run.texts->mdlWriter = std::make_unique<xIo::xSdl::eWriter>();
-    run.texts->mdlWriter->OpenFile(run.options.exportMesh != 0 ? eName(run.model->basePath).Append(".mdl")
-                                                               : kNullDevice);
+    run.texts->mdlWriter->OpenFile(ModelTextPath(run));
     WriteMdlHeader(run);
 }
 
@@ -80,7 +92,9 @@ void eModelFiles::WriteAnimations() {
     }
     WriteAnimationFiles(run);
     run.texts->animWriter.reset();
-    if (run.motion->animations.empty()) {
+    const bool isListed = !run.motion->animations.empty();
+    NoteFile(run, AnimationListPath(run), isListed ? eFileRule::EveryRun : eFileRule::NoAnimations);
+    if (!isListed) {
         RemoveAnimationList(run);
     }
     run.modelReports[run.model->modelIndex].animations =

@@ -14,6 +14,7 @@
 #include "scene/bones/nested_structure.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
+#include "scene/run_journal.h"
 
 namespace {
 
@@ -64,14 +65,17 @@ void SettleCommonFolder(Export& run) {
 bool SettleFolders(Export& run) {
     std::string model;
     if (!run.model->currentRoot->GetUserPropString("Model", model)) {
+        NoteLeftOut(run, *run.model->currentRoot, eLeftOut::NoModel);
         return false;
     }
     if (!IsFromTheRoot(run, model)) {
+        NoteLeftOut(run, *run.model->currentRoot, eLeftOut::ModelRefused);
         return false;
     }
     run.model->modelFolder = run.options.resourceRoot / CleanNodeName(model, false);
     run.model->basePath = run.model->modelFolder / run.model->modelFolder.Part(eName::Title);
     if (!IsInsideFence(run)) {
+        NoteLeftOut(run, *run.model->currentRoot, eLeftOut::ModelRefused);
         return false;
     }
     CreateFolders(run.model->modelFolder);

@@ -13,6 +13,7 @@
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
+#include "scene/run_journal.h"
 #include "scene/scene_as_read.h"
 
 namespace {
@@ -50,6 +51,7 @@ void BeginReport(Export& run) {
 void ExportModel(Export& run) {
     BeginModel(run);
     if (!NumberBones(run)) {
+        NoteLeftOut(run, *run.model->currentRoot, eLeftOut::ModelRefused);
         return;
     }
     ClearModel(run);
@@ -68,7 +70,7 @@ void ExportModel(Export& run) {
     files.CloseTexts();
     files.WriteAnimations();
     if (!run.model->structureMode && run.options.exportMesh != 0) {
-        WriteResourceSet(run.resources->modelResources, run.model->modelFolder);
+        WriteResourceSet(run, run.resources->modelResources, run.model->modelFolder);
     }
     run.modelReports[run.model->modelIndex].skipped = false;
 }

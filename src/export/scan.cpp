@@ -9,12 +9,14 @@
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
+#include "scene/run_journal.h"
 #include "scene/scene_as_read.h"
 
 namespace {
 
 void ScanRoot(Export& run, host::INode& root) {
     if (root.IsNodeHidden() || GetLodLevel(root) != 0) {
+        NoteLeftOut(run, root, root.IsNodeHidden() ? eLeftOut::Hidden : eLeftOut::DetailRoot);
         return;
     }
     run.model->structureMode = HasUserProp(root, "Structure");
@@ -23,7 +25,9 @@ void ScanRoot(Export& run, host::INode& root) {
         int number = 0;
         hasError = CollectBones(run, root, number, true);
     }
-    if (!hasError) {
+    if (hasError) {
+        NoteLeftOut(run, root, eLeftOut::ModelRefused);
+    } else {
         AddModel(run, root);
     }
     run.model->structureMode = false;

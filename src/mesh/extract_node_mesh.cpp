@@ -13,6 +13,7 @@
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
+#include "scene/run_journal.h"
 
 namespace {
 
@@ -46,6 +47,7 @@ void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
     }
     run.model->meshFrame = 0;
     const eExportMeshFrame& firstFrame = bone->mesh.frames.front();
+    const std::size_t facesBefore = bone->mesh.faces.size();
     const eFrameExtent begin = ExtentOf(firstFrame);
     ExtractMesh(run, node, run.StaticTime(), commonTarget);
     const eFrameExtent end = ExtentOf(firstFrame);
@@ -54,6 +56,10 @@ void ReadGeometry(Export& run, host::INode& node, host::INode* commonTarget) {
         return;
     }
     const host::INode& owner = commonTarget != nullptr ? *commonTarget : OutOfGroup(node);
+    if (eNodeNote* const note = NoteOf(run, node)) {
+        note->fedMesh = &owner;
+        note->faces = static_cast<int>(bone->mesh.faces.size() - facesBefore);
+    }
     if (run.options.exportAnimation != 0 && &owner != &node) {
         TellFeederMotion(run, node, owner, bone->mesh.frames.size() > 1);
     }

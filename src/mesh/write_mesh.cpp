@@ -6,6 +6,7 @@
 #include "base/ansi.h"
 #include "base/format.h"
 #include "base/user_message.h"
+#include "material/queries/material_queries.h"
 #include "mesh/build/bone_palettes.h"
 #include "mesh/build/finite_frames.h"
 #include "mesh/build/finite_vertex.h"
@@ -25,6 +26,7 @@
 #include "scene/bones/find_skin.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
+#include "scene/run_journal.h"
 #include "scene/skeleton/mirrored_views.h"
 
 namespace {
@@ -110,6 +112,15 @@ void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
     ShowWarning(run.host->GetMAXHWnd(), Named(text, bone));
 }
 
+void NoteSubMeshes(Export& run, const eExportBone& bone, const eSubMeshes& subMeshes) {
+    if (eNodeNote* const note = NoteOf(run, *bone.node)) {
+        for (const eExportSubMesh& subMesh : subMeshes.list) {
+            note->subMeshes.push_back(
+                {GetMaterialName(subMesh.material), subMesh.palette, subMesh.triangleCount});
+        }
+    }
+}
+
 void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
                    bool skinned) {
     TellStraySkinBones(run, bone);
@@ -124,6 +135,7 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
     if (run.meshOrderObserver) {
         run.meshOrderObserver(MeasureOrder(CleanNodeName(bone.node->GetName(), true), assembly, subMeshes));
     }
+    NoteSubMeshes(run, bone, subMeshes);
     eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices);
     bone.vertexCount = static_cast<int>(mesh.vertices.size());
     WriteMeshBody(run, stream,

@@ -16,6 +16,7 @@ struct eMeshOrder;
 struct eModelMotion;
 struct eModelTexts;
 struct eResourceSets;
+struct eRunJournal;
 struct eRunMaterials;
 struct eSceneAsRead;
 struct eWaitingCommonSet;
@@ -42,6 +43,7 @@ public:
     eOptionsDialog optionsDialog;
     // Set by whoever wants to know.
     eMeshOrderObserver meshOrderObserver;
+    eRunJournal* journal = nullptr;  // run_journal.h; null: nobody asks why
 
     // The host and what the run read from it at its start.
     host::Interface* host = nullptr;

@@ -20,6 +20,7 @@
 #include "platform/file_time.h"
 #include "platform/folder.h"
 #include "run/export.h"
+#include "scene/run_journal.h"
 #include "texture/compress_image.h"
 
 namespace {
@@ -46,6 +47,13 @@ struct eTextureRequest {
                 (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()))
             .Text();
     }
+    // What decides about the file; the first of the reasons stays.
+    void Note(eFileRule rule, const std::string& source = {}) const {
+        if (eFileNote* const note = NoteFile(run, texture.file, rule)) {
+            note->materials.push_back(GetMaterialName(material));
+            note->source = source;
+        }
+    }
     void Tell(const std::string& file, const char* what) const {
         const auto text = format("Текстура '%s' %s %s"_ansi) % file % Owner() % what;
         ShowWarning(run.host->GetMAXHWnd(), text.Text());
@@ -58,12 +66,19 @@ struct eTextureRequest {
     }
 };
 
-// An empty file, as a refused normal map leaves it and as a power cut may, is no texture, whatever its time.
-bool IsUpToDate(const std::string& source, const std::string& target) {
+bool HasContent(const std::string& path) {
     platform::eFile file;
     std::int64_t length = 0;
-    return !IsNewer(source, target) && !platform::IsFolder(target) &&
-           file.Open(target, platform::eFileAccess::Read).IsOk() && file.Length(length).IsOk() && length > 0;
+    return !platform::IsFolder(path) && file.Open(path, platform::eFileAccess::Read).IsOk() &&
+           file.Length(length).IsOk() && length > 0;
+}
+
+// An empty file, as a refused normal map leaves it and as a power cut may, is no texture, whatever its time.
+eFileRule RuleOfTimes(const std::string& source, const std::string& target) {
+    if (IsNewer(source, target)) {
+        return platform::LastWriteTime(target) ? eFileRule::SourceNewer : eFileRule::TargetMissing;
+    }
+    return HasContent(target) ? eFileRule::UpToDate : eFileRule::TargetEmpty;
 }
 
 // Takes the size and the depth of the picture from its file; false if it can't be read.
@@ -126,14 +141,18 @@ std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTextureP
     map.LoadMapFiles(request.time);
     plan.source = FirstMapFile(map, false);
     if (!platform::LastWriteTime(plan.source)) {
+        request.Note(eFileRule::SourceMissing, FirstMapFile(map, true));
         WarnMissing(request, map);
         return std::nullopt;
     }
     const std::string& target = request.texture.file.Text();
-    const bool isKept = IsUpToDate(plan.source, target);
+    const eFileRule rule = RuleOfTimes(plan.source, target);
+    const bool isKept = rule == eFileRule::UpToDate;
     if (!isKept && !IsUsable(request, plan)) {
+        request.Note(eFileRule::SourceBroken, plan.source);
         return std::nullopt;
     }
+    request.Note(rule, plan.source);
     if (request.texture.isCopied) {
         TellCopy(request, plan);
     }
@@ -152,11 +171,16 @@ std::optional<eTexturePlan> PlanTexture(const eTextureRequest& request, int widt
     plan.picture.width = width;
     plan.picture.height = height;
     if (plan.picture.map == nullptr) {
+        request.Note(eFileRule::PlainColor);
         plan.picture.width = kPlainColorSide;
         plan.picture.height = kPlainColorSide;
         return plan;
     }
-    return plan.picture.map->ClassID() == host::kBitmapClass ? PlanBitmap(request, std::move(plan)) : plan;
+    if (plan.picture.map->ClassID() == host::kBitmapClass) {
+        return PlanBitmap(request, std::move(plan));
+    }
+    request.Note(eFileRule::Procedural);
+    return plan;
 }
 
 // False for a map of the whole material on a mesh without map coordinates, which settle the size.

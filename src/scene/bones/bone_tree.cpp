@@ -14,6 +14,7 @@
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
+#include "scene/run_journal.h"
 #include "scene/scene_as_read.h"
 
 namespace {
@@ -204,6 +205,7 @@ void ForgetBoneNumbers(Export& run) {
 
 void AddModel(Export& run, host::INode& root) {
     if (!host::HasUserPropString(root, "Model") && !host::HasUserPropString(root, "XModel")) {
+        NoteLeftOut(run, root, eLeftOut::NoModel);
         ShowError(
             run.host->GetMAXHWnd(),
             (format("В кости '%s' должно быть указано 'Model' или 'XModel'!"_ansi) % root.GetName()).Text());

@@ -22,6 +22,14 @@ constexpr eKindKey kKindKeys[] = {
     {"Preview", eNodeKind::Preview},
 };
 
+std::string PairText(const ePropText& pair) {
+    std::string text(pair.Key());
+    if (!pair.Value().empty()) {
+        text.append("=").append(pair.Value());
+    }
+    return text;
+}
+
 eNodeKind KindOfObject(const host::Object* object) {
     if (object == nullptr) {
         return eNodeKind::Ordinary;
@@ -42,10 +50,13 @@ eNodeKind ClassifyNode(host::INode& node) {
     return ClassifyNode(node, NormalizeUserProps(node, false));
 }
 
-eNodeKind ClassifyNode(host::INode& node, const std::string& userProps) {
+eNodeKind ClassifyNode(host::INode& node, const std::string& userProps, std::string* decidedBy) {
     ePropText pairs(userProps);
     for (const eKindKey& entry : kKindKeys) {
         if (pairs.Find(entry.key)) {
+            if (decidedBy != nullptr) {
+                *decidedBy = PairText(pairs);
+            }
             return entry.kind;
         }
     }

@@ -21,8 +21,9 @@ enum class eNodeKind {
 
 // Properties go before the object, which is looked at evaluated at time 0.
 eNodeKind ClassifyNode(host::INode& node);
-// The same for a caller that has the node's text of NormalizeUserProps at hand.
-eNodeKind ClassifyNode(host::INode& node, const std::string& userProps);
+// The same for a caller that has the node's text of NormalizeUserProps at hand. `decidedBy` gets the property
+// that decided, as the text has it; it stays as it is where the object decides.
+eNodeKind ClassifyNode(host::INode& node, const std::string& userProps, std::string* decidedBy = nullptr);
 
 // True if the node shows lines, which have no faces: at time 0.
 bool IsShape(host::INode& node);

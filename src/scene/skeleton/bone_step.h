@@ -6,6 +6,7 @@
 #include "host/values.h"
 #include "io/name.h"
 #include "scene/properties/node_kind.h"
+#include "scene/run_journal.h"
 
 struct eExportResourceSet;
 
@@ -32,11 +33,13 @@ struct eBoneStep {
     bool isLoneNode;        // ordinary, but neither a bone nor part of a group
     std::string name;       // cleaned
     std::string userProps;  // the node's text of NormalizeUserProps
+    std::string decidedBy;  // the property that made it what it is; empty: its object
 
     host::INode* meshTarget = nullptr;        // whose mesh the view shows; null: its own
     host::INode* commonNode = nullptr;        // whose merged mesh the node feeds
     eName meshName{};                         // of meshTarget or the node
-    bool isMeshWanted = false;                // the node asks for a mesh, its own or another's
+    const char* wishedBy = nullptr;           // the property by which the node asks for a mesh
+    eMeshWish wish = eMeshWish::None;         // for a mesh, its own or another's
     eExportResourceSet* targetSet = nullptr;  // where the mesh of the slot is written; null: not by this call
     host::Matrix3 local{};                    // against the parent bone, scene units
     bool hasDetails = false;                  // the view has levels of detail

@@ -18,6 +18,7 @@
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
+#include "scene/run_journal.h"
 #include "scene/skeleton/bone_header.h"
 #include "scene/skeleton/ik_limits.h"
 #include "scene/skeleton/left_out.h"
@@ -25,6 +26,7 @@
 #include "scene/skeleton/mesh_source.h"
 #include "scene/skeleton/mesh_stage.h"
 #include "scene/skeleton/side_lists.h"
+#include "scene/skeleton/step_notes.h"
 #include "scene/skeleton/structure_bone.h"
 #include "scene/skeleton/view_writer.h"
 
@@ -35,7 +37,8 @@ eBoneStep LookAt(Export& run, host::INode& node, host::INode* commonTarget, std:
     const bool isMember = node.IsGroupMember();
     std::string name = CleanNodeName(node.GetName(), true);
     std::string userProps = NormalizeUserProps(node, false);
-    const eNodeKind kind = ClassifyNode(node, userProps);
+    std::string decidedBy;
+    const eNodeKind kind = ClassifyNode(node, userProps, &decidedBy);
     const int index = NodeIndex(node, nullptr);
     const int level = LodLevelOfName(name);
     const bool isOrdinary = kind == eNodeKind::Ordinary;
@@ -48,6 +51,7 @@ eBoneStep LookAt(Export& run, host::INode& node, host::INode* commonTarget, std:
             .isLoneNode = isOrdinary && !isCandidate && !isMember,
             .name = std::move(name),
             .userProps = std::move(userProps),
+            .decidedBy = std::move(decidedBy),
             .commonNode = isMember ? commonTarget : nullptr};
 }
 
@@ -130,7 +134,7 @@ void WriteBoneBody(Export& run, const eBoneStep& step) {
         }
     }
     SettleBounds(run, step);
-    if (step.targetSet != nullptr || (step.meshTarget != nullptr && step.isMeshWanted)) {
+    if (step.targetSet != nullptr || (step.meshTarget != nullptr && step.wish == eMeshWish::Granted)) {
         WriteView(run, step);
     }
 }
@@ -158,6 +162,7 @@ bool WriteChild(Export& run, eMeshStage& meshStage, const eBoneStep& step, host:
         return true;
     }
     if (step.node.IsGroupMember() && !child.IsGroupMember()) {
+        NoteLeftOut(run, child, eLeftOut::OutOfGroup);
         ShowError(
             run.host->GetMAXHWnd(),
             (format("Не относящаяся к группе кость '%s' прилинкована внутрь группы!"_ansi) % child.GetName())
@@ -185,13 +190,16 @@ bool WriteBone(Export& run, eMeshStage& meshStage, host::INode& node, host::INod
     }
     eBoneStep step = LookAt(run, node, commonTarget, flags);
     if (IsLeftOut(step)) {
+        NoteStepLeftOut(run, step);
         if (step.isLoneNode) {
             TellLeftOut(run, node);
         }
         return true;
     }
+    NoteStep(run, step);
     if (step.isBone) {
         if (!FindMeshSource(run, step)) {
+            NoteLeftOut(run, node, eLeftOut::NoSource);
             return false;
         }
         SettleLocalMatrix(run, step);

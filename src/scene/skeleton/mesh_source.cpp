@@ -19,6 +19,7 @@
 #include "scene/properties/prop_text.h"
 #include "scene/skeleton/bone_step.h"
 #include "scene/skeleton/mesh_stage.h"
+#include "scene/skeleton/step_notes.h"
 
 namespace {
 
@@ -87,10 +88,31 @@ bool FindMergedMesh(Export& run, eBoneStep& step) {
     return true;
 }
 
-bool AsksForMesh(const eBoneStep& step) {
+// Null if the node asks for none.
+const char* MeshProperty(const eBoneStep& step) {
     int voxels = 0;
     step.node.GetUserPropInt("Voxels", voxels);
-    return voxels != 0 || step.commonNode != nullptr || ePropText(step.userProps).Find("Poly");
+    if (voxels != 0) {
+        return "Voxels";
+    }
+    if (step.commonNode != nullptr) {
+        return "CommonMesh";
+    }
+    return ePropText(step.userProps).Find("Poly") ? "Poly" : nullptr;
+}
+
+// What becomes of the wish.
+eMeshWish FateOfWish(const eBoneStep& step) {
+    if (step.wishedBy == nullptr) {
+        return eMeshWish::None;
+    }
+    if (!step.node.Renderable()) {
+        return eMeshWish::NotRenderable;
+    }
+    if (exportSelected && !step.node.Selected()) {
+        return eMeshWish::NotSelected;
+    }
+    return IsShape(step.node) ? eMeshWish::Lines : eMeshWish::Granted;
 }
 
 // Shared meshes of a Structure and of the models nested in it go where all of them find them, and so does
@@ -163,11 +185,12 @@ void FillSlot(Export& run, const eBoneStep& step) {
 void ChooseMeshSet(Export& run, eBoneStep& step) {
     const host::INode& shown = step.meshTarget != nullptr ? *step.meshTarget : step.node;
     step.meshName = CleanNodeName(shown.GetName(), true);
-    step.isMeshWanted = step.node.Renderable() && AsksForMesh(step) &&
-                        (!exportSelected || step.node.Selected()) && !IsShape(step.node);
+    step.wishedBy = MeshProperty(step);
+    step.wish = FateOfWish(step);
+    NoteMeshSource(run, step);
     const bool isOwn = (step.meshTarget == nullptr || step.meshTarget == &step.node) &&
                        (step.commonNode == nullptr || step.commonNode == &step.node);
-    if (run.options.exportMesh != 0 && step.isMeshWanted && isOwn) {
+    if (run.options.exportMesh != 0 && step.wish == eMeshWish::Granted && isOwn) {
         step.targetSet = &SetOf(run, step);
     }
 }
@@ -195,6 +218,9 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
     }
     if (isWritten && step.targetSet == &run.resources->commonResources) {
         TellTakenName(run, step);
+    }
+    if (isWritten) {
+        NoteMeshFile(run, step);
     }
     RememberFate(run, step, isWritten);
 }
