@@ -18,6 +18,7 @@
 #include "export/options_file.h"
 #include "export/run_start.h"
 #include "platform/drive_table.h"
+#include "platform/file_layer.h"
 #include "platform/path_lookup.h"
 #include "platform/terminal.h"
 #include "platform/utf8_path.h"
@@ -91,9 +92,10 @@ class eExportCall {
 public:
     // Without a module the program's own exporter works.
     eExportCall(const eExportFlags& exportFlags, Clock::time_point start, eRunRecord soFar,
-                standalone::eSceneData scene, const standalone::PluginModule* module)
+                standalone::eSceneData scene, const standalone::PluginModule* module, eDryRun* dryRun)
         : flags(exportFlags),
           plugin(module),
+          dry(dryRun),
           begin(start),
           record(std::move(soFar)),
           face(Terminal(exportFlags)),
@@ -110,8 +112,13 @@ public:
             });
         previousLog = xDebug::SetLogSink([this](const std::string& text) { TakeLogRecord(text); });
         previousHandler = xDebug::SetErrorHandler(&fatalReport);
+        if (dry != nullptr) {
+            platform::UseFileLayer(&dry->files);
+            exporter->journal = &dry->journal;
+        }
     }
     ~eExportCall() {
+        platform::UseFileLayer(nullptr);
         xDebug::SetErrorHandler(previousHandler);
         xDebug::SetLogSink(previousLog);
         platform::SetFileObserver(previousObserver);
@@ -188,6 +195,15 @@ private:
         return true;
     }
 
+    // A folder that is made for the user has the spelling that he typed.
+    std::error_code MakeFolders(const std::string& path) const {
+        std::error_code error;
+        if (dry == nullptr) {
+            std::filesystem::create_directories(platform::PathFromUtf8(path), error);
+        }
+        return error;
+    }
+
     bool PrepareConfig() {
         const std::string folder = ConfigFolder(flags.config);
         if (folder.empty()) {
@@ -195,8 +211,7 @@ private:
             return false;
         }
         const std::optional<std::string> ansi = FolderOption(folder);
-        std::error_code error;
-        std::filesystem::create_directories(platform::PathFromUtf8(folder), error);
+        const std::error_code error = MakeFolders(folder);
         if (!ansi || error) {
             TellError("--config " + folder + ": " +
                       (ansi ? error.message() : "code page 1251 lacks a character of it"));
@@ -212,9 +227,8 @@ private:
             return false;
         }
         if (flags.resourceRoot && !platform::HasDrive(*flags.resourceRoot)) {
-            // A folder that is made for the user has the spelling that he typed.
-            std::error_code error;
-            std::filesystem::create_directories(platform::PathFromUtf8(*flags.resourceRoot), error);
+            // Where it can't be made, the first file that can't be written tells.
+            MakeFolders(*flags.resourceRoot);
         }
         if (!flags.noFence) {
             platform::AddWriteRoot(resourceRoot.Text());
@@ -246,6 +260,9 @@ private:
         record.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
         record.exitCode = exitCode;
         platform::ClearWriteRoots();
+        if (dry != nullptr) {
+            return dry->tell(*exporter, record);
+        }
         if (!KeepReport(flags, record) && exitCode == kExitDone) {
             record.exitCode = kExitErrors;
         }
@@ -268,6 +285,7 @@ private:
 
     const eExportFlags& flags;
     const standalone::PluginModule* const plugin;
+    eDryRun* const dry;             // null: the files are written
     const Clock::time_point begin;  // before the scene was read
     eRunRecord record;              // holds what was told of the scene from the start
     standalone::eTerminalFace face;
@@ -279,9 +297,7 @@ private:
     xDebug::eErrorHandler* previousHandler = nullptr;
 };
 
-}  // namespace
-
-int RunExport(const eExportFlags& flags) {
+int Run(const eExportFlags& flags, eDryRun* dry) {
     standalone::PluginModule plugin;
     if (!MapDrives(flags.drives) || !LoadPlugin(flags.plugin, plugin)) {
         return kExitUsage;
@@ -298,8 +314,18 @@ int RunExport(const eExportFlags& flags) {
     }
     platform::CatchInterrupts();
     eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene),
-                     flags.plugin.empty() ? nullptr : &plugin);
+                     flags.plugin.empty() ? nullptr : &plugin, dry);
     return call.Run();
+}
+
+}  // namespace
+
+int RunExport(const eExportFlags& flags) {
+    return Run(flags, nullptr);
+}
+
+int RunWithoutWriting(const eExportFlags& flags, eDryRun& dry) {
+    return Run(flags, &dry);
 }
 
 }  // namespace cli

@@ -14,6 +14,7 @@
 #include "cli/inspect_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
+#include "cli/plan_command.h"
 #include "cli/properties_command.h"
 
 namespace cli {
@@ -27,6 +28,7 @@ int RunProgram(std::vector<std::string> arguments) {
     program.formatter(std::make_shared<eHelpFormat>());
     std::function<int()> action;
     AddExportCommand(program, action);
+    AddPlanCommand(program, action);
     AddConvertCommand(program, action);
     AddInspectCommand(program, action);
     AddPakCommand(program, action);

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "io/name.h"
+#include "scene/run_journal.h"
+
+namespace answers {
+
+// Why a file of the run comes out as it does, UTF-8: what feeds it, and for a picture the rule that decided.
+std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file);
+
+// The rule in one word, for machines.
+const char* RuleWord(eFileRule rule);
+
+}  // namespace answers

@@ -1,0 +1,67 @@
+#include "answers/left_over.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+#include "base/ansi.h"
+#include "platform/folder.h"
+#include "platform/native_path.h"
+#include "platform/path_lookup.h"
+
+namespace answers {
+
+namespace {
+
+constexpr std::string_view kMeshKinds[] = {".mdl", ".def", ".mesh", ".material", ".bmp", ".tga", ".dds"};
+constexpr std::string_view kAnimationKinds[] = {".anm", "anim.txt"};
+
+template <std::size_t Count>
+bool EndsWithOneOf(std::string_view name, const std::string_view (&kinds)[Count]) {
+    return std::ranges::any_of(kinds, [&](std::string_view kind) { return name.ends_with(kind); });
+}
+
+// A kind that the options switch off is written by other runs.
+bool IsOfTheRun(std::string name, const eExportOptions& options) {
+    name = LowerAnsi(name);
+    if (name.ends_with(".tmp")) {
+        name.resize(name.size() - std::string_view(".tmp").size());
+    }
+    return (options.exportMesh != 0 && options.exportGeometry != 0 && EndsWithOneOf(name, kMeshKinds)) ||
+           (options.exportAnimation != 0 && !options.currentRangeOnly &&
+            EndsWithOneOf(name, kAnimationKinds));
+}
+
+// Textures that models share lie elsewhere: what one scene does not need another one may.
+std::set<std::string> ModelFolders(const eRunJournal& journal) {
+    std::set<std::string> folders;
+    for (const auto& [path, note] : journal.files) {
+        if (note.rule == eFileRule::EveryRun || note.rule == eFileRule::IsThere) {
+            folders.insert(platform::NativeParent(platform::DiskPath(path.Text())));
+        }
+    }
+    return folders;
+}
+
+}  // namespace
+
+std::vector<eLeftOverFile> FindLeftOver(const eRunJournal& journal, const eExportOptions& options) {
+    std::set<std::string> known;
+    for (const auto& [path, note] : journal.files) {
+        known.insert(platform::DiskPath(path.Text()));
+    }
+    std::vector<eLeftOverFile> found;
+    std::vector<platform::eFolderEntry> entries;
+    for (const std::string& folder : ModelFolders(journal)) {
+        platform::ListFolder(folder, entries, platform::ePathForm::Native);
+        for (const platform::eFolderEntry& entry : entries) {
+            std::string path = platform::NativeJoin(folder, ToUtf8(entry.name));
+            if (!entry.isFolder && IsOfTheRun(entry.name, options) && !known.contains(path)) {
+                found.push_back({std::move(path), entry.size});
+            }
+        }
+    }
+    return found;
+}
+
+}  // namespace answers

@@ -1,0 +1,203 @@
+#include "answers/plan.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "answers/file_nodes.h"
+#include "answers/file_reason.h"
+#include "answers/left_over.h"
+#include "answers/same_content.h"
+#include "base/ansi.h"
+#include "platform/path_lookup.h"
+#include "platform/utf8_path.h"
+#include "run/run_flags.h"
+
+namespace answers {
+
+namespace {
+
+using platform::eEntryKind;
+using platform::eFileContent;
+using platform::eMemoryLayer;
+
+const char* StateWord(eFileState state) {
+    switch (state) {
+        case eFileState::New:
+            return "new";
+        case eFileState::Changed:
+            return "changed";
+        case eFileState::Same:
+            return "same";
+        case eFileState::Kept:
+            return "kept";
+        case eFileState::Deleted:
+            return "deleted";
+        case eFileState::LeftOver:
+            break;
+    }
+    return "leftover";
+}
+
+std::optional<eFileContent> OnDisk(const std::string& path) {
+    eFileContent content;
+    if (!platform::ReadWhole(platform::DiskLayer(), path, content).IsOk()) {
+        return std::nullopt;
+    }
+    return content;
+}
+
+std::int64_t SizeOf(const eFileContent& content) {
+    return static_cast<std::int64_t>(content.size());
+}
+
+std::optional<std::int64_t> SizeOnDisk(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(platform::PathFromUtf8(path), error);
+    return error ? std::nullopt : std::optional(static_cast<std::int64_t>(size));
+}
+
+// What memory has for the file against what lies there.
+void SettleState(ePlannedFile& file, const eMemoryLayer::eEntry* entry) {
+    file.before = SizeOnDisk(file.path);
+    if (entry == nullptr) {
+        file.state = eFileState::Kept;
+        file.after = file.before;
+        return;
+    }
+    if (entry->kind == eEntryKind::None) {
+        file.state = eFileState::Deleted;
+        return;
+    }
+    file.after = SizeOf(*entry->content);
+    const std::optional<eFileContent> before = OnDisk(file.path);
+    const eSameness sameness = before ? CompareContent(*before, *entry->content) : eSameness::Different;
+    file.differsInHead = sameness == eSameness::ButForHead;
+    file.state = !before                            ? eFileState::New
+                 : sameness == eSameness::Different ? eFileState::Changed
+                                                    : eFileState::Same;
+}
+
+void AddReason(ePlannedFile& file, const eRunJournal& journal, const eName& path, const eFileNote& note) {
+    file.rule = RuleWord(note.rule);
+    file.why = ReasonOf(journal, path, note);
+    if (file.differsInHead) {
+        file.why += "; same but for the comment line with time and user";
+    }
+    for (const host::INode* node : NodesOf(journal, path, note)) {
+        file.nodes.push_back(ToUtf8(node->GetName()));
+    }
+    for (const std::string& material : note.materials) {
+        if (std::ranges::find(file.materials, ToUtf8(material)) == file.materials.end()) {
+            file.materials.push_back(ToUtf8(material));
+        }
+    }
+    file.source = ToUtf8(note.source);
+}
+
+void AddLeftOver(eRunPlan& plan, const eRunJournal& journal, const eExportOptions& options) {
+    for (const eLeftOverFile& found : FindLeftOver(journal, options)) {
+        ePlannedFile file;
+        file.path = found.path;
+        file.state = eFileState::LeftOver;
+        file.before = found.bytes;
+        file.after = found.bytes;
+        file.why = "nothing in the scene writes it any more";
+        plan.files.push_back(std::move(file));
+    }
+}
+
+inspect::eDescription SizeOrNull(std::optional<std::int64_t> bytes) {
+    return bytes ? inspect::eDescription(*bytes) : inspect::eDescription();
+}
+
+inspect::eDescription Summary(const eRunPlan& plan) {
+    inspect::eDescription summary = inspect::eDescription::object();
+    for (const eFileState state : {eFileState::New, eFileState::Changed, eFileState::Same, eFileState::Kept,
+                                   eFileState::Deleted, eFileState::LeftOver}) {
+        summary[StateWord(state)] = plan.Count(state);
+    }
+    return summary;
+}
+
+std::string SummaryText(const eRunPlan& plan) {
+    const inspect::eDescription summary = Summary(plan);
+    std::string text;
+    for (const auto& member : summary.items()) {
+        text += (text.empty() ? "" : ", ") + member.value().dump() + " " + member.key();
+    }
+    return text;
+}
+
+std::string BelowRoot(const std::string& path, const std::string& root) {
+    return path.starts_with(root + "/") ? path.substr(root.size() + 1) : path;
+}
+
+}  // namespace
+
+int eRunPlan::Count(eFileState state) const {
+    return static_cast<int>(std::ranges::count(files, state, &ePlannedFile::state));
+}
+
+void eRunPlan::SpellRoot(const std::string& spelling) {
+    for (ePlannedFile& file : files) {
+        file.path = spelling + "/" + BelowRoot(file.path, root);
+    }
+    root = spelling;
+}
+
+eRunPlan MakePlan(const Export& run, const eMemoryLayer& files, const eRunJournal& journal, bool isComplete) {
+    eRunPlan plan;
+    plan.root = platform::DiskPath(run.options.resourceRoot.Text());
+    for (const auto& [path, note] : journal.files) {
+        ePlannedFile file;
+        file.path = platform::DiskPath(path.Text());
+        SettleState(file, files.Find(file.path));
+        if (file.before || file.after) {
+            AddReason(file, journal, path, note);
+            plan.files.push_back(std::move(file));
+        }
+    }
+    if (isComplete && !exportSelected) {
+        AddLeftOver(plan, journal, run.options);
+    }
+    std::ranges::sort(plan.files, {}, &ePlannedFile::path);
+    return plan;
+}
+
+inspect::eDescription DescribePlan(const eRunPlan& plan) {
+    inspect::eDescription files = inspect::eDescription::array();
+    for (const ePlannedFile& file : plan.files) {
+        files.push_back({{"path", file.path},
+                         {"state", StateWord(file.state)},
+                         {"differsInHead", file.differsInHead},
+                         {"before", SizeOrNull(file.before)},
+                         {"after", SizeOrNull(file.after)},
+                         {"rule", file.rule},
+                         {"why", file.why},
+                         {"nodes", file.nodes},
+                         {"materials", file.materials},
+                         {"source", file.source}});
+    }
+    return {{"schema", kPlanSchema},
+            {"scene", plan.scene},
+            {"root", plan.root},
+            {"summary", Summary(plan)},
+            {"files", std::move(files)}};
+}
+
+std::string PlanText(const eRunPlan& plan) {
+    inspect::eDescription files = inspect::eDescription::array();
+    for (const ePlannedFile& file : plan.files) {
+        files.push_back({{"state", StateWord(file.state)},
+                         {"before", SizeOrNull(file.before)},
+                         {"after", SizeOrNull(file.after)},
+                         {"file", BelowRoot(file.path, plan.root)},
+                         {"why", file.why}});
+    }
+    return inspect::RenderText({{"scene", plan.scene},
+                                {"root", plan.root},
+                                {"plan", SummaryText(plan)},
+                                {"files", std::move(files)}});
+}
+
+}  // namespace answers

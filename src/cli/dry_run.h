@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+
+#include "cli/run_record.h"
+#include "platform/memory_layer.h"
+#include "scene/run_journal.h"
+
+class Export;
+
+namespace cli {
+
+// An export that touches nothing on disk, for whoever wants to say what it would do: its files stay in
+// memory, and its stages note what they decide.
+struct eDryRun {
+    platform::eMemoryLayer files;
+    eRunJournal journal;
+    // Called once at the end of the run, also of one that a fatal error ends: the process ends after it.
+    std::function<void(const Export&, const eRunRecord&)> tell;
+};
+
+}  // namespace cli

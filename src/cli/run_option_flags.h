@@ -1,0 +1,14 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "cli/export_flags.h"
+
+namespace cli {
+
+// Adds the flags that say how a run works, whether or not it writes: the options, how the scene is
+// understood,
+// `--silent` (which excludes those), `--config`, `--drive` and `--quiet`. Gives back `--silent`.
+CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags);
+
+}  // namespace cli
