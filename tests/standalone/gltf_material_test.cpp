@@ -110,7 +110,7 @@ TEST(GltfMaterials, EmbeddedImagesLiveAsLongAsTheScene) {
         ", \"mimeType\": \"image/jpeg\", \"bufferView\": " + std::to_string(view) + "}";
     file.Section("images", "[{\"name\": \"../Wall\"" + inBuffer + ", {\"name\": \".._wall.PNG\"" + inBuffer +
                                ", {\"uri\": \"data:image/jpeg;base64," + Base64("\xFF\xD8\xFFjpeg") +
-                               "\"}, {\"uri\": \"data:image/webp;base64," + Base64("RIFFwebp") + "\"}]");
+                               "\"}, {\"uri\": \"data:image/gif;base64," + Base64("GIF89a") + "\"}]");
     file.Section("textures", R"([{"source": 0}, {"source": 1}, {"source": 2}, {"source": 3}])");
     std::string materials;
     for (const char* texture : {"0", "1", "2", "3", "0"}) {
@@ -124,7 +124,7 @@ TEST(GltfMaterials, EmbeddedImagesLiveAsLongAsTheScene) {
         names.push_back(std::get<eBitmapMap>(map.kind).file);
     }
     EXPECT_THAT(names,
-                ElementsAre(".._Wall.png", ".._wall_2.png", "image_2.jpg", "image_3.webp", ".._Wall.png"));
+                ElementsAre(".._Wall.png", ".._wall_2.png", "image_2.jpg", "image_3.gif", ".._Wall.png"));
     const std::string path = ImageOnDisk(scene);
     EXPECT_THAT(path, testing::EndsWith("/.._Wall.png"));
     EXPECT_EQ(ReadFile(path), kPng);

@@ -36,6 +36,8 @@ std::size_t WidthOf(const tinygltf::Model& model, const eGltfChannel& channel) {
             return 4;
         case eGltfPath::Weights:
             return TargetCount(model, channel.node);
+        case eGltfPath::Visibility:
+            return 1;
     }
     return 0;
 }
@@ -118,9 +120,11 @@ eGltfCurve& CurveOfPath(eGltfNodeCurves& curves, eGltfPath path) {
         case eGltfPath::Scale:
             return curves.scale;
         case eGltfPath::Weights:
+            return curves.weights;
+        case eGltfPath::Visibility:
             break;
     }
-    return curves.weights;
+    return curves.visibility;
 }
 
 // Pieces of one target follow one another on the timeline, because a clip that moves it again lies behind.

@@ -29,6 +29,7 @@ struct eGltfNodeCurves {
     eGltfCurve rotation;
     eGltfCurve scale;
     eGltfCurve weights;
+    eGltfCurve visibility;  // 0 or 1
 };
 
 // How values move between the keys of the file.

@@ -1,9 +1,35 @@
 #include "standalone/loaders/gltf/gltf_images.h"
 
+#include <array>
+#include <string_view>
+
+#include "base/ansi.h"
 #include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/file/gltf_uri.h"
 
 namespace standalone {
+namespace {
+
+struct eKind {
+    std::string_view mediaType;
+    std::string_view ending;
+};
+constexpr std::array<eKind, 3> kUnread = {
+    {{"image/ktx2", ".ktx2"}, {"image/webp", ".webp"}, {"image/avif", ".avif"}}};
+
+}  // namespace
+
+std::string UnreadKind(const tinygltf::Image& image) {
+    const std::optional<eDataUri> data = SplitDataUri(image.uri);
+    const std::string_view told = data ? data->mediaType : image.mimeType;
+    const std::string name = data ? std::string() : LowerAnsi(image.uri);
+    for (const eKind& kind : kUnread) {
+        if (told == kind.mediaType || name.ends_with(kind.ending)) {
+            return std::string(kind.mediaType);
+        }
+    }
+    return "";
+}
 
 eGltfImages::eGltfImages(eGltfImport& ownImport)
     : import(ownImport), files(ownImport.scene, ownImport.report), bitmaps(import.model.images.size()) {}

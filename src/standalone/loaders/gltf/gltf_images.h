@@ -8,6 +8,10 @@
 
 namespace standalone {
 
+// The kind of an image that is of a kind that isn't read, by what the file says of it: "image/webp"; empty
+// for all others.
+std::string UnreadKind(const tinygltf::Image& image);
+
 // Where the pixels of the file's images are. Images in files stay there, unless code page 1251 can't hold
 // their path; those, and the images that the file embeds, are written to a temporary folder of the scene when
 // they are first asked for.

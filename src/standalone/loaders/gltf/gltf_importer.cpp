@@ -11,13 +11,17 @@
 #include "standalone/loaders/gltf/file/gltf_buffers.h"
 #include "standalone/loaders/gltf/file/gltf_conditions.h"
 #include "standalone/loaders/gltf/file/gltf_container.h"
+#include "standalone/loaders/gltf/file/gltf_extensions.h"
 #include "standalone/loaders/gltf/file/gltf_schema.h"
+#include "standalone/loaders/gltf/file/gltf_unpack.h"
 #include "standalone/loaders/gltf/file/gltf_uri.h"
 #include "standalone/loaders/gltf/gltf_animation.h"
 #include "standalone/loaders/gltf/gltf_cameras.h"
+#include "standalone/loaders/gltf/gltf_mesh_carriers.h"
 #include "standalone/loaders/gltf/gltf_nodes.h"
 #include "standalone/loaders/gltf/gltf_objects.h"
 #include "standalone/loaders/gltf/gltf_scene_extras.h"
+#include "standalone/loaders/gltf/gltf_visibility.h"
 #include "standalone/loaders/json/json_parse.h"
 #include "standalone/loaders/shared/bind_pose.h"
 #include "standalone/loaders/shared/take_declarations.h"
@@ -67,8 +71,7 @@ bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eImportRepor
 
 void NoticeExtensions(const tinygltf::Model& model, eImportReport& report) {
     for (const std::string& extension : model.extensionsUsed) {
-        if (extension != "KHR_lights_punctual" && extension != "KHR_texture_transform" &&
-            extension != "KHR_mesh_quantization") {
+        if (!IsKnownGltfExtension(extension)) {
             report.Notice(eImportNotice::CannotShow, "the extension " + extension);
         }
     }
@@ -102,6 +105,7 @@ void MakeScene(eGltfImport& import, const eGltfOptions& options) {
     }
     ReadGltfCurves(import, clips, framesPerSecond);
     MakeGltfKeys(import);
+    SetGltfVisibility(import);
     if (report.HasProblems()) {
         return;
     }
@@ -120,30 +124,58 @@ void MakeScene(eGltfImport& import, const eGltfOptions& options) {
     NoticeBindPoses(import.scene, import.report);
 }
 
-std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes,
-                                      const eGltfOptions& options, eImportReport& report) {
-    eJsonTree json;
-    const eGltfContainer container = OpenGltfContainer(bytes, report);
-    if (!ReadDocument(container, json, report)) {
+// A file as it is taken apart; what is read of it shows into `bytes`.
+struct eOpenGltf {
+    std::string_view bytes;
+    eGltfContainer container{};
+    eJsonTree json{};
+    std::vector<std::vector<std::uint8_t>> buffers{};
+    std::string unpacked{};  // what `bytes` shows of a file that was compressed
+};
+
+void Unpack(eOpenGltf& file, eImportReport& report) {
+    ePlainGltf plain = UnpackGltf(file.container, std::move(file.buffers), report);
+    file.unpacked = std::move(plain.file);
+    file.bytes = file.unpacked;
+    file.buffers = std::move(plain.buffers);
+    file.container = OpenGltfContainer(file.bytes, report);
+    file.json = {};
+    if (std::optional<eProblem> problem = ParseJson(file.container.json, file.json)) {
+        report.Problem(problem->place, problem->text);
+    }
+}
+
+std::optional<tinygltf::Model> ReadModel(eOpenGltf& file, const std::string& folder, eImportReport& report) {
+    file.container = OpenGltfContainer(file.bytes, report);
+    if (!ReadDocument(file.container, file.json, report)) {
         return std::nullopt;
     }
-    const std::string folder = FolderOfFile(path);
-    std::vector<std::vector<std::uint8_t>> buffers = ReadGltfBuffers(json, container, folder, report);
+    file.buffers = ReadGltfBuffers(file.json, file.container, folder, report);
+    if (!report.HasProblems() && NeedsUnpacking(file.json)) {
+        Unpack(file, report);
+    }
     if (report.HasProblems()) {
         return std::nullopt;
     }
-    const std::optional<tinygltf::Model> model =
-        ReadGltfModel(bytes, container, std::move(buffers), json, report);
+    return ReadGltfModel(file.bytes, file.container, std::move(file.buffers), file.json, report);
+}
+
+std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes,
+                                      const eGltfOptions& options, eImportReport& report) {
+    const std::string folder = FolderOfFile(path);
+    eOpenGltf file{bytes};
+    const std::optional<tinygltf::Model> model = ReadModel(file, folder, report);
     if (!model) {
         return std::nullopt;
     }
     const eGltfAccessors accessors(*model, report);
-    const eGltfHierarchy hierarchy = ReadGltfHierarchy(*model, report);
+    eGltfHierarchy hierarchy = ReadGltfHierarchy(*model, report);
     if (report.HasProblems()) {
         return std::nullopt;
     }
+    TakeOutMeshCarriers(*model, hierarchy);
     NoticeExtensions(*model, report);
-    eGltfImport import{*model, json, accessors, hierarchy, report, path, folder};
+    eGltfImport import{*model, file.json, accessors, hierarchy, report, path, folder};
     import.scene.file = FromUtf8(path).text;
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));

@@ -47,6 +47,15 @@ std::optional<eSorrelMaterial> WrapperOf(const eJsonTree& json, eJsonIndex entry
     return wrapper;
 }
 
+bool NamesFirst(const tinygltf::Value& variants) {
+    for (int i = 0; i < static_cast<int>(variants.ArrayLen()); ++i) {
+        if (variants.Get(i).GetNumberAsInt() == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 eGltfMaterials::eGltfMaterials(eGltfImport& ownImport)
@@ -80,10 +89,10 @@ int eGltfMaterials::MakeStandard(const tinygltf::Material& source, const std::st
     standard.opacity = Unit(color[3]);
     standard.twoSided = source.doubleSided;
     if (surface.baseColorTexture.index >= 0) {
-        standard.maps[kDiffuseSlot].map = MakeGltfTexture(import, images, surface.baseColorTexture);
+        standard.maps[kDiffuseSlot].map = MakeGltfTexture(import, images, surface.baseColorTexture, name);
     }
     if (source.normalTexture.index >= 0) {
-        if (const int normal = MakeGltfTexture(import, images, source.normalTexture); normal >= 0) {
+        if (const int normal = MakeGltfTexture(import, images, source.normalTexture, name); normal >= 0) {
             eMapData bump{
                 import.scene.maps[static_cast<std::size_t>(normal)].name, {}, eNormalBumpMap{normal}};
             bump.coordinates = import.scene.maps[static_cast<std::size_t>(normal)].coordinates;
@@ -118,6 +127,22 @@ void eGltfMaterials::NoticeLosses(const tinygltf::Material& source) {
     lose(source.alphaMode == "MASK" && source.alphaCutoff != 0.5, "alpha cut-offs other than 0.5");
 }
 
+int eGltfMaterials::MaterialOf(const tinygltf::Primitive& primitive) {
+    const auto variants = primitive.extensions.find("KHR_materials_variants");
+    if (variants == primitive.extensions.end()) {
+        return primitive.material;
+    }
+    import.report.Notice(eImportNotice::CannotShow, "variants of materials but the first");
+    const tinygltf::Value& mappings = variants->second.Get("mappings");
+    for (int i = 0; i < static_cast<int>(mappings.ArrayLen()); ++i) {
+        const tinygltf::Value& mapping = mappings.Get(i);
+        if (NamesFirst(mapping.Get("variants"))) {
+            return mapping.Get("material").GetNumberAsInt();
+        }
+    }
+    return primitive.material;
+}
+
 int eGltfMaterials::OfMesh(int mesh) {
     std::optional<int>& record = meshRecords[static_cast<std::size_t>(mesh)];
     if (record) {
@@ -127,8 +152,8 @@ int eGltfMaterials::OfMesh(int mesh) {
     eMultiMaterial multi;
     for (const tinygltf::Primitive& primitive : source.primitives) {
         if (TopologyOf(primitive) == eGltfTopology::Triangles && primitive.attributes.contains("POSITION")) {
-            multi.materials.push_back(
-                primitive.material < 0 ? -1 : records[static_cast<std::size_t>(primitive.material)]);
+            const int material = MaterialOf(primitive);
+            multi.materials.push_back(material < 0 ? -1 : records[static_cast<std::size_t>(material)]);
         }
     }
     const bool hasOne =

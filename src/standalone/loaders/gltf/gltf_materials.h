@@ -21,6 +21,8 @@ public:
 private:
     int Make(std::size_t material, eJsonIndex entry);
     int MakeStandard(const tinygltf::Material& source, const std::string& name);
+    // In the first of the variants, where the primitive has any.
+    int MaterialOf(const tinygltf::Primitive& primitive);
     int Add(const std::string& id, const std::string& name, eMaterialKind kind);
     void NoticeLosses(const tinygltf::Material& source);
 

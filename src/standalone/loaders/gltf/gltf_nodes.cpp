@@ -1,5 +1,6 @@
 #include "standalone/loaders/gltf/gltf_nodes.h"
 
+#include <algorithm>
 #include <array>
 
 #include "standalone/data/transform_track.h"
@@ -82,18 +83,24 @@ void MakeGltfNodes(eGltfImport& import) {
             ReadNodeExtras(import.json, entries[static_cast<std::size_t>(number)], import.report, record);
         PutIntoTree(import, number);
     }
-    if (import.hierarchy.order.size() < import.nodes.size()) {
+    const auto carriers =
+        std::ranges::count_if(import.hierarchy.carriers, [](int node) { return node >= 0; });
+    if (import.hierarchy.order.size() + static_cast<std::size_t>(carriers) < import.nodes.size()) {
         import.report.Notice(eImportNotice::CannotShow, "nodes outside the scene");
     }
 }
 
+eTransform GltfRestTransform(const eGltfImport& import, int node) {
+    eImportReport ignored;
+    return TransformOf(import.model.nodes[static_cast<std::size_t>(node)], {}, "", ignored);
+}
+
 std::vector<host::Matrix3> GltfWorldMatrices(const eGltfImport& import) {
     std::vector<host::Matrix3> worlds(import.model.nodes.size());
-    eImportReport ignored;
     for (const int number : import.hierarchy.order) {
         const auto node = static_cast<std::size_t>(number);
         const int parent = import.hierarchy.parents[node];
-        worlds[node] = StillMatrix(TransformOf(import.model.nodes[node], {}, "", ignored));
+        worlds[node] = StillMatrix(GltfRestTransform(import, number));
         if (parent >= 0) {
             worlds[node] = worlds[node] * worlds[static_cast<std::size_t>(parent)];
         }

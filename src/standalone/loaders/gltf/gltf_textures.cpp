@@ -3,6 +3,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/ansi.h"
+#include "standalone/loaders/gltf/file/gltf_extensions.h"
+
 namespace standalone {
 namespace {
 
@@ -55,13 +58,32 @@ void NoticeWrapModes(eGltfImport& import, const tinygltf::Texture& texture) {
     }
 }
 
+// What the texture's picture is, where it is of a kind that isn't read; empty where there is another.
+std::string UnreadPicture(const tinygltf::Model& model, const tinygltf::Texture& texture) {
+    if (texture.source >= 0) {
+        return UnreadKind(model.images[static_cast<std::size_t>(texture.source)]);
+    }
+    for (const auto& [extension, value] : texture.extensions) {
+        if (NamesGltfPicture(extension)) {
+            return extension;
+        }
+    }
+    return "";
+}
+
 }  // namespace
 
 template <class TextureInfo>
-int MakeGltfTexture(eGltfImport& import, eGltfImages& images, const TextureInfo& info) {
+int MakeGltfTexture(eGltfImport& import, eGltfImages& images, const TextureInfo& info,
+                    const std::string& material) {
     const tinygltf::Texture& texture = import.model.textures[static_cast<std::size_t>(info.index)];
+    const std::string unread = UnreadPicture(import.model, texture);
+    if (!unread.empty()) {
+        import.report.Notice(eImportNotice::UnreadPicture, ToUtf8(material) + " (" + unread + ")");
+        return -1;
+    }
     if (texture.source < 0) {
-        import.report.Notice(eImportNotice::CannotShow, "textures whose image only an extension names");
+        import.report.Notice(eImportNotice::CannotShow, "textures without an image");
         return -1;
     }
     NoticeWrapModes(import, texture);
@@ -74,7 +96,8 @@ int MakeGltfTexture(eGltfImport& import, eGltfImages& images, const TextureInfo&
     return static_cast<int>(import.scene.maps.size()) - 1;
 }
 
-template int MakeGltfTexture(eGltfImport&, eGltfImages&, const tinygltf::TextureInfo&);
-template int MakeGltfTexture(eGltfImport&, eGltfImages&, const tinygltf::NormalTextureInfo&);
+template int MakeGltfTexture(eGltfImport&, eGltfImages&, const tinygltf::TextureInfo&, const std::string&);
+template int MakeGltfTexture(eGltfImport&, eGltfImages&, const tinygltf::NormalTextureInfo&,
+                             const std::string&);
 
 }  // namespace standalone

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -17,20 +18,51 @@ namespace {
 using eTargets = std::set<std::pair<int, eGltfPath>>;
 
 std::optional<eGltfPath> PathOf(std::string_view word) {
-    constexpr std::array<std::string_view, 4> kWords = {"translation", "rotation", "scale", "weights"};
+    constexpr std::array<std::string_view, 5> kWords = {"translation", "rotation", "scale", "weights",
+                                                        "extensions/KHR_node_visibility/visible"};
     const auto found = std::ranges::find(kWords, word);
     return found == kWords.end() ? std::nullopt
                                  : std::optional(static_cast<eGltfPath>(found - kWords.begin()));
 }
 
+// What a channel moves: a node, and the part of it as a word of the format or the rest of a pointer.
+struct eAim {
+    int node = -1;
+    std::string part;
+};
+
+eAim AimOf(const tinygltf::AnimationChannel& channel) {
+    const auto extension = channel.target_extensions.find("KHR_animation_pointer");
+    if (channel.target_path != "pointer" || extension == channel.target_extensions.end()) {
+        return {channel.target_node, channel.target_path};
+    }
+    constexpr std::string_view kNodes = "/nodes/";
+    const std::string& pointer = extension->second.Get("pointer").Get<std::string>();
+    const std::size_t end =
+        pointer.starts_with(kNodes) ? pointer.find('/', kNodes.size()) : std::string::npos;
+    int node = -1;
+    if (end == std::string::npos ||
+        std::from_chars(pointer.data() + kNodes.size(), pointer.data() + end, node).ptr !=
+            pointer.data() + end) {
+        return {-1, pointer};
+    }
+    return {node, pointer.substr(end + 1)};
+}
+
+bool IsInScene(const eGltfImport& import, int node) {
+    return node >= 0 && static_cast<std::size_t>(node) < import.nodes.size() &&
+           import.nodes[static_cast<std::size_t>(node)].record >= 0;
+}
+
 std::vector<eGltfChannel> ChannelsOf(const eGltfImport& import, const tinygltf::Animation& animation) {
     std::vector<eGltfChannel> channels;
     for (const tinygltf::AnimationChannel& channel : animation.channels) {
-        const std::optional<eGltfPath> path = PathOf(channel.target_path);
+        const eAim aim = AimOf(channel);
+        const std::optional<eGltfPath> path = PathOf(aim.part);
         if (!path) {
-            import.report.Notice(eImportNotice::CannotShow, "animation of \"" + channel.target_path + "\"");
-        } else if (import.nodes[static_cast<std::size_t>(channel.target_node)].record >= 0) {
-            channels.push_back({channel.target_node, *path, channel.sampler});
+            import.report.Notice(eImportNotice::CannotShow, "animation of \"" + aim.part + "\"");
+        } else if (IsInScene(import, aim.node)) {
+            channels.push_back({aim.node, *path, channel.sampler});
         }
     }
     return channels;

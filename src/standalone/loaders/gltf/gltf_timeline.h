@@ -8,7 +8,7 @@
 namespace standalone {
 
 // What a channel of an animation moves.
-enum class eGltfPath { Position, Rotation, Scale, Weights };
+enum class eGltfPath { Position, Rotation, Scale, Weights, Visibility };
 
 struct eGltfChannel {
     int node = 0;  // in the file

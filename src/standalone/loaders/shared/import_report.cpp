@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kMostProblems = 100;
 constexpr std::size_t kMostItems = 20;
 
-constexpr std::array<std::string_view, 12> kHeadings = {
+constexpr std::array<std::string_view, 13> kHeadings = {
     "the host can't show",
     "extras left out, because property text can't hold them",
     "selection sets name nodes that the scene lacks",
@@ -27,6 +27,7 @@ constexpr std::array<std::string_view, 12> kHeadings = {
     "meshes beyond what the engine holds that can't be parted, as they are volumes, zones, points or parts "
     "of others",
     "the properties beside the scene name nodes that it lacks",
+    "pictures of kinds that aren't read are left out",
 };
 
 std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {

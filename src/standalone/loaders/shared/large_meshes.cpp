@@ -1,15 +1,13 @@
 #include <algorithm>
-#include <array>
 #include <map>
-#include <string_view>
 #include <unordered_set>
 
 #include "base/ansi.h"
 #include "standalone/data/node_order.h"
-#include "standalone/data/property_lines.h"
 #include "standalone/data/property_reader.h"
 #include "standalone/loaders/shared/face_subset.h"
 #include "standalone/loaders/shared/fit_meshes.h"
+#include "standalone/loaders/shared/mesh_properties.h"
 #include "standalone/loaders/shared/unique_names.h"
 
 namespace standalone {
@@ -19,13 +17,6 @@ using eFaces = std::vector<std::uint32_t>;
 
 constexpr std::size_t kMostVertices = 65534;
 constexpr std::size_t kMostTriangles = 65535;
-
-// What a property says of the mesh goes with the pieces; what it says of the node stays with it.
-constexpr std::array<const char*, 12> kMeshKeys = {
-    "Poly",          "Layer",        "Color",  "Ground",  "DecalTarget", "NoGroupMesh",
-    "NoCastShadows", "NoGetShadows", "NoSkin", "OldSkin", "AniTex",      "LODLastOff"};
-constexpr std::array<const char*, 8> kWholeKeys = {"Volume", "Component", "SupportPoint", "Obstacle",
-                                                   "Area",   "Body",      "Preview",      "CommonMesh"};
 
 // What a corner is welded by, as bytes: equal corners become one vertex.
 std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t corner) {
@@ -129,37 +120,6 @@ std::vector<eFaces> PartsOf(const host::Mesh& mesh) {
     return parts;
 }
 
-template <std::size_t Count>
-bool HasAny(const std::string& properties, const std::array<const char*, Count>& keys) {
-    const eUserProperties told(properties);
-    return std::ranges::any_of(keys, [&](const char* key) { return told.Find(key).has_value(); });
-}
-
-// The lines that the pieces take over.
-std::string MeshLines(const std::string& properties) {
-    const eUserProperties told(properties);
-    std::string lines;
-    for (const char* key : kMeshKeys) {
-        if (const auto value = told.Find(key)) {
-            AppendPropertyLine(lines, value->empty() ? key : std::string(key) + "=" + std::string(*value));
-        }
-    }
-    return lines;
-}
-
-// The text without the wish for a mesh.
-std::string WithoutMesh(std::string_view properties) {
-    std::string lines;
-    while (!properties.empty()) {
-        const std::string_view line = properties.substr(0, properties.find_first_of("\r\n"));
-        properties.remove_prefix(std::min(line.size() + 1, properties.size()));
-        if (!line.empty() && !eUserProperties(line).Find("Poly")) {
-            AppendPropertyLine(lines, line);
-        }
-    }
-    return lines;
-}
-
 class eParting {
 public:
     eParting(eSceneData& ownScene, eImportReport& ownReport) : scene(ownScene), report(ownReport) {
@@ -221,7 +181,7 @@ private:
     }
 
     bool MustStayWhole(const eNodeData& node) const {
-        return node.groupMember || HasAny(node.properties, kWholeKeys) || lent.contains(LowerAnsi(node.name));
+        return node.groupMember || IsBoundToNode(node.properties) || lent.contains(LowerAnsi(node.name));
     }
 
     std::size_t FaceCount(std::size_t object) const {

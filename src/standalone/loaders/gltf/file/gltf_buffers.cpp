@@ -62,7 +62,7 @@ std::vector<eBytes> ReadGltfBuffers(const eJsonTree& json, const eGltfContainer&
             }
         } else if (buffers.size() == 1 && container.isBinary) {
             CheckLength(container.binary.size(), told, place, report);
-        } else {
+        } else if (FindJson(json, entry, {"extensions", "EXT_meshopt_compression"}) == kNoJson) {
             report.Problem(place,
                            "\"uri\" is missing, and only the first buffer of a binary file may lack it");
         }

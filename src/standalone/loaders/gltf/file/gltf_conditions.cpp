@@ -1,6 +1,5 @@
 #include "standalone/loaders/gltf/file/gltf_conditions.h"
 
-#include <array>
 #include <cstdint>
 #include <numbers>
 #include <optional>
@@ -8,16 +7,13 @@
 #include <string_view>
 #include <vector>
 
+#include "standalone/loaders/gltf/draco/draco_decode.h"
+#include "standalone/loaders/gltf/file/gltf_extensions.h"
 #include "standalone/loaders/gltf/file/gltf_json.h"
 #include "standalone/loaders/gltf/file/gltf_uri.h"
 
 namespace standalone {
 namespace {
-
-constexpr std::array<std::string_view, 3> kKnownExtensions = {"KHR_lights_punctual", "KHR_texture_transform",
-                                                              "KHR_mesh_quantization"};
-// Extensions of materials change the look at most; what they add is told as not shown.
-constexpr std::string_view kMaterialExtensions = "KHR_materials_";
 
 // The host's map channels end at 99, and the first set is channel 1.
 constexpr std::int64_t kLastTextureSet = 98;
@@ -55,20 +51,12 @@ private:
         for (const eJsonIndex name : GltfEntries(json, "extensionsRequired")) {
             if (!json.Is(name, eJsonKind::Text)) {
                 Refuse(name, "a text is expected");
-            } else if (!IsReadable(json.Text(name))) {
+            } else if (const std::string reason = ReasonAgainstGltfExtension(json.Text(name));
+                       !reason.empty()) {
                 Refuse(name, "the file can't be read without the extension " + std::string(json.Text(name)) +
-                                 ", which is not known");
+                                 ", which " + reason);
             }
         }
-    }
-
-    static bool IsReadable(std::string_view extension) {
-        for (const std::string_view known : kKnownExtensions) {
-            if (extension == known) {
-                return true;
-            }
-        }
-        return extension.starts_with(kMaterialExtensions);
     }
 
     void CheckBufferViews() {
@@ -94,12 +82,17 @@ private:
         for (const eJsonIndex mesh : GltfEntries(json, "meshes")) {
             for (const eJsonIndex primitive : JsonElements(json, json.FindMember(mesh, "primitives"))) {
                 const std::int64_t indices = JsonWhole(json, primitive, "indices", -1);
-                if (indices >= 0 &&
+                if (indices >= 0 && !IsPacked(primitive) &&
                     json.FindMember(accessors[static_cast<std::size_t>(indices)], "bufferView") == kNoJson) {
                     Refuse(primitive, "the indices have no buffer view");
                 }
             }
         }
+    }
+
+    bool IsPacked(eJsonIndex primitive) const {
+        return KnowsDraco() &&
+               FindJson(json, primitive, {"extensions", "KHR_draco_mesh_compression"}) != kNoJson;
     }
 
     void CheckImages() {

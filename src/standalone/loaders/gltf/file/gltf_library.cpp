@@ -61,20 +61,6 @@ eBufferQueue QueueOf(const eJsonTree& json, std::vector<eBytes> buffers) {
     return queue;
 }
 
-// The library wants a binary part that is not empty, so a file without one is framed anew.
-std::string FrameWithoutBinary(std::string_view json) {
-    constexpr std::size_t kHeadSize = 20;
-    std::string frame("glTF\2\0\0\0\0\0\0\0\0\0\0\0JSON", kHeadSize);
-    const auto put = [&](std::size_t offset, std::size_t number) {
-        for (std::size_t i = 0; i < 4; ++i) {
-            frame[offset + i] = static_cast<char>(number >> 8 * i);
-        }
-    };
-    put(8, kHeadSize + json.size());
-    put(12, json.size());
-    return frame.append(json);
-}
-
 bool Load(tinygltf::TinyGLTF& library, tinygltf::Model& model, std::string& error, std::string_view bytes,
           const eGltfContainer& container) {
     std::string warning;
@@ -82,7 +68,8 @@ bool Load(tinygltf::TinyGLTF& library, tinygltf::Model& model, std::string& erro
         return library.LoadASCIIFromString(&model, &error, &warning, bytes.data(),
                                            static_cast<unsigned>(bytes.size()), "");
     }
-    const std::string framed = container.binary.empty() ? FrameWithoutBinary(container.json) : std::string();
+    // The library wants a binary part that is not empty, so a file with an empty one is framed anew.
+    const std::string framed = container.binary.empty() ? FrameGltf(container.json, {}) : std::string();
     const std::string_view file = framed.empty() ? bytes : std::string_view(framed);
     return library.LoadBinaryFromMemory(&model, &error, &warning,
                                         reinterpret_cast<const unsigned char*>(file.data()),

@@ -25,6 +25,7 @@ enum class eForm {
     Indices,
     IndexMap,   // an object whose members are such indices
     IndexMaps,  // a list of those
+    SizeMap,    // an object whose members are whole numbers
     Object,     // with `members`
     Objects,    // a list of those, at least `least`
 };
@@ -89,13 +90,22 @@ constexpr std::array<std::string_view, 2> kCameraTypes = {"perspective", "orthog
 constexpr std::array<std::string_view, 3> kLightTypes = {"directional", "point", "spot"};
 constexpr std::string_view kLights = "KHR_lights_punctual";
 constexpr std::string_view kTextureTransform = "KHR_texture_transform";
+constexpr std::string_view kVariants = "KHR_materials_variants";
+constexpr std::string_view kMeshopt = "EXT_meshopt_compression";
+constexpr std::array<std::string_view, 3> kPackModes = {"ATTRIBUTES", "TRIANGLES", "INDICES"};
+constexpr std::array<std::string_view, 4> kPackFilters = {"NONE", "OCTAHEDRAL", "QUATERNION", "EXPONENTIAL"};
 
 constexpr std::array kAsset = {Text("version", kRequired), Text("minVersion")};
 
 constexpr std::array kScene = {Text("name"), Indices("nodes", "nodes")};
 
+constexpr std::array kInstancing = {
+    eMember{.key = "attributes", .form = eForm::IndexMap, .isRequired = kRequired, .table = "accessors"}};
+constexpr std::array kNodeVisibility = {eMember{"visible", eForm::Boolean}};
 constexpr std::array kLightReference = {Index("light", "lights", kRequired)};
-constexpr std::array kNodeExtensions = {Object(kLights, kLightReference)};
+constexpr std::array kNodeExtensions = {Object(kLights, kLightReference),
+                                        Object("EXT_mesh_gpu_instancing", kInstancing),
+                                        Object("KHR_node_visibility", kNodeVisibility)};
 constexpr std::array kNode = {Text("name"),
                               Index("mesh", "meshes"),
                               Index("skin", "skins"),
@@ -108,19 +118,38 @@ constexpr std::array kNode = {Text("name"),
                               Numbers("weights", 0),
                               Object("extensions", kNodeExtensions)};
 
+constexpr std::array kDraco = {Index("bufferView", "bufferViews", kRequired),
+                               eMember{"attributes", eForm::SizeMap, kRequired}};
+constexpr std::array kVariantMapping = {Index("material", "materials", kRequired),
+                                        Indices("variants", "variants", kRequired)};
+constexpr std::array kVariantMappings = {Objects("mappings", kVariantMapping, kRequired)};
+constexpr std::array kPrimitiveExtensions = {Object("KHR_draco_mesh_compression", kDraco),
+                                             Object(kVariants, kVariantMappings)};
 constexpr std::array kPrimitive = {
     eMember{.key = "attributes", .form = eForm::IndexMap, .isRequired = kRequired, .table = "accessors"},
-    Index("indices", "accessors"), Index("material", "materials"), Code("mode", kOptional, kModes),
-    eMember{.key = "targets", .form = eForm::IndexMaps, .table = "accessors"}};
+    Index("indices", "accessors"),
+    Index("material", "materials"),
+    Code("mode", kOptional, kModes),
+    eMember{.key = "targets", .form = eForm::IndexMaps, .table = "accessors"},
+    Object("extensions", kPrimitiveExtensions)};
 constexpr std::array kMesh = {Text("name"), Objects("primitives", kPrimitive, kRequired, 1),
                               Numbers("weights", 0)};
 
 constexpr std::array kSkin = {Text("name"), Indices("joints", "nodes", kRequired),
                               Index("inverseBindMatrices", "accessors"), Index("skeleton", "nodes")};
 
-constexpr std::array kBuffer = {Text("uri"), Size("byteLength", kRequired, 1)};
+constexpr std::array kStandIn = {eMember{"fallback", eForm::Boolean}};
+constexpr std::array kBufferExtensions = {Object(kMeshopt, kStandIn)};
+constexpr std::array kBuffer = {Text("uri"), Size("byteLength", kRequired, 1),
+                                Object("extensions", kBufferExtensions)};
+constexpr std::array kPackedView = {
+    Index("buffer", "buffers", kRequired),  Size("byteOffset"),          Size("byteLength", kRequired, 1),
+    Size("byteStride", kRequired, 1),       Size("count", kRequired, 1), Word("mode", kRequired, kPackModes),
+    Word("filter", kOptional, kPackFilters)};
+constexpr std::array kViewExtensions = {Object(kMeshopt, kPackedView)};
 constexpr std::array kBufferView = {Index("buffer", "buffers", kRequired), Size("byteOffset"),
-                                    Size("byteLength", kRequired, 1), Size("byteStride")};
+                                    Size("byteLength", kRequired, 1), Size("byteStride"),
+                                    Object("extensions", kViewExtensions)};
 constexpr std::array kSparseIndices = {Index("bufferView", "bufferViews", kRequired), Size("byteOffset"),
                                        Code("componentType", kRequired, kIndexTypes)};
 constexpr std::array kSparseValues = {Index("bufferView", "bufferViews", kRequired), Size("byteOffset")};
@@ -162,7 +191,10 @@ constexpr std::array kOrthographic = {Number("xmag", kRequired), Number("ymag", 
 constexpr std::array kCamera = {Text("name"), Word("type", kRequired, kCameraTypes),
                                 Object("perspective", kPerspective), Object("orthographic", kOrthographic)};
 
-constexpr std::array kTarget = {Index("node", "nodes"), Text("path", kRequired)};
+constexpr std::array kPointer = {Text("pointer", kRequired)};
+constexpr std::array kTargetExtensions = {Object("KHR_animation_pointer", kPointer)};
+constexpr std::array kTarget = {Index("node", "nodes"), Text("path", kRequired),
+                                Object("extensions", kTargetExtensions)};
 constexpr std::array kChannel = {Size("sampler", kRequired), Object("target", kTarget, kRequired)};
 constexpr std::array kSampler = {Index("input", "accessors", kRequired),
                                  Index("output", "accessors", kRequired),
@@ -175,7 +207,9 @@ constexpr std::array kLight = {Text("name"),        Word("type", kRequired, kLig
                                Numbers("color", 3), Number("intensity"),
                                Number("range"),     Object("spot", kSpot)};
 constexpr std::array kLightList = {Objects("lights", kLight, kRequired)};
-constexpr std::array kExtensions = {Object(kLights, kLightList)};
+constexpr std::array kVariant = {Text("name")};
+constexpr std::array kVariantList = {Objects("variants", kVariant, kRequired)};
+constexpr std::array kExtensions = {Object(kLights, kLightList), Object(kVariants, kVariantList)};
 
 constexpr std::array kDocument = {Object("asset", kAsset, kRequired), Index("scene", "scenes"),
                                   Objects("scenes", kScene),          Objects("nodes", kNode),
@@ -251,6 +285,9 @@ private:
                 return;
             case eForm::IndexMap:
                 CheckIndexMap(value, member.table);
+                return;
+            case eForm::SizeMap:
+                CheckSizeMap(value);
                 return;
             default:
                 CheckList(value, member);
@@ -347,23 +384,34 @@ private:
         }
     }
 
+    void CheckSizeMap(eJsonIndex value) {
+        if (!Expect(value, eJsonKind::Object)) {
+            return;
+        }
+        for (const eJsonIndex member : json.Children(value)) {
+            CheckWhole(member, 0, std::numeric_limits<std::int32_t>::max());
+        }
+    }
+
     std::size_t CountOf(std::string_view table) {
         for (const eTableSize& known : tableSizes) {
             if (known.table == table) {
                 return known.count;
             }
         }
-        const eJsonIndex owner = table == "lights" ? LightList() : kJsonRoot;
+        const eJsonIndex owner = table == "lights"     ? RootExtension(kLights)
+                                 : table == "variants" ? RootExtension(kVariants)
+                                                       : kJsonRoot;
         const eJsonIndex list = owner == kNoJson ? kNoJson : json.FindMember(owner, table);
         const bool isList = list != kNoJson && json.Is(list, eJsonKind::Array);
         tableSizes.push_back({table, isList ? json.Count(list) : 0});
         return tableSizes.back().count;
     }
 
-    eJsonIndex LightList() const {
+    eJsonIndex RootExtension(std::string_view name) const {
         const eJsonIndex extensions = json.FindMember(kJsonRoot, "extensions");
         const bool isObject = extensions != kNoJson && json.Is(extensions, eJsonKind::Object);
-        return isObject ? json.FindMember(extensions, kLights) : kNoJson;
+        return isObject ? json.FindMember(extensions, name) : kNoJson;
     }
 
     struct eTableSize {
