@@ -16,6 +16,10 @@ public:
     // for what is wrong with it. Call it once.
     std::string Load(const std::string& nativePath);
 
+    // The same with a library of the system, by its name alone: it is searched for where the system keeps its
+    // libraries.
+    std::string LoadFromSystem(const std::string& name);
+
     // The address of what the file exports under the name; null if it exports nothing of that name.
     void* Find(const char* name) const;
 

@@ -16,7 +16,11 @@ std::string eSharedLibrary::Load(const std::string& nativePath) {
     std::string absolute;
     // A name without a slash would be searched for in the system's folders.
     MakeNative(nativePath, ePathForm::Native, absolute);
-    handle = ::dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL);
+    return LoadFromSystem(absolute);
+}
+
+std::string eSharedLibrary::LoadFromSystem(const std::string& name) {
+    handle = ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
     return handle != nullptr ? std::string() : ::dlerror();
 }
 

@@ -22,6 +22,11 @@ std::string eSharedLibrary::Load(const std::string& nativePath) {
     return handle != nullptr ? std::string() : StatusOf(false).Text();
 }
 
+std::string eSharedLibrary::LoadFromSystem(const std::string& name) {
+    handle = ::LoadLibraryExW(WidePath(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    return handle != nullptr ? std::string() : StatusOf(false).Text();
+}
+
 void* eSharedLibrary::Find(const char* name) const {
     return reinterpret_cast<void*>(::GetProcAddress(static_cast<HMODULE>(handle), name));
 }

@@ -1,28 +1,47 @@
 #include "standalone/loaders/assimp/assimp_files.h"
 
 #include <algorithm>
-#include <assimp/IOStream.hpp>
 #include <cstring>
-#include <memory>
 
 #include "standalone/data/file_content.h"
 
 namespace standalone {
 namespace {
 
-class eMemoryFile : public Assimp::IOStream {
+// A file in memory that the library reads through functions of C.
+class eMemoryFile : public aiFile {
 public:
-    explicit eMemoryFile(std::string_view content) : bytes(content) {}
-    explicit eMemoryFile(std::string content) : own(std::move(content)), bytes(own) {}
+    explicit eMemoryFile(std::string_view content) : bytes(content) { SetDoors(); }
+    explicit eMemoryFile(std::string content) : own(std::move(content)), bytes(own) { SetDoors(); }
+    eMemoryFile(const eMemoryFile&) = delete;
+    eMemoryFile& operator=(const eMemoryFile&) = delete;
 
-    std::size_t Read(void* buffer, std::size_t size, std::size_t count) override {
+    static void Close(aiFileIO*, aiFile* file) { delete static_cast<eMemoryFile*>(file); }
+
+private:
+    void SetDoors() {
+        ReadProc = [](aiFile* file, char* buffer, std::size_t size, std::size_t count) {
+            return Of(file).Read(buffer, size, count);
+        };
+        WriteProc = [](aiFile*, const char*, std::size_t, std::size_t) { return std::size_t{0}; };
+        TellProc = [](aiFile* file) { return Of(file).offset; };
+        FileSizeProc = [](aiFile* file) { return Of(file).bytes.size(); };
+        SeekProc = [](aiFile* file, std::size_t distance, aiOrigin origin) {
+            return Of(file).Seek(distance, origin);
+        };
+        FlushProc = [](aiFile*) {};
+        UserData = nullptr;
+    }
+
+    static eMemoryFile& Of(aiFile* file) { return *static_cast<eMemoryFile*>(file); }
+
+    std::size_t Read(char* buffer, std::size_t size, std::size_t count) {
         const std::size_t whole = size == 0 ? 0 : std::min(count, (bytes.size() - offset) / size);
         std::memcpy(buffer, bytes.data() + offset, whole * size);
         offset += whole * size;
         return whole;
     }
-    std::size_t Write(const void*, std::size_t, std::size_t) override { return 0; }
-    aiReturn Seek(std::size_t distance, aiOrigin origin) override {
+    aiReturn Seek(std::size_t distance, aiOrigin origin) {
         const std::size_t from = origin == aiOrigin_SET ? 0 : origin == aiOrigin_CUR ? offset : bytes.size();
         const std::size_t target = from + distance;  // backwards by wrapping round
         if (target > bytes.size()) {
@@ -31,11 +50,7 @@ public:
         offset = target;
         return aiReturn_SUCCESS;
     }
-    std::size_t Tell() const override { return offset; }
-    std::size_t FileSize() const override { return bytes.size(); }
-    void Flush() override {}
 
-private:
     std::string own;
     std::string_view bytes;
     std::size_t offset = 0;
@@ -43,21 +58,23 @@ private:
 
 }  // namespace
 
-bool eAssimpFiles::Exists(const char* file) const {
-    std::string ignored;
-    return file == path || ReadFileContent(folder + "/" + file, ignored).IsOk();
-}
+eAssimpFiles::eAssimpFiles(std::string scenePath, std::string_view sceneBytes, std::string sceneFolder)
+    : path(std::move(scenePath)),
+      bytes(sceneBytes),
+      folder(std::move(sceneFolder)),
+      doors{Open, eMemoryFile::Close, reinterpret_cast<aiUserData>(this)} {}
 
-Assimp::IOStream* eAssimpFiles::Open(const char* file, const char* mode) {
+aiFile* eAssimpFiles::Open(aiFileIO* files, const char* file, const char* mode) {
+    const eAssimpFiles& own = *reinterpret_cast<const eAssimpFiles*>(files->UserData);
     if (mode == nullptr || *mode != 'r') {
         return nullptr;
     }
-    if (file == path) {
-        return new eMemoryFile(bytes);
+    if (file == own.path) {
+        return new eMemoryFile(own.bytes);
     }
     std::string content;
-    return ReadFileContent(folder + "/" + file, content).IsOk() ? new eMemoryFile(std::move(content))
-                                                                : nullptr;
+    return ReadFileContent(own.folder + "/" + file, content).IsOk() ? new eMemoryFile(std::move(content))
+                                                                    : nullptr;
 }
 
 }  // namespace standalone

@@ -3,10 +3,9 @@
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 
-#include <assimp/Importer.hpp>
-
 #include "platform/trial.h"
 #include "standalone/loaders/assimp/assimp_files.h"
+#include "standalone/loaders/assimp/assimp_functions.h"
 #include "standalone/loaders/assimp/assimp_outlines.h"
 
 namespace standalone {
@@ -31,29 +30,52 @@ std::string TrialProblem(const platform::eTrial& trial) {
     return "the import library fell over the file (signal " + trial.words + "): it is broken";
 }
 
+using eProperties = std::unique_ptr<aiPropertyStore, decltype(&aiReleasePropertyStore)>;
+
+eProperties ImportProperties(const eAssimpFunctions& assimp) {
+    eProperties properties(assimp.createProperties(), assimp.releaseProperties);
+    assimp.setInteger(properties.get(), AI_CONFIG_IMPORT_REMOVE_EMPTY_BONES, 0);
+    assimp.setInteger(properties.get(), AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, 1);
+    return properties;
+}
+
+// The scene with its polygons as triangles, or null. The library keeps `files` as long as the scene.
+const aiScene* ReadScene(const eAssimpFunctions& assimp, const std::string& path, eAssimpFiles& files) {
+    const eProperties properties = ImportProperties(assimp);
+    const aiScene* scene = assimp.importFile(path.c_str(), 0, files.Doors(), properties.get());
+    if (scene == nullptr) {
+        return nullptr;
+    }
+    MendOutlines(const_cast<aiScene&>(*scene));
+    return assimp.postProcess(scene, aiProcess_Triangulate);
+}
+
 }  // namespace
 
 eAssimpScene OpenAssimpSceneUntried(const eAssimpSource& source) {
-    const auto importer = std::make_shared<Assimp::Importer>();
-    const std::string path = "scene" + source.extension;
-    importer->SetIOHandler(new eAssimpFiles(path, source.bytes, source.folder));
-    importer->SetPropertyBool(AI_CONFIG_IMPORT_REMOVE_EMPTY_BONES, false);
-    importer->SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, true);
-    const aiScene* scene = importer->ReadFile(path, 0);
-    if (scene != nullptr) {
-        MendOutlines(const_cast<aiScene&>(*scene));
-        scene = importer->ApplyPostProcessing(aiProcess_Triangulate);
+    std::string problem;
+    const eAssimpFunctions* const assimp = LoadAssimp(problem);
+    if (assimp == nullptr) {
+        return {nullptr, problem};
     }
+    const std::string path = "scene" + source.extension;
+    const auto files = std::make_shared<eAssimpFiles>(path, source.bytes, source.folder);
+    std::shared_ptr<const aiScene> scene(ReadScene(*assimp, path, *files),
+                                         [assimp, files](const aiScene* own) { assimp->release(own); });
     if (scene == nullptr || scene->mRootNode == nullptr) {
-        const std::string words = importer->GetErrorString();
+        const std::string words = assimp->errorString();
         return {nullptr, words.empty() ? "the import library finds no scene in the file" : words};
     }
-    return {{importer, scene}, {}};
+    return {std::move(scene), {}};
 }
 
 eAssimpScene OpenAssimpScene(const eAssimpSource& source) {
     if (source.bytes.size() > kMostBytes) {
         return {nullptr, "the file is larger than 1 GB, which no sound scene is"};
+    }
+    std::string missing;
+    if (LoadAssimp(missing) == nullptr) {  // before the copy, which then has it too
+        return {nullptr, missing};
     }
     const auto work = [&source] { return OpenAssimpSceneUntried(source).problem; };
     const platform::eTrialLimits limits{kLeastMemory + kMemoryPerByte * source.bytes.size(), kMostSeconds};

@@ -61,6 +61,11 @@ float NumberOf(const aiMaterial& source, const char* key, unsigned type, unsigne
                                                                                              : otherwise;
 }
 
+std::string NameOf(const aiMaterial& source) {
+    aiString name;
+    return source.Get(AI_MATKEY_NAME, name) == aiReturn_SUCCESS ? name.C_Str() : "";
+}
+
 eMapCoordinates CoordinatesOf(const aiMaterial& source, aiTextureType type) {
     eMapCoordinates coordinates;
     int channel = 0;
@@ -88,7 +93,7 @@ eAssimpMaterials::eAssimpMaterials(eAssimpImport& ownImport)
     }
     for (std::size_t material = 0; material < records.size(); ++material) {
         const aiMaterial& source = *import.file.mMaterials[material];
-        const std::string name = source.GetName().C_Str();
+        const std::string name = NameOf(source);
         if (isShown[material] && std::ranges::find(kStandIns, name) == kStandIns.end()) {
             records[material] = Make(source);
         }
@@ -106,7 +111,7 @@ int eAssimpMaterials::Make(const aiMaterial& source) {
     standard.opacity = Unit(NumberOf(source, AI_MATKEY_OPACITY, 1));
     int isTwoSided = 0;
     standard.twoSided = source.Get(AI_MATKEY_TWOSIDED, isTwoSided) == aiReturn_SUCCESS && isTwoSided != 0;
-    const std::string name = source.GetName().C_Str();
+    const std::string name = NameOf(source);
     for (const eSlotKind& kind : kSlots) {
         standard.maps[kind.slot].map = MakeMap(source, name, kind.type);
     }
