@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <string>
 #include <tuple>
@@ -78,23 +79,26 @@ TEST_F(AnimationFile, AStillBoneComesOutByteForByte) {
     root.Property("animation=run,arm,3-5");
     scene.SelectionSet("arm", {Bone("arm").Position(1, -2, 0)});
     using namespace std::string_literals;
+    std::string problem, bytes = Export().Read("m/run.anm");
     const std::string pose = "\x0b\0\0\0\x80\x3f\0\0\0\xc0\0\0\0\0\0\0\0\x80\0\0\0\x80\0\0\0\x80"s;
-    EXPECT_EQ(Export().Read("m/run.anm"),
+    EXPECT_EQ(bytes,
               "EANM\x01\0\x06\0FRMS\x03\0\0\0BMAP\x01\0\0\0\x03"s
               "arm"s
               "FRM2\0\0\x01\0"s +
                   pose + "FRM2\x02\0\x01\0"s + pose);
+    bytes[bytes.size() - pose.size() - 4] = 0;  // the number of the last frame
+    EXPECT_FALSE(ReadBytes(bytes, problem)) << "two frames of one number";
 }
 
-// Catches frames without news that cost something, ends without a full pose, and a visibility that is lost or
-// takes the pose with it.
+// Catches frames without news that cost something, ends without a full pose, a drift that is too slow for any
+// single frame, and a visibility that is lost or takes the pose with it.
 TEST_F(AnimationFile, OnlyNewsIsStored) {
     constexpr int kFull = kFramePosition | kFrameRotation | kFrameVisible;
     root.Property("animation=run,all,0-29").Property("animation=once,all,40-40");
     Bone("still").Position(1, 2, 3);
     Bone("still_lod1");
-    Mover(10);
-    Bone("ghost").VisibilityKey(0, 1).VisibilityKey(12, 0);
+    Mover(10).Key({.frame = 29, .position = host::Point3{10.0076F, 0, 0}});
+    Bone("ghost").VisibilityKey(0, 0.5F).VisibilityKey(12, 0);
     Bone("left").Scale(-1, 1, 1);
     EXPECT_THAT(Export().Messages(), IsEmpty());
     const eAnimation animation = Read("run");
@@ -111,8 +115,9 @@ TEST_F(AnimationFile, OnlyNewsIsStored) {
         EXPECT_EQ(Records(animation, mirrored),
                   (eRecords{{0, kFull | kFrameMirrored}, {29, kFull | kFrameMirrored}}));
     }
-    EXPECT_EQ(Records(animation, "mover").size(), 12U);  // 0 to 10, and the end
+    EXPECT_EQ(Records(animation, "mover").size(), 18U);  // 0 to 10, from there each third, and the end
     EXPECT_EQ(Records(animation, "mover")[1], (std::pair<int, int>{1, kFramePosition}));
+    EXPECT_FALSE(RestorePoses(animation).at(20 * animation.bones.size() + 3).visible);
     EXPECT_THAT(run->Text("m/anim.txt"), HasSubstr("frame 12 {\n\tvisibility 0\n}"));
     EXPECT_EQ(Read("once").frameCount, 1);
     EXPECT_EQ(Records(Read("once"), "still"), (eRecords{{0, kFull}}));
@@ -140,12 +145,13 @@ TEST_F(AnimationFile, TheReportTellsEveryPose) {
               "\torientation 0 0 -0.7071 0.7071\r\n}\r\n");
 }
 
-// Catches a sheared bone that is animated without a word.
+// Catches a sheared bone that is animated without a word, or by a rotation that is none.
 TEST_F(AnimationFile, AShearedBoneIsTold) {
     root.Property("animation=run,all,0-0");
     Bone("skew").Matrix({{1, 0, 0}, {0.6F, 0.8F, 0}, {0, 0, 1}, {0, 0, 0}});
     EXPECT_THAT(Export().Messages(),
                 testing::ElementsAre(HasSubstr("Матрица для кости 'skew'"), "ERROR: Non-ortho"));
+    EXPECT_NEAR(std::fabs(Read("run").frames.at(0).keys.at(1).rotation.z), 0.15594, 1e-4);
 }
 
 // Catches a difference that is too small or too large to count, one that does not count, and flat faces that
@@ -251,6 +257,8 @@ TEST_F(AnimationFile, AnimationsMayLieAnywhereOnTheTimeline) {
                         begin + static_cast<float>(frame), 1e-3F);
         }
     }
+    Export([](eExportOptions& options) { options.currentRangeOnly = true; });
+    EXPECT_TRUE(run->Has("m/early.anm") && !run->Has("m/late.anm"));
 }
 
 // Catches vertices of a mesh that no file holds.

@@ -55,7 +55,7 @@ std::string DifferenceOf(const eBonePose& pose, Matrix3 scene) {
         return Point3{pose.rotation.x, pose.rotation.y, pose.rotation.z}.Equals(
             {sign * q.x, sign * q.y, sign * q.z}, 1.02e-5F);
     };
-    if (!isTurned(-1) && !(std::fabs(q.w) < 2e-5F && isTurned(1))) {
+    if (pose.rotation.w > 0 || (!isTurned(-1) && !(std::fabs(q.w) < 2e-5F && isTurned(1)))) {
         return "rotation";
     }
     return pose.position.Equals(scene.GetTrans(), 1.001e-3F) ? "" : "position";

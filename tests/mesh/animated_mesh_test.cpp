@@ -2,8 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
+#include <set>
+#include <sstream>
 
 #include "animation/animation_reader.h"
+#include "animation/export_frame.h"
 #include "animation/model_motion.h"
 #include "geometry/vertex_layout.h"
 #include "mesh/build/finite_vertex.h"
@@ -114,6 +118,62 @@ TEST(AnimatedMesh, AStaticPartLeavesTheBoneWhatItHas) {
                 ElementsAre(Pair("arm", Pair(11, 0)), Pair("flag", Pair(11, 11))));
     EXPECT_THAT(run.Text("units/tank/tank.mdl"), HasSubstr("{name \"water\"}"));
     EXPECT_EQ(run.Soup("arm").positions[6], (host::Point3{0, 7, 0}));
+}
+
+// Catches vertices that stand still, fly to each other's places or are read as noise, a frame without news
+// that says it has some, and a flag that is culled when it leaves its rest shape. Two corners slide along x
+// up to frame 2, and all vertices rise up to frame 4.
+TEST(AnimatedMesh, SectionsHoldWhatMoves) {
+    support::eSceneBuilder scene;
+    scene.Settings().lastFrame = 4;
+    eMeshObject cloth{support::GridMesh(2, 1), {}};
+    std::vector<host::Point3> places = cloth.mesh.verts;
+    cloth.vertexKeys = {{0, places}, {1, places}};
+    places[0].x = -0.5F;
+    places[5].x = 2.25F;
+    cloth.vertexKeys.insert(cloth.vertexKeys.end(), {{2, places}, {3, places}});
+    std::ranges::for_each(places, [](host::Point3& place) { place.z = 1; });
+    cloth.vertexKeys.push_back({4, places});
+    support::eNode root = Model(scene).Property("animation=wave,all");
+    scene.SelectionSet("all", {root.Child("flag").Property("CommonMesh").Object(cloth)});
+    eMeshRun run(scene);
+    const eFileMesh mesh = run.Mesh("flag");
+    const std::string bytes = run.Read("units/tank/wave.anm");
+    std::string problem;
+    const eAnimation animation = ReadAnimation(BytesOf(bytes), problem).value_or(eAnimation{});
+    std::multiset<std::string> told;
+    const auto tell = [&](int frame, const host::Point3& from, const char* word, const host::Point3& to) {
+        std::ostringstream line;
+        line << frame << ": " << from.x << ' ' << from.y << ' ' << from.z << word << to.x << ' ' << to.y
+             << ' ' << to.z;
+        told.insert(line.str());
+    };
+    for (const eAnimationFrame& frame : animation.frames) {
+        if ((frame.keys.at(0).flags & kFrameVertices) == 0) {
+            continue;
+        }
+        const int stride = static_cast<int>(mesh.stride);
+        const auto blocks = ReadVertexSection(frame.keys[0].vertexSection, stride, problem);
+        ASSERT_TRUE(blocks) << problem;
+        for (const eVertexBlock& block : *blocks) {
+            for (int i = 0; i < block.count; ++i) {
+                host::Point3 place;
+                std::memcpy(&place, &block.vertices[static_cast<std::size_t>(i * stride)], sizeof place);
+                tell(frame.frame,
+                     mesh.Vertex(mesh.subMeshes[0], static_cast<std::size_t>(block.first + i)).position,
+                     " to ", place);
+            }
+            if (block.box) {
+                tell(frame.frame, block.box->pmin, " within ", block.box->pmax);
+            }
+        }
+    }
+    EXPECT_THAT(
+        told, ElementsAre("0: -0.5 0 0 within 2.25 1 1", "0: 0 0 0 to 0 0 0", "0: 0 1 0 to 0 1 0",
+                          "0: 1 0 0 to 1 0 0", "0: 1 1 0 to 1 1 0", "0: 2 0 0 to 2 0 0", "0: 2 1 0 to 2 1 0",
+                          "2: 0 0 0 to -0.5 0 0", "2: 2 1 0 to 2.25 1 0", "4: -0.5 0 1 within 2.25 1 1",
+                          "4: 0 0 0 to -0.5 0 1", "4: 0 1 0 to 0 1 1", "4: 1 0 0 to 1 0 1",
+                          "4: 1 1 0 to 1 1 1", "4: 2 0 0 to 2 0 1", "4: 2 1 0 to 2.25 1 1"));
 }
 
 // Catches parts that shift when an animation leaves out one of them, and a part before its mesh that stays

@@ -196,7 +196,9 @@ TEST_F(GameplayText, ShapesStandInMetresOfTheModel) {
     Add("rect", {"Area"}, eRectangleObject{.width = 400, .length = 200});
     Add("ring", {"Area"}, eCircleObject{.radius = 150}).Position(100, 0, 0);
     Add("ball", {"Area"}, eSphereObject{.radius = 100}).Scale(2, 2, 2);
-    Add("slab", {"Area"}, eBoxObject{.width = 400, .length = 100, .height = 1}).Position(0, 50, 0);
+    Add("slab", {"Area"}, eBoxObject{.width = 400, .length = 100, .height = 1})
+        .Position(0, 50, 0)
+        .Offset({.position = {50, 0, 0}});
     Add("ccw", {"Area"}, eLineObject{{{triangle, true}}});
     Add("cw", {"Area"}, eLineObject{{{{triangle[0], triangle[2], triangle[1]}, true}}});
     EXPECT_EQ(
@@ -206,7 +208,7 @@ TEST_F(GameplayText, ShapesStandInMetresOfTheModel) {
               "{area \"ring\"\n\t\t{circle2\n\t\t\t{radius 3}\n\t\t\t{center 2 0}\n\t\t}\n\t}");
     EXPECT_EQ(Mdl("area \"ball\""),
               "{area \"ball\"\n\t\t{circle2 {radius 4}\n\t\t\t{center 0 0}\n\t\t}\n\t\t{rotate}\n\t}");
-    EXPECT_THAT(Mdl("area \"slab\""), HasSubstr("{center 0 -1}\n\t\t\t{extent 4 1}\n\t\t\t{axis 1 0}"));
+    EXPECT_THAT(Mdl("area \"slab\""), HasSubstr("{center 1 -1}\n\t\t\t{extent 4 1}\n\t\t\t{axis 1 0}"));
     EXPECT_THAT(Mdl("area \"ccw\""), HasSubstr("{vertex 0 -2}\n\t\t\t{vertex 2 0}\n\t\t\t{vertex 0 0}"));
     EXPECT_THAT(Mdl("area \"cw\""), HasSubstr("{vertex 0 0}\n\t\t\t{vertex 0 -2}\n\t\t\t{vertex 2 0}"));
     EXPECT_THAT(Messages(), IsEmpty());
