@@ -151,27 +151,50 @@ TEST(Run, ADefinitionOnceMadeIsNeverOverwritten) {
     EXPECT_THAT(run.Read("tank/tank.mdl"), HasSubstr("{skeleton"));
 }
 
-// Would catch files that an option had switched off, and an animation list that stays without animations.
-TEST(Run, OptionsSwitchFilesOff) {
+// Would catch what hangs on another option than its own: files, the joints, geometry and baked light of a
+// model; and an animation list that stays without animations.
+TEST(Run, OptionsSwitchTheirOwnPartsOff) {
     support::eSceneBuilder scene;
     support::eNode root = Model(scene, "root", "tank").Property("animation=run,all,0-1");
     scene.SelectionSet("all", {root});
+    eStandardMaterial paint;
+    paint.maps[host::kDiffuseMap].map = scene.Map(eCheckerMap{});
+    Box(root, "hull").Property("Poly").JointFlags(1U << 6).Material(scene.Material("paint", paint));
+    Box(root, "gun").Property("IKType=revolute").Property("IKMax=1");
+    Box(root, "engine").Property("Volume");
+    Box(root, "yard").Property("Area");
+    root.Child("lamp").Position(0, 0, 9).Object(eLightObject{});
     Model(scene, "still", "still");
-    support::eExportRun run(scene.Build());
-    run.SetOptions([](eExportOptions& options) { options.exportMesh = 0; });
-    run.folder.Write("game/still/anim.txt", "old");
-    run.Do();
-    EXPECT_TRUE(run.Has("tank/anim.txt"));
-    EXPECT_FALSE(run.Has("still/anim.txt"));
-    EXPECT_FALSE(run.Has("tank/tank.mdl") || run.Has("tank/tank.def"));
-
-    support::eExportRun meshOnly(scene.Build());
-    meshOnly.SetOptions([](eExportOptions& options) { options.exportAnimation = 0; });
-    meshOnly.folder.Write("game/still/anim.txt", "old");
-    meshOnly.Do();
-    EXPECT_TRUE(meshOnly.Has("tank/tank.mdl"));
-    EXPECT_FALSE(meshOnly.Has("tank/anim.txt"));
-    EXPECT_EQ(meshOnly.Read("still/anim.txt"), "old");
+    const auto told = [&](int eExportOptions::*option) {
+        support::eExportRun run(scene.Build());
+        run.SetOptions([&](eExportOptions& options) { options.*option = 0; });
+        run.folder.Write("game/still/anim.txt", "old");
+        run.Do();
+        std::string text;
+        for (const char* file :
+             {"tank/tank.mdl", "tank/tank.def", "tank/.mesh", "tank/.material", "tank/tex0_0.bmp",
+              "tank/anim.txt", "tank/run.anm", "still/still.mdl", "still/anim.txt"}) {
+            text += run.Has(file) ? std::string(file) + ' ' : "";
+        }
+        const std::string model = run.Text("tank/tank.mdl") + run.Text("tank/tank.def");
+        for (const char* part : {"prizmatic", "revolute", "limits", "{view", "\"engine\"", "\"yard\""}) {
+            text += model.find(part) != std::string::npos ? std::string(part) + ' ' : "";
+        }
+        return text + std::to_string(run.Read("tank/.mesh").size());
+    };
+    const std::string texts = "tank/tank.mdl tank/tank.def ",
+                      meshes = "tank/.mesh tank/.material tank/tex0_0.bmp ";
+    const std::string motions = "tank/anim.txt tank/run.anm ";
+    const std::string parts = "{view \"engine\" \"yard\" ", all = "prizmatic revolute limits " + parts;
+    EXPECT_EQ(told(&eExportOptions::exportMesh), motions + "0");
+    EXPECT_EQ(told(&eExportOptions::exportAnimation),
+              texts + meshes + "still/still.mdl still/anim.txt " + all + "1035");
+    EXPECT_EQ(told(&eExportOptions::exportIK),
+              texts + meshes + motions + "still/still.mdl revolute " + parts + "1035");
+    EXPECT_EQ(told(&eExportOptions::exportGeometry), texts + motions + "still/still.mdl " + all + "0");
+    // Without light 24 vertices have no colour.
+    EXPECT_EQ(told(&eExportOptions::exportLightsCameras),
+              texts + meshes + motions + "still/still.mdl " + all + "939");
 }
 
 // Would catch a faulty model that takes others with it, or loses its earlier files.

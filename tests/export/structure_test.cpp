@@ -134,7 +134,8 @@ support::eSceneBuilder Fort(bool brokenTower) {
     support::eNode clock = Nested(tower, "clock", "fort/tower/clock");
     clock.Child("stone_c").Property("Poly").SameObject(stone);
     support::eNode hand = Mesh(clock, "hand_c");
-    Nested(tower, "bell", "fort/tower/bell").Child("hand_b").Property("Poly").SameObject(hand);
+    support::eNode bell = Nested(tower, "bell", "fort/tower/bell").Child("hand_b").Property("Poly");
+    bell.SameObject(hand).Material(scene.Material("brass", eStandardMaterial{}));
     support::eNode yard = Nested(fort, "yard", "fort/yard");
     yard.Child("stone_y").Property("Poly").SameObject(stone);
     return scene;
@@ -162,6 +163,7 @@ TEST(Structure, AStructureWithinAnotherHasAFolderOfItsOwn) {
     EXPECT_THAT(broken.Messages(), ElementsAre("Ошибка: Найдено повторяющееся имя кости: roof!"));
     EXPECT_THAT(MeshesIn(broken, "fort/common"), ElementsAre("wall", "stone_g"));
     EXPECT_THAT(MeshesIn(broken, "fort/tower/bell"), ElementsAre("hand_b"));
+    EXPECT_THAT(broken.Text("fort/tower/bell/.material"), HasSubstr("\"brass\""));
     EXPECT_THAT(broken.Model("fort/tower/clock/clock.mdl"), HasSubstr("{view poly \"hand_c\"}"));
 }
 

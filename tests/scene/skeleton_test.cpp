@@ -48,7 +48,7 @@ struct eOneBone {
 // Would catch a bone that carries more or less than its own properties.
 TEST_F(Skeleton, TheHeaderTellsJointParametersAndColor) {
     EXPECT_EQ(eOneBone({}).Text(), "{bone \"a\"}");
-    EXPECT_EQ(eOneBone({"IKType=Revolute"}).Text(), "{bone revolute \"a\"}");
+    EXPECT_EQ(eOneBone({"IKType=REVOLUTE"}).Text(), "{bone revolute \"a\"}");
     EXPECT_EQ(eOneBone({"IKType=socket"}, 0, 0).Text(), "{bone socket \"a\"}");
     EXPECT_EQ(eOneBone({"speed=1,5", "Color", "mode"}).Text(),
               "{bone \"a\"{parameters \"speed=1.5;mode;\"}{color}}");
@@ -57,9 +57,11 @@ TEST_F(Skeleton, TheHeaderTellsJointParametersAndColor) {
     EXPECT_EQ(eOneBone({}, 1U << 6).Text(), "{bone prizmatic \"a\"}");
     EXPECT_EQ(eOneBone({}, 1U << 6, 0).Text(), "{bone \"a\"}");
 
-    const eOneBone unknown({"IKType=Hinge"});
-    EXPECT_EQ(unknown.Text(), "{bone \"a\"}");
-    EXPECT_THAT(unknown.messages, ElementsAre("Ошибка: Неизвестный тип IK 'hinge' в кости 'A'"));
+    for (const std::string type : {"hinge", ""}) {
+        const eOneBone unknown({"IKType=" + type}, 1U << 6);
+        EXPECT_EQ(unknown.Text(), "{bone \"a\"}");
+        EXPECT_THAT(unknown.messages, ElementsAre("Ошибка: Неизвестный тип IK '" + type + "' в кости 'A'"));
+    }
 }
 
 // Would catch a word of the artist's that takes the rest of the file with it, or one that is lost without
