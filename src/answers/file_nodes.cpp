@@ -24,7 +24,21 @@ bool FeedsMeshIn(const eRunJournal& journal, const eNodeNote& node, const eName&
     return owner != journal.nodes.end() && owner->second.isMeshWritten && owner->second.meshFolder == folder;
 }
 
-// What a file asks of a node of its model, or of any model that shares the folder.
+bool IsInText(const eNodeNote& node) {
+    switch (node.kind) {
+        case eNodeKind::Ordinary:
+            return node.isBone;
+        case eNodeKind::Volume:
+        case eNodeKind::SupportPoint:
+        case eNodeKind::Zone:
+        case eNodeKind::Preview:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// What a file asks of a node.
 eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& file) {
     const std::string extension = path.Part(eName::Extension).Text();
     const std::string fileName = path.Part(eName::FileName).Text();
@@ -32,10 +46,19 @@ eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& fi
     if (fileName == ".mesh") {
         return [&journal, folder](const eNodeNote& node) { return FeedsMeshIn(journal, node, folder); };
     }
-    if (!file.materials.empty()) {
-        return [&file](const eNodeNote& node) { return UsesOneOf(node, file.materials); };
+    if (fileName == ".material") {
+        return [&file, folder](const eNodeNote& node) {
+            return node.meshFolder == folder && UsesOneOf(node, file.materials);
+        };
     }
-    const auto isOfModel = [&file](const eNodeNote& node) { return node.model == file.model; };
+    const auto isOfModel = [&file](const eNodeNote& node) {
+        return std::ranges::find(file.models, node.model) != file.models.end();
+    };
+    if (!file.materials.empty()) {
+        return [&file, isOfModel](const eNodeNote& node) {
+            return isOfModel(node) && UsesOneOf(node, file.materials);
+        };
+    }
     if (!file.animation.empty()) {
         return [&file, isOfModel](const eNodeNote& node) {
             return isOfModel(node) &&
@@ -49,7 +72,7 @@ eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& fi
         return
             [isOfModel](const eNodeNote& node) { return isOfModel(node) && node.kind == eNodeKind::Volume; };
     }
-    return isOfModel;
+    return [isOfModel](const eNodeNote& node) { return isOfModel(node) && IsInText(node); };
 }
 
 }  // namespace

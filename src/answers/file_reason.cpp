@@ -79,7 +79,7 @@ std::string PictureText(const eFileNote& file) {
 }  // namespace
 
 std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file) {
-    const std::string model = file.model != nullptr ? ToUtf8(file.model->GetName()) : std::string();
+    const std::string model = ToUtf8(file.models.front()->GetName());
     const std::string extension = path.Part(eName::Extension).Text();
     if (TextOf(file.rule).picture != nullptr) {
         return PictureText(file);
@@ -102,7 +102,7 @@ std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileN
                (file.rule == eFileRule::IsThere ? "is there, so it stays as it is"
                                                 : "written once, then kept");
     }
-    return "skeleton of " + model + ": " + SkeletonText(journal, file.model);
+    return "skeleton of " + model + ": " + SkeletonText(journal, file.models.front());
 }
 
 const char* RuleWord(eFileRule rule) {

@@ -16,6 +16,7 @@
 #include "cli/pak_command.h"
 #include "cli/plan_command.h"
 #include "cli/properties_command.h"
+#include "cli/why_command.h"
 
 namespace cli {
 
@@ -29,6 +30,7 @@ int RunProgram(std::vector<std::string> arguments) {
     std::function<int()> action;
     AddExportCommand(program, action);
     AddPlanCommand(program, action);
+    AddWhyCommand(program, action);
     AddConvertCommand(program, action);
     AddInspectCommand(program, action);
     AddPakCommand(program, action);

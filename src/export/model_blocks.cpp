@@ -16,6 +16,7 @@
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/told_values.h"
+#include "scene/run_journal.h"
 #include "scene/scene_as_read.h"
 #include "volume/obstacle_tags.h"
 #include "volume/write_volume.h"
@@ -75,6 +76,13 @@ void WriteZone(Export& run, host::INode& node, const char* tag) {
     run.texts->mdlWriter->BlockEndLine();
 }
 
+// A volume that is a zone too stays a volume.
+void NoteSwitchedOff(Export& run, const host::INode& node) {
+    if (const eNodeNote* note = NoteOf(run, node); note != nullptr && note->kind == eNodeKind::Zone) {
+        NoteLeftOut(run, node, eLeftOut::SwitchedOff);
+    }
+}
+
 void WriteZones(Export& run, std::vector<host::INode*>& zones) {
     if (zones.empty()) {
         return;
@@ -84,6 +92,8 @@ void WriteZones(Export& run, std::vector<host::INode*>& zones) {
     for (host::INode* node : zones) {
         if (const char* tag = ZoneTag(run, *node)) {
             WriteZone(run, *node, tag);
+        } else {
+            NoteSwitchedOff(run, *node);
         }
     }
     run.texts->mdlWriter->BlockEndLine();
@@ -109,6 +119,7 @@ void WriteVolumes(Export& run, std::vector<host::INode*>& volumes) {
         if (keys.insert(key).second) {
             WriteVolume(run, *node);
         } else {
+            NoteLeftOut(run, *node, eLeftOut::NameTaken);
             ShowError(run.host->GetMAXHWnd(), (format("Повторяющееся имя объема '%s'!"_ansi) % key).Text());
         }
     }

@@ -112,11 +112,27 @@ void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
     ShowWarning(run.host->GetMAXHWnd(), Named(text, bone));
 }
 
+// A number counts the bones of the skin from 1; 0 is no bone.
+std::vector<const host::INode*> BonesOf(const eExportBone& bone, const eBonePalette& palette) {
+    std::vector<const host::INode*> bones;
+    for (std::size_t entry = 0; entry < palette.count; ++entry) {
+        if (const std::size_t number = palette.entries[entry]; number > 0) {
+            bones.push_back(bone.mesh.skinBones[number - 1]);
+        }
+    }
+    return bones;
+}
+
 void NoteSubMeshes(Export& run, const eExportBone& bone, const eSubMeshes& subMeshes) {
     if (eNodeNote* const note = NoteOf(run, *bone.node)) {
         for (const eExportSubMesh& subMesh : subMeshes.list) {
+            const bool isSkinned = (subMesh.flags & kSubMeshSkinned) != 0;
             note->subMeshes.push_back(
-                {GetMaterialName(subMesh.material), subMesh.palette, subMesh.triangleCount});
+                {.material = GetMaterialName(subMesh.material),
+                 .triangles = subMesh.triangleCount,
+                 .palette = isSkinned
+                                ? BonesOf(bone, bone.palettes[static_cast<std::size_t>(subMesh.palette)])
+                                : std::vector<const host::INode*>()});
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "scene/run_journal.h"
 
+#include <algorithm>
+
 #include "run/export.h"
 #include "scene/current_model.h"
 
@@ -17,8 +19,13 @@ eFileNote* NoteFile(Export& run, const eName& path, eFileRule rule) {
     if (run.journal == nullptr) {
         return nullptr;
     }
-    eFileNote note;
-    note.rule = rule;
-    note.model = run.model->currentRoot;
-    return &run.journal->files.try_emplace(path, std::move(note)).first->second;
+    const auto [entry, isNew] = run.journal->files.try_emplace(path);
+    eFileNote& note = entry->second;
+    if (isNew) {
+        note.rule = rule;
+    }
+    if (std::ranges::find(note.models, run.model->currentRoot) == note.models.end()) {
+        note.models.push_back(run.model->currentRoot);
+    }
+    return &note;
 }

@@ -24,6 +24,8 @@ enum class eLeftOut {
     NoNumber,      // the numbering of the bones has not come to it
     OutOfGroup,    // it hangs inside a group that it is no part of; ends the walk of its model
     NoSource,      // its properties name a node that can't serve; ends the walk of its model
+    SwitchedOff,   // a zone whose "Obstacle" is 0
+    NameTaken,     // a volume with the name of an earlier one
 };
 
 // What became of a node's wish for a mesh.
@@ -31,8 +33,8 @@ enum class eMeshWish { None, Granted, NotRenderable, NotSelected, Lines };
 
 struct eSubMeshNote {
     std::string material;  // empty: none
-    int palette = 0;
     int triangles = 0;
+    std::vector<const host::INode*> palette;  // the bones that a skinned one sees
 };
 
 struct eNodeNote {
@@ -75,9 +77,9 @@ enum class eFileRule {
 
 struct eFileNote {
     eFileRule rule = eFileRule::EveryRun;
-    const host::INode* model = nullptr;  // root of the model
-    std::vector<std::string> materials;  // whose texture it is, or whose records it holds
-    std::vector<std::string> meshes;     // that it holds
+    std::vector<const host::INode*> models;  // roots of those that write it
+    std::vector<std::string> materials;      // whose texture it is, or whose records it holds
+    std::vector<std::string> meshes;         // that it holds
     std::string animation;
     std::string source;  // the picture, as a path of the system
 };

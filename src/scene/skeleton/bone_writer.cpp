@@ -18,7 +18,6 @@
 #include "scene/properties/node_name.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
-#include "scene/run_journal.h"
 #include "scene/skeleton/bone_header.h"
 #include "scene/skeleton/ik_limits.h"
 #include "scene/skeleton/left_out.h"
@@ -162,7 +161,7 @@ bool WriteChild(Export& run, eMeshStage& meshStage, const eBoneStep& step, host:
         return true;
     }
     if (step.node.IsGroupMember() && !child.IsGroupMember()) {
-        NoteLeftOut(run, child, eLeftOut::OutOfGroup);
+        NoteWalkEnd(run, child, eLeftOut::OutOfGroup);
         ShowError(
             run.host->GetMAXHWnd(),
             (format("Не относящаяся к группе кость '%s' прилинкована внутрь группы!"_ansi) % child.GetName())
@@ -199,7 +198,7 @@ bool WriteBone(Export& run, eMeshStage& meshStage, host::INode& node, host::INod
     NoteStep(run, step);
     if (step.isBone) {
         if (!FindMeshSource(run, step)) {
-            NoteLeftOut(run, node, eLeftOut::NoSource);
+            NoteWalkEnd(run, node, eLeftOut::NoSource);
             return false;
         }
         SettleLocalMatrix(run, step);

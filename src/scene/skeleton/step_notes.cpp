@@ -5,7 +5,6 @@
 #include "run/resource_sets.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
-#include "scene/run_journal.h"
 #include "scene/skeleton/bone_step.h"
 
 namespace {
@@ -38,6 +37,13 @@ void NoteStepLeftOut(Export& run, const eBoneStep& step) {
     const eNodeNote* const note = NoteOf(run, step.node);
     if (note != nullptr && note->model == nullptr) {
         NoteLeftOut(run, step.node, RuleOf(step));
+    }
+}
+
+void NoteWalkEnd(Export& run, const host::INode& node, eLeftOut why) {
+    if (eNodeNote* const note = NoteOf(run, node)) {
+        note->leftOut = why;
+        note->model = run.model->currentRoot;
     }
 }
 
