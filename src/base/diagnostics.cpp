@@ -59,17 +59,6 @@ eErrorHandler& CurrentHandler() {
     return handler != nullptr ? *handler : defaultHandler;
 }
 
-void Log(const std::string& record) {
-    if (const eLogSink& sink = Reporting().logSink) {
-        sink(record);
-        return;
-    }
-    const std::string utf8 = ToUtf8(record);
-    std::fwrite(utf8.data(), 1, utf8.size(), stderr);
-    // The process may end without another word.
-    std::fflush(stderr);
-}
-
 // The path below the library's root, as the build gives it, or the part from the last backslash on.
 std::string ShownSourceFile(std::string_view path) {
     const std::size_t backslash = path.rfind('\\');
@@ -132,6 +121,21 @@ void UseReporting(eReporting* reporting) {
 
 eLogSink SetLogSink(eLogSink sink) {
     return std::exchange(Reporting().logSink, std::move(sink));
+}
+
+void Log(const std::string& record) {
+    if (const eLogSink& sink = Reporting().logSink) {
+        sink(record);
+        return;
+    }
+    const std::string utf8 = ToUtf8(record);
+    std::fwrite(utf8.data(), 1, utf8.size(), stderr);
+    // The process may end without another word.
+    std::fflush(stderr);
+}
+
+eAdviceSink SetAdviceSink(eAdviceSink sink) {
+    return std::exchange(Reporting().adviceSink, std::move(sink));
 }
 
 eHandlingMode::eHandlingMode(std::uint32_t mode, std::string text) {

@@ -10,6 +10,8 @@
 
 #include "platform/message_box.h"
 
+struct eMessage;
+
 // Fatal error: record, box, exit code 1. Under a handling mode it throws instead (xDebug below).
 // sourceFile and line are __FILE__ and __LINE__; the message is in code page 1251.
 [[noreturn]] void Fail(const char* sourceFile, int line, const std::string& message);
@@ -24,6 +26,13 @@ using eLogSink = std::function<void(const std::string& record)>;
 // Puts another sink in place and gives back the previous one. An empty sink is the default one, standard
 // error.
 eLogSink SetLogSink(eLogSink sink);
+// Hands the sink a record.
+void Log(const std::string& record);
+
+// Gets what is told without a box.
+using eAdviceSink = std::function<void(const eMessage& advice)>;
+// Puts another sink in place and gives back the previous one. Without one, advice goes to the log sink.
+eAdviceSink SetAdviceSink(eAdviceSink sink);
 
 class eException {
 public:
@@ -117,6 +126,7 @@ int* FindDebugSetting(std::string_view name);
 // Where records and fatal errors of the process go.
 struct eReporting {
     eLogSink logSink;
+    eAdviceSink adviceSink;
     eErrorHandler* errorHandler = nullptr;  // not owned; null: the default one
 };
 

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+struct eMessage;
+
 namespace platform {
 
 enum class eBoxIcon { None, Stop, Warning };
@@ -12,12 +14,14 @@ enum class eBoxButtons { Ok, RetryCancel };
 enum class eBoxAnswer { Ok, Retry, Cancel };
 
 struct eMessageBox {
-    std::string text;   // code page 1251; lines end in LF
-    std::string title;  // code page 1251
+    std::string text{};   // code page 1251; lines end in LF
+    std::string title{};  // code page 1251
     eBoxIcon icon = eBoxIcon::None;
     eBoxButtons buttons = eBoxButtons::Ok;
     bool topMost = false;
     void* parent = nullptr;  // the host's window handle, null for a box without owner
+    // What the box tells, for who keeps a record of it: alive while the box is shown. Null for a fatal error.
+    const eMessage* message = nullptr;
 };
 
 // Answers Ok to a box with one button, Retry or Cancel to the other kind.

@@ -42,7 +42,7 @@ public:
     void ExportSelectedOnly() { optionsWord = 1; }
 
     int Do() {
-        messages.boxes.clear();
+        messages.Forget();
         return exporter.DoExport("ignored.mdl", nullptr, &host, false, optionsWord);
     }
 
@@ -65,7 +65,7 @@ public:
         }
         return text;
     }
-    // "TITLE: TEXT" of each box of the last run, in order, in UTF-8.
+    // What the last run told, in order, in UTF-8; see eMessageCollector::Lines.
     std::vector<std::string> Messages() const { return messages.Lines(); }
 
     eTempFolder folder;

@@ -1,4 +1,4 @@
-// Collects the message boxes of a test, and the log records, instead of showing them.
+// Collects the message boxes of a test, its advice and the log records, instead of showing them.
 #pragma once
 
 #include <deque>
@@ -7,6 +7,7 @@
 
 #include "base/ansi.h"
 #include "base/diagnostics.h"
+#include "messages/message.h"
 #include "platform/message_box.h"
 
 namespace support {
@@ -23,10 +24,13 @@ public:
     eMessageCollector() {
         previousSink =
             platform::SetMessageBoxSink([this](const platform::eMessageBox& box) { return Show(box); });
+        previousAdvice = xDebug::SetAdviceSink(
+            [this](const eMessage& advice) { lines.push_back("Advice: " + ToUtf8(advice.text.russian)); });
         previousLog = xDebug::SetLogSink([this](const std::string& record) { log += ToUtf8(record); });
     }
     ~eMessageCollector() {
         platform::SetMessageBoxSink(previousSink);
+        xDebug::SetAdviceSink(previousAdvice);
         xDebug::SetLogSink(previousLog);
     }
     eMessageCollector(const eMessageCollector&) = delete;
@@ -35,13 +39,11 @@ public:
     // The answer to the next box that has a choice; without any it is Cancel.
     void AnswerNext(platform::eBoxAnswer answer) { answers.push_back(answer); }
 
-    // "TITLE: TEXT" of each box, in order.
-    std::vector<std::string> Lines() const {
-        std::vector<std::string> lines;
-        for (const eShownBox& shown : boxes) {
-            lines.push_back(shown.title + ": " + shown.text);
-        }
-        return lines;
+    // "TITLE: TEXT" of each box and "Advice: TEXT" of what is told without one, in order.
+    const std::vector<std::string>& Lines() const { return lines; }
+    void Forget() {
+        boxes.clear();
+        lines.clear();
     }
 
     std::vector<eShownBox> boxes;
@@ -50,6 +52,7 @@ public:
 private:
     platform::eBoxAnswer Show(const platform::eMessageBox& box) {
         boxes.push_back({ToUtf8(box.title), ToUtf8(box.text), box});
+        lines.push_back(boxes.back().title + ": " + boxes.back().text);
         if (box.buttons == platform::eBoxButtons::Ok) {
             return platform::eBoxAnswer::Ok;
         }
@@ -61,8 +64,10 @@ private:
         return answer;
     }
 
+    std::vector<std::string> lines;
     std::deque<platform::eBoxAnswer> answers;
     platform::eMessageBoxSink previousSink;
+    xDebug::eAdviceSink previousAdvice;
     xDebug::eLogSink previousLog;
 };
 

@@ -1,0 +1,24 @@
+// A text in the two languages of the system. Both are in code page 1251: names of the scene stand in either.
+#pragma once
+
+#include <string>
+
+struct eBilingual {
+    std::string russian = {};
+    std::string english = {};
+
+    bool operator==(const eBilingual&) const = default;
+    bool IsEmpty() const { return russian.empty(); }
+    eBilingual& operator+=(const eBilingual& more) {
+        russian += more.russian;
+        english += more.english;
+        return *this;
+    }
+    // With a comma in front unless it is the first.
+    void AddToList(const eBilingual& item) {
+        if (!IsEmpty()) {
+            *this += {", ", ", "};
+        }
+        *this += item;
+    }
+};

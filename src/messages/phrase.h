@@ -1,0 +1,25 @@
+// Parts of messages that are texts themselves: reasons, names of things. phrase_table.inc is their only
+// place.
+#pragma once
+
+#include "base/bilingual.h"
+#include "messages/message.h"
+
+#define ZYR_PHRASE(id, russian, english) id,
+enum class ePhrase {
+#include "messages/phrase_table.inc"
+};
+#undef ZYR_PHRASE
+
+struct ePhraseRow {
+    const char* russian;  // code page 1251; placeholders as in base/format.h, the same ones in both texts
+    const char* english;
+};
+
+const ePhraseRow& RowOf(ePhrase id);
+
+template <class... Values>
+eBilingual Words(ePhrase id, const Values&... values) {
+    const ePhraseRow& row = RowOf(id);
+    return FillBoth(row.russian, row.english, values...);
+}

@@ -1,0 +1,49 @@
+#include "messages/message_table.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+
+#include "base/ansi.h"
+#include "messages/phrase.h"
+
+namespace {
+
+std::vector<std::string> Placeholders(const std::string& text) {
+    static const std::regex kPlaceholder("%[0-9]%|%[a-z]");
+    return {std::sregex_token_iterator(text.begin(), text.end(), kPlaceholder), {}};
+}
+
+// Would catch a code that stands for two messages, a translation that swaps or loses a name, a text that is
+// missing in a language, and a cure that is no sentence.
+TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
+    std::set<std::string> codes;
+    for (const eMessageRow& row : AllMessages()) {
+        SCOPED_TRACE(row.code);
+        EXPECT_TRUE(codes.insert(row.code).second);
+        EXPECT_TRUE(std::regex_match(row.code, std::regex("[a-z]+(-[a-z]+)*\\.[a-z]+(-[a-z]+)*")));
+        EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english));
+        EXPECT_STRNE(row.english, "");
+        EXPECT_EQ(std::string(row.cure).back(), '.');
+        EXPECT_EQ(FindMessage(row.code), &row);
+    }
+    EXPECT_EQ(FindMessage("bones"), nullptr);
+    for (int phrase = 0; phrase <= static_cast<int>(ePhrase::StageTextures); ++phrase) {
+        const ePhraseRow& row = RowOf(static_cast<ePhrase>(phrase));
+        EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english)) << row.english;
+    }
+}
+
+// Would catch a reason that stays Russian in an English text.
+TEST(MessageTable, APhraseFollowsTheLanguageOfItsMessage) {
+    const eMessage message = MakeMessage(eMessageId::SharedMeshNotWritten, {.node = "a/b"}, "b", "c",
+                                         Words(ePhrase::BoneHidden, "d"));
+    EXPECT_EQ(
+        message.text.english,
+        "The bone 'b' shows the mesh of the bone 'c', but that mesh is not written: the bone 'd' is hidden.");
+    EXPECT_EQ(ToUtf8(message.text.russian),
+              "Кость 'b' показывает мэш кости 'c', но этот мэш не записан: кость 'd' скрыта.");
+}
+
+}  // namespace
