@@ -166,7 +166,7 @@ TEST_F(Skeleton, HiddenBonesTakeTheirSubtreeWithThem) {
     EXPECT_EQ(walk.run.scene->models[0].volumes[0]->GetName(), "hidden_volume");
     EXPECT_FALSE(walk.run.model->landPatch);
     EXPECT_THAT(walk.Messages(),
-                ElementsAre("Предупреждение: Узел 'no_object' скрыт, и вместе с ним не записано: 'Land' узла "
+                ElementsAre("Advice: Узел 'no_object' скрыт, и вместе с ним не записано: 'Land' узла "
                             "'below_no_object', объем 'hull', точка опоры 'foot'.\n"
                             "Необходимо показать этот узел."));
 }

@@ -5,10 +5,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/lod_nodes.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
@@ -18,6 +16,11 @@
 #include "scene/scene_as_read.h"
 
 namespace {
+
+struct eNamedBone {
+    const host::INode* node;
+    std::string name;  // cleaned
+};
 
 class eBonePass {
 public:
@@ -43,13 +46,17 @@ private:
     void GiveNumber(host::INode& node, const std::string& name);
     void TellEqualNames();
     void UpdateLights();
-    void TellError(const std::string& text);
+    template <class... Values>
+    void TellFault(eMessageId id, eMessagePlace place, const Values&... values) {
+        Tell(run, id, std::move(place), values...);
+        hasError = true;
+    }
 
     Export& run;
     int& number;
     const bool scanMode;
     const host::TimeValue time;
-    std::vector<std::string> names;  // cleaned, of the bones that are no detail levels
+    std::vector<eNamedBone> names;  // of the bones that are no detail levels
     bool hasError = false;
 };
 
@@ -128,7 +135,7 @@ void eBonePass::AddLight(host::INode& node, host::Object* object) {
 
 void eBonePass::AddBone(host::INode& node, std::string name) {
     GiveNumber(node, name);
-    names.push_back(std::move(name));
+    names.push_back({&node, std::move(name)});
     AddDetailLevels(node);
 }
 
@@ -145,14 +152,11 @@ void eBonePass::AddDetailLevels(host::INode& node) {
 
 void eBonePass::CheckDetailLevel(host::INode& detail, const std::string& name, int level) {
     if (LodLevelOfName(name) != level) {
-        TellError(
-            (format("В кости '%s' пропущен уровень детализации №%d!"_ansi) % names.back() % level).Text());
+        TellFault(eMessageId::BonesMissingLevel, {.node = host::PathOf(detail)}, names.back().name, level);
     }
     for (int i = detail.NumberOfChildren() - 1; i >= 0; --i) {
         if (!detail.GetChildNode(i)->IsGroupMember()) {
-            TellError((format("К кости уровня детализации '%s' не должны быть прилинкованы объекты!"_ansi) %
-                       detail.GetName())
-                          .Text());
+            TellFault(eMessageId::BonesChildOfLevel, {.node = host::PathOf(detail)}, detail.GetName());
             break;
         }
     }
@@ -168,12 +172,12 @@ void eBonePass::GiveNumber(host::INode& node, const std::string& name) {
 // often as its name comes again behind it.
 void eBonePass::TellEqualNames() {
     std::unordered_map<std::string_view, int> rowsWithName;
-    for (const std::string& name : names) {
-        ++rowsWithName[name];
+    for (const eNamedBone& bone : names) {
+        ++rowsWithName[bone.name];
     }
-    for (const std::string& name : names) {
-        for (int again = --rowsWithName[name]; again > 0; --again) {
-            TellError((format("Найдено повторяющееся имя кости: %s!"_ansi) % name).Text());
+    for (const eNamedBone& bone : names) {
+        for (int again = --rowsWithName[bone.name]; again > 0; --again) {
+            TellFault(eMessageId::BonesDuplicateName, {.node = host::PathOf(*bone.node)}, bone.name);
         }
     }
 }
@@ -183,11 +187,6 @@ void eBonePass::UpdateLights() {
     for (const auto& light : run.scene->sceneLights) {
         light->Update(time, context, true, true);
     }
-}
-
-void eBonePass::TellError(const std::string& text) {
-    ShowError(run.host->GetMAXHWnd(), text);
-    hasError = true;
 }
 
 }  // namespace
@@ -206,9 +205,7 @@ void ForgetBoneNumbers(Export& run) {
 void AddModel(Export& run, host::INode& root) {
     if (!host::HasUserPropString(root, "Model") && !host::HasUserPropString(root, "XModel")) {
         NoteLeftOut(run, root, eLeftOut::NoModel);
-        ShowError(
-            run.host->GetMAXHWnd(),
-            (format("В кости '%s' должно быть указано 'Model' или 'XModel'!"_ansi) % root.GetName()).Text());
+        TellOfNode(run, eMessageId::ModelsNoPath, root);
         return;
     }
     run.scene->models.emplace_back().root = &root;

@@ -1,7 +1,6 @@
 #include "scene/bones/skeleton_absence.h"
 
-#include "base/ansi.h"
-#include "base/format.h"
+#include "messages/phrase.h"
 #include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
@@ -24,29 +23,28 @@ bool IsInCurrentModel(const Export& run, host::INode& node) {
 
 }  // namespace
 
-std::string WhyOutsideSkeleton(Export& run, host::INode& node) {
+eBilingual WhyOutsideSkeleton(Export& run, host::INode& node) {
     const bool isDetail = GetLodLevel(node) != 0;
     if (NodeIndex(node, &node) >= 0 && !isDetail) {
         return {};
     }
     if (!IsInCurrentModel(run, node)) {
-        return (format("она находится вне модели '%s'"_ansi) % run.model->currentRoot->GetName()).Text();
+        return Words(ePhrase::BoneOutsideModel, run.model->currentRoot->GetName());
     }
     const host::INode& bone = OutOfGroup(node);
-    if (std::string hidden = WhyHidden(bone); !hidden.empty()) {
+    if (eBilingual hidden = WhyHidden(bone); !hidden.IsEmpty()) {
         return hidden;
     }
     if (&bone != &node) {
-        return (format("она входит в группу '%s'"_ansi) % bone.GetName()).Text();
+        return Words(ePhrase::BoneInGroup, bone.GetName());
     }
-    return isDetail ? "она является уровнем детализации"_ansi : "она не является отдельной костью"_ansi;
+    return Words(isDetail ? ePhrase::BoneIsDetailLevel : ePhrase::BoneIsNoBone);
 }
 
-std::string WhyHidden(const host::INode& node) {
+eBilingual WhyHidden(const host::INode& node) {
     const host::INode* current = &node;
     while (current != nullptr && !current->IsNodeHidden()) {
         current = current->GetParentNode();
     }
-    return current != nullptr ? (format("кость '%s' скрыта"_ansi) % current->GetName()).Text()
-                              : std::string();
+    return current != nullptr ? Words(ePhrase::BoneHidden, current->GetName()) : eBilingual();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "base/bilingual.h"
 
 class Export;
 
@@ -10,7 +10,7 @@ class INode;
 
 // Why the skeleton of the current model does not hold the node, in the artist's words and without a full
 // stop; empty if it does. Its bones must have been numbered.
-std::string WhyOutsideSkeleton(Export& run, host::INode& node);
+eBilingual WhyOutsideSkeleton(Export& run, host::INode& node);
 
 // The same for the one reason that the node, or one above it, is hidden; empty if none is.
-std::string WhyHidden(const host::INode& node);
+eBilingual WhyHidden(const host::INode& node);

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
 #include "base/number_text.h"
-#include "base/user_message.h"
 #include "io/sdl/sdl_parser.h"
 #include "run/export.h"
+#include "run/tell.h"
 
 namespace {
 
@@ -51,10 +49,8 @@ void TellBadValue(Export& run, const host::INode& node, const char* key, const c
     node.GetUserPropString(key, value);
     const auto isForeign = [](char byte) { return static_cast<unsigned char>(byte) > 0x7F; };
     if (std::ranges::any_of(value, isForeign) || value.find_first_of(badInValue) != std::string::npos) {
-        const auto text =
-            format("Значение '%s' свойства '%s' узла '%s' содержит недопустимые символы."_ansi) % value %
-            key % node.GetName();
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+        Tell(run, eMessageId::PropertiesForeignCharacter, {.node = host::PathOf(node), .property = key},
+             value, key, node.GetName());
     }
 }
 
@@ -63,9 +59,8 @@ void TellOtherNumber(Export& run, const host::INode& node, const char* key, floa
     if (!node.GetUserPropString(key, value) || SaysNumber(value, readAs)) {
         return;
     }
-    const auto text = format("Значение '%s' свойства '%s' узла '%s' читается как число %s."_ansi) % value %
-                      key % node.GetName() % RealText(readAs);
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::PropertiesReadAsNumber, {.node = host::PathOf(node), .property = key}, value, key,
+         node.GetName(), RealText(readAs));
 }
 
 bool CheckWord(Export& run, const host::INode& node, const char* key, const std::string& value) {
@@ -73,11 +68,7 @@ bool CheckWord(Export& run, const host::INode& node, const char* key, const std:
         TellBadValue(run, node, key, "{}\"");
         return true;
     }
-    const auto text =
-        format(
-            "Значение '%s' свойства '%s' узла '%s' не записано: игра не сможет его прочитать.\nНеобходимо "
-            "убрать из него скобки, кавычки и русские буквы."_ansi) %
-        value % key % node.GetName();
-    ShowError(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::PropertiesNotWritten, {.node = host::PathOf(node), .property = key}, value, key,
+         node.GetName());
     return false;
 }

@@ -4,10 +4,9 @@
 #include <string>
 
 #include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
 #include "scene/properties/told_values.h"
@@ -31,8 +30,8 @@ eIkType NamedJoint(Export& run, const host::INode& node, const std::string& name
     if (joint != std::end(kJoints)) {
         return joint->type;
     }
-    ShowError(run.host->GetMAXHWnd(),
-              (format("Неизвестный тип IK '%s' в кости '%s'"_ansi) % name % node.GetName()).Text());
+    Tell(run, eMessageId::JointsUnknownType, {.node = host::PathOf(node), .property = "IKType"}, name,
+         node.GetName());
     return kIkNone;
 }
 

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
 #include "run/run_flags.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_skin.h"
 #include "scene/bones/local_matrix.h"
@@ -66,10 +64,7 @@ bool IsLeftOut(const eBoneStep& step) {
 void SettleLocalMatrix(Export& run, eBoneStep& step) {
     step.local = MatrixInParentBone(step.node, run.StaticTime());
     if (!IsOrthonormal(step.local)) {
-        ShowError(nullptr, (format("Матрица для кости '%s' не ортогональна или содержит "
-                                   "неодинаковое масштабирование по осям!"_ansi) %
-                            step.name)
-                               .Text());
+        Tell(nullptr, eMessageId::BonesMatrix, {.node = host::PathOf(step.node)}, step.name);
     }
     if ((step.flags & RootBone) != 0) {
         const host::Point3 lengths{host::Length(step.local.GetRow(0)), host::Length(step.local.GetRow(1)),
@@ -162,10 +157,7 @@ bool WriteChild(Export& run, eMeshStage& meshStage, const eBoneStep& step, host:
     }
     if (step.node.IsGroupMember() && !child.IsGroupMember()) {
         NoteWalkEnd(run, child, eLeftOut::OutOfGroup);
-        ShowError(
-            run.host->GetMAXHWnd(),
-            (format("Не относящаяся к группе кость '%s' прилинкована внутрь группы!"_ansi) % child.GetName())
-                .Text());
+        TellOfNode(run, eMessageId::BonesInsideGroup, child);
         return false;
     }
     return WriteBone(run, meshStage, child, step.commonNode, 0);

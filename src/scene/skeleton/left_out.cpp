@@ -1,45 +1,40 @@
 #include "scene/skeleton/left_out.h"
 
-#include <string>
+#include <optional>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
+#include "messages/phrase.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
 #include "scene/properties/node_properties.h"
 
 namespace {
 
-// What a node is for the game beside the skeleton, as the artist calls it; null for what is not missed.
-const char* WordOf(eNodeKind kind) {
+// What a node is for the game beside the skeleton, as the artist calls it; nothing for what is not missed.
+std::optional<ePhrase> PhraseOf(eNodeKind kind) {
     switch (kind) {
         case eNodeKind::Volume:
-            return "объем"_ansi;
+            return ePhrase::ItemVolume;
         case eNodeKind::SupportPoint:
-            return "точка опоры"_ansi;
+            return ePhrase::ItemSupportPoint;
         case eNodeKind::Zone:
-            return "зона"_ansi;
+            return ePhrase::ItemZone;
         case eNodeKind::Preview:
-            return "просмотровая группа"_ansi;
+            return ePhrase::ItemPreview;
         default:
-            return nullptr;
+            return std::nullopt;
     }
-}
-
-void AddItem(std::string& items, const std::string& what, const host::INode& node) {
-    items += (items.empty() ? "" : ", ") + what + " '" + node.GetName() + "'";
 }
 
 // The walk that the node has stopped. Hidden branches below it would be left out without it as well.
-void ListItems(const Export& run, host::INode& node, std::string& items) {
+void ListItems(const Export& run, host::INode& node, eBilingual& items) {
     if (HasUserProp(node, "Land")) {
-        AddItem(items, "'Land' узла"_ansi, node);
+        items.AddToList(Words(ePhrase::ItemLand, node.GetName()));
     }
     const eNodeKind kind = ClassifyNode(node);
-    if (const char* word = WordOf(kind)) {
-        AddItem(items, word, node);
+    if (const std::optional<ePhrase> phrase = PhraseOf(kind)) {
+        items.AddToList(Words(*phrase, node.GetName()));
     }
     for (int i = 0; kind == eNodeKind::Ordinary && i < node.NumberOfChildren(); ++i) {
         host::INode& child = *node.GetChildNode(i);
@@ -54,12 +49,9 @@ void ListItems(const Export& run, host::INode& node, std::string& items) {
 }  // namespace
 
 void TellLeftOut(Export& run, host::INode& hidden) {
-    std::string items;
+    eBilingual items;
     ListItems(run, hidden, items);
-    if (!items.empty()) {
-        const auto text =
-            format("Узел '%s' скрыт, и вместе с ним не записано: %s.\nНеобходимо показать этот узел."_ansi) %
-            hidden.GetName() % items;
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    if (!items.IsEmpty()) {
+        Tell(run, eMessageId::NodesHiddenContent, {.node = host::PathOf(hidden)}, hidden.GetName(), items);
     }
 }

@@ -3,12 +3,10 @@
 #include <string>
 
 #include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
-#include "platform/message_box.h"
 #include "run/export.h"
 #include "run/resource_sets.h"
 #include "run/run_flags.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/bones/find_instance.h"
 #include "scene/bones/find_skin.h"
@@ -27,19 +25,18 @@ eExportBone& SlotOf(Export& run, const eBoneStep& step) {
     return run.model->bones[static_cast<std::size_t>(step.index)];
 }
 
-void TellCommonMesh(Export& run, const char* text, const std::string& name) {
-    platform::eMessageBox box;
-    box.text = (format(text) % name).Text();
-    box.title = "Ошибка"_ansi;
-    box.parent = run.host->GetMAXHWnd();
-    platform::ShowMessageBox(box);
+// A box without icon.
+void TellCommonMesh(Export& run, eMessageId id, const host::INode& node, const char* key,
+                    const std::string& name) {
+    ShowAs(MakeMessage(id, {.node = host::PathOf(node), .property = key}, name),
+           {.title = "Ошибка"_ansi, .parent = run.host->GetMAXHWnd()});
 }
 
-// Null, with a message, if there is none.
-host::INode* FindNamed(Export& run, const std::string& name) {
+// The node that the property names; null, with a message, if there is none.
+host::INode* FindNamed(Export& run, const host::INode& asking, const char* key, const std::string& name) {
     host::INode* node = run.host->GetINodeByName(name.c_str());
     if (node == nullptr) {
-        TellCommonMesh(run, "Кость '%s' для общего мэша не найдена!"_ansi, name);
+        TellCommonMesh(run, eMessageId::SharedMeshNoBone, asking, key, name);
     }
     return node;
 }
@@ -48,7 +45,7 @@ bool FindSharedMesh(Export& run, eBoneStep& step) {
     std::string name;
     step.node.GetUserPropString("Mesh", name);
     if (!name.empty()) {
-        step.meshTarget = FindNamed(run, name);
+        step.meshTarget = FindNamed(run, step.node, "Mesh", name);
         return step.meshTarget != nullptr;
     }
     const host::Object* object = step.node.EvalWorldState(run.StaticTime()).obj;
@@ -73,14 +70,14 @@ std::size_t MeshFrames(const Export& run, const host::INode& owner) {
 bool FindMergedMesh(Export& run, eBoneStep& step) {
     std::string name;
     if (step.node.GetUserPropString("CommonMesh", name)) {
-        step.commonNode = name.empty() ? &step.node : FindNamed(run, name);
+        step.commonNode = name.empty() ? &step.node : FindNamed(run, step.node, "CommonMesh", name);
         if (step.commonNode == nullptr) {
             return false;
         }
         step.index = FindBoneIndex(step.node, step.commonNode);
     }
     if (step.index < 0) {
-        TellCommonMesh(run, "Кость '%s' для общего мэша находится не в родительской иерархии!"_ansi, name);
+        TellCommonMesh(run, eMessageId::SharedMeshNotAbove, step.node, "CommonMesh", name);
         return false;
     }
     // A node may feed a mesh whose own node comes later in the walk, so that either of them sizes it.
@@ -132,14 +129,8 @@ void TellTakenName(Export& run, const eBoneStep& step) {
         return;
     }
     const eMeshOwner& first = entry->second;
-    const auto text =
-        format(
-            "Мэши кости '%s' модели '%s' и кости '%s' модели '%s' попали в общую папку под одним именем "
-            "'%s', "
-            "и вместо второго будет показан первый.\nНеобходимо переименовать одну из костей."_ansi) %
-        first.node->GetName() % first.root->GetName() % own.node->GetName() % own.root->GetName() %
-        step.meshName.Text();
-    ShowError(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::SharedMeshTakenName, {.node = host::PathOf(*own.node)}, first.node->GetName(),
+         first.root->GetName(), own.node->GetName(), own.root->GetName(), step.meshName.Text());
 }
 
 void RememberFate(Export& run, const eBoneStep& step, bool isWritten) {
@@ -160,12 +151,8 @@ void TellMemberWithoutMesh(Export& run, const eBoneStep& step) {
     if (!asksForMesh || step.commonNode != nullptr || SlotOf(run, step).hasMesh != 0) {
         return;
     }
-    const auto text =
-        format(
-            "Узел '%s' помечен как полигональный, но группа '%s', в которую он входит, нет: его мэш не "
-            "записан.\nНеобходимо указать 'Poly' у самой группы."_ansi) %
-        step.node.GetName() % OutOfGroup(step.node).GetName();
-    ShowError(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::GroupsMemberWithoutMesh, {.node = host::PathOf(step.node), .property = "Poly"},
+         step.node.GetName(), OutOfGroup(step.node).GetName());
 }
 
 bool FindMeshSource(Export& run, eBoneStep& step) {
@@ -201,20 +188,13 @@ void WriteOwnMesh(Export& run, eMeshStage& meshStage, const eBoneStep& step) {
     }
     const eExportBone& slot = SlotOf(run, step);
     if (slot.hasMesh == 0) {
-        ShowError(
-            run.host->GetMAXHWnd(),
-            (format("'%s': Экспорт воксельных мэшей больше не поддерживается."_ansi) % slot.node->GetName())
-                .Text());
+        TellOfNode(run, eMessageId::MeshVoxels, *slot.node);
         RememberFate(run, step, false);
         return;
     }
     const bool isWritten = meshStage.WriteMesh(run, *step.targetSet, step.meshName, step.index);
     if (!isWritten && !slot.isRefused) {
-        ShowError(run.host->GetMAXHWnd(),
-                  (format("'%s': Помечен как полигональный, но не содержит ни одного полигона.\n"
-                          "Необходимо убрать из параметров 'Poly' и переэкпортировать."_ansi) %
-                   slot.node->GetName())
-                      .Text());
+        TellOfNode(run, eMessageId::MeshNoPolygons, *slot.node);
     }
     if (isWritten && step.targetSet == &run.resources->commonResources) {
         TellTakenName(run, step);

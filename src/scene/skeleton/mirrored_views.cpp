@@ -1,9 +1,7 @@
 #include "scene/skeleton/mirrored_views.h"
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 
 bool IsMirroredAgainst(host::INode& node, host::INode& owner, host::TimeValue t) {
@@ -12,9 +10,7 @@ bool IsMirroredAgainst(host::INode& node, host::INode& owner, host::TimeValue t)
 
 void TellMirroredView(Export& run, const host::INode& owner) {
     if (run.model->sharedMeshes.toldMirrored.insert(&owner).second) {
-        const auto text =
-            format("Инверсный общий полигональный мэш в '%s' не поддерживается!"_ansi) % owner.GetName();
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+        TellOfNode(run, eMessageId::SharedMeshMirrored, owner);
     }
 }
 

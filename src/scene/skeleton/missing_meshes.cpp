@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
+#include "messages/phrase.h"
 #include "run/export.h"
 #include "run/run_flags.h"
+#include "run/tell.h"
 #include "scene/bones/skeleton_absence.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_kind.h"
@@ -28,56 +27,54 @@ bool IsView(const eSharedMeshes& meshes, const host::INode& node) {
 }
 
 // Why a mesh that the walk has not come to, or has passed, is not in the file.
-std::string WhyNotWritten(const eSharedMeshes& meshes, host::INode& target) {
-    if (std::string hidden = WhyHidden(target); !hidden.empty()) {
+eBilingual WhyNotWritten(const eSharedMeshes& meshes, host::INode& target) {
+    if (eBilingual hidden = WhyHidden(target); !hidden.IsEmpty()) {
         return hidden;
     }
     if (ClassifyNode(target) != eNodeKind::Ordinary || target.IsGroupMember()) {
-        return "она не является отдельной костью"_ansi;
+        return Words(ePhrase::BoneIsNoBone);
     }
     if (!target.Renderable()) {
-        return "она исключена из визуализации"_ansi;
+        return Words(ePhrase::MeshNotRenderable);
     }
     if (!HasUserProp(target, "Poly") && !host::HasUserPropString(target, "CommonMesh")) {
-        return "у нее нет параметра 'Poly'"_ansi;
+        return Words(ePhrase::MeshWithoutPoly);
     }
     if (exportSelected && !target.Selected()) {
-        return "она не выделена"_ansi;
+        return Words(ePhrase::MeshNotSelected);
     }
     if (HasValue(target, "CommonMesh")) {
-        return "она сама входит в общий мэш другой кости"_ansi;
+        return Words(ePhrase::MeshFeedsAnother);
     }
     if (IsView(meshes, target)) {
-        return "она сама показывает мэш другой кости"_ansi;
+        return Words(ePhrase::MeshShowsAnother);
     }
     if (IsShape(target)) {
-        return "она состоит из линий"_ansi;
+        return Words(ePhrase::MeshOfLines);
     }
-    return "обход модели до нее не дошел"_ansi;
+    return Words(ePhrase::MeshNotReached);
 }
 
-std::string ReasonOf(const eSharedMeshes& meshes, host::INode& target) {
+eBilingual ReasonOf(const eSharedMeshes& meshes, host::INode& target) {
     const auto fate = meshes.fates.find(&target);
     if (fate == meshes.fates.end()) {
         return WhyNotWritten(meshes, target);
     }
     switch (fate->second) {
         case eMeshFate::Empty:
-            return "в нем нет ни одного полигона"_ansi;
+            return Words(ePhrase::MeshEmpty);
         case eMeshFate::Refused:
-            return "причина указана выше"_ansi;
+            return Words(ePhrase::MeshRefused);
         default:
-            return "он записан в папку своей модели, а не в общую"_ansi;
+            return Words(ePhrase::MeshElsewhere);
     }
 }
 
 void TellLostViews(Export& run, const eSharedMeshes& meshes) {
     for (const eSharedView& view : meshes.views) {
         if (!meshes.IsWritten(*view.target)) {
-            ShowError(run.host->GetMAXHWnd(),
-                      (format("Кость '%s' показывает мэш кости '%s', но этот мэш не записан: %s."_ansi) %
-                       view.node->GetName() % view.target->GetName() % ReasonOf(meshes, *view.target))
-                          .Text());
+            Tell(run, eMessageId::SharedMeshNotWritten, {.node = host::PathOf(*view.node)},
+                 view.node->GetName(), view.target->GetName(), ReasonOf(meshes, *view.target));
         }
     }
 }
@@ -86,10 +83,8 @@ void TellLostViews(Export& run, const eSharedMeshes& meshes) {
 void TellLostFeeds(Export& run, const eSharedMeshes& meshes) {
     for (const eMeshFeed& feed : meshes.feeds) {
         if (!meshes.fates.contains(feed.target)) {
-            const auto text =
-                format("Мэш '%s' не попал в общий мэш кости '%s', потому что тот не записан: %s."_ansi) %
-                feed.node->GetName() % feed.target->GetName() % WhyNotWritten(meshes, *feed.target);
-            ShowError(run.host->GetMAXHWnd(), text.Text());
+            Tell(run, eMessageId::SharedMeshFeedLost, {.node = host::PathOf(*feed.node)},
+                 feed.node->GetName(), feed.target->GetName(), WhyNotWritten(meshes, *feed.target));
         }
     }
 }
