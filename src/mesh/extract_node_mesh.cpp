@@ -4,12 +4,10 @@
 #include "animation/feeder_motion.h"
 #include "animation/model_motion.h"
 #include "animation/sample_node.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "mesh/read/animated_part.h"
 #include "mesh/read/extract_mesh.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
@@ -23,12 +21,8 @@ bool ComesTooLate(Export& run, const host::INode& node, const eExportBone& bone,
     if (!bone.isWritten || commonTarget == nullptr) {
         return false;
     }
-    const auto text =
-        format(
-            "Мэш '%s' не попал в общий мэш '%s': тот уже записан.\nНеобходимо прилинковать узел ниже общего "
-            "мэша или поставить его раньше."_ansi) %
-        node.GetName() % commonTarget->GetName();
-    ShowError(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::SharedMeshTooLate, {.node = host::PathOf(node)}, node.GetName(),
+         commonTarget->GetName());
     return true;
 }
 

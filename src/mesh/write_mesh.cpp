@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "material/queries/material_queries.h"
 #include "mesh/build/bone_palettes.h"
 #include "mesh/build/finite_frames.h"
@@ -22,7 +19,9 @@
 #include "mesh/strips/mesh_order.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
+#include "messages/phrase.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/find_skin.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
@@ -31,13 +30,9 @@
 
 namespace {
 
-std::string Named(const char* text, const eExportBone& bone) {
-    return (format(text) % bone.node->GetName()).Text();
-}
-
 // Tells what is wrong with the bone's mesh, and that it is not written.
-bool Refuse(Export& run, const eExportBone& bone, const char* text) {
-    ShowError(run.host->GetMAXHWnd(), Named(text, bone));
+bool Refuse(Export& run, const eExportBone& bone, eMessageId id) {
+    TellOfNode(run, id, *bone.node);
     return false;
 }
 
@@ -49,15 +44,13 @@ void StartProgress(Export& run, const std::string& title) {
 bool HasFaces(Export& run, const eExportBone& bone) {
     const eExportMesh& mesh = bone.mesh;
     if (mesh.frames.empty() || mesh.frames.front().positions.empty()) {
-        return Refuse(run, bone, "Кость '%s' помечена как полигональная, но не содержит треугольников!"_ansi);
+        return Refuse(run, bone, eMessageId::MeshNoTriangles);
     }
     if (mesh.faces.empty() && bone.isRefused) {
         return false;
     }
     if (mesh.faces.empty()) {
-        return Refuse(run, bone,
-                      "Кость '%s' помечена как полигональная, но видимых граней у нее нет!\n"
-                      "Необходимо показать грани или убрать из параметров 'Poly'."_ansi);
+        return Refuse(run, bone, eMessageId::MeshNoVisibleFaces);
     }
     return true;
 }
@@ -86,16 +79,13 @@ bool PrepareSkin(eExportBone& bone) {
 bool FitsFile(Export& run, const eExportBone& bone, const eMeshAssembly& assembly) {
     constexpr std::size_t kMostTriangles = 65535;
     if (assembly.vertices.size() >= eVertexWeld::kMostVertices) {
-        return Refuse(run, bone, "Более 65535 вершин в '%s'!"_ansi);
+        return Refuse(run, bone, eMessageId::MeshTooManyVertices);
     }
     if (assembly.triangles > kMostTriangles) {
-        return Refuse(run, bone,
-                      "Более 65535 треугольников в '%s'!\nНеобходимо разделить мэш на несколько узлов."_ansi);
+        return Refuse(run, bone, eMessageId::MeshTooManyTriangles);
     }
     if (!std::ranges::all_of(assembly.vertices, IsFinite)) {
-        return Refuse(run, bone,
-                      "В мэше '%s' есть вершины, у которых координаты не являются числами!\n"
-                      "Необходимо исправить масштаб узла или его текстурные координаты."_ansi);
+        return Refuse(run, bone, eMessageId::MeshNotFinite);
     }
     return true;
 }
@@ -106,10 +96,6 @@ host::Box3 BoundsOf(const std::vector<eExportVertex>& vertices) {
         box += vertex.position;
     }
     return box;
-}
-
-void WarnOfBone(Export& run, const eExportBone& bone, const char* text) {
-    ShowWarning(run.host->GetMAXHWnd(), Named(text, bone));
 }
 
 // A number counts the bones of the skin from 1; 0 is no bone.
@@ -146,7 +132,7 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
     const eAnimatedTextureBlock animatedTexture(run, *bone.node);
     eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);
     if (subMeshes.lostTriangles) {
-        WarnOfBone(run, bone, "Есть вырожденные треугольники в мэше '%s'. Используйте WELD."_ansi);
+        TellOfNode(run, eMessageId::MeshDegenerate, *bone.node);
     }
     if (run.meshOrderObserver) {
         run.meshOrderObserver(MeasureOrder(CleanNodeName(bone.node->GetName(), true), assembly, subMeshes));
@@ -173,14 +159,14 @@ bool WriteMesh(Export& run, xIo::eStream& stream, int boneIndex) {
     if (!HasFaces(run, bone)) {
         return false;
     }
-    StartProgress(run, "Подготовка мэша к триангуляции..."_ansi);
+    StartProgress(run, Words(ePhrase::StageMesh).russian);
     CompleteFrames(bone.mesh);
     const bool lit = PrepareLights(run, *bone.node, bone.matrix);
     ComputeTangents(run, bone);
     ++run.model->meshCounter;
-    StartProgress(run, (format("Триангуляция %s (%d of %d)..."_ansi) % bone.node->GetName() %
-                        run.model->meshCounter % run.model->boneCount)
-                           .Text());
+    StartProgress(run, Words(ePhrase::StageTriangles, bone.node->GetName(), run.model->meshCounter,
+                             run.model->boneCount)
+                           .russian);
     const bool skinned = PrepareSkin(bone);
     bone.colorsAllWhite = true;
     const eMeshAssembly assembly = AssembleMesh(run, boneIndex, lit, skinned);

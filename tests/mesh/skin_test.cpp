@@ -181,10 +181,9 @@ TEST(Skin, PartsWithoutSkinInASkinnedGroupFollowNoBone) {
     support::eNode head = MovedSkin(root, root, "hat").GroupHead();
     head.Child("feather").GroupMember().Object(eMeshObject{support::GridMesh(1, 1), {}});
     eMeshRun run(scene);
-    EXPECT_THAT(
-        run.Messages(),
-        ElementsAre("Предупреждение: Мэш 'feather' без скина входит в скиновый мэш 'hat': его вершины не "
-                    "следуют за костями.\nНеобходимо добавить ему скин с теми же костями."));
+    EXPECT_THAT(run.Messages(),
+                ElementsAre("Advice: Мэш 'feather' без скина входит в скиновый мэш 'hat': его вершины не "
+                            "следуют за костями.\nНеобходимо добавить ему скин с теми же костями."));
     const eFileMesh mesh = run.Mesh("hat");
     EXPECT_TRUE(mesh.skinned);
     EXPECT_EQ(mesh.indices.size(), 9U);
@@ -252,14 +251,13 @@ TEST(Skin, BonesThatTheSkeletonLacksAreTold) {
                                root.Child("zone").Property("Area").Object(eHelperObject{})};
     coat.Skin(bones, {{{0, 1}}, {{1, 1}}, {{2, 1}}});
     eMeshRun run(scene);
-    EXPECT_THAT(
-        run.Messages(),
-        AllOf(Contains("Ошибка: Скин мэша 'coat' содержит кости, которых нет в скелете:\n"
-                       "'leg': кость 'hips' скрыта.\n'knob': она входит в группу 'coat'.\n"
-                       "'other': она находится вне модели 'root'.\n"
-                       "'zone': она не является отдельной костью."),
-              Contains("Предупреждение: Кость 'knob' скина 'coat' скрыта, но входит в его группу, и ее "
-                       "геометрия записана в мэш.\nНеобходимо вынести кость из группы.")));
+    EXPECT_THAT(run.Messages(),
+                AllOf(Contains("Ошибка: Скин мэша 'coat' содержит кости, которых нет в скелете:\n"
+                               "'leg': кость 'hips' скрыта.\n'knob': она входит в группу 'coat'.\n"
+                               "'other': она находится вне модели 'root'.\n"
+                               "'zone': она не является отдельной костью."),
+                      Contains("Advice: Кость 'knob' скина 'coat' скрыта, но входит в его группу, и ее "
+                               "геометрия записана в мэш.\nНеобходимо вынести кость из группы.")));
 }
 
 // Catches sub-meshes that see more than 25 bones, and palettes that lead to other bones than the weights.

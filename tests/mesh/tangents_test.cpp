@@ -58,7 +58,7 @@ TEST(Tangents, StandAtRightAnglesToTheNormal) {
 // Catches infinities and NaN in the file, and a zero vector that no shader can normalise.
 TEST(Tangents, AFaceWithoutAreaInMapSpaceHasAUnitTangentAndIsTold) {
     const std::string warning =
-        "Предупреждение: В мэше 'hat' есть треугольники без площади в текстурных координатах: у карты "
+        "Advice: В мэше 'hat' есть треугольники без площади в текстурных координатах: у карты "
         "нормалей "
         "нет на них направления.\nНеобходимо исправить развертку.";
     for (const std::vector<host::Point3>& flat : {std::vector<host::Point3>{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}},

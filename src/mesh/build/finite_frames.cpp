@@ -3,22 +3,16 @@
 #include <algorithm>
 
 #include "animation/model_motion.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "mesh/build/finite_vertex.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 
 namespace {
 
 void TellBrokenFrame(Export& run, const eExportBone& bone, int frame) {
-    const auto text = format(
-                          "Мэш '%s' в кадре %d содержит координаты, которые не являются числами. Для таких "
-                          "кадров записана неподвижная форма.\nНеобходимо исправить анимацию масштаба узла "
-                          "или его вершин."_ansi) %
-                      bone.node->GetName() % frame;
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::MeshFrameNotFinite, {.node = host::PathOf(*bone.node)}, bone.node->GetName(),
+         frame);
 }
 
 }  // namespace

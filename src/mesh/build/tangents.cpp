@@ -5,12 +5,9 @@
 #include <optional>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "material/queries/material_queries.h"
-#include "platform/message_box.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/export_bone.h"
 
 namespace {
@@ -111,18 +108,13 @@ void ComputeTangents(Export& run, eExportBone& bone) {
         }
         const eFrameResult result = ComputeFrame(mesh, bumped, mesh.frames[frame]);
         if (result == eFrameResult::MissingCoordinates) {
-            platform::ShowMessageBox(
-                {.text = "Animated mesh bug!", .title = "Error", .icon = platform::eBoxIcon::Stop});
+            ShowAs(MakeMessage(eMessageId::TangentsNoCoordinates, {.node = host::PathOf(*bone.node)}),
+                   {.title = "Error", .icon = platform::eBoxIcon::Stop});
             break;
         }
         hasFlatFaces |= result == eFrameResult::FlatFaces;
     }
     if (hasFlatFaces) {
-        const auto text =
-            format(
-                "В мэше '%s' есть треугольники без площади в текстурных координатах: у карты нормалей нет на "
-                "них направления.\nНеобходимо исправить развертку."_ansi) %
-            bone.node->GetName();
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+        TellOfNode(run, eMessageId::TangentsNoArea, *bone.node);
     }
 }

@@ -6,11 +6,9 @@
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "mesh/read/extract_mesh.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/find_skin.h"
 #include "scene/current_model.h"
 #include "scene/master_scale.h"
@@ -81,17 +79,13 @@ void eAnimatedPart::TellStillMesh(const eExportAnimation& animation) {
         return;
     }
     toldStillMesh = true;
-    Warn((format("Мэш '%s' анимирован по кадрам в анимации '%s', а общий мэш '%s', в который он входит, нет. "
-                 "Движение не записано.\nНеобходимо указать у общего мэша 'CommonMesh' без имени."_ansi) %
-          node.GetName() % animation.name % commonTarget.GetName())
-             .Text());
+    Tell(run, eMessageId::AnimatedMeshStillOwner, {.node = host::PathOf(node), .animation = animation.name},
+         node.GetName(), animation.name, commonTarget.GetName());
 }
 
 void eAnimatedPart::TellUncoveredMesh(const eExportAnimation& animation) const {
-    Warn((format("Анимация '%s' охватывает мэш '%s', но не общий мэш '%s', в который он входит. Движение не "
-                 "записано.\nНеобходимо добавить '%s' в набор этой анимации."_ansi) %
-          animation.name % node.GetName() % commonTarget.GetName() % commonTarget.GetName())
-             .Text());
+    Tell(run, eMessageId::AnimatedMeshUncovered, {.node = host::PathOf(node), .animation = animation.name},
+         animation.name, node.GetName(), commonTarget.GetName(), commonTarget.GetName());
 }
 
 void eAnimatedPart::TellOtherShape(int number) {
@@ -99,13 +93,5 @@ void eAnimatedPart::TellOtherShape(int number) {
         return;
     }
     toldOtherShape = true;
-    Warn((format("Мэш '%s' в кадре %d состоит из других граней, чем в статическом кадре. Для таких кадров "
-                 "записана неподвижная форма.\nНеобходимо убрать анимацию, которая меняет число граней или "
-                 "вершин."_ansi) %
-          node.GetName() % number)
-             .Text());
-}
-
-void eAnimatedPart::Warn(const std::string& text) const {
-    ShowWarning(run.host->GetMAXHWnd(), text);
+    Tell(run, eMessageId::AnimatedMeshOtherShape, {.node = host::PathOf(node)}, node.GetName(), number);
 }

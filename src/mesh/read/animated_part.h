@@ -33,7 +33,6 @@ private:
     void TellStillMesh(const eExportAnimation& animation);
     void TellUncoveredMesh(const eExportAnimation& animation) const;
     void TellOtherShape(int number);
-    void Warn(const std::string& text) const;
 
     Export& run;
     host::INode& node;

@@ -4,15 +4,13 @@
 #include <cstddef>
 #include <optional>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "mesh/read/face_reader.h"
 #include "mesh/read/grow.h"
 #include "mesh/read/node_reading.h"
 #include "mesh/read/skin_switch.h"
 #include "mesh/read/vertex_light.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/find_skin.h"
 #include "scene/current_model.h"
 #include "scene/master_scale.h"
@@ -42,10 +40,6 @@ private:
     int before;
 };
 
-void TellOfNode(const eNodeReading& reading, const char* text) {
-    ShowError(reading.run.host->GetMAXHWnd(), (format(text) % reading.node.GetName()).Text());
-}
-
 host::INode& RootOf(host::INode& node, const eExportBone& bone, host::INode* commonTarget) {
     if (commonTarget != nullptr) {
         return *commonTarget;
@@ -57,16 +51,12 @@ host::INode& RootOf(host::INode& node, const eExportBone& bone, host::INode* com
 bool FitsRoot(const eNodeReading& reading) {
     const bool rootIsSkinned = FindSkin(reading.root) != nullptr;
     if (reading.skin != nullptr && !rootIsSkinned) {
-        ShowError(reading.run.host->GetMAXHWnd(), "Скиновый мэш в нескиновой группе!"_ansi);
+        Tell(reading.run, eMessageId::SkinInPlainGroup, {.node = host::PathOf(reading.node)});
         return false;
     }
     if (reading.skin == nullptr && rootIsSkinned && reading.IsFirstFrame()) {
-        const auto text =
-            format(
-                "Мэш '%s' без скина входит в скиновый мэш '%s': его вершины не следуют за костями.\n"
-                "Необходимо добавить ему скин с теми же костями."_ansi) %
-            reading.node.GetName() % reading.root.GetName();
-        ShowWarning(reading.run.host->GetMAXHWnd(), text.Text());
+        Tell(reading.run, eMessageId::SkinUnskinnedPart, {.node = host::PathOf(reading.node)},
+             reading.node.GetName(), reading.root.GetName());
     }
     return true;
 }
@@ -136,7 +126,7 @@ bool ReadBoneTable(const eNodeReading& reading) {
     if (&reading.node != &reading.root || rootSkin->GetNumBones() <= kBonesPerSkin) {
         return true;
     }
-    TellOfNode(reading, "Слишком много костей для скиннинга мэша '%s'"_ansi);
+    TellOfNode(reading.run, eMessageId::SkinTooManyBones, reading.node);
     reading.bone.isRefused = true;
     return false;
 }
@@ -152,7 +142,7 @@ void ReadTriangles(const eNodeReading& reading) {
     const std::optional<bool> hasVertexAlpha = HasVertexAlpha(mesh);
     if (!hasVertexAlpha) {
         if (reading.IsFirstFrame()) {
-            TellOfNode(reading, "Испорченный канал вертескной альфы в '%s'"_ansi);
+            TellOfNode(reading.run, eMessageId::MeshAlphaChannel, reading.node);
         }
         return;
     }

@@ -1,12 +1,11 @@
 #include "mesh/read/face_reader.h"
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "mesh/read/corner_normal.h"
 #include "mesh/read/grow.h"
 #include "mesh/read/unit_normal.h"
+#include "messages/phrase.h"
 #include "run/export.h"
+#include "run/tell.h"
 
 namespace {
 
@@ -125,23 +124,19 @@ void eFaceReader::TellBonesOutsideTable() const {
     if (!skin || skin->LeftOutBones().empty()) {
         return;
     }
-    const auto text =
-        format(
-            "Скин узла '%s' ссылается на кости, которых нет в скине '%s': %s. Их веса не записаны.\n"
-            "Необходимо добавить эти кости в скин '%s'."_ansi) %
-        reading.node.GetName() % reading.root.GetName() % NamesOfLeftOutBones() % reading.root.GetName();
-    ShowError(reading.run.host->GetMAXHWnd(), text.Text());
+    Tell(reading.run, eMessageId::SkinBonesOutsideRoot, {.node = host::PathOf(reading.node)},
+         reading.node.GetName(), reading.root.GetName(), NamesOfLeftOutBones(), reading.root.GetName());
 }
 
-std::string eFaceReader::NamesOfLeftOutBones() const {
+eBilingual eFaceReader::NamesOfLeftOutBones() const {
     const host::ISkin& ownSkin = *SkinOf(reading);
-    std::string names;
+    eBilingual names;
     for (const int number : skin->LeftOutBones()) {
         const bool isOfSkin = number >= 0 && number < ownSkin.GetNumBones();
         const host::INode* bone = isOfSkin ? ownSkin.GetBone(number) : nullptr;
-        names += names.empty() ? "" : ", ";
-        names += bone != nullptr ? (format("'%s'") % bone->GetName()).Text()
-                                 : (format("№%d"_ansi) % number).Text();
+        const eBilingual name =
+            bone != nullptr ? FillBoth("'%s'", "'%s'", bone->GetName()) : Words(ePhrase::BoneNumber, number);
+        names.AddToList(name);
     }
     return names;
 }

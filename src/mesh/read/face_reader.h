@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
+#include "base/bilingual.h"
 #include "host/mesh.h"
 #include "mesh/read/corner_color.h"
 #include "mesh/read/face_material.h"
@@ -29,7 +29,7 @@ private:
     host::Point3 FaceNormal(int index) const;
     eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
     void TellBonesOutsideTable() const;
-    std::string NamesOfLeftOutBones() const;
+    eBilingual NamesOfLeftOutBones() const;
 
     const eNodeReading& reading;
     const eReadingSpace& space;

@@ -4,15 +4,12 @@
 #include <string>
 #include <utility>
 
-#include "base/ansi.h"
-#include "base/diagnostics.h"
-#include "base/format.h"
 #include "io/name.h"
 #include "material/queries/material_queries.h"
 #include "material/run_materials.h"
 #include "mesh/strips/cache_statistics.h"
-#include "platform/message_box.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/export_bone.h"
 
 namespace {
@@ -49,12 +46,11 @@ ePrimitiveGroup OrderForCache(const std::vector<eTriangle>& triangles) {
 }
 
 // Beside the box, which says neither where nor how much.
-void TellLostTriangles(const eExportBone& bone, const host::Mtl* material, std::size_t lost,
+void TellLostTriangles(Export& run, const eExportBone& bone, const host::Mtl* material, std::size_t lost,
                        std::size_t all) {
-    const auto text =
-        format("Мэш '%s', материал '%s': вырожденных или повторяющихся треугольников %d из %d"_ansi) %
-        bone.node->GetName() % GetMaterialName(material) % lost % all;
-    Warn(__FILE__, __LINE__, text.Text());
+    const std::string name = GetMaterialName(material);
+    Tell(run, eMessageId::MeshLostTriangles, {.node = host::PathOf(*bone.node), .material = name},
+         bone.node->GetName(), name, lost, all);
 }
 
 }  // namespace
@@ -69,13 +65,12 @@ eSubMeshes BuildSubMeshes(Export& run, const eExportBone& bone, const eMeshAssem
         ePrimitiveGroup group = OrderForCache(triangles);
         const unsigned triangleCount = group.numIndices / 3;
         if (triangleCount < triangles.size()) {
-            TellLostTriangles(bone, key.material, triangles.size() - triangleCount, triangles.size());
+            TellLostTriangles(run, bone, key.material, triangles.size() - triangleCount, triangles.size());
         }
         if (group.numIndices == 0) {
-            platform::ShowMessageBox({.text = "GenerateStrips failed!",
-                                      .title = "Error",
-                                      .icon = platform::eBoxIcon::Stop,
-                                      .parent = run.host->GetMAXHWnd()});
+            ShowAs(MakeMessage(eMessageId::StripsFailed,
+                               {.node = host::PathOf(*bone.node), .material = GetMaterialName(key.material)}),
+                   {.title = "Error", .icon = platform::eBoxIcon::Stop, .parent = run.host->GetMAXHWnd()});
             continue;
         }
         result.lostTriangles |= triangleCount < triangles.size();
