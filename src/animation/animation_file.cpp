@@ -10,11 +10,9 @@
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
 #include "animation/vertex_section.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/run_journal.h"
 
@@ -149,9 +147,8 @@ bool WriteFrame(eAnimationWriter& writer, int frame) {
 void WriteFrames(eAnimationWriter& writer) {
     for (int frame = writer.animation.firstFrame; frame <= writer.animation.lastFrame; ++frame) {
         if (!WriteFrame(writer, frame)) {
-            const auto text =
-                format("Более 255 анимированых костей в анимации '%s'"_ansi) % writer.animation.name;
-            ShowError(writer.run.host->GetMAXHWnd(), text.Text());
+            Tell(writer.run, eMessageId::AnimationsTooManyBones, PlaceOf(writer.run, writer.animation),
+                 writer.animation.name);
             return;
         }
     }
@@ -210,19 +207,17 @@ struct eOverlapCheck {
     }
 };
 
-void WarnAboutOverlaps(eAnimationWriter& writer, std::size_t index) {
+void AdviseOnOverlaps(eAnimationWriter& writer, std::size_t index) {
     const eOverlapCheck check{writer, std::span(writer.run.motion->animations).subspan(index + 1)};
-    const char* loss = "При обратном порядке кадров анимация '%s' содержит чужие позы."_ansi;
+    eMessageId id = eMessageId::AnimationsForeignPoses;
     const eExportAnimation* taker = check.TakerOfPoses();
     if (taker == nullptr) {
-        loss = "Крайний кадр анимации '%s' не содержит полной позы."_ansi;
+        id = eMessageId::AnimationsOverlap;
         taker = check.TakerOfAnEnd();
     }
     if (taker != nullptr) {
-        const std::string text = (format("Анимации '%s' и '%s' пересекаются по кадрам.\n"_ansi) %
-                                  writer.animation.name % taker->name)
-                                     .Text();
-        ShowWarning(writer.run.host->GetMAXHWnd(), text + (format(loss) % writer.animation.name).Text());
+        const std::string& name = writer.animation.name;
+        Tell(writer.run, id, PlaceOf(writer.run, writer.animation), name, taker->name, name);
     }
 }
 
@@ -234,10 +229,8 @@ bool IsFileName(const std::string& name) {
 void WriteAnimationFile(Export& run, std::size_t index) {
     const eExportAnimation& animation = run.motion->animations[index];
     if (!IsFileName(animation.binary)) {
-        const auto text =
-            format("Недопустимое имя файла '%s' в анимации '%s' модели '%s'.\nАнимация не записана."_ansi) %
-            animation.binary % animation.name % run.model->currentRoot->GetName();
-        return ShowError(run.host->GetMAXHWnd(), text.Text());
+        return Tell(run, eMessageId::AnimationsFileName, PlaceOf(run, animation), animation.binary,
+                    animation.name, run.model->currentRoot->GetName());
     }
     const eName path = (run.model->modelFolder / eName(animation.binary)).Append(".anm");
     run.texts->anmStream = std::make_unique<xIo::eFileStream>();
@@ -254,7 +247,7 @@ void WriteAnimationFile(Export& run, std::size_t index) {
     WriteFrames(writer);
     run.texts->anmStream->Close();
     run.texts->anmStream.reset();
-    WarnAboutOverlaps(writer, index);
+    AdviseOnOverlaps(writer, index);
 }
 
 // Of two animations with one file the later one stands.
@@ -264,11 +257,8 @@ void WarnAboutSharedFiles(Export& run) {
         for (std::size_t earlier = 0; earlier < later; ++earlier) {
             const eExportAnimation& first = run.motion->animations[earlier];
             if (first.inRange && second.inRange && eName(first.binary) == eName(second.binary)) {
-                const auto text = format(
-                                      "Анимации '%s' и '%s' записываются в один файл '%s.anm'.\n"
-                                      "Останется последняя из них."_ansi) %
-                                  first.name % second.name % second.binary;
-                ShowWarning(run.host->GetMAXHWnd(), text.Text());
+                Tell(run, eMessageId::AnimationsSharedFile, PlaceOf(run, second), first.name, second.name,
+                     second.binary);
                 break;
             }
         }

@@ -7,11 +7,10 @@
 #include "animation/animation_format.h"
 #include "animation/model_motion.h"
 #include "base/ansi.h"
-#include "base/format.h"
 #include "base/number_text.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_properties.h"
@@ -46,34 +45,31 @@ void ReadFileAndSpeed(std::string_view rest, eExportAnimation& animation) {
     animation.binary = binary.empty() ? animation.name : std::string(binary);
 }
 
-int FindSelectionSet(Export& run, const std::string& name) {
+int FindSelectionSet(Export& run, const eExportAnimation& animation, const std::string& name) {
     for (int set = 0; set < run.host->GetNumNamedSelSets(); ++set) {
         if (EqualNoCase(run.host->GetNamedSelSetName(set), name)) {
             return set;
         }
     }
-    ShowWarning(run.host->GetMAXHWnd(), (format("Именованное выделение '%s' не найдено.\n"
-                                                "Используется текущее выделение."_ansi) %
-                                         name)
-                                            .Text());
+    Tell(run, eMessageId::AnimationsNoSelectionSet, PlaceOf(run, animation), name);
     return -1;
 }
 
 // False, with a message, for a range that can't be exported.
 bool CheckRange(Export& run, const eExportAnimation& animation) {
-    const char* fault = nullptr;
+    eMessageId fault{};
     if (animation.firstFrame > animation.lastFrame) {
-        fault = "В анимации '%s' конечный кадр меньше начального.\nАнимация пропущена."_ansi;
+        fault = eMessageId::AnimationsReversedRange;
     } else if (std::int64_t{animation.lastFrame} - animation.firstFrame >= kMaxAnimationFrames) {
-        fault = "В анимации '%s' больше 65536 кадров.\nАнимация пропущена."_ansi;
+        fault = eMessageId::AnimationsTooManyFrames;
     } else if (!host::IsOnTimeline(*run.host, animation.firstFrame) ||
                !host::IsOnTimeline(*run.host, animation.lastFrame)) {
-        fault = "В анимации '%s' есть кадры, до которых не доходит время сцены.\nАнимация пропущена."_ansi;
+        fault = eMessageId::AnimationsBeyondTime;
+    } else {
+        return true;
     }
-    if (fault != nullptr) {
-        ShowError(run.host->GetMAXHWnd(), (format(fault) % animation.name).Text());
-    }
-    return fault == nullptr;
+    Tell(run, fault, PlaceOf(run, animation), animation.name);
+    return false;
 }
 
 bool IsInRange(const Export& run, const eExportAnimation& animation) {
@@ -83,10 +79,8 @@ bool IsInRange(const Export& run, const eExportAnimation& animation) {
 // Beyond the timeline nothing moves as a rule: a slip of the pen, unless the range was narrowed to work on a
 // part of it.
 void TellFramesBeyondTimeline(Export& run, const eExportAnimation& animation) {
-    const auto text =
-        format("Анимация '%s' (кадры %s-%s) выходит за пределы шкалы времени (кадры %s-%s)."_ansi) %
-        animation.name % animation.firstFrame % animation.lastFrame % run.frameStart % run.frameEnd;
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::AnimationsBeyondRange, PlaceOf(run, animation), animation.name,
+         animation.firstFrame, animation.lastFrame, run.frameStart, run.frameEnd);
 }
 
 void AddAnimation(Export& run, eExportAnimation animation, std::string_view declaration) {
@@ -94,7 +88,7 @@ void AddAnimation(Export& run, eExportAnimation animation, std::string_view decl
     const std::string selectionName(TrimBlanks(CutToken(declaration, ",")));
     animation.firstFrame = FrameOr(CutToken(declaration, " -"), run.frameStart);
     animation.lastFrame = FrameOr(CutToken(declaration, " ,-"), run.frameEnd);
-    animation.selection = FindSelectionSet(run, selectionName);
+    animation.selection = FindSelectionSet(run, animation, selectionName);
     if (!CheckRange(run, animation)) {
         return;
     }
@@ -138,6 +132,10 @@ void WriteAnimation(xIo::xSdl::eWriter& writer, const eExportAnimation& animatio
 }
 
 }  // namespace
+
+eMessagePlace PlaceOf(const Export& run, const eExportAnimation& animation) {
+    return {.node = host::PathOf(*run.model->currentRoot), .animation = animation.name};
+}
 
 void ReadAnimations(Export& run) {
     run.motion->animations.clear();

@@ -1,10 +1,16 @@
 #pragma once
 
+#include "messages/message_place.h"
+
 class Export;
+struct eExportAnimation;
 
 namespace host {
 class INode;
 }  // namespace host
+
+// Where what is told of an animation belongs: the root that declares it.
+eMessagePlace PlaceOf(const Export& run, const eExportAnimation& animation);
 
 // Fills `animations` from the properties of the current root, in their order:
 //

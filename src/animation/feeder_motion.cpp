@@ -5,10 +5,8 @@
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/find_skin.h"
 #include "scene/master_scale.h"
 
@@ -50,10 +48,9 @@ public:
         return names;
     }
 
-    void Tell(const char* text, const std::string& animations) const {
+    void TellLoss(eMessageId id, const std::string& animations) const {
         if (!animations.empty()) {
-            ShowWarning(run.host->GetMAXHWnd(),
-                        (format(text) % feeder.GetName() % bone.GetName() % animations).Text());
+            Tell(run, id, {.node = host::PathOf(feeder)}, feeder.GetName(), bone.GetName(), animations);
         }
     }
 
@@ -88,14 +85,9 @@ void TellFeederMotion(Export& run, const host::INode& feeder, const host::INode&
     }
     const eFeederCheck check(run, feeder, bone);
     if (!keepsMotion) {
-        check.Tell(
-            "Узел '%s' входит в мэш кости '%s', но движется относительно нее. Движение не записано "
-            "(анимации: %s).\nНеобходимо сделать его отдельной костью или указать у общего мэша 'CommonMesh' "
-            "без имени."_ansi,
-            check.AnimationsWhere([&](host::TimeValue time) { return check.MovesAt(time); }));
+        check.TellLoss(eMessageId::FeederMotionLost,
+                       check.AnimationsWhere([&](host::TimeValue time) { return check.MovesAt(time); }));
     }
-    check.Tell(
-        "Узел '%s' входит в мэш кости '%s', но скрывается отдельно от нее. Его видимость не записана "
-        "(анимации: %s).\nНеобходимо сделать его отдельной костью."_ansi,
-        check.AnimationsWhere([&](host::TimeValue time) { return check.IsShownApartAt(time); }));
+    check.TellLoss(eMessageId::FeederVisibilityLost,
+                   check.AnimationsWhere([&](host::TimeValue time) { return check.IsShownApartAt(time); }));
 }

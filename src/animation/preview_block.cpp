@@ -5,11 +5,9 @@
 #include <numbers>
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/skeleton/matrix_text.h"
@@ -104,9 +102,7 @@ void WriteAmbient(Export& run, bool& ambientPending) {
 // A cone of zero lights nothing in the game, which nobody wants of a light.
 void TellEmptyCone(Export& run, const host::INode& node, const host::LightState& state) {
     if (state.fallsize <= 0) {
-        const auto text =
-            format("Конус просмотрового источника света \"%s\" равен нулю."_ansi) % node.GetName();
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
+        TellOfNode(run, eMessageId::PreviewEmptyCone, node);
     }
 }
 
@@ -166,9 +162,7 @@ void WriteGroupCamera(Export& run, const host::INode& group) {
     bool hasCamera = false;
     ForEachMember<host::CameraObject>(group, [&](host::INode& node, host::CameraObject& camera) {
         if (hasCamera) {
-            const auto text = format("Просмотровая группа \"%s\" может содержать только одну камеру"_ansi) %
-                              group.GetName();
-            ShowError(run.host->GetMAXHWnd(), text.Text());
+            TellOfNode(run, eMessageId::PreviewSecondCamera, group);
             return;
         }
         hasCamera = true;
@@ -202,8 +196,7 @@ void WritePreviewBlock(Export& run, const std::vector<host::INode*>& previews) {
     writer.BlockBegin().String("preview").EndLine();
     for (const host::INode* group : previews) {
         if (!group->IsGroupHead()) {
-            const auto text = format("Просмотровая кость \"%s\" должна быть группой"_ansi) % group->GetName();
-            ShowError(run.host->GetMAXHWnd(), text.Text());
+            TellOfNode(run, eMessageId::PreviewNoGroup, *group);
             continue;
         }
         writer.BlockBegin().String(group->GetName()).EndLine();

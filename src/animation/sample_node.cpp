@@ -6,10 +6,9 @@
 #include "animation/model_motion.h"
 #include "animation/pose_tolerance.h"
 #include "base/format.h"
-#include "base/user_message.h"
-#include "platform/message_box.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/run_journal.h"
@@ -39,7 +38,7 @@ struct ePose {
 };
 
 // Brings a mirrored matrix to the right hand by turning its third axis round; true if it was mirrored.
-bool TakeOutMirror(Export& run, Matrix3& m) {
+bool TakeOutMirror(Export& run, const host::INode& node, Matrix3& m) {
     const Point3 third = host::CrossProd(m.GetRow(0), m.GetRow(1));
     if (third.Equals(m.GetRow(2), kHandednessTolerance)) {
         return false;
@@ -48,7 +47,8 @@ bool TakeOutMirror(Export& run, Matrix3& m) {
         m.SetRow(2, -m.GetRow(2));
         return true;
     }
-    platform::ShowMessageBox({.text = "Non-ortho", .title = "ERROR", .parent = run.host->GetMAXHWnd()});
+    ShowAs(MakeMessage(eMessageId::AnimationsNonOrtho, {.node = host::PathOf(node)}),
+           {.title = "ERROR", .parent = run.host->GetMAXHWnd()});
     return false;
 }
 
@@ -59,7 +59,7 @@ ePose PoseAt(const eSampler& sampler, host::TimeValue time) {
     if (sampler.bone == 0) {
         relative = relative * sampler.run.mirrorMatrix;
     }
-    const bool mirrored = TakeOutMirror(sampler.run, relative);
+    const bool mirrored = TakeOutMirror(sampler.run, sampler.node, relative);
     return {relative.GetTrans(), Quat(relative), mirrored};
 }
 

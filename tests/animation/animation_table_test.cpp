@@ -104,7 +104,7 @@ TEST(AnimationTable, TheCurrentRangeLimitsWhatIsSampled) {
     EXPECT_THAT(limited.walk.Messages(), IsEmpty());
     const eTable all(declared);
     EXPECT_TRUE(all.walk.run.motion->animations[1].inRange);
-    EXPECT_THAT(all.walk.Messages(), ElementsAre("Предупреждение: Анимация 'out' (кадры 1-40) выходит за "
+    EXPECT_THAT(all.walk.Messages(), ElementsAre("Advice: Анимация 'out' (кадры 1-40) выходит за "
                                                  "пределы шкалы времени (кадры 2-40)."));
 }
 
