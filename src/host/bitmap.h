@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "base/bilingual.h"
+
 namespace host {
 
 // Which picture to load.
@@ -25,7 +27,7 @@ class BitmapManager {
 public:
     virtual ~BitmapManager() = default;
     // Null if the file can't be read as a picture; `problem`, if given, then says why.
-    virtual Bitmap* Load(const BitmapInfo& info, std::string* problem) = 0;
+    virtual Bitmap* Load(const BitmapInfo& info, eBilingual* problem) = 0;
 };
 
 }  // namespace host

@@ -7,7 +7,6 @@
 
 #include "base/ansi.h"
 #include "base/format.h"
-#include "base/user_message.h"
 #include "material/queries/material_queries.h"
 #include "material/queries/sorrel.h"
 #include "material/queries/texture_slot.h"
@@ -15,8 +14,10 @@
 #include "material/textures/texture_claim.h"
 #include "material/textures/texture_name.h"
 #include "material/textures/write_texture.h"
+#include "messages/phrase.h"
 #include "run/export.h"
 #include "run/resource_sets.h"
+#include "run/tell.h"
 
 namespace {
 
@@ -146,20 +147,17 @@ void CheckDuplicateNames(Export& run) {
         const std::string name = GetMaterialName(key.material);
         const std::string text = (format("%s~^&*%d") % name % key.group).Text();
         if (!keys.insert(LowerAnsi(text)).second) {
-            ShowError(run.host->GetMAXHWnd(),
-                      (format("Повторяющееся имя материала '%s'!"_ansi) % name).Text());
+            Tell(run, eMessageId::MaterialsDuplicateName, {.material = name}, name);
         }
     }
 }
 
 // A material gets its record by its first palette; one that occurs in later palettes alone has none.
 void WarnWithoutRecord(Export& run, const Mtl* material, const eExportMaterialUse& use) {
-    const auto text =
-        format(
-            "Материал '%s' мэша '%s' не записан: он используется только в дополнительных палитрах "
-            "костей.\nНеобходимо упростить скиннинг или разделить мэш."_ansi) %
-        GetMaterialName(material) % (use.node != nullptr ? use.node->GetName() : std::string());
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    const std::string name = GetMaterialName(material);
+    Tell(run, eMessageId::MaterialsPaletteOnly,
+         {.node = use.node != nullptr ? host::PathOf(*use.node) : std::string(), .material = name}, name,
+         use.node != nullptr ? use.node->GetName() : std::string());
 }
 
 void AddRecord(eExportResourceSet& set, eExportMaterial record) {
@@ -200,7 +198,7 @@ private:
 
 void WriteMaterials(Export& run, bool useCommon) {
     CheckDuplicateNames(run);
-    run.host->ProgressStart("Запись текстур..."_ansi);
+    run.host->ProgressStart(Words(ePhrase::StageTextures).russian);
     eExportResourceSet& set = useCommon ? run.resources->commonResources : run.resources->modelResources;
     ePercentProgress progress(*run.host, run.materials->materialMap.size());
     const Mtl* previous = nullptr;  // the map is ordered by material, then by palette

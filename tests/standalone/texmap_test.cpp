@@ -131,7 +131,7 @@ TEST_F(Texmap, MapsOfMapsCombineTheirInputs) {
 TEST_F(Texmap, APictureThatCannotBeReadIsBlack) {
     folder.Write("art/text.png", "no picture at all, but long enough for any header");
     ExpectColor(At(Map(builder.Map(eBitmapMap{.file = "text.png"})), 0.5F, 0.5F), 0, 0, 0);
-    std::string problem;
+    eBilingual problem;
     EXPECT_EQ(host->TheManager().Load({folder / "art/nothing.png"}, &problem), nullptr);
     EXPECT_EQ(problem, LockedPicture());
     EXPECT_EQ(host->TheManager().Load({folder / "art"}, &problem), nullptr);

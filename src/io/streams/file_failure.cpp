@@ -1,43 +1,46 @@
 #include "io/streams/file_failure.h"
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
+#include "messages/phrase.h"
+#include "messages/tell.h"
 
 namespace xIo {
 namespace {
 
-std::string ReasonText(const platform::eIoStatus& status) {
+eBilingual ReasonOf(const platform::eIoStatus& status) {
     switch (status.reason) {
         case platform::eIoReason::NotFound:
-            return "файл или папка не найдены"_ansi;
+            return Words(ePhrase::FileNotFound);
         case platform::eIoReason::AccessDenied:
-            return "нет доступа"_ansi;
+            return Words(ePhrase::FileAccessDenied);
         case platform::eIoReason::NoSpace:
-            return "нет места на диске"_ansi;
+            return Words(ePhrase::FileNoSpace);
         case platform::eIoReason::NoDrive:
-            return "нет такого диска"_ansi;
+            return Words(ePhrase::FileNoDrive);
         case platform::eIoReason::Fenced:
-            return "путь лежит за пределами ресурсов игры"_ansi;
+            return Words(ePhrase::FileFenced);
         default:
-            return status.Text();
+            return {status.Text(), status.Text()};
     }
 }
 
-void TellFailure(const char* pattern, const std::string& path, const platform::eIoStatus& status,
-                 const std::string& owner) {
-    const auto failure = format(pattern) % path % ReasonText(status);
-    ShowError(nullptr, failure.Text() + (owner.empty() ? "" : "\n" + owner));
+void TellFailure(eMessageId id, const std::string& path, const platform::eIoStatus& status,
+                 const eMessagePlace& owner) {
+    eMessagePlace place = owner;
+    place.file = path;
+    const bool hasOwner = !owner.material.empty();
+    Tell(nullptr, id, place, path, ReasonOf(status),
+         hasOwner ? Words(ePhrase::OwnerOfFile, owner.material, owner.map) : eBilingual());
 }
 
 }  // namespace
 
-void TellWriteFailure(const std::string& path, const platform::eIoStatus& status, const std::string& owner) {
-    TellFailure("Не удалось записать файл '%1%': %2%."_ansi, path, status, owner);
+void TellWriteFailure(const std::string& path, const platform::eIoStatus& status,
+                      const eMessagePlace& owner) {
+    TellFailure(eMessageId::FilesNotWritten, path, status, owner);
 }
 
-void TellReadFailure(const std::string& path, const platform::eIoStatus& status, const std::string& owner) {
-    TellFailure("Не удалось прочитать файл '%1%': %2%."_ansi, path, status, owner);
+void TellReadFailure(const std::string& path, const platform::eIoStatus& status, const eMessagePlace& owner) {
+    TellFailure(eMessageId::FilesNotRead, path, status, owner);
 }
 
 }  // namespace xIo

@@ -9,9 +9,9 @@
 #include "base/diagnostics.h"
 #include "base/format.h"
 #include "io/streams/file_failure.h"
+#include "messages/tell.h"
 #include "platform/file_events.h"
 #include "platform/folder.h"
-#include "platform/message_box.h"
 
 namespace xIo {
 namespace {
@@ -26,13 +26,12 @@ platform::eFileAccess AccessOf(std::uint32_t flags) {
 // Returns to try again. A refusal is fatal.
 void AskToRetry(const std::string& name, const platform::eIoStatus& status) {
     Warn(__FILE__, __LINE__, (format("%1%: %2%") % name % status.Text()).Text());
-    platform::eMessageBox box;
-    box.text = name;
-    box.title = "Error writing filestream";
-    box.icon = platform::eBoxIcon::Warning;
-    box.buttons = platform::eBoxButtons::RetryCancel;
-    box.topMost = true;
-    if (platform::ShowMessageBox(box) != platform::eBoxAnswer::Retry) {
+    const platform::eBoxAnswer answer = ShowAs(MakeMessage(eMessageId::FilesOpenFailed, {.file = name}, name),
+                                               {.title = "Error writing filestream",
+                                                .icon = platform::eBoxIcon::Warning,
+                                                .buttons = platform::eBoxButtons::RetryCancel,
+                                                .topMost = true});
+    if (answer != platform::eBoxAnswer::Retry) {
         Fail(__FILE__, __LINE__, (format("%1% - open error!") % name).Text());
     }
 }

@@ -112,7 +112,7 @@ platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std:
 }
 
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
-                    const std::string& owner) {
+                    const eMessagePlace& owner) {
     const platform::eIoStatus status = StoreWholeFile(path, content);
     if (!status.IsOk()) {
         TellWriteFailure(path, status, owner);
@@ -120,7 +120,7 @@ bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> conte
     return status.IsOk();
 }
 
-bool CopyWholeFile(const std::string& source, const std::string& target, const std::string& owner) {
+bool CopyWholeFile(const std::string& source, const std::string& target, const eMessagePlace& owner) {
     eNewFile copy;
     const eCopyStatus status = Copy(source, copy, target);
     if (!status.read.IsOk()) {

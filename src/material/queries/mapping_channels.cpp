@@ -4,9 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
+#include "host/node_path.h"
+#include "messages/tell.h"
 #include "run/export.h"
 
 namespace {
@@ -46,10 +45,6 @@ std::vector<const host::Texmap*> CheckMappingChannels(Export& run, host::Mtl* ma
 }
 
 void TellMappingChannel(const host::Texmap& map, const host::INode& node, int faces) {
-    const auto text =
-        format(
-            "Неподдерживаемый канал текстурирования в материале '%s'. Будет использоваться 'Object XYZ'.\n"
-            "Узел '%s', граней: %d."_ansi) %
-        map.GetName() % node.GetName() % faces;
-    ShowWarning(nullptr, text.Text());
+    Tell(nullptr, eMessageId::TexturesChannel, {.node = host::PathOf(node), .map = map.GetName()},
+         map.GetName(), node.GetName(), faces);
 }

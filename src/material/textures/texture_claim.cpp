@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "material/queries/material_queries.h"
 #include "material/run_materials.h"
 #include "material/textures/texture_source.h"
 #include "run/export.h"
+#include "run/tell.h"
 
 namespace {
 
@@ -45,12 +43,9 @@ bool GoTogether(const eTextureClaim& a, const eTextureClaim& b) {
 }
 
 void TellRivals(Export& run, const eName& name, const eTextureClaim& earlier, const eTextureClaim& claim) {
-    const auto text =
-        format(
-            "Текстура '%s' одна, а нужна двум картам в разном виде: материал '%s' (карта '%s') и "
-            "материал '%s' (карта '%s').\nВ игре останется только одна из них."_ansi) %
-        name.Text() % earlier.materialName % earlier.mapName % claim.materialName % claim.mapName;
-    ShowWarning(run.host->GetMAXHWnd(), text.Text());
+    Tell(run, eMessageId::TexturesRivals,
+         {.material = claim.materialName, .map = claim.mapName, .file = claim.file.Text()}, name.Text(),
+         earlier.materialName, earlier.mapName, claim.materialName, claim.mapName);
 }
 
 }  // namespace

@@ -4,10 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/diagnostics.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "io/streams/whole_file.h"
 #include "material/queries/map_files.h"
 #include "material/queries/material_queries.h"
@@ -15,11 +11,13 @@
 #include "material/textures/copied_picture.h"
 #include "material/textures/normal_map.h"
 #include "material/textures/texture_source.h"
+#include "messages/phrase.h"
 #include "platform/file.h"
 #include "platform/file_events.h"
 #include "platform/file_time.h"
 #include "platform/folder.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/run_journal.h"
 #include "texture/compress_image.h"
 
@@ -41,11 +39,10 @@ struct eTextureRequest {
     host::Mtl* material;
     host::TimeValue time;
 
-    // "(материал '...', карта '...')"
-    std::string Owner() const {
-        return (format("(материал '%s', карта '%s')"_ansi) % GetMaterialName(material) %
-                (texture.texmap != nullptr ? texture.texmap->GetName() : std::string()))
-            .Text();
+    // What the file was for.
+    eMessagePlace Owner() const {
+        return {.material = GetMaterialName(material),
+                .map = texture.texmap != nullptr ? texture.texmap->GetName() : std::string()};
     }
     // What decides about the file; the first of the reasons stays.
     void Note(eFileRule rule, const std::string& source = {}) const {
@@ -54,15 +51,12 @@ struct eTextureRequest {
             note->source = source;
         }
     }
-    void Tell(const std::string& file, const char* what) const {
-        const auto text = format("Текстура '%s' %s %s"_ansi) % file % Owner() % what;
-        ShowWarning(run.host->GetMAXHWnd(), text.Text());
-    }
-    void TellLost(const std::string& file, const std::string& reason) const {
-        Tell(file, ("не записана:\n"_ansi + reason).c_str());
-    }
-    void TellUnreadable(const std::string& file, const std::string& reason) const {
-        TellLost(file, "файл изображения не читается.\n"_ansi + reason);
+    // The values of the text are file, material and map, and what stands behind them.
+    template <class... Values>
+    void Tell(eMessageId id, const std::string& file, const Values&... values) const {
+        eMessagePlace place = Owner();
+        place.file = file;
+        ::Tell(run, id, place, file, place.material, place.map, values...);
     }
 };
 
@@ -83,10 +77,10 @@ eFileRule RuleOfTimes(const std::string& source, const std::string& target) {
 
 // Takes the size and the depth of the picture from its file; false if it can't be read.
 bool TakeBitmap(const eTextureRequest& request, const std::string& source, eTexturePlan& plan) {
-    std::string problem;
+    eBilingual problem;
     host::Bitmap* bitmap = request.run.host->TheManager().Load({source}, &problem);
     if (bitmap == nullptr) {
-        request.TellUnreadable(source, problem);
+        request.Tell(eMessageId::TexturesUnreadable, source, problem);
         return false;
     }
     const eTextureRole& role = plan.picture.role;
@@ -104,9 +98,7 @@ bool IsUsable(const eTextureRequest& request, eTexturePlan& plan) {
     }
     const bool isCutOff = IsCutOffPicture(plan.source);
     if (isCutOff) {
-        request.TellUnreadable(
-            plan.source,
-            "Файл поврежден или обрывается раньше, чем кончается картинка. Сохраните ее заново."_ansi);
+        request.Tell(eMessageId::TexturesUnreadable, plan.source, Words(ePhrase::PictureDamaged));
     }
     return !isCutOff;
 }
@@ -114,25 +106,20 @@ bool IsUsable(const eTextureRequest& request, eTexturePlan& plan) {
 // What a copy is not, though its name or its map says so.
 void TellCopy(const eTextureRequest& request, const eTexturePlan& plan) {
     if (IsMisnamedPicture(plan.source)) {
-        request.Tell(
-            plan.source,
-            "взята как есть, но она не похожа на картинку того формата, который указан в ее имени."_ansi);
+        request.Tell(eMessageId::TexturesMisnamed, plan.source);
     }
     if (!plan.picture.map->PictureSettings().empty()) {
-        request.Tell(
-            plan.source,
-            "взята как есть: вырезка и кривая вывода ее карты в игру не попадут.\nСохраните картинку в "
-            "png, тогда они войдут в текстуру."_ansi);
+        request.Tell(eMessageId::TexturesCopiedWhole, plan.source);
     }
 }
 
 // The material names the texture all the same.
 void WarnMissing(const eTextureRequest& request, const host::Texmap& map) {
     const std::string file = FirstMapFile(map, true);
-    const auto text = format("The texture %s (material %s, map %s) is missing") %
-                      (file.empty() ? "of a map without file" : file) % GetMaterialName(request.material) %
-                      map.GetName();
-    Warn(__FILE__, __LINE__, text.Text());
+    const eBilingual shown = file.empty() ? Words(ePhrase::MapWithoutFile) : eBilingual{file, file};
+    const std::string material = GetMaterialName(request.material);
+    Tell(request.run, eMessageId::TexturesMissing, {.material = material, .map = map.GetName(), .file = file},
+         shown, material, map.GetName());
 }
 
 // A map with a file. Nothing if there is nothing to write.
@@ -188,15 +175,11 @@ bool HasSize(const eTexturePlan& plan) {
     return plan.picture.width > 0 && plan.picture.height > 0;
 }
 
-// Why DXT5 blocks can't hold the picture, and what the artist can do about its size.
-std::string SidesProblem(const eTexturePlan& plan) {
-    const bool hasFile = !plan.source.empty();
-    const auto text =
-        format("стороны карты нормалей, %1% и %2%, должны быть равны 1, 2 или кратны 4.\n%3%"_ansi) %
-        plan.picture.width % plan.picture.height %
-        (hasFile ? "Измените размер картинки."_ansi
-                 : "Этот размер дали координаты мэша: запеките карту в файл нужного размера."_ansi);
-    return text.Text();
+// DXT5 blocks can't hold the picture; what helps depends on where its size comes from.
+void TellSides(const eTextureRequest& request, const eTexturePlan& plan) {
+    const ePhrase help = plan.source.empty() ? ePhrase::BakePicture : ePhrase::ResizePicture;
+    request.Tell(eMessageId::TexturesSides, request.texture.file, plan.picture.width, plan.picture.height,
+                 Words(help));
 }
 
 // A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
@@ -220,7 +203,7 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
     if (result != compressDone) {
         content.clear();
         if (HasSize(plan)) {
-            request.TellLost(request.texture.file, SidesProblem(plan));
+            TellSides(request, plan);
         }
     }
     xIo::WriteWholeFile(request.texture.file, content, request.Owner());
@@ -228,10 +211,7 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
 
 void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (!HasSize(plan)) {
-        request.TellLost(
-            request.texture.file,
-            "по координатам мэша у картинки не получается размера: их нет, или на их единицу приходится не "
-            "больше метра.\nДобавьте мэшу координаты (UVW Map) или запеките карту в файл."_ansi);
+        request.Tell(eMessageId::TexturesNoSize, request.texture.file);
     }
     const eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {

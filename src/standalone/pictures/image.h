@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "base/bilingual.h"
 #include "host/values.h"
 
 namespace standalone {
@@ -48,7 +49,7 @@ private:
 // What a file holds: a picture, or the reason why there is none (picture_problem.h).
 struct eDecodedImage {
     std::unique_ptr<eImage> image;
-    std::string problem;
+    eBilingual problem;
 };
 
 // Decodes a file of one of kPictureFormats, whatever its name: the first picture of an animated one, the

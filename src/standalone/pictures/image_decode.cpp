@@ -146,7 +146,7 @@ bool ReadHeader(std::span<const std::uint8_t> file, eHeader& header) {
 }
 
 // Why the header can't be true, or empty.
-std::string HeaderProblem(std::span<const std::uint8_t> file, const eHeader& header) {
+eBilingual HeaderProblem(std::span<const std::uint8_t> file, const eHeader& header) {
     return SizeProblem(static_cast<std::uint64_t>(header.width), static_cast<std::uint64_t>(header.height),
                        static_cast<std::uint64_t>(FormatOf(file).texelsPerByte) * file.size());
 }
@@ -163,7 +163,7 @@ eDecodedImage DecodePlainImage(std::span<const std::uint8_t> wholeFile) {
         const bool isKnown = !FormatOf(file).begin.empty();
         return {nullptr, isKnown ? UnreadablePicture() : UnknownPicture()};
     }
-    if (const std::string problem = HeaderProblem(file, header); !problem.empty()) {
+    if (const eBilingual problem = HeaderProblem(file, header); !problem.IsEmpty()) {
         return {nullptr, problem};
     }
     LimitAllocation(file,

@@ -27,7 +27,7 @@ bool IsFile(const eImageFile& file) {
     return platform::Exists(file.path, file.form) && !platform::IsFolder(file.path, file.form);
 }
 
-const eImage* eImageStore::Find(const eImageFile& file, std::string* problem) {
+const eImage* eImageStore::Find(const eImageFile& file, eBilingual* problem) {
     const std::string diskPath = platform::DiskPath(file.path, file.form);
     const auto found = std::ranges::find(entries, diskPath, &eEntry::diskPath);
     if (found != entries.end()) {
@@ -82,7 +82,7 @@ private:
 
 }  // namespace
 
-host::Bitmap* eImageStore::Load(const host::BitmapInfo& info, std::string* problem) {
+host::Bitmap* eImageStore::Load(const host::BitmapInfo& info, eBilingual* problem) {
     const eImage* image = Find({info.path}, problem);
     return image != nullptr ? new eLoadedBitmap(*image) : nullptr;
 }

@@ -26,11 +26,11 @@ class eImageStore : public host::BitmapManager {
 public:
     // Null if the file can't be read as a picture; `problem`, if given, then says why. The
     // picture stays valid while Generation stays the same.
-    const eImage* Find(const eImageFile& file, std::string* problem = nullptr);
+    const eImage* Find(const eImageFile& file, eBilingual* problem = nullptr);
     // Rises when a picture is given up.
     unsigned Generation() const { return generation; }
 
-    host::Bitmap* Load(const host::BitmapInfo& info, std::string* problem) override;
+    host::Bitmap* Load(const host::BitmapInfo& info, eBilingual* problem) override;
 
 private:
     struct eEntry {

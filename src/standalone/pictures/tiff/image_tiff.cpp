@@ -250,7 +250,7 @@ bool ReadTexels(TIFF& tiff, const eLayout& layout, void* texels) {
                              : ReadPlain(tiff, layout, static_cast<std::uint8_t*>(texels));
 }
 
-std::string Problem(const eSource& source) {
+eBilingual Problem(const eSource& source) {
     return source.ranOut ? CutOffPicture() : UnreadablePicture();
 }
 
@@ -266,9 +266,9 @@ eDecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
         return {nullptr, Problem(source)};
     }
     const eLayout layout = ReadLayout(*tiff);
-    std::string problem =
+    eBilingual problem =
         SizeProblem(layout.width, layout.height, kMostBytesPerByte * file.size() / layout.BytesPerTexel());
-    if (!problem.empty()) {
+    if (!problem.IsEmpty()) {
         return {nullptr, std::move(problem)};
     }
     const bool has16Bits = layout.colors != 0 && layout.bits == 16;
