@@ -2,9 +2,7 @@
 
 #include <limits>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
+#include "messages/tell.h"
 #include "platform/file.h"
 #include "platform/file_time.h"
 
@@ -28,17 +26,8 @@ std::int64_t WriteTime(const std::string& path) {
 }
 
 void TellOutdated(const eDeployedFile& file, void* parent) {
-    if (file.isStrict) {
-        ShowError(parent, (format("Версия %s устарела!\nЭкспорт невозможен. "
-                                  "Необходимо обновить с t:/tools/3dsmax/"_ansi) %
-                           file.name)
-                              .Text());
-    } else {
-        ShowWarning(parent, (format("Версия %s устарела!\n Настоятельно рекомендуется "
-                                    "обновить с t:/tools/3dsmax/"_ansi) %
-                             file.name)
-                                .Text());
-    }
+    Tell(parent, file.isStrict ? eMessageId::DeploymentOutdated : eMessageId::DeploymentOld,
+         {.file = file.name}, file.name);
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "base/ansi.h"
-#include "base/format.h"
 #include "base/number_text.h"
-#include "base/user_message.h"
+#include "messages/phrase.h"
+#include "messages/tell.h"
 #include "run/export.h"
 
 namespace {
@@ -43,45 +43,32 @@ constexpr eDialogControl kControls[] = {
 struct eOptionPath {
     eName eExportOptions::*option;
     std::string Fields::*field;
-    const char* emptyText;
+    eMessageId whenEmpty;
+    ePhrase label;
 };
 
 // In the order in which they are taken over.
 constexpr eOptionPath kPaths[] = {
-    {&eExportOptions::resourceRoot, &Fields::resourceRoot, "Не задан путь к ресурсам игры!"_ansi},
-    {&eExportOptions::commonTextureSource, &Fields::commonTextureSource,
-     "Не задан исходный путь к общим текстурам!"_ansi},
-    {&eExportOptions::commonTextureTarget, &Fields::commonTextureTarget,
-     "Не задан путь к общим текстурам в игре!"_ansi},
+    {&eExportOptions::resourceRoot, &Fields::resourceRoot, eMessageId::OptionsNoResourceRoot,
+     ePhrase::LabelResourceRoot},
+    {&eExportOptions::commonTextureSource, &Fields::commonTextureSource, eMessageId::OptionsNoCommonSource,
+     ePhrase::LabelCommonSource},
+    {&eExportOptions::commonTextureTarget, &Fields::commonTextureTarget, eMessageId::OptionsNoCommonTarget,
+     ePhrase::LabelCommonTarget},
 };
 
-const char* LabelOf(const eOptionPath& path) {
-    const auto control = std::ranges::find_if(kControls, [&path](const eDialogControl& candidate) {
-        const auto* field = std::get_if<std::string Fields::*>(&candidate.field);
-        return field != nullptr && *field == path.field;
-    });
-    return control->text;
-}
-
-// Why no run can use the path; empty if one can.
-std::string ProblemOf(const eName& value, const eOptionPath& path) {
-    if (value.IsEmpty()) {
-        return path.emptyText;
-    }
-    if (value.Text().size() <= kLongestOptionPath) {
-        return {};
-    }
-    return (format("Слишком длинный путь: %1% байт, допустимо не более %2%.\n%3% %4%"_ansi) %
-            value.Text().size() % kLongestOptionPath % LabelOf(path) % value.Text())
-        .Text();
-}
-
+// False, with a message, for a path that no run can use.
 bool CheckPath(const eExportOptions& options, const eOptionPath& path, void* parent) {
-    const std::string problem = ProblemOf(options.*path.option, path);
-    if (!problem.empty()) {
-        ShowError(parent, problem);
+    const std::string& value = (options.*path.option).Text();
+    if (value.empty()) {
+        Tell(parent, path.whenEmpty, {});
+    } else if (value.size() > kLongestOptionPath) {
+        Tell(parent, eMessageId::OptionsLongPath, {.file = value}, value.size(), kLongestOptionPath,
+             Words(path.label), value);
+    } else {
+        return true;
     }
-    return problem.empty();
+    return false;
 }
 
 bool TakePaths(eExportOptions& options, const eDialogFields& fields, void* parent) {

@@ -8,11 +8,10 @@
 
 #include "animation/preview_block.h"
 #include "base/ansi.h"
-#include "base/format.h"
 #include "base/number_text.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
 #include "scene/properties/told_values.h"
@@ -101,8 +100,7 @@ void WriteZones(Export& run, std::vector<host::INode*>& zones) {
 
 void TellBodies(Export& run, const std::vector<host::INode*>& bodies) {
     if (!bodies.empty()) {
-        ShowWarning(run.host->GetMAXHWnd(),
-                    "Следует убрать из модели все Body, поскольку они более не нужны."_ansi);
+        Tell(run, eMessageId::ModelsBodies, {.node = host::PathOf(*bodies.front())});
     }
 }
 
@@ -120,7 +118,7 @@ void WriteVolumes(Export& run, std::vector<host::INode*>& volumes) {
             WriteVolume(run, *node);
         } else {
             NoteLeftOut(run, *node, eLeftOut::NameTaken);
-            ShowError(run.host->GetMAXHWnd(), (format("Повторяющееся имя объема '%s'!"_ansi) % key).Text());
+            Tell(run, eMessageId::VolumesDuplicateName, {.node = host::PathOf(*node)}, key);
         }
     }
     run.texts->defWriter->BlockEndLine();

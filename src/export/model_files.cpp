@@ -4,14 +4,12 @@
 
 #include "animation/animation_file.h"
 #include "animation/model_motion.h"
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "export/mdl_header.h"
 #include "io/path.h"
 #include "io/streams/file_failure.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/run_journal.h"
 
@@ -40,11 +38,10 @@ eName ModelTextPath(Export& run) {
     return run.options.exportMesh != 0 ? path : kNullDevice;
 }
 
-void RemoveAnimationList(const Export& run) {
+void RemoveAnimationList(Export& run) {
     const eName path = AnimationListPath(run);
     if (!RemovePath(path)) {
-        ShowError(run.host->GetMAXHWnd(),
-                  (format("Не удалось удалить файл '%s'."_ansi) % path.Text()).Text());
+        Tell(run, eMessageId::FilesNotDeleted, {.file = path.Text()}, path.Text());
     }
 }
 

@@ -2,15 +2,13 @@
 
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "export/common_resources.h"
 #include "io/path.h"
 #include "platform/drive_table.h"
 #include "platform/write_fence.h"
 #include "run/export.h"
 #include "run/resource_sets.h"
+#include "run/tell.h"
 #include "scene/bones/nested_structure.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
@@ -18,16 +16,17 @@
 
 namespace {
 
+void TellOfPath(Export& run, eMessageId id, const std::string& path) {
+    const host::INode& root = *run.model->currentRoot;
+    Tell(run, id, {.node = host::PathOf(root), .property = "Model"}, root.GetName(), path);
+}
+
 // A path with a drive leads nowhere behind the resource root.
 bool IsFromTheRoot(Export& run, const std::string& model) {
     if (!platform::HasDrive(model)) {
         return true;
     }
-    ShowError(run.host->GetMAXHWnd(),
-              (format("Кость '%s': в параметре 'Model' указан полный путь '%s'.\n"
-                      "Нужен путь от каталога ресурсов игры. Модель пропущена."_ansi) %
-               run.model->currentRoot->GetName() % model)
-                  .Text());
+    TellOfPath(run, eMessageId::ModelsFullPath, model);
     return false;
 }
 
@@ -35,11 +34,7 @@ bool IsInsideFence(Export& run) {
     if (platform::IsWriteAllowed(run.model->modelFolder.Text())) {
         return true;
     }
-    ShowError(run.host->GetMAXHWnd(),
-              (format("Кость '%s': путь '%s' из параметра 'Model' ведет за пределы каталога ресурсов.\n"
-                      "Модель пропущена."_ansi) %
-               run.model->currentRoot->GetName() % run.model->modelFolder.Text())
-                  .Text());
+    TellOfPath(run, eMessageId::ModelsOutsideRoot, run.model->modelFolder.Text());
     return false;
 }
 

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "base/ansi.h"
-#include "base/user_message.h"
 #include "run/export.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/properties/node_name.h"
@@ -50,7 +49,7 @@ void ScanScene(Export& run) {
         ScanRoot(run, *sceneRoot.GetChildNode(i));
     }
     if (run.scene->models.empty()) {
-        ShowError(run.host->GetMAXHWnd(), "Нечего экспортировать!\nВозможно, скрыта корневая кость."_ansi);
+        Tell(run, eMessageId::ModelsNone, {});
     }
     std::ranges::reverse(run.scene->models);
     BeginReports(run);

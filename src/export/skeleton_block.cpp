@@ -2,9 +2,9 @@
 
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
-#include "base/ansi.h"
 #include "export/mesh_stage_driver.h"
 #include "material/write_materials.h"
+#include "messages/phrase.h"
 #include "run/export.h"
 #include "run/model_texts.h"
 #include "run/resource_sets.h"
@@ -65,7 +65,7 @@ void WriteModelMaterials(Export& run) {
 }  // namespace
 
 void WriteSkeletonBlock(Export& run) {
-    run.host->ProgressStart("Трансформация мэшей, подготовка анимации..."_ansi);
+    run.host->ProgressStart(Words(ePhrase::StageSkeleton).russian);
     EmptySlots(run);
     run.texts->mdlWriter->BlockBegin().Word("skeleton").EndLine();
     OpenStructure(run);

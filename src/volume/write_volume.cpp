@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_name.h"
@@ -51,18 +49,12 @@ eVolumeSource ReadSource(Export& run, host::INode& node) {
 // A polyhedron that its indices can't address is refused before anything of it is written.
 bool IsWritable(Export& run, const eVolumeSource& source, const eTriangleMesh& triangles) {
     if (!triangles.IsValid()) {
-        const auto text =
-            format("Невозможно преобразовать мэш '%s' в набор треугольников!"_ansi) % source.name;
-        ShowError(run.host->GetMAXHWnd(), text.Text());
+        Tell(run, eMessageId::VolumesNoMesh, {.node = host::PathOf(source.node)}, source.name);
         return false;
     }
     const bool isPrimitive = source.shape == kBox || source.shape == kSphere || source.shape == kCylinder;
     if (!isPrimitive && triangles.Mesh().verts.size() > kMaxPolyhedronVertices) {
-        const auto text = format(
-                              "Полигональный объем '%s' содержит более 65536 вершин и не записан.\n"
-                              "Необходимо упростить его."_ansi) %
-                          source.name;
-        ShowError(run.host->GetMAXHWnd(), text.Text());
+        Tell(run, eMessageId::VolumesTooManyVertices, {.node = host::PathOf(source.node)}, source.name);
         return false;
     }
     return true;
@@ -71,11 +63,10 @@ bool IsWritable(Export& run, const eVolumeSource& source, const eTriangleMesh& t
 void WritePolyhedron(Export& run, const eVolumeSource& source, const host::Mesh& mesh) {
     const auto image = MakePolyhedronImage(mesh, source.objectToNode, source.metresPerUnit);
     run.texts->mdlWriter->BlockBegin().Word("polyhedron").String(HexText(image)).BlockEndLine();
-    const char* fault = mesh.faces.empty() ? "Полигональный объем '%s' не содержит ни одного полигона!"_ansi
-                        : !IsConvex(mesh) ? "Полигональный объем '%s' невыпуклый!"_ansi
-                                          : nullptr;
-    if (fault != nullptr) {
-        ShowError(run.host->GetMAXHWnd(), (format(fault) % source.node.GetName()).Text());
+    if (mesh.faces.empty()) {
+        TellOfNode(run, eMessageId::VolumesNoPolygons, source.node);
+    } else if (!IsConvex(mesh)) {
+        TellOfNode(run, eMessageId::VolumesNotConvex, source.node);
     }
 }
 
@@ -109,15 +100,10 @@ Matrix3 WriteShape(Export& run, const eVolumeSource& source, const host::Mesh& m
 
 void CheckMatrix(const eVolumeSource& source, const Matrix3& volumeTM) {
     if (!IsOrthonormal(volumeTM)) {
-        const auto text =
-            format("Матрица для объема '%s' не ортогональна или содержит масштабирование!"_ansi) %
-            source.name;
-        ShowError(nullptr, text.Text());
+        Tell(nullptr, eMessageId::VolumesMatrix, {.node = host::PathOf(source.node)}, source.name);
     }
     if (source.nodeTM.Parity() != 0) {
-        const auto text =
-            format("Матрица для объема '%s' содержит зеркальное масштабирование!"_ansi) % source.name;
-        ShowError(nullptr, text.Text());
+        Tell(nullptr, eMessageId::VolumesMirrored, {.node = host::PathOf(source.node)}, source.name);
     }
 }
 

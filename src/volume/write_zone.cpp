@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "run/export.h"
 #include "run/model_texts.h"
+#include "run/tell.h"
 #include "scene/current_model.h"
 #include "scene/master_scale.h"
 #include "scene/triangle_mesh.h"
@@ -159,16 +157,15 @@ void WritePolygon(eWriter& writer, const eZoneSource& source, std::vector<Point3
 // The line of a polygon zone: a shape has to have exactly one, of three points or more, as the sense of
 // turning is taken from its first three.
 bool IsPolygon(Export& run, const eZoneSource& source, const host::PolyShape& shape) {
-    const char* fault = nullptr;
     if (shape.lines.size() > 1) {
-        fault = "'%s': полигональная зона должна содержать только один полигон!"_ansi;
-    } else if (shape.lines.front().points.size() < 3) {
-        fault = "'%s': полигональная зона должна содержать не менее трех точек!"_ansi;
+        TellOfNode(run, eMessageId::ZonesSeveralPolygons, source.node);
+        return false;
     }
-    if (fault != nullptr) {
-        ShowError(run.host->GetMAXHWnd(), (format(fault) % source.node.GetName()).Text());
+    if (shape.lines.front().points.size() < 3) {
+        TellOfNode(run, eMessageId::ZonesTooFewPoints, source.node);
+        return false;
     }
-    return fault == nullptr;
+    return true;
 }
 
 void WriteShapeZone(Export& run, const eZoneSource& source) {

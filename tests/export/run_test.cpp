@@ -261,9 +261,9 @@ TEST(Run, WhatHangsOnTheModelFollowsTheSkeleton) {
     EXPECT_EQ(run.Text("tank/tank.def"), "{entity\n\t{\"land_patch\"\n\t}\n}\n");
     EXPECT_THAT(
         run.Messages(),
-        ElementsAre("Предупреждение: Значение '2 rad' свойства 'IKSpeed' узла 'joint' читается как число 2.",
-                    "Предупреждение: Значение '0.5' свойства 'Obstacle' узла 'half' читается как число 0.",
-                    "Предупреждение: Значение 'yes' свойства 'Obstacle' узла 'unsure' читается как число 0.",
+        ElementsAre("Advice: Значение '2 rad' свойства 'IKSpeed' узла 'joint' читается как число 2.",
+                    "Advice: Значение '0.5' свойства 'Obstacle' узла 'half' читается как число 0.",
+                    "Advice: Значение 'yes' свойства 'Obstacle' узла 'unsure' читается как число 0.",
                     "Предупреждение: Следует убрать из модели все Body, поскольку они более не нужны."));
 }
 

@@ -165,9 +165,8 @@ TEST_F(GameplayText, TagsOfVolumesGoToTheDefinition) {
     EXPECT_THAT(Def("\"c\""), HasSubstr("{\"c\"\n\t\t\t{thickness 1 2}\n\t\t\t{able {blast}}"));
     EXPECT_THAT(
         Messages(),
-        ElementsAre(
-            "Предупреждение: Значение 'цепь' свойства 'Volume' узла 'c' содержит недопустимые символы.",
-            HasSubstr("Ошибка: Значение '{1' свойства 'blast' узла 'c' не записано")));
+        ElementsAre("Advice: Значение 'цепь' свойства 'Volume' узла 'c' содержит недопустимые символы.",
+                    HasSubstr("Ошибка: Значение '{1' свойства 'blast' узла 'c' не записано")));
     EXPECT_THAT(Mdl("\"zones\""), HasSubstr("\t{obstacle \"d\"\n\t\t{circle2"));
     EXPECT_EQ(Def("\"d\""), "{\"d\"\n\t\t\t{tags \"\\\"q\\\" \\\\\" \"\xF6\xE5\xEF\xFC\"}\n\t\t}");
 }
@@ -284,7 +283,7 @@ TEST_F(GameplayText, APreviewHasTheCameraAndTheLightsOfItsGroup) {
               "0}\n\t\t\t\t{angle0 0}\n\t\t\t}\n\t\t}\n\t}\n}");
     EXPECT_THAT(Messages(),
                 ElementsAre("Ошибка: Просмотровая группа \"view\" может содержать только одну камеру",
-                            "Предупреждение: Конус просмотрового источника света \"dark\" "
+                            "Advice: Конус просмотрового источника света \"dark\" "
                             "равен нулю.",
                             "Ошибка: Просмотровая кость \"loose\" должна быть группой"));
 }
