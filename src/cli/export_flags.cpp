@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <optional>
 
-#include "base/ansi.h"
-#include "base/format.h"
-#include "base/user_message.h"
 #include "cli/option_path.h"
 #include "export/dialog_logic.h"
+#include "messages/tell.h"
 #include "run/export.h"
 
 namespace cli {
@@ -21,7 +19,7 @@ bool SetPathField(std::string& field, const std::optional<std::string>& flag, bo
     }
     const std::optional<std::string> path = isFolder ? FolderOption(*flag) : OptionPath(*flag);
     if (!path) {
-        ShowError(nullptr, (format("%s: code page 1251 lacks a character of it") % name).Text());
+        Tell(nullptr, eMessageId::OptionsForeignCharacter, {}, name);
         return false;
     }
     field = *path;
@@ -36,9 +34,8 @@ void SetFlagField(bool& field, const std::optional<bool>& flag) {
 void SetStaticFrame(const Export& run, eDialogFields& fields, int frame) {
     fields.staticFrame = std::max(run.frameStart, std::min(frame, run.frameEnd));
     if (fields.staticFrame != frame) {
-        const auto text = format("--static-frame %d lies outside the animation range %d to %d: %d is used") %
-                          frame % run.frameStart % run.frameEnd % fields.staticFrame;
-        ShowWarning(nullptr, text.Text());
+        Tell(nullptr, eMessageId::OptionsFrameMoved, {}, frame, run.frameStart, run.frameEnd,
+             fields.staticFrame);
     }
 }
 

@@ -36,6 +36,7 @@ struct eExportFlags {
     std::vector<std::string> drives;  // X=DIR
     eSceneFlags sceneFlags;
     std::string report;
+    std::string language;  // "ru", "en", or empty for that of the user
 };
 
 // Sets the dialog's fields from the flags and presses its button: the same checks and messages as in the

@@ -11,6 +11,7 @@
 #include "base/diagnostics.h"
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
+#include "cli/language_flag.h"
 #include "cli/option_path.h"
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
@@ -154,6 +155,7 @@ private:
     static standalone::eTerminal Terminal(const eExportFlags& flags) {
         standalone::eTerminal terminal = standalone::StandardTerminal();
         terminal.onlyErrors = flags.quiet;
+        terminal.speaksRussian = SpeaksRussian(flags.language);
         return terminal;
     }
 
@@ -255,7 +257,7 @@ private:
         record.options = exporter->options;
         record.models = exporter->modelReports;
         for (const standalone::eShownMessage& message : face.Messages()) {
-            record.messages.push_back({message.kind, ToUtf8(message.title), ToUtf8(message.text)});
+            record.messages.push_back(Utf8Message(message));
         }
         record.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
         record.exitCode = exitCode;
@@ -275,11 +277,13 @@ private:
         // A module does not tell of its models.
         const std::string models =
             plugin != nullptr ? std::string() : Counted(record.WrittenModels(), "model") + " written, ";
-        std::printf("%s%s changed, %s, %s, %.2f seconds%s\n", models.c_str(),
+        const int advice = record.Count(eSeverity::Advice);
+        const std::string advised = advice > 0 ? std::to_string(advice) + " advice, " : std::string();
+        std::printf("%s%s changed, %s, %s, %s%.2f seconds%s\n", models.c_str(),
                     Counted(record.ChangedFiles(), "file").c_str(),
                     Counted(record.CountErrors(), "error").c_str(),
-                    Counted(record.CountWarnings(), "warning").c_str(), record.seconds,
-                    record.cancelled ? ", cancelled" : "");
+                    Counted(record.Count(eSeverity::Warning), "warning").c_str(), advised.c_str(),
+                    record.seconds, record.cancelled ? ", cancelled" : "");
         std::fflush(stdout);
     }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/language_flag.h"
+
 namespace cli {
 
 namespace {
@@ -56,6 +58,7 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
     command.add_option("--drive", flags.drives, "Paths that begin with X:/ lie under DIR; may be repeated")
         ->type_name("X=DIR");
     command.add_flag("--quiet", flags.quiet, "Tell errors only");
+    AddLanguageFlag(command, flags.language);
     return silent;
 }
 

@@ -17,7 +17,6 @@ namespace {
 
 using nlohmann::ordered_json;
 using platform::eFileAction;
-using standalone::eMessageKind;
 
 ordered_json OptionsJson(const eExportOptions& options) {
     ordered_json json = ordered_json::object();
@@ -41,11 +40,31 @@ ordered_json ModelJson(const eModelReport& model) {
             {"skipped", model.skipped}};
 }
 
+ordered_json PlaceJson(const eMessagePlace& place) {
+    ordered_json json = ordered_json::object();
+    const auto add = [&json](const char* key, const std::string& value) {
+        if (!value.empty()) {
+            json[key] = value;
+        }
+    };
+    add("node", place.node);
+    add("property", place.property);
+    add("animation", place.animation);
+    add("material", place.material);
+    add("map", place.map);
+    add("file", place.file);
+    return json;
+}
+
 ordered_json MessageJson(const eToldMessage& message) {
-    const char* kind = message.kind == eMessageKind::Fatal     ? "fatal"
-                       : message.kind == eMessageKind::Warning ? "warning"
-                                                               : "error";
-    return {{"kind", kind}, {"title", message.title}, {"text", message.text}};
+    const eMessageRow& row = RowOf(message.id);
+    return {{"code", row.code},
+            {"kind", SeverityWord(message.Severity())},
+            {"place", PlaceJson(message.place)},
+            {"title", message.title},
+            {"text", message.text.russian},
+            {"english", message.text.english},
+            {"cure", row.cure}};
 }
 
 ordered_json FileJson(const std::string& path, eFileAction action) {
@@ -56,12 +75,17 @@ ordered_json FileJson(const std::string& path, eFileAction action) {
 
 }  // namespace
 
-int eRunRecord::CountErrors() const {
-    return static_cast<int>(messages.size()) - CountWarnings();
+eToldMessage Utf8Message(const standalone::eShownMessage& shown) {
+    const eMessagePlace& place = shown.message.place;
+    return {shown.message.id,
+            {ToUtf8(place.node), ToUtf8(place.property), ToUtf8(place.animation), ToUtf8(place.material),
+             ToUtf8(place.map), ToUtf8(place.file)},
+            ToUtf8(shown.title),
+            {ToUtf8(shown.message.text.russian), ToUtf8(shown.message.text.english)}};
 }
 
-int eRunRecord::CountWarnings() const {
-    return static_cast<int>(std::ranges::count(messages, eMessageKind::Warning, &eToldMessage::kind));
+int eRunRecord::Count(eSeverity severity) const {
+    return static_cast<int>(std::ranges::count(messages, severity, &eToldMessage::Severity));
 }
 
 int eRunRecord::WrittenModels() const {

@@ -11,12 +11,17 @@
 
 namespace cli {
 
-// A message as the user saw it, UTF-8.
+// A message of the run, UTF-8.
 struct eToldMessage {
-    standalone::eMessageKind kind = standalone::eMessageKind::Error;
-    std::string title;
-    std::string text;
+    eMessageId id = eMessageId::SystemError;
+    eMessagePlace place = {};
+    std::string title = {};
+    eBilingual text = {};
+
+    eSeverity Severity() const { return SeverityOf(RowOf(id).kind); }
 };
+
+eToldMessage Utf8Message(const standalone::eShownMessage& message);
 
 // What a run has done, for the report file and the closing line.
 struct eRunRecord {
@@ -29,14 +34,15 @@ struct eRunRecord {
     double seconds = 0;
     int exitCode = 0;
 
-    int CountErrors() const;  // fatal ones too
-    int CountWarnings() const;
+    int Count(eSeverity severity) const;
+    int CountErrors() const { return Count(eSeverity::Error) + Count(eSeverity::Fatal); }
     int WrittenModels() const;
     int ChangedFiles() const;
 };
 
-// The version of the report's keys; rises when one is taken out or changes its meaning.
-inline constexpr int kReportSchema = 1;
+// The version of the report's keys; rises when one is taken out or changes its meaning. They are described in
+// docs/report.schema.json.
+inline constexpr int kReportSchema = 2;
 
 // The report as JSON text, UTF-8; keys in a fixed order, files sorted by path with their present sizes.
 std::string ReportText(const eRunRecord& record);

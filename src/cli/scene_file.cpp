@@ -7,16 +7,15 @@
 namespace cli {
 
 using standalone::eLoadResult;
-using standalone::eMessageKind;
 
 eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet) {
     eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text,
                                                       flags.texturePaths, !flags.noSplit, flags.properties});
     for (const eToldMessage& message : SceneMessages(path, loaded)) {
-        if (message.kind == eMessageKind::Error) {
-            TellError(message.text);
+        if (message.Severity() == eSeverity::Error) {
+            TellError(message.text.english);
         } else if (!quiet) {
-            TellWarning(message.text);
+            TellWarning(message.text.english);
         }
     }
     return loaded;
@@ -24,12 +23,16 @@ eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool qu
 
 std::vector<eToldMessage> SceneMessages(const std::string& path, const eLoadResult& loaded) {
     std::vector<eToldMessage> messages;
+    const auto add = [&](eMessageId id, const std::string& what) {
+        const std::string text = path + ": " + what;
+        messages.push_back({.id = id, .place = {.file = path}, .text = {text, text}});
+    };
     for (const standalone::eProblem& problem : loaded.problems) {
         const std::string place = problem.place.empty() ? "" : problem.place + ": ";
-        messages.push_back({eMessageKind::Error, "", path + ": " + place + problem.text});
+        add(eMessageId::SceneUnreadable, place + problem.text);
     }
     for (const std::string& warning : loaded.warnings) {
-        messages.push_back({eMessageKind::Warning, "", path + ": " + warning});
+        add(eMessageId::SceneNote, warning);
     }
     return messages;
 }

@@ -14,6 +14,9 @@ std::string AccountName();
 // POSIX, where no such form exists.
 std::optional<std::string> NetworkPath(std::string_view path);
 
+// The language that the user reads, as two lower-case letters ("ru", "en"); empty if the system can't tell.
+std::string UserLanguage();
+
 // Where programs keep what the user has set, in UTF-8; empty if the system can't tell.
 std::string ConfigFolder();
 

@@ -120,7 +120,7 @@ TEST_F(Plugin, WorksInTheProcessOfTheProgram) {
         support::RunProgram(folder, "export " + Quoted("empty.scene.json") + " --silent --config " +
                                         Quoted("config") + " --drive d=" + Quoted("") + " " + plugin);
     EXPECT_EQ(empty.exitCode, 3);
-    EXPECT_THAT(empty.errors, HasSubstr("error: Нечего экспортировать!\n"));
+    EXPECT_THAT(empty.errors, HasSubstr("error: Nothing to export!\n"));
 
     const eProgramResult fine = Export("arm.scene.json", "game", plugin + " --report " + Quoted("fine.json"));
     EXPECT_EQ(fine.exitCode, 0) << fine.errors;
@@ -137,7 +137,7 @@ TEST_F(Plugin, WorksInTheProcessOfTheProgram) {
     const eProgramResult outdated =
         Export("arm.scene.json", "outdated", plugin + " --drive t=" + Quoted("share"));
     EXPECT_EQ(outdated.exitCode, 3);
-    EXPECT_THAT(outdated.errors, HasSubstr("Версия SorrelMtl2010_KSR.dlt устарела!"));
+    EXPECT_THAT(outdated.errors, HasSubstr("The version of SorrelMtl2010_KSR.dlt is outdated!"));
     EXPECT_TRUE(Files("outdated").empty());
 }
 

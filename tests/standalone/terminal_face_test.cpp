@@ -1,11 +1,12 @@
 #include "standalone/terminal/terminal_face.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 #include "base/ansi.h"
-#include "base/user_message.h"
+#include "messages/tell.h"
 
 namespace {
 
@@ -22,18 +23,39 @@ protected:
 const platform::eMessageBox kDiskFull{
     .text = "disk full", .title = "Ошибка"_ansi, .buttons = platform::eBoxButtons::RetryCancel};
 
-// Would catch boxes in the wrong encoding, further lines that look like messages of their own, and warnings
-// counted as errors.
-TEST_F(TerminalFace, BoxesBecomeLinesInUtf8) {
-    eTerminalFace face(Terminal());
-    ShowError(nullptr, "Нечего экспортировать!\nВозможно, скрыта корневая кость."_ansi);
-    ShowWarning(nullptr, "Следует убрать\n"_ansi);
+void TellThree() {
+    Tell(nullptr, eMessageId::MeshNoVisibleFaces, {}, "дуб"_ansi);
+    Tell(nullptr, eMessageId::MeshDegenerate, {}, "дуб"_ansi);
+    Tell(nullptr, eMessageId::PreviewEmptyCone, {.node = "oak"}, "дуб"_ansi);
+}
+
+// Would catch messages in the wrong encoding or language, further lines that look like messages of their own,
+// and warnings or advice counted as errors.
+TEST_F(TerminalFace, MessagesBecomeLinesInTheLanguageOfTheUser) {
+    eTerminal russian = Terminal();
+    russian.speaksRussian = true;
+    {
+        eTerminalFace face(russian);
+        TellThree();
+    }
     EXPECT_EQ(output.str(),
-              "error: Нечего экспортировать!\n  Возможно, скрыта корневая кость.\nwarning: Следует убрать\n");
+              "error: Кость 'дуб' помечена как полигональная, но видимых граней у нее нет!\n"
+              "  Необходимо показать грани или убрать из параметров 'Poly'.\n"
+              "warning: Есть вырожденные треугольники в мэше 'дуб'. Используйте WELD.\n"
+              "advice: Конус просмотрового источника света \"дуб\" равен нулю.\n");
+    output.str("");
+    eTerminalFace face(Terminal());
+    TellThree();
+    EXPECT_EQ(output.str(),
+              "error: The bone 'дуб' is marked as polygonal, but has no visible faces!\n"
+              "  Show the faces or take 'Poly' out of the properties.\n"
+              "warning: There are degenerate triangles in the mesh 'дуб'. Use WELD.\n"
+              "advice: The cone of the preview light \"дуб\" is zero.\n");
     EXPECT_EQ(face.ErrorCount(), 1);
-    EXPECT_EQ(face.WarningCount(), 1);
-    ASSERT_EQ(face.Messages().size(), 2U);
+    ASSERT_EQ(face.Messages().size(), 3U);
     EXPECT_EQ(face.Messages()[1].title, "Предупреждение"_ansi);
+    EXPECT_EQ(face.Messages()[2].title, "");
+    EXPECT_EQ(face.Messages()[2].message.place.node, "oak");
 }
 
 // Would catch a quiet run that hides errors or forgets warnings in its counts.
@@ -43,11 +65,11 @@ TEST_F(TerminalFace, AQuietTerminalShowsErrorsOnly) {
     quiet.showsProgress = true;
     eTerminalFace face(quiet);
     face.Start("stage");
-    ShowWarning(nullptr, "w");
-    ShowError(nullptr, "e");
+    TellThree();
     face.End();
-    EXPECT_EQ(output.str(), "error: e\n");
-    EXPECT_EQ(face.WarningCount(), 1);
+    EXPECT_THAT(output.str(), testing::StartsWith("error: The bone"));
+    EXPECT_THAT(output.str(), testing::Not(testing::HasSubstr("degenerate")));
+    EXPECT_EQ(face.Messages().size(), 3U);
 }
 
 // Would catch a run that hangs on a question nobody can answer, or takes silence for Retry.
@@ -71,15 +93,15 @@ TEST_F(TerminalFace, ProgressIsALineThatMessagesInterrupt) {
     watched.showsProgress = true;
     {
         eTerminalFace face(watched);
-        face.Start("Запись"_ansi);
+        face.Start("Триангуляция дуб (1 of 2)..."_ansi);
         face.Update(50);
         face.Update(50);
-        ShowWarning(nullptr, "w");
+        face.TellWarning("w");
         face.End();
     }
     const std::string erase = "\r\x1b[K";
-    const std::string none = erase + "Запись [....................] 0% 0:00";
-    const std::string half = erase + "Запись [##########..........] 50% 0:00";
+    const std::string none = erase + "Triangulating дуб (1 of 2)... [....................] 0% 0:00";
+    const std::string half = erase + "Triangulating дуб (1 of 2)... [##########..........] 50% 0:00";
     EXPECT_EQ(output.str(), none + half + erase + "warning: w\n" + half + erase);
     output.str("");
     eTerminalFace face(Terminal());
@@ -93,7 +115,7 @@ TEST_F(TerminalFace, ProgressIsALineThatMessagesInterrupt) {
 TEST_F(TerminalFace, TheTopMostBoxIsFatal) {
     eTerminalFace face(Terminal());
     platform::ShowMessageBox({.text = "broken", .title = "x", .topMost = true});
-    EXPECT_EQ(face.Messages().at(0).kind, eMessageKind::Fatal);
+    EXPECT_EQ(face.Messages().at(0).Severity(), eSeverity::Fatal);
     EXPECT_EQ(face.ErrorCount(), 1);
 }
 

@@ -22,6 +22,16 @@ std::optional<std::string> NetworkPath(std::string_view) {
     return std::nullopt;
 }
 
+std::string UserLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* locale = std::getenv(name);
+        if (locale != nullptr && locale[0] != '\0') {
+            return std::string(locale).substr(0, 2);
+        }
+    }
+    return {};
+}
+
 std::string ConfigFolder() {
     const char* config = std::getenv("XDG_CONFIG_HOME");
     if (config != nullptr && config[0] != '\0') {

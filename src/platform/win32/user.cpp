@@ -55,6 +55,10 @@ std::string DocumentsFolder() {
     return AnsiFromWide(UserFolder(CSIDL_PERSONAL)).value_or(std::string());
 }
 
+std::string UserLanguage() {
+    return PRIMARYLANGID(::GetUserDefaultUILanguage()) == LANG_RUSSIAN ? "ru" : "en";
+}
+
 std::string ConfigFolder() {
     const std::wstring folder = UserFolder(CSIDL_APPDATA);
     return folder.empty() ? std::string() : Utf8FromWide(folder);

@@ -6,47 +6,57 @@
 #include <utility>
 
 #include "base/ansi.h"
+#include "messages/stage_title.h"
 #include "platform/system_box.h"
 #include "platform/terminal.h"
 
 namespace standalone {
 
 eTerminal StandardTerminal() {
-    return {&std::cerr, &std::cin, platform::IsErrorTerminal(), platform::IsInputTerminal(), false};
-}
-
-eTerminalFace::eTerminalFace(const eTerminal& ownTerminal) : terminal(ownTerminal) {
-    previousSink =
-        platform::SetMessageBoxSink([this](const platform::eMessageBox& box) { return Show(box); });
-}
-
-eTerminalFace::~eTerminalFace() {
-    EraseProgress();
-    platform::SetMessageBoxSink(previousSink);
-}
-
-int eTerminalFace::WarningCount() const {
-    return static_cast<int>(std::ranges::count(messages, eMessageKind::Warning, &eShownMessage::kind));
-}
-
-int eTerminalFace::ErrorCount() const {
-    return static_cast<int>(messages.size()) - WarningCount();
+    return {&std::cerr, &std::cin, platform::IsErrorTerminal(), platform::IsInputTerminal()};
 }
 
 namespace {
 
-// Only the box of a fatal error stands above all windows.
-eMessageKind KindOf(const platform::eMessageBox& box) {
-    if (box.topMost) {
-        return eMessageKind::Fatal;
+bool IsError(eSeverity severity) {
+    return severity == eSeverity::Error || severity == eSeverity::Fatal;
+}
+
+const std::string& In(const eTerminal& terminal, const eBilingual& text) {
+    return terminal.speaksRussian ? text.russian : text.english;
+}
+
+// Of the boxes without a message only that of a fatal error stands above all windows.
+eMessage MessageOf(const platform::eMessageBox& box) {
+    if (box.message != nullptr) {
+        return *box.message;
     }
-    return box.title == "Предупреждение"_ansi ? eMessageKind::Warning : eMessageKind::Error;
+    return MakeMessage(box.topMost ? eMessageId::SystemFatal : eMessageId::SystemError, {}, box.text);
 }
 
 }  // namespace
 
+eTerminalFace::eTerminalFace(const eTerminal& ownTerminal) : terminal(ownTerminal) {
+    previousSink =
+        platform::SetMessageBoxSink([this](const platform::eMessageBox& box) { return Show(box); });
+    previousAdviceSink = xDebug::SetAdviceSink([this](const eMessage& advice) {
+        Tell({"", advice});
+        DrawProgress();
+    });
+}
+
+eTerminalFace::~eTerminalFace() {
+    EraseProgress();
+    xDebug::SetAdviceSink(previousAdviceSink);
+    platform::SetMessageBoxSink(previousSink);
+}
+
+int eTerminalFace::ErrorCount() const {
+    return static_cast<int>(std::ranges::count_if(messages, IsError, &eShownMessage::Severity));
+}
+
 void eTerminalFace::TellWarning(const std::string& text) {
-    Tell({eMessageKind::Warning, "", text});
+    Tell({"", MakeMessage(eMessageId::SystemWarning, {}, text)});
     DrawProgress();
 }
 
@@ -57,7 +67,7 @@ void eTerminalFace::Tell(eShownMessage message) {
 }
 
 platform::eBoxAnswer eTerminalFace::Show(const platform::eMessageBox& box) {
-    Tell({KindOf(box), box.title, box.text});
+    Tell({box.title, MessageOf(box)});
     if (box.parent != nullptr) {
         // Who looks at a window does not look at the terminal.
         return platform::ShowSystemBox(box);
@@ -69,13 +79,13 @@ platform::eBoxAnswer eTerminalFace::Show(const platform::eMessageBox& box) {
 }
 
 void eTerminalFace::Print(const eShownMessage& message) {
-    const bool isWarning = message.kind == eMessageKind::Warning;
-    if (isWarning && terminal.onlyErrors) {
+    const eSeverity severity = message.Severity();
+    if (!IsError(severity) && terminal.onlyErrors) {
         return;
     }
-    std::string lines = isWarning ? "warning: " : "error: ";
+    std::string lines = SeverityWord(IsError(severity) ? eSeverity::Error : severity) + std::string(": ");
     // A text may end its last line, as the report of a fatal error does; the line ends here anyway.
-    const std::string text = ToUtf8(message.text);
+    const std::string text = ToUtf8(In(terminal, message.message.text));
     for (const char byte : std::string_view(text).substr(0, text.find_last_not_of('\n') + 1)) {
         lines += byte == '\n' ? std::string("\n  ") : std::string(1, byte);
     }
@@ -97,7 +107,7 @@ platform::eBoxAnswer eTerminalFace::Ask() {
 }
 
 void eTerminalFace::Start(const std::string& stageTitle) {
-    title = ToUtf8(stageTitle);
+    title = ToUtf8(terminal.speaksRussian ? stageTitle : EnglishStage(stageTitle));
     percent = 0;
     isUnderWay = true;
     begin = std::chrono::steady_clock::now();

@@ -5,18 +5,19 @@
 #include <string>
 #include <vector>
 
+#include "base/diagnostics.h"
+#include "messages/message.h"
 #include "platform/message_box.h"
 #include "standalone/terminal/progress_sink.h"
 
 namespace standalone {
 
-enum class eMessageKind { Error, Warning, Fatal };
-
-// A message box of the run, as the report tells it. Code page 1251.
+// What the run has told, for the report. Code page 1251.
 struct eShownMessage {
-    eMessageKind kind = eMessageKind::Error;
-    std::string title;
-    std::string text;
+    std::string title;  // of the box; empty for advice and records
+    eMessage message;
+
+    eSeverity Severity() const { return SeverityOf(RowOf(message.id).kind); }
 };
 
 // Where the face prints and asks.
@@ -25,16 +26,17 @@ struct eTerminal {
     std::istream* input = nullptr;
     bool showsProgress = false;  // a person reads the output
     bool answers = false;        // a person can be asked through the input
-    bool onlyErrors = false;     // warnings and progress are kept to oneself
+    bool onlyErrors = false;     // warnings, advice and progress are kept to oneself
+    bool speaksRussian = false;  // else English
 };
 
 // Standard error and standard input as they are.
 eTerminal StandardTerminal();
 
-// What the user of a terminal sees of a run: message boxes become lines ("error: TEXT", "warning: TEXT",
-// further lines indented by two blanks, in UTF-8), a box with Retry and Cancel is asked where somebody can
-// answer, and the progress is a line that is drawn over. While the face lives it is the sink of all message
-// boxes.
+// What the user of a terminal sees of a run: messages become lines ("error: TEXT", "warning: TEXT",
+// "advice: TEXT", further lines indented by two blanks, in UTF-8), a box with Retry and Cancel is asked where
+// somebody can answer, and the progress is a line that is drawn over. While the face lives it is the sink of
+// all message boxes and of all advice.
 class eTerminalFace : public eProgressSink {
 public:
     explicit eTerminalFace(const eTerminal& terminal);
@@ -53,7 +55,6 @@ public:
     const std::vector<eShownMessage>& Messages() const { return messages; }
     // Fatal ones are errors.
     int ErrorCount() const;
-    int WarningCount() const;
 
 private:
     void Tell(eShownMessage message);
@@ -65,6 +66,7 @@ private:
 
     eTerminal terminal;
     platform::eMessageBoxSink previousSink;
+    xDebug::eAdviceSink previousAdviceSink;
     std::vector<eShownMessage> messages;
     std::string title;  // of the stage under way, UTF-8
     int percent = 0;
