@@ -12,6 +12,8 @@
 #include "cli/export_command.h"
 #include "cli/help_format.h"
 #include "cli/inspect_command.h"
+#include "cli/known_names.h"
+#include "cli/messages_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
 #include "cli/plan_command.h"
@@ -37,12 +39,17 @@ int RunProgram(std::vector<std::string> arguments) {
     AddOptionsCommand(program, action);
     AddPropertiesCommand(program, action);
     AddCompletionCommand(program, action);
+    AddMessagesCommand(program, action);
     // The parser takes them from the back.
     std::ranges::reverse(arguments);
     try {
         program.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
-        return program.exit(error) == 0 ? kExitDone : kExitUsage;
+        if (program.exit(error) == 0) {
+            return kExitDone;
+        }
+        TellNearestNames(program);
+        return kExitUsage;
     }
     return action();
 }

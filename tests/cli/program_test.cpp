@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -46,7 +47,11 @@ TEST_F(Program, RefusesWrongUsageWithoutWriting) {
     EXPECT_EQ(Run("export --help").exitCode, 0);
     EXPECT_EQ(Run("export").exitCode, 2);
     EXPECT_EQ(Run("explode").exitCode, 2);
-    EXPECT_EQ(Export(kArm, "--no-such-flag").exitCode, 2);
+    EXPECT_THAT(Run("exprot x --quiet").errors, HasSubstr("exprot: did you mean export?\n"));
+    const eProgramResult slip = Export(kArm, "--no-mehs --explode");
+    EXPECT_EQ(slip.exitCode, 2);
+    EXPECT_THAT(slip.errors, HasSubstr("\n--no-mehs: did you mean --no-mesh?\n"));
+    EXPECT_THAT(slip.errors, Not(HasSubstr("explode: ")));
     EXPECT_EQ(Export(kArm, "--silent").exitCode, 2) << "no option flag goes with --silent";
     EXPECT_EQ(Export(kArm, "--drive C:/tmp").exitCode, 2);
     EXPECT_EQ(Export(kArm, "--common-target ''").exitCode, 2);
@@ -120,11 +125,49 @@ TEST_F(Program, AsksForTheDriveOfAStudiosPath) {
 TEST_F(Program, ShowsErrorsOfTheSceneAndGoesOn) {
     const eProgramResult empty = Export(R"({"scene": 1})");
     EXPECT_EQ(empty.exitCode, 3);
-    EXPECT_THAT(empty.errors, HasSubstr("error: Нечего экспортировать!\n  Возможно, скрыта корневая кость."));
+    EXPECT_THAT(empty.errors, HasSubstr("error: Nothing to export!\n  Perhaps the root bone is hidden."));
     EXPECT_TRUE(folder.Has("config/zyrexport.cfg"));
     const eProgramResult far = Export(kArm, "--static-frame 1000 --quiet");
     EXPECT_EQ(far.exitCode, 0);
     EXPECT_THAT(far.output, IsEmpty());
+}
+
+// Would catch advice that fails a build, a message that a script can't tell from others or place, and a
+// terminal that speaks another language than its user.
+TEST_F(Program, TellsInTheLanguageOfTheUserAndReportsBoth) {
+    const char* scene = R"({"scene": 1, "nodes": [{"name": "root", "properties": ["Model=m",
+        "animation=walk,all,0-900"], "object": {"type": "helper"}, "children": [
+        {"name": "foot", "properties": ["IKType=hinge"], "object": {"type": "helper"}}]}]})";
+    const std::string reporting = "--report '" + (folder / "report.json") + "'";
+    const eProgramResult english = Export(scene, reporting);
+    EXPECT_THAT(english.errors, HasSubstr("error: Unknown IK type 'hinge' in the bone 'foot'\n"));
+    EXPECT_THAT(english.errors, HasSubstr("advice: The animation 'walk' (frames 0-900) reaches beyond"));
+    EXPECT_THAT(Export(scene, "--language ru").errors, HasSubstr("error: Неизвестный тип IK 'hinge'"));
+    const auto report = nlohmann::ordered_json::parse(folder.Read("report.json"));
+    EXPECT_EQ(report["schema"], 2);
+    const auto& joint = report["messages"].back();
+    EXPECT_EQ(
+        joint.dump(),
+        R"({"code":"joints.unknown-type","kind":"error","place":{"node":"root/foot","property":"IKType"},)"
+        R"("title":"Ошибка","text":"Неизвестный тип IK 'hinge' в кости 'foot'",)"
+        R"("english":"Unknown IK type 'hinge' in the bone 'foot'",)"
+        R"("cure":"IKType is one of revolute, prizmatic, socket."})");
+    std::string advised = scene;
+    advised.replace(advised.find("hinge"), 5, "socket");
+    advised.replace(advised.find("walk,all"), 8, "walk");
+    const eProgramResult advice = Export(advised);
+    EXPECT_EQ(advice.exitCode, 0) << advice.errors;
+    ::setenv("LC_ALL", "ru_RU.UTF-8", 1);
+    EXPECT_THAT(Export(scene).errors, HasSubstr("advice: Анимация 'walk'"));
+    ::unsetenv("LC_ALL");
+}
+
+// Would catch a page that lags behind the table.
+TEST_F(Program, ThePageOfMessagesIsThatOfTheTable) {
+    std::ifstream page(support::SourceTree() / "docs/messages.md");
+    EXPECT_EQ(Run("messages --markdown").output, std::string(std::istreambuf_iterator<char>(page), {}));
+    EXPECT_THAT(Run("messages bones.duplicate-name").output, HasSubstr("cure: Rename one of the nodes"));
+    EXPECT_EQ(Run("messages bones.duplicate").exitCode, 2);
 }
 
 TEST_F(Program, StoresOptionsForTheNextCall) {
@@ -147,7 +190,7 @@ TEST_F(Program, StoresOptionsForTheNextCall) {
     folder.Write("config/zyrexport.cfg", stored);
     const eProgramResult refused = Run("export '" + (folder / "scene.scene.json") + "'" + config);
     EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_THAT(refused.errors, HasSubstr("\n  Путь к ресурсам игры: /"));
+    EXPECT_THAT(refused.errors, HasSubstr("\n  Path of the game's resources: /"));
 }
 
 // An open, a write and a rename that fail. Would catch a run that ends otherwise for it, a word to the user,
@@ -198,6 +241,7 @@ TEST_F(Program, EndsWithAFatalErrorWhereItCannotWrite) {
     const auto report = nlohmann::json::parse(folder.Read("report.json"));
     EXPECT_EQ(report["exit"], 1);
     EXPECT_EQ(report["messages"].back()["kind"], "fatal");
+    EXPECT_EQ(report["messages"].back()["code"], "system.fatal");
     EXPECT_EQ(folder.Read("game/units"), "a file");
 }
 
