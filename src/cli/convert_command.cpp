@@ -5,12 +5,12 @@
 #include <string>
 #include <variant>
 
-#include "base/ansi.h"
 #include "cli/exit_code.h"
 #include "cli/native_file.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
 #include "platform/utf8_path.h"
+#include "standalone/data/scene_path.h"
 #include "standalone/loaders/scene_document/scene_document_writer.h"
 
 namespace cli {
@@ -36,7 +36,7 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
             TellError(platform::Utf8FromPath(target) + " can't be written: " + error.message());
             return false;
         }
-        bitmap->file = FromUtf8(platform::Utf8FromPath(file)).text;
+        bitmap->file = standalone::PathTextOf(platform::Utf8FromPath(file));
     }
     return true;
 }

@@ -215,8 +215,7 @@ private:
         const std::optional<std::string> ansi = FolderOption(folder);
         const std::error_code error = MakeFolders(folder);
         if (!ansi || error) {
-            TellError("--config " + folder + ": " +
-                      (ansi ? error.message() : "code page 1251 lacks a character of it"));
+            TellError("--config " + folder + ": " + (ansi ? error.message() : "not well-formed text"));
             return false;
         }
         host.SetConfigFolder(*ansi);

@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "platform/drive_table.h"
+#include "platform/path_text.h"
 #include "platform/utf8_path.h"
 
 namespace cli {
@@ -15,11 +16,11 @@ std::optional<std::string> OptionPath(const std::string& typed) {
 
 std::optional<std::string> FolderOption(const std::string& typed) {
     if (typed.empty() || platform::HasDrive(typed)) {
-        return OptionPath(typed);
+        return platform::PathTextFromUtf8(typed);
     }
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(platform::PathFromUtf8(typed), error);
-    return OptionPath(error ? typed : platform::Utf8FromPath(absolute.lexically_normal()));
+    return platform::PathTextFromUtf8(error ? typed : platform::Utf8FromPath(absolute.lexically_normal()));
 }
 
 }  // namespace cli

@@ -66,7 +66,9 @@ std::string SetPath(Options& options, const eOptionField& field, const std::stri
     const std::optional<std::string> path =
         field.kind == eOptionKind::Folder ? FolderOption(text) : OptionPath(text);
     if (!path) {
-        return std::string(field.name) + " holds a character that code page 1251 lacks";
+        return std::string(field.name) + (field.kind == eOptionKind::Folder
+                                              ? " is not well-formed text"
+                                              : " holds a character that code page 1251 lacks");
     }
     if (path->empty() || path->size() > kLongestOptionPath) {
         return std::string(field.name) +

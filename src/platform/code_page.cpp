@@ -1,5 +1,7 @@
 #include "platform/code_page.h"
 
+#include "platform/path_text.h"
+
 namespace platform {
 namespace {
 
@@ -26,15 +28,19 @@ constexpr std::array<char, 256> MakeLowerTable() {
 
 constexpr std::array<char, 256> lowerTable = MakeLowerTable();
 
-// Every character of the page lies in the basic plane: three bytes at most.
-void AppendUtf8(std::string& utf8, char16_t character) {
+void AppendUtf8(std::string& utf8, char32_t character) {
     if (character < 0x80) {
         utf8 += static_cast<char>(character);
     } else if (character < 0x800) {
         utf8 += static_cast<char>(0xC0 | (character >> 6));
         utf8 += static_cast<char>(0x80 | (character & 0x3F));
     } else {
-        utf8 += static_cast<char>(0xE0 | (character >> 12));
+        if (character < 0x10000) {
+            utf8 += static_cast<char>(0xE0 | (character >> 12));
+        } else {
+            utf8 += static_cast<char>(0xF0 | (character >> 18));
+            utf8 += static_cast<char>(0x80 | ((character >> 12) & 0x3F));
+        }
         utf8 += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
         utf8 += static_cast<char>(0x80 | (character & 0x3F));
     }
@@ -49,9 +55,14 @@ char LowerAnsiByte(char byte) {
 std::string Utf8FromAnsi(std::string_view ansi) {
     std::string utf8;
     utf8.reserve(ansi.size());
-    for (const char byte : ansi) {
-        const auto value = static_cast<unsigned char>(byte);
-        AppendUtf8(utf8, value < 0x80 ? value : ansiUpperHalf[value - 0x80u]);
+    for (std::size_t at = 0; at < ansi.size(); ++at) {
+        const auto value = static_cast<unsigned char>(ansi[at]);
+        if (const std::optional<char32_t> escaped = ReadEscape(ansi.substr(at))) {
+            AppendUtf8(utf8, *escaped);
+            at += kEscapeLength - 1;
+        } else {
+            AppendUtf8(utf8, value < 0x80 ? value : ansiUpperHalf[value - 0x80u]);
+        }
     }
     return utf8;
 }

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+
+#include "platform/path_text.h"
 
 namespace {
 
@@ -25,6 +28,31 @@ TEST(CodePage, RefusesWhatItCannotHold) {
          {"日", "é", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\xE0\x80\xAF", "\x80"}) {
         EXPECT_FALSE(platform::AnsiFromUtf8(text)) << text;
     }
+}
+
+// Would catch: an escape that changes with the letter case or splits a path, one that smuggles a character of
+// the page in, and bytes that only look like one.
+TEST(CodePage, EscapesWhatPathsHaveBeyondIt) {
+    const std::string path = "/Łódź/資源/😀/Ё\u0098";
+    const std::optional<std::string> text = platform::PathTextFromUtf8(path);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(platform::Utf8FromAnsi(*text), path);
+    EXPECT_EQ(std::ranges::count(*text, '/'), 4);
+    std::string lower = *text;
+    std::ranges::transform(lower, lower.begin(), platform::LowerAnsiByte);
+    EXPECT_EQ(platform::Utf8FromAnsi(lower), "/Łódź/資源/😀/ё\u0098");
+    EXPECT_TRUE(platform::HasEscape(*text));
+    for (const std::string plain : {"\x98"
+                                    "001f",
+                                    "\x98"
+                                    "00wd",
+                                    "\x98"
+                                    "00a",
+                                    "\x98"}) {
+        EXPECT_FALSE(platform::HasEscape(plain));
+        EXPECT_EQ(platform::AnsiFromUtf8(platform::Utf8FromAnsi(plain)), plain);
+    }
+    EXPECT_FALSE(platform::PathTextFromUtf8("/\xC3"));
 }
 
 // Would catch: letters outside the main row of the alphabet that keep their case.

@@ -9,6 +9,7 @@
 #include "export/dialog_logic.h"
 #include "host/win32/custom_controls.h"
 #include "platform/own_module.h"
+#include "platform/path_text.h"
 #include "platform/win32/module_handle.h"
 #include "platform/win32/wide.h"
 #include "run/export.h"
@@ -29,11 +30,12 @@ host::ISpinner& SpinnerOf(HWND dialog) {
     return *host::GetISpinner(::GetDlgItem(dialog, kSpinner));
 }
 
+// UTF-8.
 std::string TextOf(HWND control) {
     std::wstring wide(static_cast<std::size_t>(::GetWindowTextLengthW(control)) + 1, L'\0');
     wide.resize(
         static_cast<std::size_t>(::GetWindowTextW(control, wide.data(), static_cast<int>(wide.size()))));
-    return FromUtf8(platform::Utf8FromWide(wide)).text;
+    return platform::Utf8FromWide(wide);
 }
 
 // A field of the dialog into its control.
@@ -63,7 +65,13 @@ struct eReadField {
     void operator()(bool eDialogFields::*flag) const {
         fields.*flag = ::SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
     }
-    void operator()(std::string eDialogFields::*text) const { fields.*text = TextOf(control); }
+    // Folders of the machine have names in any alphabet, those of the game in the code page alone.
+    void operator()(std::string eDialogFields::*text) const {
+        const std::string typed = TextOf(control);
+        const std::string ofThePage = FromUtf8(typed).text;
+        const bool isOfGame = text == &eDialogFields::commonTextureTarget;
+        fields.*text = isOfGame ? ofThePage : platform::PathTextFromUtf8(typed).value_or(ofThePage);
+    }
     void operator()(int eDialogFields::*number) const {
         fields.*number = host::GetISpinner(control)->GetIVal();
     }

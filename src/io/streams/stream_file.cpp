@@ -12,6 +12,7 @@
 #include "messages/tell.h"
 #include "platform/file_events.h"
 #include "platform/folder.h"
+#include "platform/path_text.h"
 
 namespace xIo {
 namespace {
@@ -51,7 +52,7 @@ bool eFileStream::Open(const std::string& path, std::uint32_t openFlags, int buf
 
 bool eFileStream::OpenNative(const std::string& path, std::uint32_t openFlags, int bufferSize) {
     Close();
-    finalPath = FromUtf8(path).text;
+    finalPath = platform::PathTextFromUtf8(path).value_or(FromUtf8(path).text);
     diskPath = path;
     pathForm = platform::ePathForm::Native;
     return OpenPaths(openFlags, bufferSize);

@@ -4,8 +4,10 @@
 #include "base/format.h"
 #include "io/path.h"
 #include "material/queries/map_files.h"
+#include "platform/path_text.h"
 #include "run/export.h"
 #include "run/resource_sets.h"
+#include "run/tell.h"
 
 namespace {
 
@@ -38,6 +40,18 @@ void NameCommonTexture(Export& run, eExportTexture& texture) {
     texture.name = eName(kCommonMark) / name;
 }
 
+// The name of a common texture has the folders below the common one, which may have names that the game's
+// files lack.
+bool CanBeNamed(Export& run, const eExportTexture& texture, std::string_view below) {
+    if (!platform::HasEscape(below)) {
+        return true;
+    }
+    const std::string map = texture.texmap->GetName();
+    Tell(run, eMessageId::TexturesForeignFolder, {.map = map, .file = texture.sourcePath}, texture.sourcePath,
+         map);
+    return false;
+}
+
 }  // namespace
 
 bool ExtensionIsAccepted(std::string_view path) {
@@ -62,7 +76,8 @@ void MakeTextureName(Export& run, eExportTexture& texture) {
     texture.isCopied = texture.texmap->ClassID() == host::kBitmapClass && !texture.role.isBump &&
                        ExtensionIsAccepted(source.Text());
     texture.inCommon =
-        EqualNoCase(std::string_view(texture.sourcePath).substr(0, commonSource.size()), commonSource);
+        EqualNoCase(std::string_view(texture.sourcePath).substr(0, commonSource.size()), commonSource) &&
+        CanBeNamed(run, texture, std::string_view(texture.sourcePath).substr(commonSource.size()));
     if (texture.inCommon) {
         NameCommonTexture(run, texture);
     } else {

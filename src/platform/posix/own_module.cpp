@@ -2,8 +2,8 @@
 
 #include <dlfcn.h>
 
-#include "platform/code_page.h"
 #include "platform/native_path.h"
+#include "platform/path_text.h"
 
 namespace platform {
 
@@ -14,7 +14,7 @@ std::string OwnModuleFolder() {
     }
     std::string file;
     MakeNative(info.dli_fname, ePathForm::Native, file);
-    return AnsiFromUtf8(NativeParent(file) + "/").value_or(std::string());
+    return PathTextFromUtf8(NativeParent(file) + "/").value_or(std::string());
 }
 
 }  // namespace platform

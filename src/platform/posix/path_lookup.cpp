@@ -11,6 +11,7 @@
 #include "platform/code_page.h"
 #include "platform/drive_table.h"
 #include "platform/native_path.h"
+#include "platform/path_text.h"
 #include "platform/posix/errno_status.h"
 
 namespace platform {
@@ -86,13 +87,17 @@ std::string LowerPart(std::string_view part) {
 
 // Without allocation, as a folder may hold thousands of names.
 bool IsOtherSpelling(std::string_view native, std::string_view lowerAnsi) {
-    for (const char wanted : lowerAnsi) {
+    while (!lowerAnsi.empty()) {
         const eUtf8Step step = native.empty() ? eUtf8Step{} : ReadUtf8(native);
+        const std::optional<char32_t> escaped = ReadEscape(lowerAnsi);
         const int byte = step.length != 0 ? AnsiByte(step.character) : -1;
-        if (byte < 0 || LowerAnsiByte(static_cast<char>(byte)) != wanted) {
+        const bool isSame = escaped ? step.character == *escaped
+                                    : byte >= 0 && LowerAnsiByte(static_cast<char>(byte)) == lowerAnsi[0];
+        if (!isSame) {
             return false;
         }
         native.remove_prefix(step.length);
+        lowerAnsi.remove_prefix(escaped ? kEscapeLength : 1);
     }
     return native.empty();
 }

@@ -7,6 +7,7 @@
 
 #include "platform/code_page.h"
 #include "platform/folder.h"
+#include "platform/path_text.h"
 
 namespace platform {
 
@@ -49,7 +50,7 @@ std::string DocumentsFolder() {
     }
     const std::string folder = documents != nullptr ? documents : std::string(home) + "/Documents";
     MakeFolder(folder, ePathForm::Native);
-    return AnsiFromUtf8(folder).value_or(std::string());
+    return PathTextFromUtf8(folder).value_or(std::string());
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/path_text.h"
 #include "platform/win32/module_handle.h"
 #include "platform/win32/wide.h"
 
@@ -24,7 +25,7 @@ std::string OwnModuleFolder() {
     constexpr std::size_t kLongestPath = 0x8000;
     std::wstring path(kLongestPath, L'\0');
     path.resize(::GetModuleFileNameW(ownModule, path.data(), kLongestPath));
-    return AnsiFromWide(path.substr(0, path.rfind(L'\\') + 1)).value_or(std::string());
+    return PathTextFromUtf8(Utf8FromWide(path.substr(0, path.rfind(L'\\') + 1))).value_or(std::string());
 }
 
 }  // namespace platform

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/native_path.h"
+#include "platform/path_text.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
@@ -48,11 +49,12 @@ std::optional<std::string> NetworkPath(std::string_view path) {
     if (::WNetGetUniversalNameW(wide.c_str(), UNIVERSAL_NAME_INFO_LEVEL, buffer.data(), &room) != NO_ERROR) {
         return std::nullopt;
     }
-    return AnsiFromWide(reinterpret_cast<const UNIVERSAL_NAME_INFOW*>(buffer.data())->lpUniversalName);
+    return PathTextFromUtf8(
+        Utf8FromWide(reinterpret_cast<const UNIVERSAL_NAME_INFOW*>(buffer.data())->lpUniversalName));
 }
 
 std::string DocumentsFolder() {
-    return AnsiFromWide(UserFolder(CSIDL_PERSONAL)).value_or(std::string());
+    return PathTextFromUtf8(Utf8FromWide(UserFolder(CSIDL_PERSONAL))).value_or(std::string());
 }
 
 std::string UserLanguage() {

@@ -10,14 +10,7 @@
 namespace platform {
 
 std::wstring WideFromAnsi(std::string_view ansi) {
-    std::wstring wide;
-    wide.reserve(ansi.size());
-    for (const char byte : ansi) {
-        const auto value = static_cast<unsigned char>(byte);
-        wide +=
-            value < 0x80 ? static_cast<wchar_t>(value) : static_cast<wchar_t>(ansiUpperHalf[value - 0x80u]);
-    }
-    return wide;
+    return WideFromUtf8(Utf8FromAnsi(ansi));
 }
 
 std::optional<std::string> AnsiFromWide(std::wstring_view wide) {

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-std::wstring WideFromAnsi(std::string_view ansi);  // code page 1251
+std::wstring WideFromAnsi(std::string_view ansi);  // code page 1251, or a path (platform/path_text.h)
 // Nothing if the page lacks a character.
 std::optional<std::string> AnsiFromWide(std::wstring_view wide);
 

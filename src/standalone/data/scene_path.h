@@ -17,4 +17,8 @@ inline bool IsAbsolutePath(std::string_view path) {
     return path.starts_with('/') || path.starts_with('\\') || (path.size() > 1 && path[1] == ':');
 }
 
+// A path of the machine, UTF-8, as the records of a scene have it (platform/path_text.h); broken bytes are
+// "_".
+std::string PathTextOf(const std::string& utf8);
+
 }  // namespace standalone

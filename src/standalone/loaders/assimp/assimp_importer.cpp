@@ -97,7 +97,7 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
         fbx = ReadFbxModels(bytes).value_or(eFbxModels{});
     }
     eAssimpImport import{*opened.scene, fbx ? &*fbx : nullptr, report, path, folder, options.texturePaths};
-    import.scene.file = FromUtf8(path).text;
+    import.scene.file = PathTextOf(path);
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));
 }

@@ -43,7 +43,7 @@ eBitmapMap eAssimpPictures::Find(const std::string& name, const std::string& mat
     std::string tried;
     for (const std::string& place : PlacesOf(path)) {
         if (IsFile(place)) {
-            return files.InFile(place, NameFromScene(place), import.folder);
+            return files.InFile(place, NameFromScene(place));
         }
         tried += (tried.empty() ? "" : ", ") + place;
     }

@@ -27,7 +27,7 @@ public:
     void Read(const eFbxModel& facts) {
         record.hidden = !facts.isShown;
         if (!facts.propertyText.empty()) {
-            record.properties = PropertyTextOf(facts.propertyText);
+            record.properties = PropertyTextOf(facts.propertyText, node.name, report);
         }
         const std::string wholeText = record.properties;
         const eUserProperties told(wholeText);
@@ -38,9 +38,10 @@ public:
             if (told.Find(report.Ansi(property.key))) {
                 report.Notice(eImportNotice::ToldTwice, node.name + "/" + property.key);
             } else if (property.key == kWholeTextKey) {
-                AppendPropertyLine(record.properties, PropertyTextOf(property.value));
+                AppendPropertyLine(record.properties, PropertyTextOf(property.value, node.name, report));
             } else if (!property.isFlagOff) {
-                AppendPropertyLine(record.properties, PropertyLineOf(property.key, property.value, report));
+                AppendPropertyLine(record.properties,
+                                   PropertyLineOf(property.key, property.value, node.name, report));
             }
         }
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/ansi.h"
 #include "standalone/data/property_lines.h"
 #include "standalone/loaders/gltf/file/gltf_json.h"
 #include "standalone/loaders/shared/short_number.h"
@@ -105,7 +106,8 @@ private:
 
     void ReadText(eJsonIndex member) {
         if (json.Key(member) == kWholeTextKey) {
-            AppendPropertyLine(record.properties, PropertyTextOf(json.Text(member)));
+            AppendPropertyLine(record.properties,
+                               PropertyTextOf(json.Text(member), ToUtf8(record.name), report));
         } else {
             AddLine(json.Key(member), json.Text(member));
         }
@@ -133,7 +135,7 @@ private:
     }
 
     void AddLine(std::string_view key, std::string_view value) {
-        AppendPropertyLine(record.properties, PropertyLineOf(key, value, report));
+        AppendPropertyLine(record.properties, PropertyLineOf(key, value, ToUtf8(record.name), report));
     }
 
     const eJsonTree& json;

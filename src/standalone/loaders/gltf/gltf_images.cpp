@@ -45,7 +45,7 @@ eBitmapMap eGltfImages::Bitmap(int image) {
 
 eBitmapMap eGltfImages::InFile(int image) {
     const std::string& uri = import.model.images[static_cast<std::size_t>(image)].uri;
-    return files.InFile(FileOfUri(import.folder, uri), DecodeUri(uri), import.folder);
+    return files.InFile(FileOfUri(import.folder, uri), DecodeUri(uri));
 }
 
 eBitmapMap eGltfImages::Embedded(int image) {

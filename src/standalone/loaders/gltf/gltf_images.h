@@ -13,7 +13,7 @@ namespace standalone {
 std::string UnreadKind(const tinygltf::Image& image);
 
 // Where the pixels of the file's images are. Images in files stay there, unless code page 1251 can't hold
-// their path; those, and the images that the file embeds, are written to a temporary folder of the scene when
+// their name; those, and the images that the file embeds, are written to a temporary folder of the scene when
 // they are first asked for.
 class eGltfImages {
 public:

@@ -5,9 +5,9 @@
 #include <system_error>
 #include <utility>
 
-#include "base/ansi.h"
 #include "standalone/data/as_model.h"
 #include "standalone/data/node_order.h"
+#include "standalone/data/scene_path.h"
 #include "standalone/loaders/gltf/file/gltf_buffers.h"
 #include "standalone/loaders/gltf/file/gltf_conditions.h"
 #include "standalone/loaders/gltf/file/gltf_container.h"
@@ -176,7 +176,7 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
     TakeOutMeshCarriers(*model, hierarchy);
     NoticeExtensions(*model, report);
     eGltfImport import{*model, file.json, accessors, hierarchy, report, path, folder};
-    import.scene.file = FromUtf8(path).text;
+    import.scene.file = PathTextOf(path);
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "base/ansi.h"
+#include "platform/path_text.h"
 
 namespace standalone {
 namespace {
@@ -194,6 +195,17 @@ bool eJsonReader::Read(eJsonIndex value, std::string& field) {
 
 bool eJsonReader::ReadKey(eJsonIndex member, std::string& field) {
     return ReadAnsi(member, tree.Key(member), field);
+}
+
+bool eJsonReader::ReadPath(eJsonIndex value, std::string& field) {
+    const bool isText = Expect(value, eJsonKind::Text);
+    const std::optional<std::string> path =
+        isText ? platform::PathTextFromUtf8(tree.Text(value)) : std::nullopt;
+    if (!path || path->find('\0') != std::string::npos) {
+        return isText && ReadAnsi(value, tree.Text(value), field);
+    }
+    field = *path;
+    return true;
 }
 
 bool eJsonReader::ReadAnsi(eJsonIndex place, std::string_view utf8, std::string& field) {

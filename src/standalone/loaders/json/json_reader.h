@@ -52,6 +52,8 @@ public:
     template <class Item>
     bool Read(eJsonIndex value, std::vector<Item>& field);
 
+    // A path of the machine, in any alphabet (platform/path_text.h).
+    bool ReadPath(eJsonIndex value, std::string& field);
     // A number without fraction from `lowest` to `highest`, both small enough for a double to count exactly.
     bool ReadWithin(eJsonIndex value, std::int64_t lowest, std::int64_t highest, std::int64_t& field);
     // The number of an entry in a table of `count` entries; -1 too where `isNoneAllowed`.
@@ -127,6 +129,10 @@ public:
     eJsonIndex Demand(std::string_view key);
 
     // True if the member is there and could be read; a missing member leaves the field as it is.
+    bool OptionalPath(std::string_view key, std::string& field) {
+        const eJsonIndex value = Find(key);
+        return value != kNoJson && reader.ReadPath(value, field);
+    }
     template <class Field>
     bool Optional(std::string_view key, Field& field) {
         const eJsonIndex value = Find(key);

@@ -3,6 +3,7 @@
 #include <array>
 #include <span>
 
+#include "platform/path_text.h"
 #include "standalone/loaders/scene_document/scene_document_words.h"
 
 namespace standalone {
@@ -45,7 +46,12 @@ void ReadInputs(const eMapReading& reading, std::span<int> inputs) {
 
 eMapKind ReadBitmap(const eMapReading& reading) {
     eBitmapMap bitmap;
-    reading.members.Optional("file", bitmap.file);
+    // Textures are named after their pictures, so that the name, unlike its folder, must be one of the code
+    // page.
+    if (reading.members.OptionalPath("file", bitmap.file) &&
+        platform::HasEscape(bitmap.file.substr(bitmap.file.find_last_of("/\\") + 1))) {
+        reading.members.Optional("file", bitmap.file);
+    }
     if (const eJsonIndex crop = reading.members.Find("crop"); crop != kNoJson) {
         std::array<float, 4> corners{};
         if (reading.context.json.ReadNumbers(crop, corners)) {

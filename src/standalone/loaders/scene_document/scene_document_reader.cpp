@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "base/ansi.h"
 #include "standalone/data/scene_path.h"
 #include "standalone/loaders/json/json_parse.h"
 #include "standalone/loaders/scene_document/scene_document_read_context.h"
@@ -33,14 +32,9 @@ bool ReadVersion(eJsonReader& json, eMembers& top) {
 
 void ReadFile(eMembers& top, const std::string& ownPath, eSceneData& scene) {
     scene.file = ownPath;
-    if (top.Optional("file", scene.file)) {
+    if (top.OptionalPath("file", scene.file)) {
         scene.folder = FolderOf(ownPath);
     }
-}
-
-bool HasBitmaps(const eSceneData& scene) {
-    return std::any_of(scene.maps.begin(), scene.maps.end(),
-                       [](const eMapData& map) { return std::holds_alternative<eBitmapMap>(map.kind); });
 }
 
 void ReadRange(eJsonReader& json, eJsonIndex range, eSceneData& scene) {
@@ -138,15 +132,9 @@ eLoadResult ReadSceneDocument(std::string_view text, const std::string& path) {
         return result;
     }
     eDocumentContext context(tree);
-    const eFromUtf8 ownPath = FromUtf8(path);
-    ReadDocument(context, ownPath.text);
+    ReadDocument(context, PathTextOf(path));
     result.problems = context.json.Problems();
     if (result.problems.empty()) {
-        if (!ownPath.IsExact() && HasBitmaps(context.scene)) {
-            result.warnings.push_back("the path " + path +
-                                      " holds characters outside code page 1251: bitmap files beside the "
-                                      "document can't be found");
-        }
         result.scene = std::move(context.scene);
     }
     return result;

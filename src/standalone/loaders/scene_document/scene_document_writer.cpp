@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/ansi.h"
 #include "standalone/data/scene_path.h"
 #include "standalone/loaders/json/json_layout.h"
 #include "standalone/loaders/scene_document/scene_document_words.h"
@@ -69,7 +68,7 @@ void WriteSharedObjects(eDocumentOutput& output) {
 }  // namespace
 
 eWrittenDocument WriteSceneDocument(const eSceneData& scene, const std::string& path) {
-    const std::string documentPath = FromUtf8(path).text;
+    const std::string documentPath = PathTextOf(path);
     eDocumentOutput output{scene};
     output.bitmapFolder = BitmapFolder(scene, documentPath);
     SettleNames(output);

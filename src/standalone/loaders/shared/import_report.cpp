@@ -41,6 +41,12 @@ std::string WarningLine(std::string_view heading, const std::vector<std::string>
     return line;
 }
 
+void AddOnce(std::vector<std::string>& items, std::string_view item) {
+    if (std::ranges::find(items, item) == items.end()) {
+        items.emplace_back(item);
+    }
+}
+
 bool IsControl(char byte) {
     return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
 }
@@ -55,17 +61,17 @@ void eImportReport::Problem(std::string place, std::string text) {
 }
 
 void eImportReport::Notice(eImportNotice notice, std::string_view item) {
-    std::vector<std::string>& items = notices[static_cast<std::size_t>(notice)];
-    if (std::ranges::find(items, item) == items.end()) {
-        items.emplace_back(item);
-    }
+    AddOnce(notices[static_cast<std::size_t>(notice)], item);
 }
 
-std::string eImportReport::Ansi(std::string_view utf8) {
+std::string eImportReport::Ansi(std::string_view utf8, std::string_view owner) {
     eFromUtf8 ansi = FromUtf8(utf8);
     const auto controls = std::ranges::count_if(ansi.text, IsControl);
-    if (firstLossyText.empty() && (controls != 0 || !ansi.IsExact())) {
-        firstLossyText = utf8;
+    if (controls != 0 || !ansi.IsExact()) {
+        std::string item = owner.empty() ? std::string() : std::string(owner) + ": ";
+        item.append("\"").append(utf8).append("\"");
+        std::ranges::replace_if(item, IsControl, ' ');
+        AddOnce(lossyTexts, item);
     }
     std::ranges::replace_if(ansi.text, IsControl, '_');
     return std::move(ansi.text);
@@ -81,9 +87,9 @@ std::vector<eProblem> eImportReport::TakeProblems() {
 
 std::vector<std::string> eImportReport::TakeWarnings() {
     std::vector<std::string> warnings;
-    if (!firstLossyText.empty()) {
-        warnings.push_back("characters outside code page 1251 become \"_\", first in \"" +
-                           std::exchange(firstLossyText, {}) + "\"");
+    if (!lossyTexts.empty()) {
+        warnings.push_back(
+            WarningLine("characters outside code page 1251 become \"_\"", std::exchange(lossyTexts, {})));
     }
     for (std::size_t notice = 0; notice < kNotices; ++notice) {
         const std::vector<std::string> items = std::exchange(notices[notice], {});

@@ -38,8 +38,9 @@ public:
     void Notice(eImportNotice notice, std::string_view item);
 
     // The text in code page 1251, "_" for what the page lacks and for control characters, which names and
-    // values of properties can't hold.
-    std::string Ansi(std::string_view utf8);
+    // values of properties can't hold. That is told with the text, behind its owner where there is one
+    // (UTF-8).
+    std::string Ansi(std::string_view utf8, std::string_view owner = {});
 
     // What was collected, in the order of the enumeration. The report is empty afterwards.
     std::vector<eProblem> TakeProblems();
@@ -51,7 +52,7 @@ private:
     std::vector<eProblem> problems;
     std::size_t problemCount = 0;
     std::array<std::vector<std::string>, kNotices> notices;
-    std::string firstLossyText;  // UTF-8
+    std::vector<std::string> lossyTexts;  // UTF-8
 };
 
 }  // namespace standalone

@@ -8,21 +8,33 @@
 namespace standalone {
 namespace {
 
-std::string OneLine(std::string_view utf8, eImportReport& report) {
+std::string OneLine(std::string_view utf8) {
     std::string line(utf8);
     std::ranges::replace_if(
         line, [](char byte) { return byte == '\r' || byte == '\n' || byte == '\t'; }, ' ');
-    return report.Ansi(line);
+    return line;
+}
+
+void TellLossyLines(std::string_view text, const std::string& owner, eImportReport& report) {
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (!FromUtf8(line).IsExact()) {
+            report.Ansi(line, owner);
+        }
+    }
 }
 
 }  // namespace
 
-std::string PropertyLineOf(std::string_view key, std::string_view value, eImportReport& report) {
-    const std::string line = OneLine(key, report);
-    return value.empty() ? line : line + "=" + OneLine(value, report);
+std::string PropertyLineOf(std::string_view key, std::string_view value, const std::string& owner,
+                           eImportReport& report) {
+    const std::string line = OneLine(key);
+    return report.Ansi(value.empty() ? line : line + "=" + OneLine(value), owner);
 }
 
-std::string PropertyTextOf(std::string_view utf8) {
+std::string PropertyTextOf(std::string_view utf8, const std::string& owner, eImportReport& report) {
+    TellLossyLines(utf8, owner, report);
     std::string text;
     for (const char byte : FromUtf8(utf8).text) {
         if (byte == '\n' && !text.ends_with('\r')) {

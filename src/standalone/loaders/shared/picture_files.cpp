@@ -8,6 +8,7 @@
 #include "platform/temporary_folder.h"
 #include "platform/utf8_path.h"
 #include "standalone/data/file_content.h"
+#include "standalone/data/scene_path.h"
 
 namespace standalone {
 namespace {
@@ -54,16 +55,14 @@ std::string SafeFileName(std::string name) {
 
 }  // namespace
 
-eBitmapMap ePictureFiles::InFile(const std::string& path, const std::string& name,
-                                 const std::string& folder) {
-    eBitmapMap bitmap;
-    bitmap.file = report.Ansi(name);
+eBitmapMap ePictureFiles::InFile(const std::string& path, const std::string& name) {
+    const std::string own = name.substr(name.find_last_of("/\\") + 1);
     std::string content;
-    if ((FromUtf8(name).IsExact() && FromUtf8(folder).IsExact()) || !ReadFileContent(path, content).IsOk()) {
-        return bitmap;
+    if (FromUtf8(own).IsExact() || !ReadFileContent(path, content).IsOk()) {
+        return {.file = FromUtf8(name).IsExact() ? report.Ansi(name) : PathTextOf(name)};
     }
     const eBytes bytes(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
-    return Embedded({bitmap.file.substr(bitmap.file.find_last_of("/\\") + 1), "", name, path}, bytes);
+    return Embedded({report.Ansi(own), "", name, path}, bytes);
 }
 
 eBitmapMap ePictureFiles::Embedded(const eEmbeddedPicture& picture, eBytes content) {

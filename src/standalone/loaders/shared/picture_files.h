@@ -21,13 +21,14 @@ struct eEmbeddedPicture {
 };
 
 // Where the pixels of a file's pictures are. Pictures in files stay there, unless code page 1251 can't hold
-// their path; those, and the ones that the file embeds, are written to a temporary folder of the scene.
+// their name, after which the texture is called; those, and the ones that the file embeds, are written to a
+// temporary folder of the scene.
 class ePictureFiles {
 public:
     ePictureFiles(eSceneData& ownScene, eImportReport& ownReport) : scene(ownScene), report(ownReport) {}
 
-    // The picture in the file at `path`, which the scene file in `folder` knows as `name`; all UTF-8.
-    eBitmapMap InFile(const std::string& path, const std::string& name, const std::string& folder);
+    // The picture in the file at `path`, which the scene file knows as `name`; both UTF-8.
+    eBitmapMap InFile(const std::string& path, const std::string& name);
 
     // Writes the picture under its own name, with the ending that its content asks for. A failure is a
     // problem.
