@@ -18,6 +18,7 @@
 #include "cli/terminal_text.h"
 #include "export/options_file.h"
 #include "export/run_start.h"
+#include "mesh/strips/strip_messages.h"
 #include "platform/drive_table.h"
 #include "platform/file_layer.h"
 #include "platform/path_lookup.h"
@@ -88,6 +89,11 @@ bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
     return problem.empty();
 }
 
+// Where a run is watched, standard output is for the answer.
+void PrintOnStandardError(const char* text) {
+    std::fputs(text, stderr);
+}
+
 // One call of the exporter, with everything that watches it.
 class eExportCall {
 public:
@@ -116,10 +122,12 @@ public:
         if (dry != nullptr) {
             platform::UseFileLayer(&dry->files);
             exporter->journal = &dry->journal;
+            stripMessageSink = PrintOnStandardError;
         }
     }
     ~eExportCall() {
         platform::UseFileLayer(nullptr);
+        stripMessageSink = previousStripSink;
         xDebug::SetErrorHandler(previousHandler);
         xDebug::SetLogSink(previousLog);
         platform::SetFileObserver(previousObserver);
@@ -296,6 +304,7 @@ private:
     const std::unique_ptr<Export> exporter = std::make_unique<Export>();  // with a module: for the options
     eFatalReport fatalReport;
     platform::eFileObserver previousObserver;
+    const eStripMessageSink previousStripSink = stripMessageSink;
     xDebug::eLogSink previousLog;
     xDebug::eErrorHandler* previousHandler = nullptr;
 };

@@ -109,8 +109,13 @@ eIoStatus eMemoryLayer::Rename(const std::string& source, const std::string& tar
     if (KindOf(target) == eEntryKind::Folder) {
         return IsAFolder();
     }
-    const auto content = std::make_shared<eFileContent>();
-    const eIoStatus status = ReadWhole(*this, source, *content);
+    const eEntry* entry = Find(source);
+    auto content = entry != nullptr ? entry->content : nullptr;
+    eIoStatus status;
+    if (content == nullptr) {
+        content = std::make_shared<eFileContent>();
+        status = ReadWhole(*this, source, *content);
+    }
     if (status.IsOk()) {
         Forget(source);
         Put(target, eEntryKind::File, content);

@@ -19,6 +19,7 @@ using support::eProgramResult;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
+// Three faces meet in one edge, which the order of the triangles has a word about.
 constexpr const char* kScene = R"({"scene": 1, "range": [0, 9],
     "materials": {
         "wood": {"type": "standard", "name": "wood", "maps": {"diffuse": {"map": {"type": "bitmap", "file": "wood.tga"}}}},
@@ -26,8 +27,9 @@ constexpr const char* kScene = R"({"scene": 1, "range": [0, 9],
     "nodes": [{"name": "cart", "properties": ["Model=units/cart", "animation=roll,all,0-9"],
         "object": {"type": "helper"}, "children": [
         {"name": "bed", "properties": ["Poly"], "material": "wood",
-         "object": {"type": "mesh", "vertices": [[0, 0, 0], [4, 0, 0], [0, 1, 0]], "faces": [[0, 1, 2]],
-                    "maps": {"1": {"vertices": [[0, 0, 0], [1, 0, 0], [0, 1, 0]], "faces": [[0, 1, 2]]}}}},
+         "object": {"type": "mesh", "vertices": [[0, 0, 0], [4, 0, 0], [0, 1, 0], [0, -1, 0], [0, 0, 1]],
+                    "faces": [[0, 1, 2], [0, 1, 3], [0, 1, 4]],
+                    "maps": {"1": {"vertices": [[0, 0, 0]], "faces": [[0, 0, 0], [0, 0, 0], [0, 0, 0]]}}}},
         {"name": "lamp", "properties": ["Poly"], "material": "tin", "transform": {"position": [0, 2, 1]},
          "object": {"type": "box", "width": 1, "length": 2, "height": 3}}]}]})";
 
