@@ -38,6 +38,11 @@ bool IsInText(const eNodeNote& node) {
     }
 }
 
+// The definition is the root's, which has the number 0.
+bool IsInDefinition(const eNodeNote& node) {
+    return node.kind == eNodeKind::Volume || (node.isBone && node.number == 0);
+}
+
 // What a file asks of a node.
 eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& file) {
     const std::string extension = path.Part(eName::Extension).Text();
@@ -48,7 +53,7 @@ eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& fi
     }
     if (fileName == ".material") {
         return [&file, folder](const eNodeNote& node) {
-            return node.meshFolder == folder && UsesOneOf(node, file.materials);
+            return node.materialFolder == folder && UsesOneOf(node, file.materials);
         };
     }
     const auto isOfModel = [&file](const eNodeNote& node) {
@@ -69,8 +74,7 @@ eIsFed RuleOf(const eRunJournal& journal, const eName& path, const eFileNote& fi
         return [isOfModel](const eNodeNote& node) { return isOfModel(node) && !node.animations.empty(); };
     }
     if (extension == ".def") {
-        return
-            [isOfModel](const eNodeNote& node) { return isOfModel(node) && node.kind == eNodeKind::Volume; };
+        return [isOfModel](const eNodeNote& node) { return isOfModel(node) && IsInDefinition(node); };
     }
     return [isOfModel](const eNodeNote& node) { return isOfModel(node) && IsInText(node); };
 }

@@ -185,9 +185,21 @@ eDescription FilesOf(const eRunJournal& journal, const host::INode& node) {
     return files;
 }
 
-void DescribeBone(eDescription& answer, const eNodeNote& note) {
+// Null above the root of a model. A node that is no bone stands for none.
+const host::INode* BoneAbove(const eRunJournal& journal, const eNodeNote& note) {
+    const host::INode* above = note.number > 0 ? note.parent : nullptr;
+    const eNodeNote* aboveNote = NoteIn(journal, above);
+    while (aboveNote != nullptr && !aboveNote->isBone) {
+        above = aboveNote->parent;
+        aboveNote = NoteIn(journal, above);
+    }
+    return above;
+}
+
+void DescribeBone(eDescription& answer, const eRunJournal& journal, const eNodeNote& note) {
+    const host::INode* const above = BoneAbove(journal, note);
     answer["bone"] = note.number;
-    answer["parentBone"] = note.number > 0 ? eDescription(PathText(note.parent)) : eDescription();
+    answer["parentBone"] = above != nullptr ? eDescription(PathText(above)) : eDescription();
     if (note.level != 0) {
         answer["level"] = note.level;
     }
@@ -199,7 +211,7 @@ void DescribePresence(eDescription& answer, const eRunJournal& journal, const ho
     answer["decidedBy"] = note.decidedBy.empty() ? "its object" : ToUtf8(note.decidedBy);
     answer["model"] = PathText(note.model);
     if (note.number >= 0 && note.kind == eNodeKind::Ordinary) {
-        DescribeBone(answer, note);
+        DescribeBone(answer, journal, note);
     }
     DescribeMesh(answer, journal, node, note);
     eDescription animations = eDescription::array();

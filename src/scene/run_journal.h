@@ -55,6 +55,7 @@ struct eNodeNote {
     bool isMeshWritten = false;
     std::string meshName;  // as the files have it
     eName meshFolder;      // whose .mesh holds it
+    eName materialFolder;  // whose .material holds its materials
     std::vector<eSubMeshNote> subMeshes;
     std::vector<std::string> animations;  // that sample it
 };

@@ -31,6 +31,7 @@ constexpr const char* kScene = R"({"scene": 1, "range": [0, 4],
          "object": {"type": "mesh", "vertices": [[0, 0, 0], [4, 0, 0], [0, 1, 0]], "faces": [[0, 1, 2]],
           "modifiers": [{"type": "skin", "bones": ["wheel_l", "wheel_r"],
                          "weights": [[[0, 1]], [[1, 1]], [[0, 0.5], [1, 0.5]]]}]}},
+        {"name": "tie", "children": [{"name": "knot", "object": {"type": "helper"}}]},
         {"name": "hull", "properties": ["Volume=armor"], "object": {"type": "box", "width": 1, "length": 1, "height": 1},
          "children": [{"name": "pin", "object": {"type": "helper"}}]},
         {"name": "shed", "hidden": true, "object": {"type": "helper"}, "children": [
@@ -90,6 +91,7 @@ TEST_F(Why, TellsWhatBecameOfANode) {
     EXPECT_EQ(part.at("feeds"), "cart/box");
     EXPECT_EQ(part.at("faces"), 12);
     EXPECT_EQ(Files(part), json({".mesh"}));
+    EXPECT_EQ(Answer("knot").at("parentBone"), "cart") << "a node without object is no bone";
 
     EXPECT_EQ(Answer("rope").at("subMeshes").at(0).at("palette"), json({"wheel_l", "wheel_r"}));
     const json volume = Answer("hull");

@@ -57,9 +57,11 @@ void NoteMeshSource(Export& run, const eBoneStep& step) {
 
 void NoteMeshFile(Export& run, const eBoneStep& step) {
     if (eNodeNote* const note = NoteOf(run, step.node)) {
-        const bool isCommon = step.targetSet == &run.resources->commonResources;
+        const eResourceSets& sets = *run.resources;
+        const bool isCommon = step.targetSet == &sets.commonResources;
         note->isMeshWritten = true;
         note->meshName = step.meshName.Text();
-        note->meshFolder = isCommon ? run.resources->commonFolder : run.model->modelFolder;
+        note->meshFolder = isCommon ? sets.commonFolder : run.model->modelFolder;
+        note->materialFolder = sets.commonPending ? sets.commonFolder : run.model->modelFolder;
     }
 }
