@@ -140,6 +140,11 @@ eExportMaterial MakeMaterial(Export& run, Mtl* material, const eExportMaterialUs
     return record;
 }
 
+// Where the mesh is that uses the material first.
+std::string UserOf(const eExportMaterialUse& use) {
+    return use.node != nullptr ? host::PathOf(*use.node) : std::string();
+}
+
 // Two different materials with one name: the first record stays.
 void CheckDuplicateNames(Export& run) {
     std::set<std::string> keys;
@@ -147,7 +152,7 @@ void CheckDuplicateNames(Export& run) {
         const std::string name = GetMaterialName(key.material);
         const std::string text = (format("%s~^&*%d") % name % key.group).Text();
         if (!keys.insert(LowerAnsi(text)).second) {
-            Tell(run, eMessageId::MaterialsDuplicateName, {.material = name}, name);
+            Tell(run, eMessageId::MaterialsDuplicateName, {.node = UserOf(use), .material = name}, name);
         }
     }
 }
@@ -155,8 +160,7 @@ void CheckDuplicateNames(Export& run) {
 // A material gets its record by its first palette; one that occurs in later palettes alone has none.
 void WarnWithoutRecord(Export& run, const Mtl* material, const eExportMaterialUse& use) {
     const std::string name = GetMaterialName(material);
-    Tell(run, eMessageId::MaterialsPaletteOnly,
-         {.node = use.node != nullptr ? host::PathOf(*use.node) : std::string(), .material = name}, name,
+    Tell(run, eMessageId::MaterialsPaletteOnly, {.node = UserOf(use), .material = name}, name,
          use.node != nullptr ? use.node->GetName() : std::string());
 }
 

@@ -223,7 +223,8 @@ TEST(WholeMesh, WhatIsSeenAndWhatIsNot) {
     EXPECT_EQ(VertexAt(shown, {1, 1, 0}).uv0, (host::Point2{0, 1}));
     EXPECT_EQ(VertexAt(shown, {3, 1, 0}).uv0, (host::Point2{1, 1}));
     EXPECT_EQ(VertexAt(shown, {1, 3, 0}).uv0, (host::Point2{0, 0}));
-    EXPECT_THAT(run.Messages(), ElementsAre(HasSubstr("вырожденные треугольники в мэше 'head'"),
+    EXPECT_THAT(run.Messages(), ElementsAre(HasSubstr("треугольников 1 из"),
+                                            HasSubstr("вырожденные треугольники в мэше 'head'"),
                                             HasSubstr("в материале 'rain'")));
     run.SetOptions([](eExportOptions& options) { options.exportMesh = 0; });
     run.Do();

@@ -7,6 +7,7 @@
 #include "io/streams/whole_file.h"
 #include "material/queries/map_files.h"
 #include "material/queries/material_queries.h"
+#include "material/run_materials.h"
 #include "material/textures/bmp_file.h"
 #include "material/textures/copied_picture.h"
 #include "material/textures/normal_map.h"
@@ -33,6 +34,13 @@ struct eTexturePlan {
     int bitsPerPixel = 24;
 };
 
+// Where the mesh is that uses the material first.
+std::string UserOf(const Export& run, host::Mtl* material) {
+    const auto use = run.materials->materialMap.lower_bound({material, 0});
+    const bool isUsed = use != run.materials->materialMap.end() && use->first.material == material;
+    return isUsed && use->second.node != nullptr ? host::PathOf(*use->second.node) : std::string();
+}
+
 struct eTextureRequest {
     Export& run;
     const eExportTexture& texture;
@@ -41,7 +49,8 @@ struct eTextureRequest {
 
     // What the file was for.
     eMessagePlace Owner() const {
-        return {.material = GetMaterialName(material),
+        return {.node = UserOf(run, material),
+                .material = GetMaterialName(material),
                 .map = texture.texmap != nullptr ? texture.texmap->GetName() : std::string()};
     }
     // What decides about the file; the first of the reasons stays.
@@ -114,12 +123,13 @@ void TellCopy(const eTextureRequest& request, const eTexturePlan& plan) {
 }
 
 // The material names the texture all the same.
-void WarnMissing(const eTextureRequest& request, const host::Texmap& map) {
-    const std::string file = FirstMapFile(map, true);
-    const eBilingual shown = file.empty() ? Words(ePhrase::MapWithoutFile) : eBilingual{file, file};
-    const std::string material = GetMaterialName(request.material);
-    Tell(request.run, eMessageId::TexturesMissing, {.material = material, .map = map.GetName(), .file = file},
-         shown, material, map.GetName());
+void AdviseOnMissing(const eTextureRequest& request, const host::Texmap& map) {
+    eMessagePlace place = request.Owner();
+    place.map = map.GetName();
+    place.file = FirstMapFile(map, true);
+    const eBilingual shown =
+        place.file.empty() ? Words(ePhrase::MapWithoutFile) : eBilingual{place.file, place.file};
+    Tell(request.run, eMessageId::TexturesMissing, place, shown, place.material, place.map);
 }
 
 // A map with a file. Nothing if there is nothing to write.
@@ -129,7 +139,7 @@ std::optional<eTexturePlan> PlanBitmap(const eTextureRequest& request, eTextureP
     plan.source = FirstMapFile(map, false);
     if (!platform::LastWriteTime(plan.source)) {
         request.Note(eFileRule::SourceMissing, FirstMapFile(map, true));
-        WarnMissing(request, map);
+        AdviseOnMissing(request, map);
         return std::nullopt;
     }
     const std::string& target = request.texture.file.Text();
