@@ -377,6 +377,111 @@ def russian_names():
     }
 
 
+def cube(size):
+    """A box as a mesh, so that it can be spoilt: two triangles for each side."""
+    low, high = -size / 2, size / 2
+    corners = [[x, y, z] for z in (low, high) for y in (low, high) for x in (low, high)]
+    faces = [[0, 2, 1], [1, 2, 3], [4, 5, 6], [5, 7, 6], [0, 1, 4], [1, 5, 4], [2, 6, 3], [3, 6, 7], [0, 4, 2],
+             [2, 4, 6], [1, 3, 5], [3, 7, 5]]
+    return {"type": "mesh", "vertices": corners, "faces": faces}
+
+
+def mistakes():
+    """Thirty slips that artists make, for `zyrexport lint`: each stands at a node that is named after it."""
+    dented = cube(2)
+    dented["vertices"].append([0, 0, 0])
+    dented["faces"] = [face for face in dented["faces"] if min(face) < 4]
+    dented["faces"] += [[4, 5, 8], [5, 7, 8], [7, 6, 8], [6, 4, 8]]
+    folded = cube(1)
+    folded["faces"] = [[0, 2, 1], [0, 2, 1], [1, 1, 3], [4, 5, 6]]
+    fields = {"type": "line", "splines": [
+        {"points": [[0, 0, 0], [2, 0, 0], [2, 2, 0]]}, {"points": [[5, 0, 0], [7, 0, 0], [7, 2, 0]]},
+    ]}
+    bones = [f"finger_{number}" for number in range(26)]
+    weights = [[[vertex % 26, 1]] for vertex in range(26)] + [[[0, 0.5], [1, 0.2]], []]
+    comb = {
+        "type": "mesh",
+        "vertices": [[vertex % 2, vertex // 2, 0] for vertex in range(28)],
+        "faces": [[first, first + 1, first + 2] for first in range(26)],
+        "modifiers": [{"type": "skin", "bones": bones, "weights": weights}],
+    }
+
+    def textured(name, file, slot="diffuse"):
+        picture = {"type": "bitmap", "file": file}
+        if slot == "bump":
+            picture = {"type": "normalBump", "normal": picture}
+        return {"type": "standard", "name": name, "maps": {slot: {"map": picture}}}
+
+    return {
+        "scene": 1,
+        "range": [0, 100],
+        "selectionSets": [{"name": "all", "nodes": ["turning"]}],
+        "materials": {
+            "rust": {"type": "standard", "name": "rust"},
+            "other rust": {"type": "standard", "name": "Rust", "diffuse": [0.5, 0.2, 0.1]},
+            "lost": textured("lost", "textures/not_there.tga"),
+            "uneven": textured("uneven", "textures/uneven_normal.tga", "bump"),
+        },
+        "nodes": [
+            node("crane", ["Model=units/crane", "animation=back,all,50-20", "animation=nobody,everyone,0-10",
+                           "animation=late,all,90-140", "animation=first,all,20-30,same",
+                           "animation=second,all,40-50,same", "animation=climb,all,60-70,../up"],
+                 object=HELPER, children=[
+                     node("turning", keys=[{"frame": 0, "position": [0, 0, 0]}, {"frame": 100, "position": [0, 0, 9]}],
+                          object=HELPER),
+                     node("misspelled_poly", ["Pol"], object=box(1, 1, 1)),
+                     node("misspelled_joint", ["IKTyp=revolute"], object=HELPER),
+                     node("russian_poly", ["Роly"], object=box(1, 1, 1)),
+                     node("unknown_joint", ["IKType=hinge"], object=HELPER),
+                     node("speed_with_unit", ["IKType=revolute", "IKSpeed=2 rad"], object=HELPER),
+                     node("open_brace", ["Color={1 0 0"], object=HELPER),
+                     node("voxels", ["Voxels=1"], object=box(1, 1, 1)),
+                     node("empty_poly", ["Poly"], object=HELPER),
+                     node("сab", object=HELPER),
+                     node("folded", ["Poly"], object=folded),
+                     node("hidden_yard", hidden=True, children=[
+                         node("fence", ["Volume"], object=box(9, 9, 1)),
+                     ]),
+                     node("stretched", transform={"scale": [1, 1, 3], "rotation": [0, 0.5, 0, 0.8660254]},
+                          object=HELPER, children=[
+                              node("sheared", transform={"rotation": [0.3, 0.2, 0.1, 0.9]}, object=HELPER),
+                          ]),
+                     node("load", group="head", object=HELPER, children=[
+                         node("crate", ["Poly"], group="member", object=box(1, 1, 1)),
+                     ]),
+                     node("rusty", ["Poly"], object=box(1, 1, 1), material="rust"),
+                     node("rusty_too", ["Poly"], object=box(1, 1, 1), material="other rust"),
+                     node("bare", ["Poly"], object=box(1, 1, 1), material="lost"),
+                     node("uneven", ["Poly"], object=box(1, 1, 1), material="uneven"),
+                     node("dented_vol", ["Volume"], object=dented),
+                     node("large_vol", ["Volume"], transform={"scale": [3, 3, 3]}, object=box(1, 1, 1)),
+                     node("same_vol", ["Volume"], object=box(1, 1, 1)),
+                     node("same_vol", ["Volume"], object=box(2, 2, 2)),
+                     node("two_fields", ["Area"], object=fields),
+                     node("view", ["Preview"], object=HELPER),
+                     node("old_body", ["Body"], object=box(1, 1, 1)),
+                     node("comb", ["Poly"], object=comb),
+                     *(node(name, object=HELPER) for name in bones),
+                 ]),
+            node("twins", ["Model=units/twins"], object=HELPER, children=[
+                node("leg", object=HELPER, children=[node("leg", object=HELPER)]),
+            ]),
+            node("levels", ["Model=units/levels"], object=HELPER, children=[
+                node("hull", ["Poly"], object=box(4, 4, 4)),
+                node("hull_lod2", ["Poly"], object=box(3, 3, 3)),
+            ]),
+            node("dust", ["Model=units/dust"], object=HELPER, children=[
+                node("speck", ["Poly"], object=box(0.001, 0.001, 0.001)),
+            ]),
+            node("no_model", ["Poly"], object=box(1, 1, 1)),
+            node("lamp", ["Model=units/lamp"], object=HELPER, children=[
+                node("shade", ["Poly", "Mesh=shades"], object=box(1, 1, 1)),
+            ]),
+            node("my_disk", ["Model=C:/work/my_disk"], object=HELPER),
+        ],
+    }
+
+
 def tga(size, color_at):
     """An uncompressed image of 24 bits; color_at(x, y) gives red, green and blue, y runs upward."""
     header = struct.pack("<BBBHHBHHHHBB", 0, 0, 2, 0, 0, 0, 0, 0, size, size, 24, 0)
@@ -396,21 +501,33 @@ TEXTURES = {
     "mask.tga": tga(8, lambda x, y: (32 * x, 32 * x, 32 * x)),
 }
 
+# Pictures that stand beside the scene of mistakes.
+FAULTY_TEXTURES = {"uneven_normal.tga": tga(6, lambda x, y: (128, 128, 255))}
+
 EXAMPLES = [
     tank, arm, structure, levels_of_detail, preview_group, gameplay, skinned_strip, materials, yard, waving_flag,
     animations, russian_names,
 ]
 
 
+def write_scene(folder, example):
+    path = folder / f"{example.__name__}.scene.json"
+    path.write_bytes((text_of(example()) + "\n").encode("utf-8"))
+
+
+def write_textures(folder, textures):
+    (folder / "textures").mkdir(parents=True, exist_ok=True)
+    for name, content in textures.items():
+        (folder / "textures" / name).write_bytes(content)
+
+
 def main():
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent
-    folder.mkdir(parents=True, exist_ok=True)
+    write_textures(folder, TEXTURES)
     for example in EXAMPLES:
-        path = folder / f"{example.__name__}.scene.json"
-        path.write_bytes((text_of(example()) + "\n").encode("utf-8"))
-    (folder / "textures").mkdir(exist_ok=True)
-    for name, content in TEXTURES.items():
-        (folder / "textures" / name).write_bytes(content)
+        write_scene(folder, example)
+    write_textures(folder / "mistakes", FAULTY_TEXTURES)
+    write_scene(folder / "mistakes", mistakes)
 
 
 if __name__ == "__main__":

@@ -15,8 +15,9 @@ namespace cli {
 struct eDryRun {
     platform::eMemoryLayer files;
     eRunJournal journal;
+    bool isMute = false;  // whoever asks tells the messages himself
     // Called once at the end of the run, also of one that a fatal error ends: the process ends after it.
-    std::function<void(const Export&, const eRunRecord&)> tell;
+    std::function<void(Export&, const eRunRecord&)> tell;
 };
 
 }  // namespace cli

@@ -8,6 +8,7 @@ enum eExitCode {
     kExitFatal = 1,        // a fatal error
     kExitUsage = 2,        // wrong usage, or a file that can't be read: nothing was written
     kExitErrors = 3,       // came to its end, but showed errors
+    kExitAdvice = 4,       // lint --strict: no errors, but something was told
     kExitCancelled = 130,  // the user stopped it
 };
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "base/ansi.h"
@@ -105,7 +106,7 @@ public:
           dry(dryRun),
           begin(start),
           record(std::move(soFar)),
-          face(Terminal(exportFlags)),
+          face(Terminal(exportFlags, dryRun)),
           host(std::move(scene)),
           fatalReport(*this) {
         host.SetProgressSink(&face);
@@ -160,8 +161,12 @@ private:
         eExportCall& call;
     };
 
-    static standalone::eTerminal Terminal(const eExportFlags& flags) {
+    static standalone::eTerminal Terminal(const eExportFlags& flags, const eDryRun* dryRun) {
+        static std::ostream nowhere(nullptr);
         standalone::eTerminal terminal = standalone::StandardTerminal();
+        if (dryRun != nullptr && dryRun->isMute) {
+            terminal.output = &nowhere;
+        }
         terminal.onlyErrors = flags.quiet;
         terminal.speaksRussian = SpeaksRussian(flags.language);
         return terminal;

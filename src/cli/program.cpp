@@ -13,6 +13,7 @@
 #include "cli/help_format.h"
 #include "cli/inspect_command.h"
 #include "cli/known_names.h"
+#include "cli/lint_command.h"
 #include "cli/messages_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
@@ -39,6 +40,7 @@ int RunProgram(std::vector<std::string> arguments) {
     AddOptionsCommand(program, action);
     AddPropertiesCommand(program, action);
     AddCompletionCommand(program, action);
+    AddLintCommand(program, action);
     AddMessagesCommand(program, action);
     // The parser takes them from the back.
     std::ranges::reverse(arguments);

@@ -56,17 +56,6 @@ ordered_json PlaceJson(const eMessagePlace& place) {
     return json;
 }
 
-ordered_json MessageJson(const eToldMessage& message) {
-    const eMessageRow& row = RowOf(message.id);
-    return {{"code", row.code},
-            {"kind", SeverityWord(message.Severity())},
-            {"place", PlaceJson(message.place)},
-            {"title", message.title},
-            {"text", message.text.russian},
-            {"english", message.text.english},
-            {"cure", row.cure}};
-}
-
 ordered_json FileJson(const std::string& path, eFileAction action) {
     std::error_code error;
     const auto size = std::filesystem::file_size(platform::PathFromUtf8(path), error);
@@ -95,6 +84,17 @@ int eRunRecord::WrittenModels() const {
 int eRunRecord::ChangedFiles() const {
     return static_cast<int>(
         std::ranges::count_if(files, [](const auto& file) { return file.second != eFileAction::Kept; }));
+}
+
+ordered_json MessageJson(const eToldMessage& message) {
+    const eMessageRow& row = RowOf(message.id);
+    return {{"code", row.code},
+            {"kind", SeverityWord(message.Severity())},
+            {"place", PlaceJson(message.place)},
+            {"title", message.title},
+            {"text", message.text.russian},
+            {"english", message.text.english},
+            {"cure", row.cure}};
 }
 
 std::string ReportText(const eRunRecord& record) {

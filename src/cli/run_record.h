@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,9 @@ inline constexpr int kReportSchema = 2;
 
 // The report as JSON text, UTF-8; keys in a fixed order, files sorted by path with their present sizes.
 std::string ReportText(const eRunRecord& record);
+
+// A message as the report has it.
+nlohmann::ordered_json MessageJson(const eToldMessage& message);
 
 // Writes the report through a temporary name. Empty, or why it could not be written.
 std::string WriteReport(const eRunRecord& record, const std::string& path);

@@ -17,6 +17,9 @@ std::vector<std::filesystem::path> SceneFiles() {
         for (const auto& entry :
              std::filesystem::recursive_directory_iterator(SourceTree() / folder, missing)) {
             const std::string name = entry.path().filename().string();
+            if (entry.path().parent_path().filename() == "mistakes") {
+                continue;
+            }
             if (name.ends_with(".glb") || name.ends_with(".gltf") || name.ends_with(".scene.json")) {
                 files.push_back(entry.path());
             }

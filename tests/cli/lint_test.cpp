@@ -1,0 +1,104 @@
+// What a look ahead tells of the mistakes of artists: examples/mistakes.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/program.h"
+#include "support/source_tree.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using support::eProgramResult;
+using testing::HasSubstr;
+using testing::IsSupersetOf;
+
+class Lint : public testing::Test {
+protected:
+    eProgramResult Run(const std::string& example, const std::string& flags = {}) {
+        const std::string scene = (support::SourceTree() / "examples" / example).string();
+        return support::RunProgram(
+            folder, "lint '" + scene + ".scene.json' --config '" + (folder / "config") + "' " + flags);
+    }
+
+    support::eTempFolder folder;
+};
+
+// "CODE at NODE", with what else places it.
+const std::vector<std::string> kMistakes = {
+    "animations.beyond-range at crane, late",
+    "animations.file-name at crane, climb",
+    "animations.no-selection-set at crane, nobody",
+    "animations.reversed-range at crane, back",
+    "animations.shared-file at crane, second",
+    "bones.duplicate-name at twins/leg",
+    "bones.matrix at crane/stretched/sheared",
+    "bones.missing-level at levels/hull_lod2",
+    "groups.member-without-mesh at crane/load/crate, Poly",
+    "joints.unknown-type at crane/unknown_joint, IKType",
+    "lint.many-bones at crane/comb",
+    "lint.mixed-key at crane/russian_poly, Роly",
+    "lint.mixed-name at crane/сab",
+    "lint.model-size at dust",
+    "lint.near-key at crane/misspelled_joint, IKTyp",
+    "lint.near-key at crane/misspelled_poly, Pol",
+    "lint.unweighted-vertices at crane/comb",
+    "lint.weight-sum at crane/comb",
+    "materials.duplicate-name at crane/rusty_too",
+    "mesh.degenerate-triangles at crane/folded",
+    "mesh.no-polygons at crane/empty_poly",
+    "mesh.voxels at crane/voxels",
+    "models.bodies at crane/old_body",
+    "models.full-path at my_disk, Model",
+    "models.no-path at no_model",
+    "nodes.hidden-content at crane/hidden_yard",
+    "preview.no-group at crane/view",
+    "properties.not-written at crane/open_brace, Color",
+    "properties.read-as-number at crane/speed_with_unit, IKSpeed",
+    "shared-mesh.no-bone at lamp/shade, Mesh",
+    "textures.missing at crane/bare",
+    "textures.sides at crane/uneven",
+    "volumes.duplicate-name at crane/same_vol",
+    "volumes.matrix at crane/large_vol",
+    "volumes.not-convex at crane/dented_vol",
+    "zones.several-polygons at crane/two_fields",
+};
+
+// Would catch a mistake that nobody tells, or tells at the wrong node, and mild words before grave ones.
+TEST_F(Lint, EachMistakeIsToldAtItsNodeWithACure) {
+    const eProgramResult result = Run("mistakes/mistakes", "--json");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.errors, "");
+    const auto scenes = nlohmann::json::parse(result.output);
+    ASSERT_EQ(scenes.size(), 1U);
+    std::vector<std::string> told;
+    for (const auto& message : scenes[0]["messages"]) {
+        const auto& place = message["place"];
+        std::string line = message["code"].get<std::string>() + " at " + place.value("node", "");
+        line += place.contains("property") ? ", " + place["property"].get<std::string>() : "";
+        line += place.contains("animation") ? ", " + place["animation"].get<std::string>() : "";
+        told.push_back(line);
+        EXPECT_NE(message["cure"], "");
+    }
+    EXPECT_THAT(told, IsSupersetOf(kMistakes));
+    const std::string text = Run("mistakes/mistakes").output;
+    EXPECT_LT(text.find("  crane/voxels\n    error mesh.voxels: "),
+              text.find("  crane/comb\n    advice lint."));
+    EXPECT_FALSE(folder.Has("config"));
+}
+
+// Would catch a check that cries wolf, and a strict farm that lets advice pass.
+TEST_F(Lint, CleanScenesAreClean) {
+    for (const char* example : {"tank", "arm", "gameplay", "skinned_strip", "russian_names", "animations"}) {
+        const eProgramResult result = Run(example, "--strict");
+        EXPECT_EQ(result.exitCode, 0) << example << result.output;
+        EXPECT_THAT(result.output, HasSubstr(": 0 messages\n"));
+    }
+    EXPECT_EQ(Run("structure").exitCode, 0);
+    EXPECT_EQ(Run("structure", "--strict").exitCode, 4);
+}
+
+}  // namespace
