@@ -260,27 +260,31 @@ TEST_F(GameplayText, ACameraTellsItsRoll) {
     }
 }
 
+// Catches a preview in scene units, in the world, or that is not mirrored as the model is.
 TEST_F(GameplayText, APreviewHasTheCameraAndTheLightsOfItsGroup) {
+    scene.Settings().unitMetres = 0.5;
+    root.Position(3, 4, 0);
     scene.Settings().ambient = {0.2F, 0.2F, 0.2F};
     eNode group = Add("view", {"Preview"}, eHelperObject{}).GroupHead();
     const auto member = [&](const char* name) { return group.Child(name).GroupMember(); };
     member("lamp").Position(0, 0, 2).Object(eLightObject{.attenuation = eAttenuation{1, 7}});
-    member("cam").Position(0, 0, 5).Object(eCameraObject{.fov = 45});
+    member("cam").Position(0, 2, 5).Object(eCameraObject{.fov = 45});
     member("cam2").Object(eCameraObject{});
     member("sun").Object(eLightObject{.kind = eLightKind::Directional, .color = {1, 0, 0}});
     member("sun2").Object(eLightObject{.kind = eLightKind::Directional});
-    member("dark").Object(eLightObject{.kind = eLightKind::Spot, .hotspot = 0, .falloff = 0});
+    member("dark").Object(eLightObject{.kind = eLightKind::Spot, .hotspot = 20, .falloff = 0});
     group.Child("stranger").Object(eLightObject{});
     Add("loose", {"Preview"}, eHelperObject{});
-    EXPECT_EQ(Mdl("\"preview\""),
-              "{\"preview\"\n\t{\"view\"\n\t\t{camera\n\t\t\t{origin 0 \t 0 \t 5}\n\t\t\t{lookat 0 \t 0 \t "
-              "0}\n\t\t\t{fov 45}\n\t\t}\n\t\t{lights\n\t\t\t{\"0\"\n\t\t\t\t{type point}\n\t\t\t\t{position "
-              "0 \t 0 \t 2}\n\t\t\t\t{range 7}\n\t\t\t}\n\t\t\t{\"1\"\n\t\t\t\t{type "
-              "directional}\n\t\t\t\t{direction 0 \t 0 \t -1}\n\t\t\t\t{ambient "
-              "-13421773}\n\t\t\t\t{diffuse -65536}\n\t\t\t}\n\t\t\t{\"2\"\n\t\t\t\t{type "
-              "directional}\n\t\t\t\t{direction 0 \t 0 \t -1}\n\t\t\t}\n\t\t\t{\"3\"\n\t\t\t\t{type "
-              "spot}\n\t\t\t\t{position 0 \t 0 \t 0}\n\t\t\t\t{direction 0 \t 0 \t -1}\n\t\t\t\t{angle "
-              "0}\n\t\t\t\t{angle0 0}\n\t\t\t}\n\t\t}\n\t}\n}");
+    EXPECT_EQ(
+        Mdl("\"preview\""),
+        "{\"preview\"\n\t{\"view\"\n\t\t{camera\n\t\t\t{origin 0 \t -1 \t 2.5}\n\t\t\t{lookat 0 \t 0 \t "
+        "0}\n\t\t\t{fov 45}\n\t\t}\n\t\t{lights\n\t\t\t{\"0\"\n\t\t\t\t{type point}\n\t\t\t\t{position "
+        "0 \t 0 \t 1}\n\t\t\t\t{range 7}\n\t\t\t}\n\t\t\t{\"1\"\n\t\t\t\t{type "
+        "directional}\n\t\t\t\t{direction 0 \t 0 \t -0.5}\n\t\t\t\t{ambient "
+        "-13421773}\n\t\t\t\t{diffuse -65536}\n\t\t\t}\n\t\t\t{\"2\"\n\t\t\t\t{type "
+        "directional}\n\t\t\t\t{direction 0 \t 0 \t -0.5}\n\t\t\t}\n\t\t\t{\"3\"\n\t\t\t\t{type "
+        "spot}\n\t\t\t\t{position 0 \t 0 \t 0}\n\t\t\t\t{direction 0 \t 0 \t -0.5}\n\t\t\t\t{angle "
+        "20}\n\t\t\t\t{angle0 0}\n\t\t\t}\n\t\t}\n\t}\n}");
     EXPECT_THAT(Messages(),
                 ElementsAre("Ошибка: Просмотровая группа \"view\" может содержать только одну камеру",
                             "Advice: Конус просмотрового источника света \"dark\" "
