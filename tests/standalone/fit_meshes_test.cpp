@@ -119,6 +119,26 @@ TEST(FitMeshes, ALargeMeshComesOutInPiecesThatHoldAllOfIt) {
     EXPECT_EQ(MeshOf(scene, 5).mesh.faces.size(), 156800U);
 }
 
+// Would catch a mesh of one vertex too many that stays whole, and one that just fits and is parted.
+TEST(FitMeshes, OneVertexTooManyPartsAMesh) {
+    for (const std::uint32_t triangles : {21844U, 21845U}) {
+        eMeshObject dust;
+        for (std::uint32_t v = 0; v < 3 * triangles; ++v) {
+            dust.mesh.verts.push_back({static_cast<float>(v), v % 3 == 1 ? 1.0F : 0.0F, 0});
+            if (v % 3 == 2) {
+                dust.mesh.faces.push_back({{v - 2, v - 1, v}, 1, 0});
+            }
+        }
+        eSceneData scene;
+        scene.objects = {{"dust", std::move(dust), {}}};
+        scene.nodes = {{.name = "dust", .properties = "Poly", .object = 0}};
+        scene.roots = {0};
+        eImportReport report;
+        PartLargeMeshes(scene, report);
+        EXPECT_EQ(scene.nodes.size(), triangles == 21844 ? 1U : 3U);
+    }
+}
+
 // Would catch a triangle without area that is kept, or one with area that goes; in a mesh that moves two
 // vertices may lie at one place for the moment.
 TEST(FitMeshes, TrianglesWithoutAreaAreLeftOut) {

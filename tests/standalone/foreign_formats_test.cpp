@@ -12,6 +12,7 @@
 #include "base/ansi.h"
 #include "platform/trial.h"
 #include "standalone/data/world_matrices.h"
+#include "standalone/loaders/fbx/fbx_binary.h"
 #include "standalone/loaders/load_scene.h"
 #include "support/source_tree.h"
 #include "support/temp_folder.h"
@@ -165,6 +166,51 @@ TEST(ForeignFormats, TheSameTriangleComesOutOfEveryFormat) {
     ASSERT_EQ(withLibrary.scene->materials.size(), 1U);
     EXPECT_EQ(std::get<eStandardMaterial>(withLibrary.scene->materials[0].kind).diffuse,
               (host::Color{0.5F, 0.25F, 0.125F}));
+}
+
+// Would catch a skin that is bound to where its bones stand, and a map that lies on the first coordinates.
+TEST(ForeignFormats, ColladaKeepsBindingsAndCoordinates) {
+    const eLoadResult result = LoadScene(SmallFile("dae").string());
+    ASSERT_TRUE(result.scene) << Words(result);
+    eLoaded loaded(result);
+    const int object = loaded.Node("skinned").object;
+    const auto& skin =
+        std::get<eSkinModifier>(loaded.scene.objects[static_cast<std::size_t>(object)].modifiers.at(0));
+    ExpectNear(skin.bindMatrices.at(0).GetTrans(), {-0.05F, 0, 0},
+               "the joint, which stands at 7 centimetres");
+    EXPECT_EQ(loaded.scene.maps.at(0).coordinates.channel, 2);
+}
+
+// Would catch numbers of another width than the version has, and lists and values that end too early or too
+// late.
+TEST(ForeignFormats, BinaryFbxOfBothWidthsIsRead) {
+    for (const bool isWide : {false, true}) {
+        std::string bytes(kFbxMagic);
+        const auto number = [&](auto value) {
+            bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
+        };
+        const auto head = [&](std::size_t end, std::uint32_t valueLength, const char* name) {
+            for (const std::uint64_t size :
+                 {std::uint64_t{end}, std::uint64_t{1}, std::uint64_t{valueLength}}) {
+                isWide ? number(size) : number(static_cast<std::uint32_t>(size));
+            }
+            bytes += std::string(1, '\1').append(name);
+        };
+        number(isWide ? 7500U : 7400U);
+        const std::size_t start = bytes.size(), headSize = isWide ? 26 : 14,
+                          innerEnd = start + 2 * headSize + 11;
+        head(innerEnd + headSize - 1, 5, "A");
+        bytes += 'I';
+        number(std::int32_t{-7});
+        head(innerEnd, 6, "B");
+        bytes += 'S';
+        number(1U);
+        bytes.append("x").append(2 * (headSize - 1), '\0');
+        const std::optional<eFbxRecord> root = ReadFbxRecords(bytes);
+        ASSERT_TRUE(root && root->Find("A") != nullptr && root->Find("A")->Find("B") != nullptr);
+        EXPECT_EQ(root->Find("A")->values.at(0), eFbxValue(std::int64_t{-7}));
+        EXPECT_EQ(root->Find("A")->Find("B")->values.at(0), eFbxValue(std::string("x")));
+    }
 }
 
 // Would catch a broken file that ends the program, or gives neither a scene nor a word.

@@ -126,15 +126,44 @@ def fbx():
 COLLADA = """<?xml version="1.0" encoding="utf-8"?>
 <COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
 <asset><unit name="centimeter" meter="0.01"/><up_axis>Z_UP</up_axis></asset>
+<library_images><image id="i"><init_from>wood.bmp</init_from></image></library_images>
+<library_effects><effect id="e"><profile_COMMON>
+<newparam sid="f"><surface type="2D"><init_from>i</init_from></surface></newparam>
+<newparam sid="t"><sampler2D><source>f</source></sampler2D></newparam>
+<technique sid="c"><lambert><diffuse><texture texture="t" texcoord="UV1"/></diffuse></lambert></technique>
+</profile_COMMON></effect></library_effects>
+<library_materials><material id="m" name="wood"><instance_effect url="#e"/></material></library_materials>
 <library_geometries><geometry id="g" name="plate"><mesh>
 <source id="p"><float_array id="pa" count="9">0 0 0 20 0 0 0 0 30</float_array><technique_common>
 <accessor source="#pa" count="3" stride="3"><param name="X" type="float"/><param name="Y" type="float"/>
 <param name="Z" type="float"/></accessor></technique_common></source>
+<source id="u"><float_array id="ua" count="6">0 0 1 0 0 1</float_array><technique_common>
+<accessor source="#ua" count="3" stride="2"><param name="S" type="float"/><param name="T" type="float"/>
+</accessor></technique_common></source>
 <vertices id="v"><input semantic="POSITION" source="#p"/></vertices>
-<triangles count="1"><input semantic="VERTEX" source="#v" offset="0"/><p>0 1 2</p></triangles>
+<triangles count="1" material="w"><input semantic="VERTEX" source="#v" offset="0"/>
+<input semantic="TEXCOORD" source="#u" offset="0" set="0"/><input semantic="TEXCOORD" source="#u" offset="0" set="1"/>
+<p>0 1 2</p></triangles>
 </mesh></geometry></library_geometries>
+<library_controllers><controller id="k"><skin source="#g">
+<bind_shape_matrix>1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1</bind_shape_matrix>
+<source id="j"><Name_array id="ja" count="1">joint</Name_array><technique_common>
+<accessor source="#ja" count="1"><param name="JOINT" type="name"/></accessor></technique_common></source>
+<source id="b"><float_array id="ba" count="16">1 0 0 -5 0 1 0 0 0 0 1 0 0 0 0 1</float_array><technique_common>
+<accessor source="#ba" count="1" stride="16"><param name="TRANSFORM" type="float4x4"/></accessor>
+</technique_common></source>
+<source id="w"><float_array id="wa" count="1">1</float_array><technique_common>
+<accessor source="#wa" count="1"><param name="WEIGHT" type="float"/></accessor></technique_common></source>
+<joints><input semantic="JOINT" source="#j"/><input semantic="INV_BIND_MATRIX" source="#b"/></joints>
+<vertex_weights count="3"><input semantic="JOINT" source="#j" offset="0"/>
+<input semantic="WEIGHT" source="#w" offset="1"/><vcount>1 1 1</vcount><v>0 0 0 0 0 0</v></vertex_weights>
+</skin></controller></library_controllers>
 <library_visual_scenes><visual_scene id="s" name="s"><node id="claw" name="claw">
-<translate>0 0 100</translate><instance_geometry url="#g"/></node></visual_scene></library_visual_scenes>
+<translate>0 0 100</translate><instance_geometry url="#g"><bind_material><technique_common>
+<instance_material symbol="w" target="#m"/></technique_common></bind_material></instance_geometry></node>
+<node id="skinned" name="skinned"><instance_controller url="#k"><skeleton>#joint</skeleton></instance_controller></node>
+<node id="joint" name="joint" sid="joint" type="JOINT"><translate>0 0 7</translate></node>
+</visual_scene></library_visual_scenes>
 <scene><instance_visual_scene url="#s"/></scene>
 </COLLADA>
 """
