@@ -47,11 +47,16 @@ int Answer(const Export& run, const eRunJournal& journal, const eArguments& argu
     return kExitDone;
 }
 
-// An answer is an answer, whatever the run has told; only without one its own exit status counts.
+// An answer is an answer, whatever the run has told; only without one its own exit status counts. A run that
+// its options keep from beginning has decided nothing.
 int RunWhy(const eArguments& arguments) {
     eDryRun dry;
     std::optional<int> answered;
-    dry.tell = [&](const Export& run, const eRunRecord&) { answered = Answer(run, dry.journal, arguments); };
+    dry.tell = [&](const Export& run, const eRunRecord& record) {
+        if (record.exitCode != kExitUsage) {
+            answered = Answer(run, dry.journal, arguments);
+        }
+    };
     const int exitCode = RunWithoutWriting(arguments.flags, dry);
     return answered.value_or(exitCode);
 }
