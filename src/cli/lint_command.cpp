@@ -46,6 +46,7 @@ int Rank(const eToldMessage& message) {
 // The node with the worst message comes first, and so does its worst message; else in the order of telling.
 std::vector<eNodeMessages> ByNode(const std::vector<eToldMessage>& told) {
     std::vector<const eToldMessage*> sorted;
+    sorted.reserve(told.size());
     for (const eToldMessage& message : told) {
         sorted.push_back(&message);
     }
