@@ -477,7 +477,7 @@ def mistakes():
             node("lamp", ["Model=units/lamp"], object=HELPER, children=[
                 node("shade", ["Poly", "Mesh=shades"], object=box(1, 1, 1)),
             ]),
-            node("my_disk", ["Model=C:/work/my_disk"], object=HELPER),
+            node("my_disk", ["Model=C:/models/my_disk"], object=HELPER),
         ],
     }
 
