@@ -12,9 +12,8 @@ struct eFoundNode {
 };
 
 // The node of that name, or of that path from the top of the scene ("tank/hull/turret"), letter case ignored;
-// with
-// "#2" behind it the second of several, in the order of the scene. A problem names the nearest node, or the
-// paths of all that fit. Code page 1251.
+// with "#2" behind it the second of several, in the order of the scene. A problem names the nearest node, or
+// the paths of all that fit. Code page 1251.
 eFoundNode FindNode(host::INode& sceneRoot, const std::string& asked);
 
 }  // namespace answers

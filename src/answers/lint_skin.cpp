@@ -3,6 +3,7 @@
 #include <cmath>
 #include <set>
 
+#include "geometry/export_mesh.h"
 #include "host/node_path.h"
 #include "run/export.h"
 #include "scene/bones/find_skin.h"
@@ -11,7 +12,6 @@
 namespace answers {
 namespace {
 
-constexpr std::size_t kBonesOfPalette = 25;
 constexpr float kWeightTolerance = 0.01F;
 
 struct eSkinCount {
@@ -68,7 +68,7 @@ void LintSkin(Export& run, host::INode& node, std::vector<eMessage>& advice) {
         advice.push_back(
             MakeMessage(eMessageId::LintWeightSum, place, node.GetName(), count.unequal, count.vertices));
     }
-    if (count.bones.size() > kBonesOfPalette) {
+    if (count.bones.size() > std::size_t{kBonesPerPalette}) {
         advice.push_back(MakeMessage(eMessageId::LintManyBones, place, node.GetName(), count.bones.size()));
     }
 }

@@ -119,16 +119,21 @@ TEST(FitMeshes, ALargeMeshComesOutInPiecesThatHoldAllOfIt) {
     EXPECT_EQ(MeshOf(scene, 5).mesh.faces.size(), 156800U);
 }
 
-// Would catch a mesh of one vertex too many that stays whole, and one that just fits and is parted.
+// Would catch a mesh of one vertex too many that stays whole, and one that just fits and is parted. The
+// corners lie at three places: it is their map coordinates that make vertices of them.
 TEST(FitMeshes, OneVertexTooManyPartsAMesh) {
     for (const std::uint32_t triangles : {21844U, 21845U}) {
         eMeshObject dust;
-        for (std::uint32_t v = 0; v < 3 * triangles; ++v) {
-            dust.mesh.verts.push_back({static_cast<float>(v), v % 3 == 1 ? 1.0F : 0.0F, 0});
-            if (v % 3 == 2) {
-                dust.mesh.faces.push_back({{v - 2, v - 1, v}, 1, 0});
+        dust.mesh.verts = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+        host::MapChannel uv{1, {}, {}};
+        for (std::uint32_t t = 0; t < 3 * triangles; t += 3) {
+            for (std::uint32_t corner = t; corner < t + 3; ++corner) {
+                uv.verts.push_back({static_cast<float>(corner), 0, 0});
             }
+            uv.faces.push_back({{t, t + 1, t + 2}});
+            dust.mesh.faces.push_back({{0, 1, 2}, 1, 0});
         }
+        dust.mesh.maps.push_back(std::move(uv));
         eSceneData scene;
         scene.objects = {{"dust", std::move(dust), {}}};
         scene.nodes = {{.name = "dust", .properties = "Poly", .object = 0}};
