@@ -48,6 +48,7 @@ std::size_t CutOrdinal(std::string& asked) {
 
 std::string NearestTo(const std::vector<eNamedNode>& nodes, const std::string& asked) {
     std::vector<std::string> known;
+    known.reserve(2 * nodes.size());
     for (const eNamedNode& node : nodes) {
         known.push_back(node.node->GetName());
     }
