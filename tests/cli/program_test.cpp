@@ -53,7 +53,7 @@ TEST_F(Program, RefusesWrongUsageWithoutWriting) {
     EXPECT_EQ(slip.exitCode, 2);
     EXPECT_THAT(slip.errors, HasSubstr("\n--no-mehs: did you mean --no-mesh?\n"));
     EXPECT_THAT(slip.errors, Not(HasSubstr("explode: ")));
-    EXPECT_EQ(Export(kArm, "--silent").exitCode, 2) << "no option flag goes with --silent";
+    EXPECT_THAT(Export(kArm, "--silent").errors, HasSubstr("--resource-root excludes --silent"));
     EXPECT_EQ(Export(kArm, "--drive C:/tmp").exitCode, 2);
     EXPECT_EQ(Export(kArm, "--common-target ''").exitCode, 2);
     EXPECT_FALSE(folder.Has("game/units"));
@@ -128,9 +128,11 @@ TEST_F(Program, ShowsErrorsOfTheSceneAndGoesOn) {
     EXPECT_EQ(empty.exitCode, 3);
     EXPECT_THAT(empty.errors, HasSubstr("error: Nothing to export!\n  Perhaps the root bone is hidden."));
     EXPECT_TRUE(folder.Has("config/zyrexport.cfg"));
+    EXPECT_THAT(Export(kArm, "--static-frame 1000").errors, HasSubstr("advice: "));
     const eProgramResult far = Export(kArm, "--static-frame 1000 --quiet");
     EXPECT_EQ(far.exitCode, 0);
     EXPECT_THAT(far.output, IsEmpty());
+    EXPECT_THAT(Export(kArm, "--report '" + (folder / "game") + "'").errors, HasSubstr("the report "));
 }
 
 // Would catch advice that fails a build, a message that a script can't tell from others or place, and a
