@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "animation/animation_format.h"
+#include "animation/animation_note.h"
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
 #include "animation/vertex_section.h"
@@ -226,18 +227,20 @@ bool IsFileName(const std::string& name) {
     return !name.empty() && name != "." && name != ".." && name.find_first_of("/\\:") == std::string::npos;
 }
 
-void WriteAnimationFile(Export& run, std::size_t index) {
+// The path of the file; empty if none was written.
+eName WriteAnimationFile(Export& run, std::size_t index) {
     const eExportAnimation& animation = run.motion->animations[index];
     if (!IsFileName(animation.binary)) {
-        return Tell(run, eMessageId::AnimationsFileName, PlaceOf(run, animation), animation.binary,
-                    animation.name, run.model->currentRoot->GetName());
+        Tell(run, eMessageId::AnimationsFileName, PlaceOf(run, animation), animation.binary, animation.name,
+             run.model->currentRoot->GetName());
+        return {};
     }
     const eName path = (run.model->modelFolder / eName(animation.binary)).Append(".anm");
     run.texts->anmStream = std::make_unique<xIo::eFileStream>();
     if (!run.texts->anmStream->Open(
             path, xIo::streamRead | xIo::streamWrite | xIo::streamTruncate | xIo::streamPrompt)) {
         run.texts->anmStream.reset();
-        return;
+        return {};
     }
     if (eFileNote* const note = NoteFile(run, path, eFileRule::EveryRun)) {
         note->animation = animation.name;
@@ -248,6 +251,7 @@ void WriteAnimationFile(Export& run, std::size_t index) {
     run.texts->anmStream->Close();
     run.texts->anmStream.reset();
     AdviseOnOverlaps(writer, index);
+    return path;
 }
 
 // Of two animations with one file the later one stands.
@@ -270,8 +274,7 @@ void WarnAboutSharedFiles(Export& run) {
 void WriteAnimationFiles(Export& run) {
     WarnAboutSharedFiles(run);
     for (std::size_t index = 0; index < run.motion->animations.size(); ++index) {
-        if (run.motion->animations[index].inRange) {
-            WriteAnimationFile(run, index);
-        }
+        const eExportAnimation& animation = run.motion->animations[index];
+        NoteAnimation(run, animation, animation.inRange ? WriteAnimationFile(run, index) : eName());
     }
 }

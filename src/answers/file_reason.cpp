@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "answers/file_nodes.h"
+#include "answers/name_list.h"
 #include "base/ansi.h"
 
 namespace answers {
@@ -35,19 +36,6 @@ const eRuleText& TextOf(eFileRule rule) {
     return *std::ranges::find(kRuleTexts, rule, &eRuleText::rule);
 }
 
-// The first few names, and how many more there are.
-std::string Names(std::vector<std::string> names) {
-    constexpr std::size_t kShown = 3;
-    std::ranges::sort(names);
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    std::string text;
-    for (std::size_t index = 0; index < std::min(names.size(), kShown); ++index) {
-        text += index > 0 ? ", " : "";
-        text += names[index].empty() ? "no material" : ToUtf8(names[index]);
-    }
-    return names.size() > kShown ? text + " and " + std::to_string(names.size() - kShown) + " more" : text;
-}
-
 std::string Counted(std::ptrdiff_t count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
@@ -73,7 +61,8 @@ std::string SkeletonText(const eRunJournal& journal, const host::INode* model) {
 
 std::string PictureText(const eFileNote& file) {
     const std::string source = file.source.empty() ? "" : " (" + ToUtf8(file.source) + ")";
-    return "texture of " + Names(file.materials) + ": " + TextOf(file.rule).picture + source;
+    return "texture of " + NameList(file.materials, "no material") + ": " + TextOf(file.rule).picture +
+           source;
 }
 
 }  // namespace
@@ -89,10 +78,10 @@ std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileN
         return "animation " + ToUtf8(file.animation) + " of " + model + ": " + Counted(nodes, "node");
     }
     if (!file.meshes.empty()) {
-        return "meshes of " + Names(file.meshes);
+        return "meshes of " + NameList(file.meshes);
     }
     if (!file.materials.empty()) {
-        return "materials " + Names(file.materials);
+        return "materials " + NameList(file.materials, "no material");
     }
     if (extension == ".txt") {
         return file.rule == eFileRule::NoAnimations ? model + " has no animations" : "animations of " + model;

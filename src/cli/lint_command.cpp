@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "answers/animations.h"
 #include "answers/lint.h"
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
@@ -97,6 +98,7 @@ std::vector<eToldMessage> Distinct(const std::vector<eToldMessage>& told) {
 // What was told of a scene, and the exit status that it deserves.
 struct eLinted {
     std::string scene;
+    const eRunJournal& journal;
     std::vector<eToldMessage> messages;
     int exitCode = kExitDone;
 };
@@ -115,6 +117,7 @@ public:
         for (const eNodeMessages& node : ByNode(linted.messages)) {
             PrintNode(node, SpeaksRussian(arguments.flags.language));
         }
+        std::fputs(answers::AnimationText(linted.journal).c_str(), stdout);
     }
     void Finish() const {
         if (arguments.asJson) {
@@ -134,6 +137,7 @@ private:
                 json["messages"].push_back(MessageJson(*message));
             }
         }
+        json["animations"] = answers::DescribeAnimations(linted.journal);
         json["exit"] = linted.exitCode;
         return json;
     }
@@ -166,7 +170,7 @@ int LintOne(const eArguments& arguments, const std::string& scene, eLintOutput& 
     dry.isMute = true;
     int exitCode = kExitUsage;
     dry.tell = [&](Export& run, const eRunRecord& record) {
-        eLinted linted{scene, record.messages};
+        eLinted linted{scene, dry.journal, record.messages};
         for (const eMessage& advice : answers::LintScene(run)) {
             linted.messages.push_back(Utf8Message({"", advice}));
         }
@@ -208,7 +212,8 @@ void AddLintCommand(CLI::App& program, std::function<int()>& action) {
     AddRunFlags(command, arguments->flags);
     command.footer(
         "All that an export of the scene would tell, and what only a look ahead can: by node, the worst "
-        "first.\n"
+        "first;\n"
+        "below it a table of the animations.\n"
         "Nothing is written. Exit status: 0 clean, 2 a scene that can't be read, 3 errors, 4 warnings or "
         "advice\n"
         "with --strict.");

@@ -85,9 +85,22 @@ struct eFileNote {
     std::string source;  // the picture, as a path of the system
 };
 
+// An animation that a model declares, as it came out.
+struct eAnimationNote {
+    const host::INode* model = nullptr;  // the root that declares it
+    std::string name{};
+    std::string selectionSet{};  // empty: none limits it
+    int firstFrame = 0;          // of the timeline, inclusive
+    int lastFrame = 0;
+    eName file{};                            // empty: it was not written
+    std::vector<std::string> bones{};        // that the file holds
+    std::vector<std::string> movingBones{};  // those of them that leave the pose of the first frame
+};
+
 struct eRunJournal {
     std::map<const host::INode*, eNodeNote, host::IdentityLess> nodes;
     std::map<eName, eFileNote> files;
+    std::vector<eAnimationNote> animations;  // model by model, in the order of their declarations
 };
 
 // The note of the node, a new one if there is none; null where nobody asks. So below.

@@ -1,0 +1,111 @@
+#include "answers/animations.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "answers/name_list.h"
+#include "base/ansi.h"
+#include "host/node_path.h"
+#include "platform/path_lookup.h"
+
+namespace answers {
+namespace {
+
+using inspect::eDescription;
+
+// The frames that two animations have in common.
+struct eOverlap {
+    std::string with;
+    int firstFrame;
+    int lastFrame;
+};
+
+bool SharesBone(const eAnimationNote& one, const eAnimationNote& other) {
+    return std::ranges::find_first_of(one.bones, other.bones) != one.bones.end();
+}
+
+std::vector<eOverlap> OverlapsOf(const eRunJournal& journal, const eAnimationNote& animation) {
+    std::vector<eOverlap> overlaps;
+    for (const eAnimationNote& other : journal.animations) {
+        const int first = std::max(animation.firstFrame, other.firstFrame);
+        const int last = std::min(animation.lastFrame, other.lastFrame);
+        if (&other != &animation && other.model == animation.model && first <= last &&
+            SharesBone(animation, other)) {
+            overlaps.push_back({ToUtf8(other.name), first, last});
+        }
+    }
+    return overlaps;
+}
+
+std::string Frames(int first, int last) {
+    return first == last ? std::to_string(first) : std::to_string(first) + "-" + std::to_string(last);
+}
+
+eDescription List(const std::vector<std::string>& names) {
+    eDescription list = eDescription::array();
+    std::ranges::transform(names, std::back_inserter(list), ToUtf8);
+    return list;
+}
+
+eDescription Describe(const eRunJournal& journal, const eAnimationNote& animation) {
+    eDescription overlaps = eDescription::array();
+    for (const eOverlap& overlap : OverlapsOf(journal, animation)) {
+        overlaps.push_back(
+            {{"with", overlap.with}, {"first", overlap.firstFrame}, {"last", overlap.lastFrame}});
+    }
+    const std::string file =
+        animation.file.IsEmpty() ? std::string() : platform::DiskPath(animation.file.Text());
+    return {{"model", ToUtf8(host::PathOf(*animation.model))},
+            {"name", ToUtf8(animation.name)},
+            {"set", ToUtf8(animation.selectionSet)},
+            {"first", animation.firstFrame},
+            {"last", animation.lastFrame},
+            {"file", file},
+            {"bones", List(animation.bones)},
+            {"moving", List(animation.movingBones)},
+            {"overlaps", std::move(overlaps)}};
+}
+
+std::string MovingText(const eAnimationNote& animation) {
+    const std::string of = " of " + std::to_string(animation.bones.size());
+    const std::string names = animation.movingBones.empty() ? "" : ": " + NameList(animation.movingBones);
+    return std::to_string(animation.movingBones.size()) + of + names;
+}
+
+eDescription Row(const eRunJournal& journal, const eAnimationNote& animation) {
+    std::string overlaps;
+    for (const eOverlap& overlap : OverlapsOf(journal, animation)) {
+        overlaps += (overlaps.empty() ? "" : ", ") + overlap.with + " at " +
+                    Frames(overlap.firstFrame, overlap.lastFrame);
+    }
+    const auto orNone = [](const std::string& text) {
+        return text.empty() ? eDescription() : eDescription(text);
+    };
+    return {{"animation", ToUtf8(animation.name)},
+            {"set", orNone(ToUtf8(animation.selectionSet))},
+            {"frames", Frames(animation.firstFrame, animation.lastFrame)},
+            {"file", orNone(ToUtf8(animation.file.Part(eName::FileName).Text()))},
+            {"bones that move", MovingText(animation)},
+            {"overlaps", orNone(overlaps)}};
+}
+
+}  // namespace
+
+eDescription DescribeAnimations(const eRunJournal& journal) {
+    eDescription list = eDescription::array();
+    for (const eAnimationNote& animation : journal.animations) {
+        list.push_back(Describe(journal, animation));
+    }
+    return list;
+}
+
+std::string AnimationText(const eRunJournal& journal) {
+    eDescription models = eDescription::object();
+    for (const eAnimationNote& animation : journal.animations) {
+        models["animations of " + ToUtf8(host::PathOf(*animation.model))].push_back(Row(journal, animation));
+    }
+    return models.empty() ? std::string() : inspect::RenderText(models);
+}
+
+}  // namespace answers

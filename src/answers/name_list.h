@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace answers {
+
+// Names for people, UTF-8: the first few by the alphabet, each once, and how many more there are. The names
+// are in code page 1251; `forEmpty` stands for an empty one.
+std::string NameList(std::vector<std::string> names, const char* forEmpty = "");
+
+}  // namespace answers
