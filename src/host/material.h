@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/scene_element.h"
 #include "host/shade.h"
@@ -16,6 +17,9 @@ public:
     virtual ~AssetUser() = default;
     // The full path, bytes in code page 1251; empty if the host knows none.
     virtual std::string GetFullFilePath() const = 0;
+    // Every path where the host has looked for a file that is missing, bytes in code page 1251; empty where
+    // it does not say.
+    virtual std::vector<std::string> TriedPaths() const { return {}; }
 };
 
 // Receives the files of EnumAuxFiles one by one.

@@ -261,6 +261,8 @@ struct eBitmapMap {
     // The file as the operating system names it, UTF-8, where a loader had to write it to a temporary folder;
     // empty where `file` says it.
     std::string onDisk{};
+    // Where a loader has looked for the file in vain, UTF-8; empty where it has not looked.
+    std::vector<std::string> tried{};
     host::Point2 cropOrigin{};  // u, v of the lower left corner
     host::Point2 cropSize{1, 1};
     float amount = 1;  // output curve

@@ -163,7 +163,7 @@ TEST(WriteMaterials, EachKindOfMaterialHasItsText) {
     eExportRun run(scene.Build());
     run.Do();
     EXPECT_EQ(run.Text("m/.material"), expected);
-    EXPECT_THAT(run.Messages(), testing::Each(testing::EndsWith(") нет на диске")));
+    EXPECT_THAT(run.Messages(), testing::Each(testing::HasSubstr(") нет на диске")));
     EXPECT_THAT(run.Messages(), testing::Contains(testing::HasSubstr("wall.png (материал mat_0, карта )")));
     EXPECT_EQ(run.Read("m/tex19_0.bmp").size(), 54U + 2 * 8U) << "2 by 2 texels of the plain colour";
 }

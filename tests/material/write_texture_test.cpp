@@ -262,6 +262,8 @@ TEST_F(WriteTexture, BadPicturesAreToldAndLeaveNothing) {
     materials.push_back(Using(host::kDiffuseMap, "barred.tga"));
     art.MakeFolder("folder.png");
     materials.push_back(Using(host::kDiffuseMap, "folder.png"));
+    const eBitmapMap sought{.file = "gone.png", .tried = {"/a/gone.png", "/b/gone.png"}};
+    materials.push_back(AddMaterial(scene, "sought", host::kDiffuseMap, scene.Map(sought)));
     AddModel(scene, "m", materials);
     eExportRun run(scene.Build());
     run.folder.MakeFolder("game/m/barred.tga");
@@ -281,6 +283,7 @@ TEST_F(WriteTexture, BadPicturesAreToldAndLeaveNothing) {
         lines.push_back(
             AllOf(HasSubstr("Ошибка: Не удалось записать файл"), HasSubstr("карта 'map of barred.tga'")));
         lines.push_back(HasSubstr("folder.png (материал folder.png, карта map of folder.png) нет на диске"));
+        lines.push_back(HasSubstr("карта ) нет на диске. Ее искали здесь:\n/a/gone.png\n/b/gone.png"));
         EXPECT_THAT(run.Messages(), testing::ElementsAreArray(lines));
         EXPECT_THAT(
             FilesIn(run.folder / "game/m"),

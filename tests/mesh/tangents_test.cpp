@@ -26,7 +26,8 @@ eCorners<host::Point4> TangentsFor(const std::vector<host::Point3>& coordinates,
     MeshNode(Model(scene), "hat", mesh).Material(scene.Material("rock", bumped));
     eMeshRun run(scene);
     std::vector<std::string> told = run.Messages();
-    std::erase_if(told, [](const std::string& text) { return text.ends_with(" нет на диске"); });
+    std::erase_if(told,
+                  [](const std::string& text) { return text.find(") нет на диске") != std::string::npos; });
     EXPECT_EQ(told, messages);
     return run.Soup("hat").tangents[0];
 }

@@ -120,7 +120,10 @@ TEST(ForeignFormats, FbxKeepsSurfacesAndFindsPictures) {
     folder.MakeFolder("art");
     const std::string scene = folder / "small.fbx";
     std::filesystem::copy_file(SmallFile("fbx"), scene);
-    EXPECT_NE(Words(LoadScene(scene)).find("wood: ..\\maps\\wood.bmp (looked for "), std::string::npos);
+    const eLoadResult lost = LoadScene(scene);
+    EXPECT_NE(Words(lost).find("wood: ..\\maps\\wood.bmp (looked for "), std::string::npos);
+    EXPECT_EQ(std::get<eBitmapMap>(lost.scene.value().maps.at(0).kind).tried,
+              (std::vector{folder / "../maps/wood.bmp", folder / "wood.bmp"}));
     std::ofstream(folder / "art/wood.bmp") << "BM";
     const eLoadResult result = LoadScene(scene, {{}, {}, {folder / "art"}});
     ASSERT_TRUE(result.scene) << Words(result);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/ansi.h"
 #include "io/streams/whole_file.h"
 #include "material/queries/map_files.h"
 #include "material/queries/material_queries.h"
@@ -122,6 +123,19 @@ void TellCopy(const eTextureRequest& request, const eTexturePlan& plan) {
     }
 }
 
+// Where the file was looked for, if that says more than its own name.
+eBilingual PlacesTried(const host::Texmap& map, const std::string& file) {
+    const std::vector<std::string> tried = TriedMapPaths(map);
+    if (tried.empty() || (tried.size() == 1 && EqualNoCase(tried.front(), file))) {
+        return {};
+    }
+    std::string places;
+    for (const std::string& path : tried) {
+        places += "\n" + path;
+    }
+    return Words(ePhrase::PlacesTried, places);
+}
+
 // The material names the texture all the same.
 void AdviseOnMissing(const eTextureRequest& request, const host::Texmap& map) {
     eMessagePlace place = request.Owner();
@@ -129,7 +143,8 @@ void AdviseOnMissing(const eTextureRequest& request, const host::Texmap& map) {
     place.file = FirstMapFile(map, true);
     const eBilingual shown =
         place.file.empty() ? Words(ePhrase::MapWithoutFile) : eBilingual{place.file, place.file};
-    Tell(request.run, eMessageId::TexturesMissing, place, shown, place.material, place.map);
+    Tell(request.run, eMessageId::TexturesMissing, place, shown, place.material, place.map,
+         PlacesTried(map, place.file));
 }
 
 // A map with a file. Nothing if there is nothing to write.

@@ -1,6 +1,7 @@
 #include "standalone/objects/bitmap_texmap.h"
 
 #include <cmath>
+#include <vector>
 
 #include "base/ansi.h"
 #include "base/format.h"
@@ -23,14 +24,23 @@ eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
 
 class ePictureAsset : public host::AssetUser {
 public:
-    explicit ePictureAsset(const eImageFile& pictureFile) : file(pictureFile) {}
+    ePictureAsset(const eImageFile& pictureFile, const std::vector<std::string>& triedByLoader)
+        : file(pictureFile), tried(triedByLoader) {}
 
     std::string GetFullFilePath() const override {
         return file.form == platform::ePathForm::Native ? FromUtf8(file.path).text : file.path;
     }
+    std::vector<std::string> TriedPaths() const override {
+        std::vector<std::string> paths;
+        for (const std::string& path : tried) {
+            paths.push_back(FromUtf8(path).text);
+        }
+        return paths.empty() ? std::vector{FromUtf8(platform::DiskPath(file.path, file.form)).text} : paths;
+    }
 
 private:
     const eImageFile& file;
+    const std::vector<std::string>& tried;  // UTF-8
 };
 
 }  // namespace
@@ -85,7 +95,7 @@ void eBitmapTexmap::EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_
         return;
     }
     if ((flags & kListMissingFiles) != 0 || IsFile(file)) {
-        callback.RecordAsset(ePictureAsset(file));
+        callback.RecordAsset(ePictureAsset(file, bitmap.tried));
     }
 }
 

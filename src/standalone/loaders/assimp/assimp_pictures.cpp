@@ -41,14 +41,15 @@ eBitmapMap eAssimpPictures::Find(const std::string& name, const std::string& mat
     std::string path = name;
     std::ranges::replace(path, '\\', '/');
     std::string tried;
-    for (const std::string& place : PlacesOf(path)) {
+    const std::vector<std::string> places = PlacesOf(path);
+    for (const std::string& place : places) {
         if (IsFile(place)) {
             return files.InFile(place, NameFromScene(place));
         }
         tried += (tried.empty() ? "" : ", ") + place;
     }
     import.report.Notice(eImportNotice::NoPicture, material + ": " + name + " (looked for " + tried + ")");
-    return {.file = import.report.Ansi(path)};
+    return {.file = import.report.Ansi(path), .tried = places};
 }
 
 std::vector<std::string> eAssimpPictures::PlacesOf(const std::string& name) const {
