@@ -16,6 +16,7 @@
 #include "scene/properties/node_properties.h"
 #include "scene/properties/prop_text.h"
 #include "scene/properties/text_words.h"
+#include "scene/properties/told_values.h"
 
 namespace {
 
@@ -30,19 +31,31 @@ int FrameOr(std::string_view text, int byDefault) {
     return text.empty() ? byDefault : ReadInteger(text);
 }
 
-// A lone number behind the range is a speed, anything else a file; with a comma it is both.
-void ReadFileAndSpeed(std::string_view rest, eExportAnimation& animation) {
+// A frame or a speed that says something else than the number that it was read as.
+void CheckNumber(Export& run, const eExportAnimation& animation, std::string_view text, float readAs) {
+    if (!text.empty() && !SaysNumber(std::string(text), readAs)) {
+        Tell(run, eMessageId::AnimationsReadAsNumber, PlaceOf(run, animation), animation.name, text,
+             RealText(readAs));
+    }
+}
+
+// What the speed was read from; empty without one. A lone number behind the range is a speed, anything else a
+// file; with a comma it is both.
+std::string_view ReadFileAndSpeed(std::string_view rest, eExportAnimation& animation) {
     constexpr std::string_view kDigits = "0123456789";
     std::string_view binary = rest;
+    std::string_view speed;
     if (const std::size_t comma = rest.find(','); comma != std::string_view::npos) {
-        animation.speed = static_cast<float>(ReadReal(rest.substr(comma + 1)));
+        speed = rest.substr(comma + 1);
         binary = rest.substr(0, comma);
     } else if (!rest.empty() && kDigits.find(rest.front()) != std::string_view::npos) {
-        animation.speed = static_cast<float>(ReadReal(rest));
+        speed = rest;
         binary = {};
     }
+    animation.speed = static_cast<float>(ReadReal(speed));
     binary = TrimBlanks(binary);
     animation.binary = binary.empty() ? animation.name : std::string(binary);
+    return speed;
 }
 
 int FindSelectionSet(Export& run, const eExportAnimation& animation, const std::string& name) {
@@ -86,13 +99,18 @@ void TellFramesBeyondTimeline(Export& run, const eExportAnimation& animation) {
 void AddAnimation(Export& run, eExportAnimation animation, std::string_view declaration) {
     animation.name = TrimBlanks(CutToken(declaration, ","));
     const std::string selectionName(TrimBlanks(CutToken(declaration, ",")));
-    animation.firstFrame = FrameOr(CutToken(declaration, " -"), run.frameStart);
-    animation.lastFrame = FrameOr(CutToken(declaration, " ,-"), run.frameEnd);
+    const std::string_view first = CutToken(declaration, " -");
+    const std::string_view last = CutToken(declaration, " ,-");
+    animation.firstFrame = FrameOr(first, run.frameStart);
+    animation.lastFrame = FrameOr(last, run.frameEnd);
+    CheckNumber(run, animation, first, static_cast<float>(animation.firstFrame));
+    CheckNumber(run, animation, last, static_cast<float>(animation.lastFrame));
     animation.selection = FindSelectionSet(run, animation, selectionName);
     if (!CheckRange(run, animation)) {
         return;
     }
-    ReadFileAndSpeed(CutToken(declaration, ";"), animation);
+    const std::string_view speed = ReadFileAndSpeed(CutToken(declaration, ";"), animation);
+    CheckNumber(run, animation, speed, animation.speed);
     animation.inRange = !run.options.currentRangeOnly || IsInRange(run, animation);
     if (!run.options.currentRangeOnly && !IsInRange(run, animation)) {
         TellFramesBeyondTimeline(run, animation);

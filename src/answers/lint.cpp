@@ -1,30 +1,47 @@
 #include "answers/lint.h"
 
-#include "answers/lint_properties.h"
+#include "answers/lint_keys.h"
+#include "answers/lint_names.h"
 #include "answers/lint_size.h"
 #include "answers/lint_skin.h"
-#include "run/export.h"
+#include "answers/lint_values.h"
 
 namespace answers {
 namespace {
 
-void LintNode(Export& run, host::INode& node, std::vector<eMessage>& advice) {
-    LintProperties(node, advice);
-    LintSkin(run, node, advice);
-    LintModelSize(run, node, advice);
-    for (int i = 0; i < node.NumberOfChildren(); ++i) {
-        LintNode(run, *node.GetChildNode(i), advice);
+struct eSceneLint {
+    Export& run;
+    const eSceneNames& names;
+    std::vector<eMessage>& advice;
+
+    void LintBelow(host::INode& above) {
+        for (int i = 0; i < above.NumberOfChildren(); ++i) {
+            host::INode& node = *above.GetChildNode(i);
+            LintProperties(node);
+            LintSkin(run, node, advice);
+            LintModelSize(run, node, advice);
+            LintBelow(node);
+        }
     }
-}
+    void LintProperties(host::INode& node) {
+        eNodeLint lint{.run = run,
+                       .node = node,
+                       .advice = advice,
+                       .lines = PropertyLines(node.GetUserPropBuffer()),
+                       .kind = ClassifyNode(node)};
+        LintNames(lint, names);
+        LintKeys(lint);
+        LintValues(lint);
+    }
+};
 
 }  // namespace
 
 std::vector<eMessage> LintScene(Export& run) {
     std::vector<eMessage> advice;
     host::INode& root = *run.host->GetRootNode();
-    for (int i = 0; i < root.NumberOfChildren(); ++i) {
-        LintNode(run, *root.GetChildNode(i), advice);
-    }
+    const eSceneNames names(root);
+    eSceneLint{run, names, advice}.LintBelow(root);
     return advice;
 }
 

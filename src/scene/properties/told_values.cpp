@@ -34,14 +34,6 @@ bool ReadsBack(const std::string& value) {
     return parser.Next().type == xIo::xSdl::kTokenEnd;
 }
 
-// Both marks of a fraction count, blanks around the number don't.
-bool SaysNumber(std::string value, float number) {
-    std::ranges::replace(value, ',', '.');
-    std::size_t used = 0;
-    const auto said = static_cast<float>(ReadReal(value, &used));
-    return said == number && value.find_first_not_of(" \t", used) == std::string::npos;
-}
-
 }  // namespace
 
 void TellBadValue(Export& run, const host::INode& node, const char* key, const char* badInValue) {
@@ -71,4 +63,11 @@ bool CheckWord(Export& run, const host::INode& node, const char* key, const std:
     Tell(run, eMessageId::PropertiesNotWritten, {.node = host::PathOf(node), .property = key}, value, key,
          node.GetName());
     return false;
+}
+
+bool SaysNumber(std::string value, float number) {
+    std::ranges::replace(value, ',', '.');
+    std::size_t used = 0;
+    const auto said = static_cast<float>(ReadReal(value, &used));
+    return said == number && value.find_first_not_of(" \t", used) == std::string::npos;
 }

@@ -20,3 +20,7 @@ bool CheckWord(Export& run, const host::INode& node, const char* key, const std:
 // Tells a property of the node whose value was read as this number but says something else: a word, a number
 // with a unit, a fraction where only whole numbers count. An empty value is 0 and not told.
 void TellOtherNumber(Export& run, const host::INode& node, const char* key, float readAs);
+
+// True if the value says this number and nothing else. Both marks of a fraction count, blanks around the
+// number don't.
+bool SaysNumber(std::string value, float number);
