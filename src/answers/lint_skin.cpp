@@ -1,7 +1,11 @@
 #include "answers/lint_skin.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <set>
+#include <vector>
 
 #include "geometry/export_mesh.h"
 #include "host/node_path.h"
@@ -13,25 +17,47 @@ namespace answers {
 namespace {
 
 constexpr float kWeightTolerance = 0.01F;
+// A smaller share nobody sees.
+constexpr float kLeastLoss = 0.05F;
+// Stands for "no bone", which takes a place in a palette as bones do.
+constexpr int kNoBone = -1;
 
 struct eSkinCount {
     int vertices = 0;
     int unweighted = 0;
     int unequal = 0;  // to a sum of 1
+    int losing = 0;   // part of their weight, as a vertex of the game follows three bones
+    float mostLost = 0;
     std::set<int> bones;
 
-    void Add(const host::ISkinContextData& weights, int vertex) {
-        float sum = 0;
-        for (int i = 0; i < weights.GetNumAssignedBones(vertex); ++i) {
-            const float weight = weights.GetBoneWeight(vertex, i);
-            sum += weight;
-            if (weight > 0) {
-                bones.insert(weights.GetAssignedBone(vertex, i));
+    void Add(const host::ISkinContextData& skin, int vertex) {
+        std::vector<float> weights;
+        for (int i = 0; i < skin.GetNumAssignedBones(vertex); ++i) {
+            if (const float weight = skin.GetBoneWeight(vertex, i); weight > 0) {
+                weights.push_back(weight);
+                bones.insert(skin.GetAssignedBone(vertex, i));
             }
         }
-        const bool isUnweighted = sum <= 0;
-        unweighted += isUnweighted ? 1 : 0;
-        unequal += !isUnweighted && std::abs(sum - 1) > kWeightTolerance ? 1 : 0;
+        if (weights.size() < kInfluencesPerCorner) {
+            bones.insert(kNoBone);
+        }
+        AddWeights(weights);
+    }
+
+private:
+    void AddWeights(std::vector<float>& weights) {
+        const float sum = std::accumulate(weights.begin(), weights.end(), 0.0F);
+        if (sum <= 0) {
+            ++unweighted;
+            return;
+        }
+        unequal += std::abs(sum - 1) > kWeightTolerance ? 1 : 0;
+        std::ranges::sort(weights, std::greater());
+        const auto kept = std::min(weights.size(), std::size_t{kInfluencesPerCorner});
+        const float lost =
+            std::accumulate(weights.begin() + static_cast<std::ptrdiff_t>(kept), weights.end(), 0.0F) / sum;
+        losing += lost >= kLeastLoss ? 1 : 0;
+        mostLost = std::max(mostLost, lost);
     }
 };
 
@@ -68,8 +94,14 @@ void LintSkin(Export& run, host::INode& node, std::vector<eMessage>& advice) {
         advice.push_back(
             MakeMessage(eMessageId::LintWeightSum, place, node.GetName(), count.unequal, count.vertices));
     }
+    if (count.losing > 0) {
+        constexpr float kPerCent = 100;
+        advice.push_back(MakeMessage(eMessageId::LintLostWeight, place, node.GetName(), count.losing,
+                                     count.vertices, static_cast<int>(count.mostLost * kPerCent)));
+    }
     if (count.bones.size() > std::size_t{kBonesPerPalette}) {
-        advice.push_back(MakeMessage(eMessageId::LintManyBones, place, node.GetName(), count.bones.size()));
+        advice.push_back(MakeMessage(eMessageId::LintManyBones, place, node.GetName(),
+                                     count.bones.size() - count.bones.count(kNoBone)));
     }
 }
 

@@ -12,8 +12,8 @@ class INode;
 
 namespace answers {
 
-// Vertices of a skin that follow no bone or have weights that do not sum up to 1, and skins whose bones do
-// not go into one palette.
+// Vertices of a skin that follow no bone, have weights that do not sum up to 1 or follow more bones than the
+// game takes, and skins whose bones do not go into one palette.
 void LintSkin(Export& run, host::INode& node, std::vector<eMessage>& advice);
 
 }  // namespace answers
