@@ -41,6 +41,10 @@ constexpr eRuleText kRuleTexts[] = {
     {eLeftOut::NoSource, "no-source", "its properties name a node that can't serve; the error is told above"},
     {eLeftOut::SwitchedOff, "switched-off", "its 'Obstacle' is 0"},
     {eLeftOut::NameTaken, "name-taken", "an earlier volume has its name"},
+    {eLeftOut::NoTriangles, "no-triangles",
+     "its object can't be turned into triangles, so its volume has no shape"},
+    {eLeftOut::TooLarge, "too-large",
+     "it has more vertices than a volume can number, so its volume has no shape"},
 };
 
 constexpr const char* kKindWords[] = {"bone",          "volume", "support point", "zone",  "body",
@@ -209,6 +213,9 @@ void DescribePresence(eDescription& answer, const eRunJournal& journal, const ho
                       const eNodeNote& note) {
     answer["fate"] = FateWord(note);
     answer["decidedBy"] = note.decidedBy.empty() ? "its object" : ToUtf8(note.decidedBy);
+    if (note.isZoneToo) {
+        answer["also"] = KindWord(eNodeKind::Zone);
+    }
     answer["model"] = PathText(note.model);
     if (note.number >= 0 && note.kind == eNodeKind::Ordinary) {
         DescribeBone(answer, journal, note);

@@ -76,9 +76,15 @@ void WriteZone(Export& run, host::INode& node, const char* tag) {
 }
 
 // A volume that is a zone too stays a volume.
-void NoteSwitchedOff(Export& run, const host::INode& node) {
-    if (const eNodeNote* note = NoteOf(run, node); note != nullptr && note->kind == eNodeKind::Zone) {
-        NoteLeftOut(run, node, eLeftOut::SwitchedOff);
+void NoteZone(Export& run, const host::INode& node, bool isWritten) {
+    eNodeNote* const note = NoteOf(run, node);
+    if (note == nullptr) {
+        return;
+    }
+    if (note->kind == eNodeKind::Volume) {
+        note->isZoneToo = isWritten;
+    } else if (!isWritten) {
+        note->leftOut = eLeftOut::SwitchedOff;
     }
 }
 
@@ -89,11 +95,11 @@ void WriteZones(Export& run, std::vector<host::INode*>& zones) {
     SortByName(zones);
     run.texts->mdlWriter->BlockBegin().String("zones").EndLine();
     for (host::INode* node : zones) {
-        if (const char* tag = ZoneTag(run, *node)) {
+        const char* const tag = ZoneTag(run, *node);
+        if (tag != nullptr) {
             WriteZone(run, *node, tag);
-        } else {
-            NoteSwitchedOff(run, *node);
         }
+        NoteZone(run, *node, tag != nullptr);
     }
     run.texts->mdlWriter->BlockEndLine();
 }

@@ -26,6 +26,8 @@ enum class eLeftOut {
     NoSource,      // its properties name a node that can't serve; ends the walk of its model
     SwitchedOff,   // a zone whose "Obstacle" is 0
     NameTaken,     // a volume with the name of an earlier one
+    NoTriangles,   // a volume whose object gives none
+    TooLarge,      // a volume with more vertices than its numbers can tell apart
 };
 
 // What became of a node's wish for a mesh.
@@ -41,7 +43,8 @@ struct eNodeNote {
     const host::INode* model = nullptr;  // the root of the model that it was walked in
     eLeftOut leftOut = eLeftOut::No;
     eNodeKind kind = eNodeKind::Ordinary;
-    std::string decidedBy;  // the property that made it so; empty: its object
+    std::string decidedBy;   // the property that made it so; empty: its object
+    bool isZoneToo = false;  // a volume
     bool isBone = false;
     int number = -1;                      // of its bone; of the group's, for a part of one
     const host::INode* parent = nullptr;  // the bone that it hangs from, or the root of the scene

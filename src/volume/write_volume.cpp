@@ -8,6 +8,7 @@
 #include "scene/bones/bone_tree.h"
 #include "scene/master_scale.h"
 #include "scene/properties/node_name.h"
+#include "scene/run_journal.h"
 #include "scene/skeleton/matrix_text.h"
 #include "scene/triangle_mesh.h"
 #include "volume/convexity.h"
@@ -49,11 +50,13 @@ eVolumeSource ReadSource(Export& run, host::INode& node) {
 // A polyhedron that its indices can't address is refused before anything of it is written.
 bool IsWritable(Export& run, const eVolumeSource& source, const eTriangleMesh& triangles) {
     if (!triangles.IsValid()) {
+        NoteLeftOut(run, source.node, eLeftOut::NoTriangles);
         Tell(run, eMessageId::VolumesNoMesh, {.node = host::PathOf(source.node)}, source.name);
         return false;
     }
     const bool isPrimitive = source.shape == kBox || source.shape == kSphere || source.shape == kCylinder;
     if (!isPrimitive && triangles.Mesh().verts.size() > kMaxPolyhedronVertices) {
+        NoteLeftOut(run, source.node, eLeftOut::TooLarge);
         Tell(run, eMessageId::VolumesTooManyVertices, {.node = host::PathOf(source.node)}, source.name);
         return false;
     }

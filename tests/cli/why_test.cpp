@@ -32,8 +32,9 @@ constexpr const char* kScene = R"({"scene": 1, "range": [0, 4],
           "modifiers": [{"type": "skin", "bones": ["wheel_l", "wheel_r"],
                          "weights": [[[0, 1]], [[1, 1]], [[0, 0.5], [1, 0.5]]]}]}},
         {"name": "tie", "children": [{"name": "knot", "object": {"type": "helper"}}]},
-        {"name": "hull", "properties": ["Volume=armor"], "object": {"type": "box", "width": 1, "length": 1, "height": 1},
+        {"name": "hull", "properties": ["Volume=armor", "Obstacle"], "object": {"type": "box", "width": 1, "length": 1, "height": 1},
          "children": [{"name": "pin", "object": {"type": "helper"}}]},
+        {"name": "air", "properties": ["Volume"], "object": {"type": "helper"}},
         {"name": "shed", "hidden": true, "object": {"type": "helper"}, "children": [
           {"name": "tool", "object": {"type": "helper"}}, {"name": "pin", "object": {"type": "helper"}}]}]},
       {"name": "stray", "object": {"type": "helper"}}]})";
@@ -97,6 +98,7 @@ TEST_F(Why, TellsWhatBecameOfANode) {
     const json volume = Answer("hull");
     EXPECT_EQ(volume.at("fate"), "volume");
     EXPECT_EQ(volume.at("decidedBy"), "Volume=armor");
+    EXPECT_EQ(volume.at("also"), "zone");
     EXPECT_EQ(Files(volume), json({"cart.def", "cart.mdl"}));
 }
 
@@ -110,6 +112,7 @@ TEST_F(Why, BlamesTheNodeThatLeavesItOut) {
     EXPECT_EQ(blame("tool"), "hidden cart/shed");
     EXPECT_EQ(blame("cart/hull/pin"), "below-no-bone cart/hull");
     EXPECT_EQ(blame("stray"), "no-model stray");
+    EXPECT_EQ(blame("air"), "no-triangles cart/air");
     EXPECT_THAT(Ask("tool").output,
                 HasSubstr("why: the node cart/shed takes all below it along: it is hidden\n"));
 }
