@@ -387,7 +387,7 @@ def cube(size):
 
 
 def mistakes():
-    """Thirty slips that artists make, for `zyrexport lint`: each stands at a node that is named after it."""
+    """Slips that artists make, for `zyrexport lint`: each stands at a node that is named after it."""
     dented = cube(2)
     dented["vertices"].append([0, 0, 0])
     dented["faces"] = [face for face in dented["faces"] if min(face) < 4]
@@ -398,16 +398,16 @@ def mistakes():
         {"points": [[0, 0, 0], [2, 0, 0], [2, 2, 0]]}, {"points": [[5, 0, 0], [7, 0, 0], [7, 2, 0]]},
     ]}
     bones = [f"finger_{number}" for number in range(26)]
-    weights = [[[vertex % 26, 1]] for vertex in range(26)] + [[[0, 0.5], [1, 0.2]], []]
+    weights = [[[vertex % 26, 1]] for vertex in range(26)] + [[[0, 0.5], [1, 0.2]], [], [[0, 0.4], [1, 0.3], [2, 0.2], [3, 0.1]]]
     comb = {
         "type": "mesh",
-        "vertices": [[vertex % 2, vertex // 2, 0] for vertex in range(28)],
-        "faces": [[first, first + 1, first + 2] for first in range(26)],
+        "vertices": [[vertex % 2, vertex // 2, 0] for vertex in range(29)],
+        "faces": [[first, first + 1, first + 2] for first in range(27)],
         "modifiers": [{"type": "skin", "bones": bones, "weights": weights}],
     }
 
     def textured(name, file, slot="diffuse"):
-        picture = {"type": "bitmap", "file": file}
+        picture = {"type": "bitmap", "name": f"map of {name}", "file": file}
         if slot == "bump":
             picture = {"type": "normalBump", "normal": picture}
         return {"type": "standard", "name": name, "maps": {slot: {"map": picture}}}
@@ -425,7 +425,8 @@ def mistakes():
         "nodes": [
             node("crane", ["Model=units/crane", "animation=back,all,50-20", "animation=nobody,everyone,0-10",
                            "animation=late,all,90-140", "animation=first,all,20-30,same",
-                           "animation=second,all,40-50,same", "animation=climb,all,60-70,../up"],
+                           "animation=second,all,40-50,same", "animation=climb,all,60-70,../up",
+                           "animation=near,alll,80-82", "animation=slip,all,84-8G"],
                  object=HELPER, children=[
                      node("turning", keys=[{"frame": 0, "position": [0, 0, 0]}, {"frame": 100, "position": [0, 0, 9]}],
                           object=HELPER),
@@ -461,6 +462,20 @@ def mistakes():
                      node("view", ["Preview"], object=HELPER),
                      node("old_body", ["Body"], object=box(1, 1, 1)),
                      node("comb", ["Poly"], object=comb),
+                     node("shadowless", ["Poly", "NoCastShadows=0"], object=box(1, 1, 1)),
+                     node("limit_of_another", ["IKType=revolute", "IKLimit=1"], object=HELPER),
+                     node("thick_bone", ["Thickness=1"], object=HELPER),
+                     node("spaced_key", ["LODLastOff = 1"], object=HELPER),
+                     node("two_layers", ["Layer=top", "Layer=bottom"], object=HELPER),
+                     node("no_layer", ["Layer"], object=HELPER),
+                     node("cut_key", ["Экипаж_max=3"], object=HELPER),
+                     node("cut_value", ["title=броня"], object=HELPER),
+                     node("odd_key", ["rate?=3"], object=HELPER),
+                     node("no_ammo", ["ammo="], object=HELPER),
+                     node("tagged_vol", ["Volume", "Tags=wall, stone"], object=box(1, 1, 1)),
+                     node("swapped", ["IKType=revolute", "IKMin=1", "IKMax=-1"], object=HELPER),
+                     node("list_of_names", ["CollideWith=swapped,turnnig"], object=HELPER),
+                     node("solid_helper_vol", ["Volume"], object=HELPER),
                      *(node(name, object=HELPER) for name in bones),
                  ]),
             node("twins", ["Model=units/twins"], object=HELPER, children=[

@@ -32,6 +32,7 @@ const std::vector<std::string> kMistakes = {
     "animations.beyond-range at crane, late",
     "animations.file-name at crane, climb",
     "animations.no-selection-set at crane, nobody",
+    "animations.read-as-number at crane, slip",
     "animations.reversed-range at crane, back",
     "animations.shared-file at crane, second",
     "bones.duplicate-name at twins/leg",
@@ -39,13 +40,29 @@ const std::vector<std::string> kMistakes = {
     "bones.missing-level at levels/hull_lod2",
     "groups.member-without-mesh at crane/load/crate, Poly",
     "joints.unknown-type at crane/unknown_joint, IKType",
+    "lint.cut-key at crane/cut_key, Экипаж_max",
+    "lint.cut-value at crane/cut_value, title",
+    "lint.empty-value at crane/no_ammo, ammo",
+    "lint.lost-weight at crane/comb",
     "lint.many-bones at crane/comb",
+    "lint.mark-switched-off at crane/shadowless, NoCastShadows",
     "lint.mixed-key at crane/russian_poly, Роly",
     "lint.mixed-name at crane/сab",
     "lint.model-size at dust",
     "lint.near-key at crane/misspelled_joint, IKTyp",
     "lint.near-key at crane/misspelled_poly, Pol",
+    "lint.near-set at crane, animation",
+    "lint.no-effect at crane/limit_of_another, IKLimit",
+    "lint.no-effect at crane/thick_bone, Thickness",
+    "lint.no-value at crane/no_layer, Layer",
+    "lint.odd-key at crane/odd_key, rate?",
+    "lint.repeated-key at crane/two_layers, Layer",
+    "lint.swapped-limits at crane/swapped, IKMin",
+    "lint.unknown-node at crane/list_of_names, CollideWith",
+    "lint.unknown-node at lamp/shade, Mesh",
+    "lint.unread-key at crane/spaced_key, LODLastOff",
     "lint.unweighted-vertices at crane/comb",
+    "lint.value-form at crane/tagged_vol, Tags",
     "lint.weight-sum at crane/comb",
     "materials.duplicate-name at crane/rusty_too",
     "mesh.degenerate-triangles at crane/folded",
@@ -63,6 +80,7 @@ const std::vector<std::string> kMistakes = {
     "textures.sides at crane/uneven",
     "volumes.duplicate-name at crane/same_vol",
     "volumes.matrix at crane/large_vol",
+    "volumes.no-mesh at crane/solid_helper_vol",
     "volumes.not-convex at crane/dented_vol",
     "zones.several-polygons at crane/two_fields",
 };
@@ -88,6 +106,18 @@ TEST_F(Lint, EachMistakeIsToldAtItsNodeWithACure) {
     EXPECT_LT(text.find("  crane/voxels\n    error mesh.voxels: "),
               text.find("  crane/comb\n    advice lint."));
     EXPECT_FALSE(folder.Has("config"));
+}
+
+// Would catch an animation with the wrong nodes, frames or file in the table.
+TEST_F(Lint, TheTableSaysWhatEachAnimationMoves) {
+    const auto scenes = nlohmann::json::parse(Run("animations", "--json").output);
+    const nlohmann::json& rise = scenes[0]["animations"][1];
+    EXPECT_EQ(rise["set"], "lift");
+    EXPECT_EQ(rise["first"], 30);
+    EXPECT_THAT(rise["file"], testing::EndsWith("/buildings/mill/up.anm"));
+    EXPECT_EQ(rise["bones"], nlohmann::json({"cabin", "rotor"}));
+    EXPECT_EQ(rise["overlaps"], nlohmann::json::parse(R"([{"with": "turn", "first": 30, "last": 30}])"));
+    EXPECT_THAT(Run("skinned_strip").output, HasSubstr("bones that move: 1 of 3: upper\n"));
 }
 
 // Would catch a check that cries wolf, and a strict farm that lets advice pass.
