@@ -10,6 +10,7 @@
 
 #include "answers/animations.h"
 #include "answers/lint.h"
+#include "base/ansi.h"
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
 #include "cli/export_run.h"
@@ -75,8 +76,10 @@ void PrintNode(const eNodeMessages& node, bool inRussian) {
     std::printf("  %s\n", node.node.empty() ? "(the scene)" : node.node.c_str());
     for (const eToldMessage* message : node.messages) {
         const eMessageRow& row = RowOf(message->id);
-        std::printf("    %s %s: %s\n      cure: %s\n", SeverityWord(message->Severity()), row.code,
-                    Indented(inRussian ? message->text.russian : message->text.english).c_str(), row.cure);
+        std::printf("    %s %s: %s\n      %s\n", SeverityWord(message->Severity()), row.code,
+                    Indented(inRussian ? message->text.russian : message->text.english).c_str(),
+                    (inRussian ? "что делать: " + ToUtf8(row.russianCure) : std::string("cure: ") + row.cure)
+                        .c_str());
     }
 }
 

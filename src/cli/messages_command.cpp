@@ -57,14 +57,15 @@ std::string Quoted(const std::string& text) {
 void PrintPage() {
     std::fputs(kPageHead, stdout);
     for (const eMessageRow& row : AllMessages()) {
-        std::printf("\n## %s\n\n%s\n\n%s\n\n%s\n\nCure: %s\n", row.code, KindWord(row.kind),
-                    Quoted(row.english).c_str(), Quoted(ToUtf8(row.russian)).c_str(), row.cure);
+        std::printf("\n## %s\n\n%s\n\n%s\n\nCure: %s\n\n%s\n\nЧто делать: %s\n", row.code, KindWord(row.kind),
+                    Quoted(row.english).c_str(), row.cure, Quoted(ToUtf8(row.russian)).c_str(),
+                    ToUtf8(row.russianCure).c_str());
     }
 }
 
 void PrintRow(const eMessageRow& row) {
-    std::printf("%s (%s)\n%s\n%s\ncure: %s\n", row.code, KindWord(row.kind), row.english,
-                ToUtf8(row.russian).c_str(), row.cure);
+    std::printf("%s (%s)\n%s\ncure: %s\n%s\nчто делать: %s\n", row.code, KindWord(row.kind), row.english,
+                row.cure, ToUtf8(row.russian).c_str(), ToUtf8(row.russianCure).c_str());
 }
 
 int PrintCodes(const std::vector<std::string>& codes) {

@@ -7,8 +7,8 @@
 namespace {
 
 // The empty literal at the end makes a literal of code page 1251 of all those in front of it.
-#define ZYR_MESSAGE(id, code, kind, russian, english, cure) \
-    {code, eMessageKind::kind, russian ""_ansi, english, cure},
+#define ZYR_MESSAGE(id, code, kind, russian, english, cure, russianCure) \
+    {code, eMessageKind::kind, russian ""_ansi, english, cure, russianCure ""_ansi},
 constexpr eMessageRow kMessages[] = {
 #include "messages/message_table.inc"
 };

@@ -15,7 +15,7 @@ enum class eMessageKind {
     Fatal,        // a box, and the end of the process
 };
 
-#define ZYR_MESSAGE(id, code, kind, russian, english, cure) id,
+#define ZYR_MESSAGE(id, code, kind, russian, english, cure, russianCure) id,
 enum class eMessageId {
 #include "messages/message_table.inc"
 };
@@ -26,7 +26,8 @@ struct eMessageRow {
     eMessageKind kind;
     const char* russian;  // code page 1251; placeholders as in base/format.h, the same ones in both texts
     const char* english;
-    const char* cure;  // one sentence, English
+    const char* cure;         // one sentence, English
+    const char* russianCure;  // the same, code page 1251
 };
 
 // All rows, in the order of the table.

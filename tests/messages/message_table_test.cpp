@@ -26,6 +26,7 @@ TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
         EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english));
         EXPECT_STRNE(row.english, "");
         EXPECT_EQ(std::string(row.cure).back(), '.');
+        EXPECT_EQ(std::string(row.russianCure).back(), '.');
         EXPECT_EQ(FindMessage(row.code), &row);
     }
     EXPECT_EQ(FindMessage("bones"), nullptr);
