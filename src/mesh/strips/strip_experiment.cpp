@@ -13,6 +13,18 @@ struct eNoRecord {
     void Fake(std::uint16_t, std::uint16_t) {}
 };
 
+// By the place and the direction in which a face is entered, the lowest bits of an eStripSide: the corner
+// opposite that side, and the sides over which a strip goes on or turns. Looked up, because which it is
+// changes from face to face in a way that no branch predicts.
+constexpr int kEntries = 6;
+constexpr std::uint8_t kOpposite[kEntries] = {2, 2, 0, 0, 1, 1};
+constexpr std::uint8_t kOnward[kEntries] = {1, 2, 2, 0, 0, 1};
+constexpr std::uint8_t kTurned[kEntries] = {2, 1, 0, 2, 1, 0};
+
+constexpr int EntryOf(eStripSide side) {
+    return side & 7;
+}
+
 std::uint16_t StartVertex(const eStripFace& face, eStripSide side) {
     return face.v[RunsAgainst(side) ? NextCorner(SideOf(side)) : SideOf(side)];
 }
@@ -20,26 +32,21 @@ std::uint16_t EndVertex(const eStripFace& face, eStripSide side) {
     return face.v[RunsAgainst(side) ? SideOf(side) : NextCorner(SideOf(side))];
 }
 std::uint16_t OppositeVertex(const eStripFace& face, eStripSide side) {
-    return face.v[PreviousCorner(SideOf(side))];
+    return face.v[kOpposite[EntryOf(side)]];
 }
 
-// What lies across `face` over `side`, which runs against it or not.
-eStripSide Across(const eStripFace& face, int side, bool against) {
-    const eStripSide across = face.across[side];
-    return across < 0 || !against ? across : Reversed(across);
+// What lies across `face` over `side`, which runs against it (1) or not (0). Negative stays negative.
+eStripSide Across(const eStripFace& face, int side, int against) {
+    return face.across[side] ^ against;
 }
 
 // A strip that entered `face` over the edge from n0 to n1 and takes its opposite vertex t goes on over the
 // edge from n1 to t, or turns over the edge from n0 to t.
 eStripSide Onward(const eStripFace& face, eStripSide entered) {
-    const int side = SideOf(entered);
-    return RunsAgainst(entered) ? Across(face, PreviousCorner(side), true)
-                                : Across(face, NextCorner(side), false);
+    return Across(face, kOnward[EntryOf(entered)], entered & 1);
 }
 eStripSide Turned(const eStripFace& face, eStripSide entered) {
-    const int side = SideOf(entered);
-    return RunsAgainst(entered) ? Across(face, NextCorner(side), false)
-                                : Across(face, PreviousCorner(side), true);
+    return Across(face, kTurned[EntryOf(entered)], ~entered & 1);
 }
 
 }  // namespace
@@ -118,7 +125,7 @@ std::uint32_t eStripExperiment::BuildStrip(eStripSide start, Record& ahead, Reco
     }
     ahead.Face(FaceOf(start), first);
     const std::uint32_t aheadCount = Grow<false>(Onward(first, start), ahead);
-    const std::uint32_t behindCount = Grow<true>(Across(first, SideOf(start), !RunsAgainst(start)), behind);
+    const std::uint32_t behindCount = Grow<true>(Across(first, SideOf(start), ~start & 1), behind);
     return 1 + aheadCount + behindCount;
 }
 
