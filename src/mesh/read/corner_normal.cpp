@@ -1,5 +1,7 @@
 #include "mesh/read/corner_normal.h"
 
+#include <algorithm>
+
 namespace {
 
 // With several normals the last one that shares a smoothing group counts; without any, which no built mesh
@@ -25,14 +27,32 @@ host::Point3 SmoothedNormal(const host::Mesh& mesh, std::size_t face, const host
     return normal;
 }
 
+bool HasArtistNormals(const host::Mesh& mesh) {
+    const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
+    return specified != nullptr && std::ranges::all_of(specified->faceNormals, [&](std::int32_t number) {
+               return number >= 0 && specified->GetNormalExplicit(number);
+           });
+}
+
 }  // namespace
 
+int ArtistNormal(const host::Mesh& mesh, int face, int corner) {
+    const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
+    const int number = specified != nullptr ? specified->GetNormalIndex(face, corner) : -1;
+    return number >= 0 && specified->GetNormalExplicit(number) ? number : -1;
+}
+
+void BuildCornerNormals(host::Mesh& mesh) {
+    if (HasArtistNormals(mesh)) {
+        mesh.buildNormals();
+    } else {
+        mesh.buildRenderNormals();
+    }
+}
+
 host::Point3 GetCornerNormal(const host::Mesh& mesh, int face, int corner) {
-    if (const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals()) {
-        const int index = specified->GetNormalIndex(face, corner);
-        if (index >= 0 && specified->GetNormalExplicit(index)) {
-            return specified->GetNormal(face, corner);
-        }
+    if (const int number = ArtistNormal(mesh, face, corner); number >= 0) {
+        return mesh.specifiedNormals->normals[static_cast<std::size_t>(number)];
     }
     const auto faceIndex = static_cast<std::size_t>(face);
     const std::uint32_t vertex = mesh.faces[faceIndex].v[corner];

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "mesh/read/corner_normal.h"
 #include "mesh/read/face_reader.h"
 #include "mesh/read/grow.h"
 #include "mesh/read/node_reading.h"
@@ -137,8 +138,7 @@ void ReadTriangles(const eNodeReading& reading) {
         return;
     }
     host::Mesh& mesh = triangles.Mesh();
-    mesh.buildNormals();
-    mesh.buildRenderNormals();
+    BuildCornerNormals(mesh);
     const std::optional<bool> hasVertexAlpha = HasVertexAlpha(mesh);
     if (!hasVertexAlpha) {
         if (reading.IsFirstFrame()) {

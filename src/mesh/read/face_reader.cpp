@@ -14,6 +14,18 @@ const host::ISkin* SkinOf(const eNodeReading& reading) {
     return reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
 }
 
+// Once for each normal, as many corners share it.
+std::vector<host::Point3> ArtistNormals(const eReadingSpace& space, const host::Mesh& mesh) {
+    std::vector<host::Point3> normals;
+    if (const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals()) {
+        normals.reserve(specified->normals.size());
+        for (const host::Point3& normal : specified->normals) {
+            normals.push_back(UnitNormal(VectorTransform(space.normalMatrix, normal), {}));
+        }
+    }
+    return normals;
+}
+
 }  // namespace
 
 eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ownSpace,
@@ -25,7 +37,8 @@ eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ow
       frame(reading.Frame()),
       materials(reading.run, reading.node.GetMtl(), mesh),
       box(mesh),
-      colors(reading, space, mesh, hasVertexAlpha) {
+      colors(reading, space, mesh, hasVertexAlpha),
+      artistNormals(ArtistNormals(space, mesh)) {
     const host::ISkin* ownSkin = reading.IsFirstFrame() ? SkinOf(reading) : nullptr;
     // A node that its skin does not act on has no weights.
     const host::ISkinContextData* weights =
@@ -113,11 +126,17 @@ host::Point3 eFaceReader::FaceNormal(int index) const {
 eCorners<host::Point3> eFaceReader::CornerNormals(int index, const host::Point3& faceNormal) const {
     eCorners<host::Point3> normals;
     for (int c = 0; c < 3; ++c) {
-        const host::Point3 normal = GetCornerNormal(mesh, index, space.HostCorner(c));
-        normals[static_cast<std::size_t>(c)] =
-            UnitNormal(VectorTransform(space.normalMatrix, normal), faceNormal);
+        normals[static_cast<std::size_t>(c)] = CornerNormal(index, space.HostCorner(c), faceNormal);
     }
     return normals;
+}
+
+host::Point3 eFaceReader::CornerNormal(int index, int corner, const host::Point3& faceNormal) const {
+    if (const int number = ArtistNormal(mesh, index, corner); number >= 0) {
+        const host::Point3& normal = artistNormals[static_cast<std::size_t>(number)];
+        return normal != host::Point3{} ? normal : faceNormal;
+    }
+    return UnitNormal(VectorTransform(space.normalMatrix, GetCornerNormal(mesh, index, corner)), faceNormal);
 }
 
 void eFaceReader::TellBonesOutsideTable() const {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "base/bilingual.h"
 #include "host/mesh.h"
@@ -28,6 +29,7 @@ private:
     // Of unit length, in the bone's space. A corner without a direction of its own takes the face's.
     host::Point3 FaceNormal(int index) const;
     eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
+    host::Point3 CornerNormal(int index, int corner, const host::Point3& faceNormal) const;
     void TellBonesOutsideTable() const;
     eBilingual NamesOfLeftOutBones() const;
 
@@ -39,5 +41,6 @@ private:
     eFaceMaterials materials;
     eObjectBox box;
     eCornerColors colors;
+    std::vector<host::Point3> artistNormals;  // of unit length, in the bone's space; zero without direction
     std::optional<eFaceSkinReader> skin;
 };
