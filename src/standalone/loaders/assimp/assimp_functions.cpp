@@ -2,7 +2,7 @@
 
 #include <assimp/material.h>
 
-#include "platform/shared_library.h"
+#include "standalone/data/optional_library.h"
 
 namespace standalone {
 namespace {
@@ -20,18 +20,6 @@ struct eMaterialFunctions {
 class eAssimp {
 public:
     eAssimp() {
-        problem = library.LoadFromSystem(ZYR_ASSIMP_FILE);
-        if (problem.empty()) {
-            FindFunctions();
-        }
-    }
-
-    eAssimpFunctions functions;
-    eMaterialFunctions material;
-    std::string problem;
-
-private:
-    void FindFunctions() {
         Find("aiImportFileExWithProperties", functions.importFile);
         Find("aiApplyPostProcessing", functions.postProcess);
         Find("aiReleaseImport", functions.release);
@@ -47,15 +35,15 @@ private:
         Find("aiGetMaterialUVTransform", material.uvTransform);
     }
 
+    eAssimpFunctions functions;
+    eMaterialFunctions material;
+    eOptionalLibrary library{ZYR_ASSIMP_FILE};
+
+private:
     template <class Function>
     void Find(const char* name, Function& function) {
-        function = reinterpret_cast<Function>(library.Find(name));
-        if (function == nullptr) {
-            problem = std::string("it has no function ") + name;
-        }
+        library.Find(name, function);
     }
-
-    platform::eSharedLibrary library;
 };
 
 const eAssimp& Assimp() {
@@ -67,11 +55,11 @@ const eAssimp& Assimp() {
 
 const eAssimpFunctions* LoadAssimp(std::string& problem) {
     const eAssimp& assimp = Assimp();
-    if (assimp.problem.empty()) {
+    if (assimp.library.Problem().empty()) {
         return &assimp.functions;
     }
     problem = "files of this kind are read by the library " ZYR_ASSIMP_FILE ", which can't be loaded: " +
-              assimp.problem;
+              assimp.library.Problem();
     return nullptr;
 }
 

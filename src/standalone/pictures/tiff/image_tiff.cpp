@@ -1,5 +1,3 @@
-#include <tiffio.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -7,6 +5,7 @@
 
 #include "standalone/pictures/image_readers.h"
 #include "standalone/pictures/picture_problem.h"
+#include "standalone/pictures/tiff/tiff_functions.h"
 
 namespace standalone {
 
@@ -73,24 +72,30 @@ int Ignore(TIFF*, void*, const char*, const char*, va_list) {
     return 1;
 }
 
+// Once DecodeTiff has seen to it that it is there.
+const eTiffFunctions& Library() {
+    return *LoadTiff();
+}
+
 using eTiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
 
 // `mostBytes`: what the library may take in one piece, whatever the file claims.
 eTiff Open(eSource& source, std::size_t mostBytes, const char* mode) {
-    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(TIFFOpenOptionsAlloc(),
-                                                                                   TIFFOpenOptionsFree);
-    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), static_cast<tmsize_t>(mostBytes));
-    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), Ignore, nullptr);
-    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), Ignore, nullptr);
-    return {TIFFClientOpenExt("", mode, &source, Read, Write, Seek, Close, Size, Map, Unmap, options.get()),
-            TIFFClose};
+    const eTiffFunctions& library = Library();
+    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(library.newOptions(),
+                                                                                   library.freeOptions);
+    library.setMostMemory(options.get(), static_cast<tmsize_t>(mostBytes));
+    library.setErrorHandler(options.get(), Ignore, nullptr);
+    library.setWarningHandler(options.get(), Ignore, nullptr);
+    return {library.open("", mode, &source, Read, Write, Seek, Close, Size, Map, Unmap, options.get()),
+            library.close};
 }
 
 // Reads, so that a file that ends early is known; but a tile that is read into a buffer of a rounded length
 // passes for one of a wrong length.
 eTiff Open(eSource& source, std::size_t mostBytes) {
     eTiff tiff = Open(source, mostBytes, "rm");
-    if (tiff != nullptr && TIFFIsTiled(tiff.get()) != 0) {
+    if (tiff != nullptr && Library().isTiled(tiff.get()) != 0) {
         source.position = 0;
         tiff = Open(source, mostBytes, "r");
     }
@@ -113,14 +118,14 @@ struct eLayout {
 
 std::uint16_t Number(TIFF& tiff, std::uint32_t tag) {
     std::uint16_t value = 0;
-    TIFFGetFieldDefaulted(&tiff, tag, &value);
+    Library().getFieldDefaulted(&tiff, tag, &value);
     return value;
 }
 
 // Samples that stand in the file as they are wanted. Others go through the library's conversion to 8 bits.
 std::uint16_t PlainColors(TIFF& tiff) {
     const std::uint16_t bits = Number(tiff, TIFFTAG_BITSPERSAMPLE);
-    const bool isPlain = (bits == 8 || bits == 16) && TIFFIsTiled(&tiff) == 0 &&
+    const bool isPlain = (bits == 8 || bits == 16) && Library().isTiled(&tiff) == 0 &&
                          Number(tiff, TIFFTAG_SAMPLEFORMAT) == SAMPLEFORMAT_UINT &&
                          Number(tiff, TIFFTAG_ORIENTATION) == ORIENTATION_TOPLEFT;
     switch (isPlain ? Number(tiff, TIFFTAG_PHOTOMETRIC) : PHOTOMETRIC_YCBCR) {
@@ -135,14 +140,14 @@ std::uint16_t PlainColors(TIFF& tiff) {
 
 eLayout ReadLayout(TIFF& tiff) {
     eLayout layout;
-    TIFFGetField(&tiff, TIFFTAG_IMAGEWIDTH, &layout.width);
-    TIFFGetField(&tiff, TIFFTAG_IMAGELENGTH, &layout.height);
+    Library().getField(&tiff, TIFFTAG_IMAGEWIDTH, &layout.width);
+    Library().getField(&tiff, TIFFTAG_IMAGELENGTH, &layout.height);
     layout.bits = Number(tiff, TIFFTAG_BITSPERSAMPLE);
     layout.samples = Number(tiff, TIFFTAG_SAMPLESPERPIXEL);
     layout.isApart = Number(tiff, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_SEPARATE;
     std::uint16_t extraCount = 0;
     const std::uint16_t* extra = nullptr;
-    TIFFGetFieldDefaulted(&tiff, TIFFTAG_EXTRASAMPLES, &extraCount, &extra);
+    Library().getFieldDefaulted(&tiff, TIFFTAG_EXTRASAMPLES, &extraCount, &extra);
     layout.hasAlpha = extraCount > 0;
     layout.isPremultiplied = extraCount > 0 && extra[0] == EXTRASAMPLE_ASSOCALPHA;
     constexpr int kMostSamples = 8;  // an artist's channels beside the colours
@@ -170,11 +175,11 @@ void StoreRow(const eLayout& layout, const Value* line, int first, Value* texel)
 
 template <class Value>
 bool ReadSamples(TIFF& tiff, const eLayout& layout, Value* texels) {
-    std::vector<Value> line(static_cast<std::size_t>(TIFFScanlineSize64(&tiff)) / sizeof(Value) + 1);
+    std::vector<Value> line(static_cast<std::size_t>(Library().scanlineSize(&tiff)) / sizeof(Value) + 1);
     const int planes = layout.isApart ? layout.colors + (layout.hasAlpha ? 1 : 0) : 1;
     for (int plane = 0; plane < planes; ++plane) {
         for (std::uint32_t row = 0; row < layout.height; ++row) {
-            if (TIFFReadScanline(&tiff, line.data(), row, static_cast<std::uint16_t>(plane)) != 1) {
+            if (Library().readScanline(&tiff, line.data(), row, static_cast<std::uint16_t>(plane)) != 1) {
                 return false;
             }
             StoreRow(layout, line.data(), plane, texels + std::size_t{row} * layout.width * 4);
@@ -225,8 +230,8 @@ bool ReadPlain(TIFF& tiff, const eLayout& layout, Value* texels) {
 bool ReadConverted(TIFF& tiff, const eLayout& layout, std::uint8_t* texels) {
     std::vector<std::uint32_t> raster(layout.Texels());
     constexpr int kStopOnError = 1;
-    if (TIFFReadRGBAImageOriented(&tiff, layout.width, layout.height, raster.data(), ORIENTATION_TOPLEFT,
-                                  kStopOnError) != 1) {
+    if (Library().readConverted(&tiff, layout.width, layout.height, raster.data(), ORIENTATION_TOPLEFT,
+                                kStopOnError) != 1) {
         return false;
     }
     std::uint8_t* texel = texels;
@@ -257,6 +262,9 @@ eBilingual Problem(const eSource& source) {
 }  // namespace
 
 eDecodedImage DecodeTiff(std::span<const std::uint8_t> file) {
+    if (LoadTiff() == nullptr) {
+        return {nullptr, PictureWithoutReader()};
+    }
     constexpr std::size_t kTables = std::size_t{1} << 20;
     // Deflate brings 1032 bytes into one, and of those the library may make eight for bits.
     constexpr std::size_t kMostBytesPerByte = 8 * 1032;

@@ -1,6 +1,6 @@
 #include "standalone/loaders/gltf/meshopt/meshopt_decode.h"
 
-#include <meshoptimizer.h>
+#include "standalone/loaders/gltf/meshopt/meshopt_functions.h"
 
 namespace standalone {
 namespace {
@@ -29,44 +29,43 @@ bool IsPossible(const eMeshoptStream& stream) {
            (stream.mode != "TRIANGLES" || stream.count % 3 == 0);
 }
 
-using eDecode = int(void*, std::size_t, std::size_t, const unsigned char*, std::size_t);
-
-eDecode* DecoderOf(std::string_view mode) {
+eMeshoptDecoder* DecoderOf(const eMeshoptFunctions& functions, std::string_view mode) {
     if (mode == "ATTRIBUTES") {
-        return meshopt_decodeVertexBuffer;
+        return functions.vertices;
     }
     if (mode == "TRIANGLES") {
-        return meshopt_decodeIndexBuffer;
+        return functions.triangles;
     }
-    return meshopt_decodeIndexSequence;
+    return functions.indices;
 }
 
-void Filter(const eMeshoptStream& stream, std::uint8_t* elements) {
+void Filter(const eMeshoptFunctions& functions, const eMeshoptStream& stream, std::uint8_t* elements) {
     if (stream.filter == "OCTAHEDRAL") {
-        meshopt_decodeFilterOct(elements, stream.count, stream.stride);
+        functions.octahedral(elements, stream.count, stream.stride);
     } else if (stream.filter == "QUATERNION") {
-        meshopt_decodeFilterQuat(elements, stream.count, stream.stride);
+        functions.quaternion(elements, stream.count, stream.stride);
     } else if (stream.filter == "EXPONENTIAL") {
-        meshopt_decodeFilterExp(elements, stream.count, stream.stride);
+        functions.exponential(elements, stream.count, stream.stride);
     }
 }
 
 }  // namespace
 
 bool KnowsMeshopt() {
-    return true;
+    return LoadMeshopt() != nullptr;
 }
 
 std::optional<std::vector<std::uint8_t>> DecodeMeshopt(const eMeshoptStream& stream) {
-    if (!IsPossible(stream)) {
+    const eMeshoptFunctions* functions = LoadMeshopt();
+    if (functions == nullptr || !IsPossible(stream)) {
         return std::nullopt;
     }
     std::vector<std::uint8_t> elements(stream.count * stream.stride);
-    if (DecoderOf(stream.mode)(elements.data(), stream.count, stream.stride, stream.bytes.data(),
-                               stream.bytes.size()) != 0) {
+    if (DecoderOf(*functions, stream.mode)(elements.data(), stream.count, stream.stride, stream.bytes.data(),
+                                           stream.bytes.size()) != 0) {
         return std::nullopt;
     }
-    Filter(stream, elements.data());
+    Filter(*functions, stream, elements.data());
     return elements;
 }
 
