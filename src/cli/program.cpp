@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "cli/completion_command.h"
@@ -23,6 +25,47 @@
 
 namespace cli {
 
+namespace {
+
+using eAction = std::function<int()>;
+
+struct eCommand {
+    std::string_view name;
+    void (*add)(CLI::App& program, eAction& action);
+    bool asksOthers = false;  // works on the flags of all commands
+};
+
+// In the order of the help.
+constexpr eCommand kCommands[] = {
+    {"export", AddExportCommand},
+    {"plan", AddPlanCommand},
+    {"why", AddWhyCommand},
+    {"convert", AddConvertCommand},
+    {"inspect", AddInspectCommand},
+    {"pak", AddPakCommand},
+    {"options", AddOptionsCommand},
+    {"properties", AddPropertiesCommand},
+    {"completion", AddCompletionCommand, true},
+    {"lint", AddLintCommand},
+    {"messages", AddMessagesCommand},
+};
+
+// The command that the call names, or all where it names none: to set up the flags of all takes longer than
+// a small export.
+void AddCommands(CLI::App& program, eAction& action, const std::vector<std::string>& arguments) {
+    const auto* const named = arguments.empty()
+                                  ? std::end(kCommands)
+                                  : std::ranges::find(kCommands, arguments.front(), &eCommand::name);
+    const bool areAllWanted = named == std::end(kCommands) || named->asksOthers;
+    for (const eCommand& command : kCommands) {
+        if (areAllWanted || named->name == command.name) {
+            command.add(program, action);
+        }
+    }
+}
+
+}  // namespace
+
 int RunProgram(std::vector<std::string> arguments) {
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
     program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
@@ -30,18 +73,8 @@ int RunProgram(std::vector<std::string> arguments) {
     // A word that begins with a slash is a path.
     program.allow_windows_style_options(false);
     program.formatter(std::make_shared<eHelpFormat>());
-    std::function<int()> action;
-    AddExportCommand(program, action);
-    AddPlanCommand(program, action);
-    AddWhyCommand(program, action);
-    AddConvertCommand(program, action);
-    AddInspectCommand(program, action);
-    AddPakCommand(program, action);
-    AddOptionsCommand(program, action);
-    AddPropertiesCommand(program, action);
-    AddCompletionCommand(program, action);
-    AddLintCommand(program, action);
-    AddMessagesCommand(program, action);
+    eAction action;
+    AddCommands(program, action, arguments);
     // The parser takes them from the back.
     std::ranges::reverse(arguments);
     try {
