@@ -113,7 +113,7 @@ public:
         host.SetCancelSource(platform::WasInterrupted);
         previousObserver =
             platform::SetFileObserver([this](platform::eFileAction action, const std::string& path) {
-                record.files[path] = action;
+                record.NoteFile(action, path);
                 if (flags.verbose) {
                     TellFile(action, path);
                 }

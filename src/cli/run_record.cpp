@@ -81,6 +81,14 @@ int eRunRecord::WrittenModels() const {
     return static_cast<int>(std::ranges::count(models, false, &eModelReport::skipped));
 }
 
+void eRunRecord::NoteFile(eFileAction action, const std::string& path) {
+    if (action == eFileAction::Lost) {
+        files.erase(path);
+    } else {
+        files[path] = action;
+    }
+}
+
 int eRunRecord::ChangedFiles() const {
     return static_cast<int>(
         std::ranges::count_if(files, [](const auto& file) { return file.second != eFileAction::Kept; }));

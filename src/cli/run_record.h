@@ -35,6 +35,7 @@ struct eRunRecord {
     double seconds = 0;
     int exitCode = 0;
 
+    void NoteFile(platform::eFileAction action, const std::string& path);
     int Count(eSeverity severity) const;
     int CountErrors() const { return Count(eSeverity::Error) + Count(eSeverity::Fatal); }
     int WrittenModels() const;

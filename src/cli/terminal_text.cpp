@@ -34,9 +34,11 @@ const char* ActionWord(platform::eFileAction action) {
         case platform::eFileAction::Kept:
             return "kept";
         case platform::eFileAction::Deleted:
+            return "deleted";
+        case platform::eFileAction::Lost:
             break;
     }
-    return "deleted";
+    return "lost";
 }
 
 }  // namespace cli

@@ -8,6 +8,7 @@
 #include "export/render_preparation.h"
 #include "export/run_start.h"
 #include "export/scan.h"
+#include "io/streams/gathered_files.h"
 #include "material/queries/shade_context.h"
 #include "material/run_materials.h"
 #include "run/export.h"
@@ -68,6 +69,7 @@ int Export::DoExport(const char*, host::ExpInterface*, host::Interface* hostInte
     const eNumericLocale dotAsSeparator;
     BeginRun(*this, hostInterface, suppressPrompts, optionsWord);
     if (SettleOptions(*this)) {
+        xIo::eGatheredFiles files;
         ClearRun(*this);
         ScanScene(*this);
         PrepareRendering(*this);
@@ -76,6 +78,7 @@ int Export::DoExport(const char*, host::ExpInterface*, host::Interface* hostInte
         SaveOptions(*this);
         EndRendering(*this);
         ForgetScene(*this);
+        files.Settle();
     }
     EndRun(*this);
     return 1;

@@ -52,7 +52,7 @@ eIoStatus eFile::Length(std::int64_t& length) const {
 }
 
 eIoStatus eFile::Sync() {
-    return file->Sync();
+    return Files().Sync(*file);
 }
 
 eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm form) {
@@ -66,6 +66,7 @@ eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm
         status = Files().Rename(nativeSource, nativeTarget);
     }
     if (status.IsOk()) {
+        Files().SyncNames(NativeParent(nativeTarget));
         TellFileEvent(eFileAction::Written, nativeTarget, ePathForm::Native);
     }
     return status;

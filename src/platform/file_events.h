@@ -14,6 +14,7 @@ enum class eFileAction {
     Copied,   // as Written, with the content of another file
     Kept,     // up to date, left as it was
     Deleted,
+    Lost,  // could not be kept under its final name, though told as written or copied
 };
 
 // Gets the native path. One file may come several times in a run; the last action counts.

@@ -26,6 +26,8 @@ public:
     virtual eIoStatus Truncate(std::int64_t length) = 0;
     virtual eIoStatus Length(std::int64_t& length) const = 0;
     virtual eIoStatus Sync() = 0;
+    // Lets the system begin with what Sync will wait for, where it can.
+    virtual void StartSync() {}
 };
 
 using eFileContent = std::vector<std::uint8_t>;
@@ -39,7 +41,14 @@ public:
     // A path of the form Resource must be a file with an end: no device, no pipe.
     virtual eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                            std::unique_ptr<eOpenFile>& file) = 0;
-    // Replaces what stands under the name target in one step.
+    // Brings the content to the disk: now, or before the file gets its final name where names wait.
+    virtual eIoStatus Sync(eOpenFile& file) { return file.Sync(); }
+    // The same for a file that is closed.
+    virtual eIoStatus SyncContent(const std::string& native) = 0;
+    // Brings the names in a folder to the disk. They are replaced and complete whether this succeeds or not;
+    // should the power fail before, the old files stand there, which are complete too. So there is no result.
+    virtual void SyncNames(const std::string& folder) = 0;
+    // Replaces what stands under the name target in one step; SyncNames makes it last.
     virtual eIoStatus Rename(const std::string& source, const std::string& target) = 0;
     // Reason Exists if the name is taken already.
     virtual eIoStatus MakeFolder(const std::string& native) = 0;

@@ -29,6 +29,8 @@ public:
     // where memory has nothing.
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
+    eIoStatus SyncContent(const std::string&) override { return {}; }
+    void SyncNames(const std::string&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     // Files alone: a run removes no folder, and one is refused.

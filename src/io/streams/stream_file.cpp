@@ -24,7 +24,8 @@ platform::eFileAccess AccessOf(std::uint32_t flags) {
     return (flags & streamTruncate) != 0 ? platform::eFileAccess::WriteNew : platform::eFileAccess::Write;
 }
 
-// Returns to try again. A refusal is fatal.
+}  // namespace
+
 void AskToRetry(const std::string& name, const platform::eIoStatus& status) {
     Warn(__FILE__, __LINE__, (format("%1%: %2%") % name % status.Text()).Text());
     const platform::eBoxAnswer answer = ShowAs(MakeMessage(eMessageId::FilesOpenFailed, {.file = name}, name),
@@ -36,8 +37,6 @@ void AskToRetry(const std::string& name, const platform::eIoStatus& status) {
         Fail(__FILE__, __LINE__, (format("%1% - open error!") % name).Text());
     }
 }
-
-}  // namespace
 
 eFileStream::~eFileStream() {
     Close();

@@ -65,4 +65,8 @@ private:
     std::int64_t mediumPosition = 0;
 };
 
+// Asks the user what to do about the file that can't be opened or can't get its final name: returns to try
+// again. A refusal is fatal.
+void AskToRetry(const std::string& name, const platform::eIoStatus& status);
+
 }  // namespace xIo

@@ -13,6 +13,7 @@
 #include "platform/path_lookup.h"
 #include "platform/posix/errno_status.h"
 #include "platform/posix/folder_names.h"
+#include "platform/posix/known_folders.h"
 
 namespace platform {
 namespace {
@@ -49,16 +50,6 @@ bool IsFolderDescriptor(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// The name is replaced and complete whether this succeeds or not; should the power fail before, the old file
-// stands there, which is complete too. So there is nothing to tell.
-void WriteFolderThrough(const std::string& folder) {
-    const int descriptor = ::open(folder.empty() ? "/" : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-}
-
 bool IsNativeFolder(const std::string& native) {
     struct stat status;
     return ::lstat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -67,6 +58,7 @@ bool IsNativeFolder(const std::string& native) {
 eIoStatus RemoveFileNatively(const std::string& native) {
     const eIoStatus status = StatusOf(::unlink(native.c_str()));
     if (status.IsOk()) {
+        NoteGone(native);
         TellFileEvent(eFileAction::Deleted, native, ePathForm::Native);
     }
     return status;
@@ -98,6 +90,7 @@ public:
     eIoStatus Truncate(std::int64_t length) override;
     eIoStatus Length(std::int64_t& length) const override;
     eIoStatus Sync() override;
+    void StartSync() override { ::sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE); }
 
 private:
     static constexpr int closedDescriptor = -1;
@@ -171,10 +164,10 @@ class eDiskLayer : public eFileLayer {
 public:
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
+    eIoStatus SyncContent(const std::string& native) override;
+    void SyncNames(const std::string& folder) override;
     eIoStatus Rename(const std::string& source, const std::string& target) override;
-    eIoStatus MakeFolder(const std::string& native) override {
-        return StatusOf(::mkdir(native.c_str(), 0777));
-    }
+    eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override { return RemoveNatively(native); }
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
@@ -202,13 +195,38 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
     // Reads from a pipe that the user has named wait for its data.
     ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
     file = std::make_unique<eDiskFile>(descriptor);
+    if (access != eFileAccess::Read) {
+        NoteMade(native);
+    }
     return {};
+}
+
+// Whichever descriptor asks, the whole content is meant.
+eIoStatus eDiskLayer::SyncContent(const std::string& native) {
+    const int descriptor = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
+    return descriptor >= 0 ? eDiskFile(descriptor).Sync() : StatusFromErrno(errno);
+}
+
+void eDiskLayer::SyncNames(const std::string& folder) {
+    const int descriptor = ::open(folder.empty() ? "/" : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        eDiskFile(descriptor).Sync();
+    }
 }
 
 eIoStatus eDiskLayer::Rename(const std::string& source, const std::string& target) {
     const eIoStatus status = StatusOf(std::rename(source.c_str(), target.c_str()));
     if (status.IsOk()) {
-        WriteFolderThrough(NativeParent(target));
+        NoteGone(source);
+        NoteMade(target);
+    }
+    return status;
+}
+
+eIoStatus eDiskLayer::MakeFolder(const std::string& native) {
+    const eIoStatus status = StatusOf(::mkdir(native.c_str(), 0777));
+    if (status.IsOk()) {
+        NoteFolderMade(native);
     }
     return status;
 }

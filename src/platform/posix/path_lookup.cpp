@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "platform/native_path.h"
 #include "platform/path_text.h"
 #include "platform/posix/errno_status.h"
+#include "platform/posix/known_folders.h"
 
 namespace platform {
 namespace {
@@ -102,25 +104,41 @@ bool IsOtherSpelling(std::string_view native, std::string_view lowerAnsi) {
     return native.empty();
 }
 
-// The first name in byte order that is the part in other letters; empty if there is none.
-std::string FindOtherSpelling(const std::string& folder, std::string_view part) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> list(::opendir(folder.empty() ? "/" : folder.c_str()),
-                                                   ::closedir);
-    const std::string lower = LowerPart(part);
-    // The letters of a pair have codes of equal length, so most names fall out by their length alone.
-    const std::size_t nativeLength = Utf8FromAnsi(part).size();
-    std::string best;
-    for (const dirent* entry = list ? ::readdir(list.get()) : nullptr; entry != nullptr;
-         entry = ::readdir(list.get())) {
-        const std::string_view name = entry->d_name;
-        if (name.size() != nativeLength || (!best.empty() && name >= best)) {
-            continue;
-        }
-        if (IsOtherSpelling(name, lower)) {
+// Takes the names of a folder one by one and keeps the first in byte order that is the part in other letters.
+class eOtherSpelling {
+public:
+    explicit eOtherSpelling(std::string_view part)
+        : lower(LowerPart(part)), nativeLength(Utf8FromAnsi(part).size()) {}
+
+    void Try(std::string_view name) {
+        // The letters of a pair have codes of equal length, so most names fall out by their length alone.
+        const bool isBetter = name.size() == nativeLength && (best.empty() || name < best);
+        if (isBetter && IsOtherSpelling(name, lower)) {
             best = name;
         }
     }
-    return best;
+    const std::string& Best() const { return best; }
+
+private:
+    const std::string lower;
+    const std::size_t nativeLength;
+    std::string best;
+};
+
+// Empty if there is none.
+std::string FindOtherSpelling(const std::string& folder, std::string_view part) {
+    const std::string native = folder.empty() ? "/" : folder;
+    eOtherSpelling spelling(part);
+    if (const std::unordered_set<std::string>* names = KnownNames(native)) {
+        std::ranges::for_each(*names, [&](const std::string& name) { spelling.Try(name); });
+        return spelling.Best();
+    }
+    const std::unique_ptr<DIR, int (*)(DIR*)> list(::opendir(native.c_str()), ::closedir);
+    for (const dirent* entry = list ? ::readdir(list.get()) : nullptr; entry != nullptr;
+         entry = ::readdir(list.get())) {
+        spelling.Try(entry->d_name);
+    }
+    return spelling.Best();
 }
 
 // How many of the parts exist as spelled.

@@ -164,6 +164,9 @@ class eDiskLayer : public eFileLayer {
 public:
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
+    eIoStatus SyncContent(const std::string& native) override;
+    // The system brings each rename to the disk by itself.
+    void SyncNames(const std::string&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override;
@@ -185,6 +188,12 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
     }
     file = std::make_unique<eDiskFile>(opened);
     return {};
+}
+
+eIoStatus eDiskLayer::SyncContent(const std::string& native) {
+    HANDLE opened = ::CreateFileW(WidePath(native).c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+    return opened != INVALID_HANDLE_VALUE ? eDiskFile(opened).Sync() : StatusOf(false);
 }
 
 eIoStatus eDiskLayer::Rename(const std::string& source, const std::string& target) {

@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
 #include "base/ansi.h"
 #include "platform/drive_table.h"
+#include "platform/file.h"
+#include "platform/folder.h"
+#include "platform/folder_memory.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -42,6 +46,35 @@ TEST(PathLookup, KnowsCyrillicLetters) {
     folder.Write("Модель/Ёлка.tga", "");
     EXPECT_EQ(Found(folder, "мОДЕЛЬ/ёЛКА.TGA"_ansi), "Модель/Ёлка.tga");
     EXPECT_EQ(Found(folder, "модель/Новая/Ў.TGA"_ansi), "Модель/новая/ў.tga");
+}
+
+// Would catch: a run that no longer sees what it has made or removed itself, or what others have made.
+TEST(PathLookup, FollowsChangesInFoldersThatAreRemembered) {
+    const support::eTempFolder folder;
+    folder.Write("Art/Wood.TGA", "");
+    const auto age = [&] {
+        const auto now = std::filesystem::file_time_type::clock::now();
+        std::filesystem::last_write_time(folder / "Art", now - std::chrono::hours(1));
+    };
+    const auto make = [&](const char* name) {
+        platform::eFile file;
+        file.Open(folder / name, platform::eFileAccess::WriteNew, platform::ePathForm::Native);
+    };
+    age();
+    platform::RememberFolders(true);
+    EXPECT_EQ(Found(folder, "art/wood.tga"), "Art/Wood.TGA");
+    make("Art/Own.TGA");
+    platform::MakeFolder(folder / "Art/sub");
+    make("Art/sub/Own.TGA");
+    EXPECT_EQ(Found(folder, "art/own.tga"), "Art/Own.TGA");
+    EXPECT_EQ(Found(folder, "art/sub/own.tga"), "Art/sub/Own.TGA");
+    platform::RemoveTree(folder / "Art/Own.TGA");
+    EXPECT_EQ(Found(folder, "art/own.tga"), "Art/own.tga");
+    age();
+    EXPECT_EQ(Found(folder, "art/foreign.tga"), "Art/foreign.tga");
+    folder.Write("Art/Foreign.TGA", "");
+    EXPECT_EQ(Found(folder, "art/foreign.tga"), "Art/Foreign.TGA");
+    platform::RememberFolders(false);
 }
 
 TEST(PathLookup, CreatesInLowerCaseFromTheFirstMissingPartOn) {

@@ -1,0 +1,114 @@
+#include "platform/gathering_layer.h"
+
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "platform/native_path.h"
+
+namespace platform {
+
+std::vector<eUnsettledFile> eGatheringLayer::Settle() {
+    std::vector<eUnsettledFile> unsettled;
+    std::vector<const eWaiting*> whole;
+    for (const auto& [key, file] : waiting) {
+        const eIoStatus status = below.SyncContent(file.temporary);
+        if (status.IsOk()) {
+            whole.push_back(&file);
+        } else {
+            unsettled.push_back({file.temporary, file.target, status, false});
+        }
+    }
+    std::set<std::string> folders;
+    for (const eWaiting* file : whole) {
+        const eIoStatus status = below.Rename(file->temporary, file->target);
+        if (status.IsOk()) {
+            folders.insert(NativeParent(file->target));
+        } else {
+            unsettled.push_back({file->temporary, file->target, status, true});
+        }
+    }
+    for (const std::string& folder : folders) {
+        below.SyncNames(folder);
+    }
+    waiting.clear();
+    targets.clear();
+    return unsettled;
+}
+
+eIoStatus eGatheringLayer::Open(const std::string& native, eFileAccess access, ePathForm form,
+                                std::unique_ptr<eOpenFile>& file) {
+    if (access == eFileAccess::Read) {
+        return below.Open(Standing(native), access, form, file);
+    }
+    const eIoStatus settled = SettleFor(native);
+    return settled.IsOk() ? below.Open(native, access, form, file) : settled;
+}
+
+eIoStatus eGatheringLayer::Sync(eOpenFile& file) {
+    file.StartSync();
+    return {};
+}
+
+// What would fail later fails now, as far as one can see.
+eIoStatus eGatheringLayer::Rename(const std::string& source, const std::string& target) {
+    if (below.KindOf(source) != eEntryKind::File || below.KindOf(target) == eEntryKind::Folder) {
+        return below.Rename(source, target);
+    }
+    const eIoStatus settled = SettleFor(target);
+    if (settled.IsOk()) {
+        waiting[NativeCaseKey(target)] = {source, target};
+        targets[NativeCaseKey(source)] = NativeCaseKey(target);
+    }
+    return settled;
+}
+
+// A file that goes needs no wait for the disk.
+eIoStatus eGatheringLayer::Remove(const std::string& native) {
+    const auto found = waiting.find(NativeCaseKey(native));
+    if (found != waiting.end()) {
+        const eWaiting file = found->second;
+        targets.erase(NativeCaseKey(file.temporary));
+        waiting.erase(found);
+        const eIoStatus status = below.Rename(file.temporary, file.target);
+        return status.IsOk() ? below.Remove(native) : status;
+    }
+    return below.Remove(native);
+}
+
+eEntryKind eGatheringLayer::KindOf(const std::string& native) const {
+    return IsWaitingTemporary(native) ? eEntryKind::None : below.KindOf(Standing(native));
+}
+
+std::optional<std::int64_t> eGatheringLayer::LastWriteTime(const std::string& native) const {
+    return IsWaitingTemporary(native) ? std::nullopt : below.LastWriteTime(Standing(native));
+}
+
+const std::string& eGatheringLayer::Standing(const std::string& native) const {
+    const auto found = waiting.find(NativeCaseKey(native));
+    return found != waiting.end() ? found->second.temporary : native;
+}
+
+bool eGatheringLayer::IsWaitingTemporary(const std::string& native) const {
+    return targets.contains(NativeCaseKey(native));
+}
+
+eIoStatus eGatheringLayer::SettleFor(const std::string& native) {
+    const auto temporary = targets.find(NativeCaseKey(native));
+    const auto found = waiting.find(temporary != targets.end() ? temporary->second : NativeCaseKey(native));
+    if (found == waiting.end()) {
+        return {};
+    }
+    const eWaiting file = found->second;
+    eIoStatus status = below.SyncContent(file.temporary);
+    if (status.IsOk()) {
+        status = below.Rename(file.temporary, file.target);
+    }
+    if (status.IsOk()) {
+        targets.erase(NativeCaseKey(file.temporary));
+        waiting.erase(found);
+    }
+    return status;
+}
+
+}  // namespace platform
