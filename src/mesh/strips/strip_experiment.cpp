@@ -134,23 +134,30 @@ std::uint32_t eStripExperiment::BuildStrip(eStripSide start, Record& ahead, Reco
 // round a vertex. Only the vertex opposite the edge can be new: the other two belong to the face before.
 template <bool isBackward, class Record>
 std::uint32_t eStripExperiment::Grow(eStripSide next, Record& record) {
+    // Copies, since for all that the compiler knows a mark that is written may lie over the originals.
+    const std::uint64_t mark = strip;
+    const std::uint64_t firstMark = firstStrip;
+    eStripFace* const all = faces.data();
+    std::uint64_t* const lastSeen = seen.data();
+    const auto isOpen = [=](eStripSide side) { return side >= 0 && all[FaceOf(side)].mark < firstMark; };
     std::uint32_t count = 0;
-    while (next >= 0) {
-        eStripFace& face = faces[FaceOf(next)];
+    for (bool goesOn = isOpen(next); goesOn;) {
+        eStripFace& face = all[FaceOf(next)];
         const std::uint16_t newVertex = OppositeVertex(face, next);
-        if (IsMarked(face) || (isBackward && seen[newVertex] == strip)) {
+        if (isBackward && lastSeen[newVertex] == mark) {
             break;
         }
         eStripSide onward = Onward(face, next);
-        if (!IsOpen(onward)) {
-            const eStripSide turned = Turned(face, next);
-            if (IsOpen(turned)) {
+        goesOn = isOpen(onward);
+        if (!goesOn) {
+            onward = Turned(face, next);
+            goesOn = isOpen(onward);
+            if (goesOn) {
                 record.Fake(StartVertex(face, next), EndVertex(face, next));
-                onward = turned;
             }
         }
-        face.mark = strip;
-        seen[newVertex] = strip;
+        face.mark = mark;
+        lastSeen[newVertex] = mark;
         record.Face(FaceOf(next), face);
         ++count;
         next = onward;

@@ -65,7 +65,6 @@ private:
     const eStripFace& FaceAt(eStripSide side) const { return faces[FaceOf(side)]; }
     bool IsMarked(const eStripFace& face) const { return face.mark >= firstStrip; }
     bool IsInStrip(const eStripFace& face) const { return face.mark == strip; }
-    bool IsOpen(eStripSide side) const { return side >= 0 && !IsMarked(FaceAt(side)); }
 
     const eStripAdjacency& adjacency;
     std::vector<eStripFace>& faces;
