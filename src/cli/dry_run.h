@@ -15,7 +15,8 @@ namespace cli {
 struct eDryRun {
     platform::eMemoryLayer files;
     eRunJournal journal;
-    bool isMute = false;  // whoever asks tells the messages himself
+    bool isMute = false;           // whoever asks tells the messages himself
+    bool findsModelsOnly = false;  // the run ends when it knows which models the scene has
     // Called once at the end of the run, also of one that a fatal error ends: the process ends after it.
     std::function<void(Export&, const eRunRecord&)> tell;
 };

@@ -20,9 +20,18 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
         ->type_name("FILE")
         ->excludes("--static-frame");  // never stored, so the module can't be told
     command.add_option("--report", flags->report, "Write what the run did as JSON")->type_name("FILE");
+    command
+        .add_option("--depfile", flags->depfile,
+                    "Write what the run has read and written as a rule of make, for a build")
+        ->type_name("FILE");
+    AddSourcesFlag(command, *flags);
+    command.add_flag("--keep-options", flags->keepOptions, "Leave the stored options as they are")
+        ->excludes("--plugin")     // which stores them itself
+        ->excludes("--no-fence");  // the fence holds them
     command.footer("Pictures of the scene: " + std::string(standalone::kPictureFormats) +
                    ".\n"
-                   "Options but --static-frame are stored, and the next call starts from them.\n"
+                   "Options but --static-frame are stored, and the next call starts from them, unless\n"
+                   "--keep-options is given.\n"
                    "Exit status: 0 done, 1 fatal error, 2 wrong usage or unreadable scene,\n"
                    "3 done with errors, 130 cancelled.");
     command.callback([flags, &action] { action = [flags] { return RunExport(*flags); }; });

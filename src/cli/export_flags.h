@@ -28,6 +28,7 @@ struct eExportFlags {
     std::optional<int> staticFrame;
     bool exportSelected = false;
     bool silent = false;
+    bool keepOptions = false;  // what the other flags say counts for this run alone
     bool noFence = false;
     bool quiet = false;
     bool verbose = false;
@@ -36,6 +37,8 @@ struct eExportFlags {
     std::vector<std::string> drives;  // X=DIR
     eSceneFlags sceneFlags;
     std::string report;
+    std::string depfile;
+    std::string sources;
     std::string language;  // "ru", "en", or empty for that of the user
 };
 

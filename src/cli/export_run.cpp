@@ -11,17 +11,23 @@
 #include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "cli/config_folder.h"
+#include "cli/depfile.h"
 #include "cli/exit_code.h"
 #include "cli/language_flag.h"
+#include "cli/native_file.h"
 #include "cli/option_path.h"
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
 #include "export/options_file.h"
 #include "export/run_start.h"
+#include "export/scan.h"
 #include "mesh/strips/strip_messages.h"
+#include "platform/dependency_layer.h"
 #include "platform/drive_table.h"
 #include "platform/file_layer.h"
+#include "platform/native_path.h"
+#include "platform/own_program.h"
 #include "platform/path_lookup.h"
 #include "platform/terminal.h"
 #include "platform/utf8_path.h"
@@ -81,13 +87,57 @@ std::string Counted(int count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-// Writes the report if one is wanted. False if it can't be written; the user has been told.
-bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
-    const std::string problem = flags.report.empty() ? "" : WriteReport(record, flags.report);
+// False if it can't be written; the user has been told.
+bool KeepText(const char* what, const std::string& path, const std::string& text) {
+    const std::string problem = WriteNativeFile(path, text);
     if (!problem.empty()) {
-        TellError("the report " + flags.report + " can't be written: " + problem);
+        TellError(std::string("the ") + what + " " + path + " can't be written: " + problem);
     }
     return problem.empty();
+}
+
+// Writes the report if one is wanted; false as above.
+bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
+    return flags.report.empty() || KeepText("report", flags.report, ReportText(record));
+}
+
+// Notes what the run asks of the disk, if anybody wants to know.
+class eDependencyWatch {
+public:
+    explicit eDependencyWatch(bool isWanted) {
+        if (isWanted) {
+            platform::UseFileLayer(&layer.emplace());
+        }
+    }
+    ~eDependencyWatch() { platform::UseFileLayer(nullptr); }
+    eDependencyWatch(const eDependencyWatch&) = delete;
+    eDependencyWatch& operator=(const eDependencyWatch&) = delete;
+
+    std::optional<platform::eDependencyLayer> layer;
+};
+
+std::vector<std::string> ResultsOf(const eRunRecord& record) {
+    std::vector<std::string> results;
+    for (const auto& [path, action] : record.files) {
+        if (action != platform::eFileAction::Deleted) {
+            results.push_back(path);
+        }
+    }
+    return results;
+}
+
+// Writes what the run hangs on, in the forms that are wanted; false as above.
+bool KeepDependencies(const eExportFlags& flags, const eRunRecord& record, const eDependencyWatch& watch,
+                      const std::vector<std::string>& others) {
+    if (!watch.layer) {
+        return true;
+    }
+    const eSources sources = SourcesOf(record, *watch.layer, others);
+    const bool isListed =
+        flags.sources.empty() || KeepText("list of sources", flags.sources, SourceListText(sources));
+    return (flags.depfile.empty() ||
+            KeepText("depfile", flags.depfile, DepfileText(ResultsOf(record), sources))) &&
+           isListed;
 }
 
 // Where a run is watched, standard output is for the answer.
@@ -100,10 +150,12 @@ class eExportCall {
 public:
     // Without a module the program's own exporter works.
     eExportCall(const eExportFlags& exportFlags, Clock::time_point start, eRunRecord soFar,
-                standalone::eSceneData scene, const standalone::PluginModule* module, eDryRun* dryRun)
+                standalone::eSceneData scene, const standalone::PluginModule* module, eDryRun* dryRun,
+                const eDependencyWatch& dependencies)
         : flags(exportFlags),
           plugin(module),
           dry(dryRun),
+          watch(dependencies),
           begin(start),
           record(std::move(soFar)),
           face(Terminal(exportFlags, dryRun)),
@@ -121,13 +173,14 @@ public:
         previousLog = xDebug::SetLogSink([this](const std::string& text) { TakeLogRecord(text); });
         previousHandler = xDebug::SetErrorHandler(&fatalReport);
         if (dry != nullptr) {
-            platform::UseFileLayer(&dry->files);
+            if (!dry->findsModelsOnly) {
+                platform::UseFileLayer(&dry->files);
+            }
             exporter->journal = &dry->journal;
             stripMessageSink = PrintOnStandardError;
         }
     }
     ~eExportCall() {
-        platform::UseFileLayer(nullptr);
         stripMessageSink = previousStripSink;
         xDebug::SetErrorHandler(previousHandler);
         xDebug::SetLogSink(previousLog);
@@ -183,8 +236,21 @@ private:
         if (flags.verbose) {
             exporter->meshOrderObserver = TellMeshOrder;
         }
-        exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
+        if (dry != nullptr && dry->findsModelsOnly) {
+            FindModels();
+        } else {
+            exporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
+        }
         return isAccepted;
+    }
+
+    // The beginning of an export.
+    void FindModels() {
+        BeginRun(*exporter, &host, flags.silent, OptionsWord());
+        if (SettleOptions(*exporter)) {
+            ClearRun(*exporter);
+            ScanScene(*exporter);
+        }
     }
 
     // The module begins with the stored options, so the flags are stored before.
@@ -246,7 +312,9 @@ private:
         }
         if (!flags.noFence) {
             platform::AddWriteRoot(resourceRoot.Text());
-            platform::AddWriteRoot(ConfigFolder(flags.config), kNative);
+            if (!flags.keepOptions) {
+                platform::AddWriteRoot(ConfigFolder(flags.config), kNative);
+            }
         }
         return true;
     }
@@ -275,14 +343,28 @@ private:
         record.exitCode = exitCode;
         platform::ClearWriteRoots();
         if (dry != nullptr) {
-            return dry->tell(*exporter, record);
+            dry->tell(*exporter, record);
+            KeepDependencies(flags, record, watch, OtherSources());
+            return;
         }
-        if (!KeepReport(flags, record) && exitCode == kExitDone) {
+        const bool isReported = KeepReport(flags, record);
+        if ((!KeepDependencies(flags, record, watch, OtherSources()) || !isReported) &&
+            exitCode == kExitDone) {
             record.exitCode = kExitErrors;
         }
         if (!flags.quiet) {
             TellSummary();
         }
+    }
+
+    // What the run hangs on that it hasn't read itself.
+    std::vector<std::string> OtherSources() const {
+        std::vector<std::string> others = {platform::OwnProgram(),
+                                           platform::DiskPath(OptionsFilePath(*exporter))};
+        if (plugin != nullptr) {
+            others.push_back(platform::AbsoluteNative(flags.plugin));
+        }
+        return others;
     }
 
     void TellSummary() const {
@@ -301,7 +383,8 @@ private:
 
     const eExportFlags& flags;
     const standalone::PluginModule* const plugin;
-    eDryRun* const dry;             // null: the files are written
+    eDryRun* const dry;  // null: the files are written
+    const eDependencyWatch& watch;
     const Clock::time_point begin;  // before the scene was read
     eRunRecord record;              // holds what was told of the scene from the start
     standalone::eTerminalFace face;
@@ -320,6 +403,7 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
         return kExitUsage;
     }
     const Clock::time_point begin = Clock::now();
+    const eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty());
     standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
     eRunRecord record;
     record.scene = flags.scene;
@@ -327,11 +411,12 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
     if (!loaded.scene) {
         record.exitCode = kExitUsage;
         KeepReport(flags, record);
+        KeepDependencies(flags, record, watch, {platform::OwnProgram()});
         return record.exitCode;
     }
     platform::CatchInterrupts();
     eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene),
-                     flags.plugin.empty() ? nullptr : &plugin, dry);
+                     flags.plugin.empty() ? nullptr : &plugin, dry, watch);
     return call.Run();
 }
 

@@ -9,13 +9,20 @@
 #include <vector>
 
 #include "answers/plan.h"
+#include "base/ansi.h"
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
 #include "cli/export_run.h"
+#include "cli/native_file.h"
 #include "cli/run_option_flags.h"
+#include "cli/terminal_text.h"
+#include "export/model_folders.h"
 #include "platform/drive_table.h"
 #include "platform/native_path.h"
+#include "platform/path_lookup.h"
 #include "platform/utf8_path.h"
+#include "run/export.h"
+#include "scene/scene_as_read.h"
 
 namespace cli {
 
@@ -25,6 +32,7 @@ struct eArguments {
     std::vector<std::string> scenes;
     eExportFlags flags;  // of each scene
     bool asJson = false;
+    std::string modelList;
 };
 
 // Prints the plans, for people at once, as JSON at the end.
@@ -78,7 +86,51 @@ int PlanScene(const eExportFlags& flags, ePlanOutput& output) {
     return RunWithoutWriting(flags, dry);
 }
 
+// The version of the keys of the list; rises when one is taken out or changes its meaning.
+constexpr int kModelListSchema = 1;
+
+std::string ModelListText(const Export& run, const std::string& scene) {
+    inspect::eDescription list = {{"schema", kModelListSchema}, {"scene", scene}};
+    list["models"] = inspect::eDescription::array();
+    for (const eExportModel& model : run.scene->models) {
+        if (const std::optional<eName> folder = FolderOfModel(run, *model.root)) {
+            list["models"].push_back(
+                {{"root", ToUtf8(model.root->GetName())}, {"folder", platform::DiskPath(folder->Text())}});
+        }
+    }
+    constexpr int kIndent = 2;
+    return list.dump(kIndent, ' ', false, inspect::eDescription::error_handler_t::replace) + "\n";
+}
+
+// Ends as soon as the scene is read, so that a build can ask it of thousands of scenes.
+int ListModels(const eArguments& arguments) {
+    if (arguments.scenes.size() != 1) {
+        TellError("--models: the models of one scene at a time");
+        return kExitUsage;
+    }
+    eExportFlags flags = arguments.flags;
+    flags.scene = arguments.scenes.front();
+    flags.report = arguments.modelList;  // tells why, if the scene can't be read
+    std::string problem;
+    eDryRun dry;
+    dry.isMute = true;
+    dry.findsModelsOnly = true;
+    dry.tell = [&](const Export& run, const eRunRecord&) {
+        problem = WriteNativeFile(arguments.modelList, ModelListText(run, flags.scene));
+    };
+    const int exitCode = RunWithoutWriting(flags, dry);
+    if (!problem.empty()) {
+        TellError(arguments.modelList + ": " + problem);
+    }
+    // What the beginning of a run tells, the run tells.
+    const int ownCode = exitCode == kExitErrors ? kExitDone : exitCode;
+    return problem.empty() ? ownCode : kExitUsage;
+}
+
 int RunPlan(const eArguments& arguments) {
+    if (!arguments.modelList.empty()) {
+        return ListModels(arguments);
+    }
     ePlanOutput output(arguments.asJson);
     int exitCode = kExitDone;
     for (const std::string& scene : arguments.scenes) {
@@ -104,6 +156,13 @@ void AddPlanCommand(CLI::App& program, std::function<int()>& action) {
         ->required();
     command.add_flag("--json", arguments->asJson, "As JSON: a list with an object per scene");
     AddRunFlags(command, arguments->flags);
+    CLI::Option* const models =
+        command
+            .add_option("--models", arguments->modelList,
+                        "Write only which models a scene has and where they go, as JSON, and "
+                        "plan nothing")
+            ->type_name("FILE");
+    AddSourcesFlag(command, arguments->flags)->needs(models);
     command.footer(
         "A file is new, changed, same (written with the bytes that it has), kept (not written), deleted, or\n"
         "leftover (in the folder of a model, and nothing in the scene writes it any more).\n"

@@ -62,4 +62,10 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
     return silent;
 }
 
+CLI::Option* AddSourcesFlag(CLI::App& command, eExportFlags& flags) {
+    return command
+        .add_option("--sources", flags.sources, "Write what the run has read and looked for, a path a line")
+        ->type_name("FILE");
+}
+
 }  // namespace cli

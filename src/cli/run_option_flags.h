@@ -11,4 +11,7 @@ namespace cli {
 // back `--silent`.
 CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags);
 
+// Adds `--sources FILE`.
+CLI::Option* AddSourcesFlag(CLI::App& command, eExportFlags& flags);
+
 }  // namespace cli

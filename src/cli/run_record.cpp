@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "base/ansi.h"
-#include "cli/native_file.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
 #include "platform/path_lookup.h"
@@ -127,10 +126,6 @@ std::string ReportText(const eRunRecord& record) {
     json["exit"] = record.exitCode;
     constexpr int kIndent = 2;
     return json.dump(kIndent, ' ', false, ordered_json::error_handler_t::replace) + "\n";
-}
-
-std::string WriteReport(const eRunRecord& record, const std::string& path) {
-    return WriteNativeFile(path, ReportText(record));
 }
 
 }  // namespace cli

@@ -52,7 +52,4 @@ std::string ReportText(const eRunRecord& record);
 // A message as the report has it.
 nlohmann::ordered_json MessageJson(const eToldMessage& message);
 
-// Writes the report through a temporary name. Empty, or why it could not be written.
-std::string WriteReport(const eRunRecord& record, const std::string& path);
-
 }  // namespace cli

@@ -57,6 +57,14 @@ void SettleCommonFolder(Export& run) {
 
 }  // namespace
 
+std::optional<eName> FolderOfModel(const Export& run, const host::INode& root) {
+    std::string model;
+    if (!root.GetUserPropString("Model", model)) {
+        return std::nullopt;
+    }
+    return run.options.resourceRoot / CleanNodeName(model, false);
+}
+
 bool SettleFolders(Export& run) {
     std::string model;
     if (!run.model->currentRoot->GetUserPropString("Model", model)) {
@@ -67,7 +75,7 @@ bool SettleFolders(Export& run) {
         NoteLeftOut(run, *run.model->currentRoot, eLeftOut::ModelRefused);
         return false;
     }
-    run.model->modelFolder = run.options.resourceRoot / CleanNodeName(model, false);
+    run.model->modelFolder = *FolderOfModel(run, *run.model->currentRoot);
     run.model->basePath = run.model->modelFolder / run.model->modelFolder.Part(eName::Title);
     if (!IsInsideFence(run)) {
         NoteLeftOut(run, *run.model->currentRoot, eLeftOut::ModelRefused);

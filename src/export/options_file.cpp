@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <span>
+#include <vector>
 
 #include "io/streams/stream_file.h"
 #include "io/streams/stream_memory.h"
@@ -130,6 +133,16 @@ private:
     xIo::eStream& stream;
 };
 
+bool IsStored(const std::string& path, std::span<const std::uint8_t> content) {
+    xIo::eFileStream stream;
+    if (!stream.Open(path, xIo::streamRead) || stream.Remaining() != static_cast<int>(content.size())) {
+        return false;
+    }
+    std::vector<std::uint8_t> stored(content.size());
+    stream.Read(stored.data(), static_cast<int>(stored.size()));
+    return std::ranges::equal(stored, content);
+}
+
 }  // namespace
 
 std::string OptionsFilePath(const Export& run) {
@@ -154,5 +167,7 @@ bool SaveOptions(const Export& run) {
     eOptionsWriter writer(content);
     writer.Integer(kVersion);
     PassFields(writer, kVersion, run.options);
-    return xIo::StoreWholeFile(OptionsFilePath(run), content.Content()).IsOk();
+    // A file that is stored anew at each run would make everything that hangs on it out of date.
+    return IsStored(OptionsFilePath(run), content.Content()) ||
+           xIo::StoreWholeFile(OptionsFilePath(run), content.Content()).IsOk();
 }

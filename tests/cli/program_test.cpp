@@ -299,6 +299,39 @@ TEST_F(Program, SaysWhatIsInWrittenFiles) {
     }
 }
 
+// Would catch a build that misses a change of what the run has read or looked for in vain, or that runs for
+// ever since a run's own results count as its sources.
+TEST_F(Program, TellsABuildWhatToWatch) {
+    folder.Write("art 1/wall.bmp", support::Bmp({8, 8, 3, std::vector<std::uint8_t>(192)}));
+    folder.Write("art 1/a.scene.json",
+                 R"({"scene": 1, "materials": {"m": {"type": "standard", "name": "m", "maps": {
+        "diffuse": {"map": {"type": "bitmap", "file": "wall.bmp"}},
+        "selfIllumination": {"map": {"type": "bitmap", "file": "gone/glow.bmp"}}}}}, "nodes": [
+        {"name": "root", "properties": ["Model=units/arm"], "object": {"type": "helper"}, "children": [
+            {"name": "arm", "properties": ["Poly"], "material": "m", "object": {"type": "box", "width": 1,
+                "length": 2, "height": 3}}]}]})");
+    const std::string call = "export '" + (folder / "art 1/a.scene.json") + "' --resource-root '" +
+                             (folder / "game") + "' --config '" + (folder / "config") + "' --report '" +
+                             (folder / "report.json") + "' --depfile '" + (folder / "depfile") + "'";
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(Run(call).exitCode, 0);
+        const std::string rule = folder.Read("depfile");
+        const std::string targets = rule.substr(0, rule.find(": \\\n"));
+        const std::string sources = rule.substr(targets.size()) + " ";
+        for (const char* target : {"report.json", "game/units/arm/arm.mdl", "game/units/arm/wall.bmp"}) {
+            EXPECT_THAT(targets, HasSubstr(folder / target)) << run;
+            EXPECT_THAT(sources, Not(HasSubstr(folder / target))) << run;
+        }
+        for (const char* source :
+             {"/art\\ 1/a.scene.json", "/art\\ 1/wall.bmp", "/art\\ 1", "/config/zyrexport.cfg"}) {
+            EXPECT_THAT(sources, HasSubstr("\n  " + folder.Path() + source +
+                                           (std::string(source).ends_with("1") ? " " : "")))
+                << run << sources;
+        }
+        EXPECT_THAT(sources, HasSubstr("/zyrexport"));
+    }
+}
+
 // Would catch: a completion that a shell refuses, and flags of another command.
 TEST_F(Program, CompletesCommandsAndFlags) {
     const std::string script = folder / "completion";
