@@ -29,6 +29,7 @@
 #include "platform/native_path.h"
 #include "platform/own_program.h"
 #include "platform/path_lookup.h"
+#include "platform/temporary_folder.h"
 #include "platform/terminal.h"
 #include "platform/utf8_path.h"
 #include "platform/write_fence.h"
@@ -119,7 +120,7 @@ public:
 std::vector<std::string> ResultsOf(const eRunRecord& record) {
     std::vector<std::string> results;
     for (const auto& [path, action] : record.files) {
-        if (action != platform::eFileAction::Deleted) {
+        if (action != platform::eFileAction::Deleted && action != platform::eFileAction::Lost) {
             results.push_back(path);
         }
     }
@@ -403,7 +404,7 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
         return kExitUsage;
     }
     const Clock::time_point begin = Clock::now();
-    const eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty());
+    eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty());
     standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
     eRunRecord record;
     record.scene = flags.scene;
@@ -413,6 +414,9 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
         KeepReport(flags, record);
         KeepDependencies(flags, record, watch, {platform::OwnProgram()});
         return record.exitCode;
+    }
+    if (watch.layer && loaded.scene->temporaryFiles) {
+        watch.layer->Disregard(loaded.scene->temporaryFiles->Path());
     }
     platform::CatchInterrupts();
     eExportCall call(flags, begin, std::move(record), std::move(*loaded.scene),

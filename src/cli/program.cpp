@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "cli/batch_command.h"
 #include "cli/completion_command.h"
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
@@ -38,6 +39,7 @@ struct eCommand {
 // In the order of the help.
 constexpr eCommand kCommands[] = {
     {"export", AddExportCommand},
+    {"batch", AddBatchCommand},
     {"plan", AddPlanCommand},
     {"why", AddWhyCommand},
     {"convert", AddConvertCommand},

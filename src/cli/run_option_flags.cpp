@@ -50,6 +50,12 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
     std::vector<CLI::Option*> optionFlags = AddOptionFlags(command, flags);
     const std::vector<CLI::Option*> sceneFlags = AddSceneFlags(command, flags.sceneFlags);
     optionFlags.insert(optionFlags.end(), sceneFlags.begin(), sceneFlags.end());
+    for (CLI::Option* option : optionFlags) {
+        // A list of scenes says something for all and something else for one.
+        if (option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw) {
+            option->take_last();
+        }
+    }
     CLI::Option* silent = command.add_flag("--silent", flags.silent, "Use the fixed silent options");
     for (CLI::Option* option : optionFlags) {
         silent->excludes(option);

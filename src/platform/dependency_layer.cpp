@@ -2,6 +2,11 @@
 
 namespace platform {
 
+void eDependencyLayer::Disregard(const std::string& folder) {
+    std::erase_if(asked, [&](const std::string& path) { return path.starts_with(folder + "/"); });
+    disregarded = folder + "/";
+}
+
 eIoStatus eDependencyLayer::Open(const std::string& native, eFileAccess access, ePathForm form,
                                  std::unique_ptr<eOpenFile>& file) {
     if (access == eFileAccess::Read) {
@@ -36,7 +41,8 @@ std::optional<std::int64_t> eDependencyLayer::LastWriteTime(const std::string& n
 }
 
 void eDependencyLayer::NoteAsked(const std::string& native) const {
-    if (!own.contains(native)) {
+    const bool isDisregarded = !disregarded.empty() && native.starts_with(disregarded);
+    if (!isDisregarded && !own.contains(native)) {
         asked.insert(native);
     }
 }

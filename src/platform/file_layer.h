@@ -38,6 +38,9 @@ class eFileLayer {
 public:
     virtual ~eFileLayer() = default;
 
+    // True if what is written outlasts the process, so that it is worth while to bring it to the disk.
+    virtual bool IsLasting() const { return false; }
+
     // A path of the form Resource must be a file with an end: no device, no pipe.
     virtual eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                            std::unique_ptr<eOpenFile>& file) = 0;

@@ -37,8 +37,8 @@ void AskForName(const platform::eUnsettledFile& file) {
 }  // namespace
 
 eGatheredFiles::eGatheredFiles() {
-    if (&platform::Files() == &platform::DiskLayer()) {
-        layer.emplace(platform::Files());
+    if (platform::Files().IsLasting()) {
+        layer.emplace(beneath);
         platform::UseFileLayer(&*layer);
         platform::RememberFolders(true);
         Bus().Subscribe(messageFatalExit, *this);
@@ -62,7 +62,7 @@ void eGatheredFiles::Settle(bool asks) {
         return;
     }
     const std::vector<platform::eUnsettledFile> unsettled = layer->Settle();
-    platform::UseFileLayer(nullptr);
+    platform::UseFileLayer(&beneath);
     platform::RememberFolders(false);
     layer.reset();
     for (const platform::eUnsettledFile& file : unsettled) {

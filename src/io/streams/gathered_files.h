@@ -26,6 +26,7 @@ private:
     void OnMessage(int message) override;
     void Settle(bool asks);
 
+    platform::eFileLayer& beneath = platform::Files();
     std::optional<platform::eGatheringLayer> layer;  // as long as files are gathered
 };
 

@@ -162,6 +162,7 @@ eIoStatus eDiskFile::Sync() {
 
 class eDiskLayer : public eFileLayer {
 public:
+    bool IsLasting() const override { return true; }
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
     eIoStatus SyncContent(const std::string& native) override;

@@ -1,0 +1,30 @@
+// Where a batch keeps what it knows of its scenes between two calls.
+//
+//   build.ninja            the work, written anew by each call
+//   summary.json           what came of the last call
+//   NAME/models.json       which models a scene has, where NAME stands for the scene
+//   NAME/report.json       the report of its last export
+//   NAME/*.log             what each of the two steps has printed
+//   NAME/*.sources         what each hangs on
+#pragma once
+
+#include <string>
+
+namespace batch {
+
+struct eStepFiles {
+    std::string result;
+    std::string log;
+    std::string sources;
+};
+
+struct eSceneFiles {
+    eStepFiles models;
+    eStepFiles exports;
+};
+
+// The files of a scene in the build folder. NAME is the scene's file name and a number made of its whole
+// path, the same in every call (64 bits, FNV-1a).
+eSceneFiles FilesOf(const std::string& buildFolder, const std::string& scene);
+
+}  // namespace batch

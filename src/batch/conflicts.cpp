@@ -1,0 +1,57 @@
+#include "batch/conflicts.h"
+
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "batch/build_folder.h"
+#include "platform/utf8_path.h"
+
+namespace batch {
+
+namespace {
+
+using nlohmann::json;
+
+// The folders that a scene writes models into.
+std::set<std::string> ModelFolders(const std::string& listFile) {
+    std::ifstream stream(platform::PathFromUtf8(listFile), std::ios::binary);
+    const json list = json::parse(stream, nullptr, false);
+    std::set<std::string> folders;
+    if (list.is_object() && list.contains("models")) {
+        for (const json& model : list["models"]) {
+            folders.insert(model["folder"].get<std::string>());
+        }
+    }
+    return folders;
+}
+
+std::string ConflictText(const std::string& folder, const std::vector<std::string>& scenes) {
+    std::string text = folder + " is written by " + std::to_string(scenes.size()) + " scenes:";
+    for (const std::string& scene : scenes) {
+        text += "\n  " + scene;
+    }
+    return text;
+}
+
+}  // namespace
+
+std::vector<std::string> FindConflicts(const std::string& buildFolder,
+                                       const std::vector<eBatchScene>& scenes) {
+    std::map<std::string, std::vector<std::string>> writers;
+    for (const eBatchScene& scene : scenes) {
+        for (const std::string& folder : ModelFolders(FilesOf(buildFolder, scene.path).models.result)) {
+            writers[folder].push_back(scene.path);
+        }
+    }
+    std::vector<std::string> conflicts;
+    for (const auto& [folder, writing] : writers) {
+        if (writing.size() > 1) {
+            conflicts.push_back(ConflictText(folder, writing));
+        }
+    }
+    return conflicts;
+}
+
+}  // namespace batch

@@ -1,0 +1,198 @@
+#include "batch/results.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "batch/build_folder.h"
+#include "platform/folder.h"
+#include "platform/path_text.h"
+#include "platform/utf8_path.h"
+
+namespace batch {
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::ordered_json;
+using platform::PathFromUtf8;
+
+constexpr std::array kKinds = {"fatal", "error", "warning", "advice"};
+
+ordered_json ReadReport(const std::string& file) {
+    std::ifstream stream(PathFromUtf8(file), std::ios::binary);
+    return ordered_json::parse(stream, nullptr, false);
+}
+
+std::string LastLine(const std::string& file) {
+    std::ifstream stream(PathFromUtf8(file), std::ios::binary);
+    std::string last;
+    for (std::string line; std::getline(stream, line);) {
+        last = line.empty() ? last : line;
+    }
+    return last.empty() ? "has left no report" : last;
+}
+
+bool HasLostFile(const ordered_json& report) {
+    return std::ranges::any_of(report["files"], [](const ordered_json& file) {
+        std::error_code ignored;
+        return file["action"] != "deleted" &&
+               !fs::exists(PathFromUtf8(file["path"].get<std::string>()), ignored);
+    });
+}
+
+// True if a file has come, in whatever spelling, that was looked for in vain.
+bool HasFound(const std::string& sources) {
+    constexpr std::string_view kMissing = "missing: ";
+    std::ifstream stream(PathFromUtf8(sources), std::ios::binary);
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with(kMissing) &&
+            platform::Exists(
+                platform::PathTextFromUtf8(line.substr(kMissing.size())).value_or(std::string()))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Remove(const std::string& file) {
+    std::error_code ignored;
+    fs::remove(PathFromUtf8(file), ignored);
+}
+
+void TakeMessages(eSceneResult& result, const ordered_json& report) {
+    for (const ordered_json& message : report["messages"]) {
+        ++result.messages[message["kind"].get<std::string>()];
+    }
+    for (const char* kind : kKinds) {
+        for (const ordered_json& message : report["messages"]) {
+            if (message["kind"] == kind) {
+                result.worst =
+                    message["code"].get<std::string>() + ": " + message["english"].get<std::string>();
+                return;
+            }
+        }
+    }
+}
+
+eSceneResult ResultOf(const eBatchScene& scene, const std::string& buildFolder) {
+    const eSceneFiles files = FilesOf(buildFolder, scene.path);
+    const ordered_json report = ReadReport(files.exports.result);
+    eSceneResult result;
+    result.scene = scene.path;
+    if (!report.is_object()) {
+        result.exitCode = eSceneResult::kNoReport;
+        result.worst = LastLine(files.exports.log);
+        return result;
+    }
+    result.exitCode = report["exit"].get<int>();
+    result.models = static_cast<int>(std::ranges::count_if(
+        report["models"], [](const ordered_json& model) { return model["skipped"] == false; }));
+    TakeMessages(result, report);
+    return result;
+}
+
+// From the worst to the mildest.
+std::size_t Rank(const eSceneResult& result) {
+    if (!result.IsExported()) {
+        return 0;
+    }
+    const auto kind =
+        std::ranges::find_if(kKinds, [&](const char* name) { return result.messages.contains(name); });
+    return 1 + static_cast<std::size_t>(kind - kKinds.begin());
+}
+
+std::string Counts(const eSceneResult& result) {
+    std::string text;
+    for (const char* kind : kKinds) {
+        if (const auto count = result.messages.find(kind); count != result.messages.end()) {
+            text += (text.empty() ? "" : ", ") + std::to_string(count->second) + " " + kind;
+        }
+    }
+    return text.empty() ? "no export" : text;
+}
+
+std::string FirstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+}  // namespace
+
+eReportTimes ReportTimes(const std::string& buildFolder, const std::vector<eBatchScene>& scenes) {
+    eReportTimes times;
+    for (const eBatchScene& scene : scenes) {
+        std::error_code error;
+        const auto time =
+            fs::last_write_time(PathFromUtf8(FilesOf(buildFolder, scene.path).exports.result), error);
+        if (!error) {
+            times[scene.path] = time.time_since_epoch().count();
+        }
+    }
+    return times;
+}
+
+void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScene>& scenes) {
+    for (const eBatchScene& scene : scenes) {
+        const eSceneFiles files = FilesOf(buildFolder, scene.path);
+        const ordered_json report = ReadReport(files.exports.result);
+        if (report.is_object() && HasLostFile(report)) {
+            Remove(files.exports.result);
+        }
+        for (const eStepFiles& step : {files.models, files.exports}) {
+            if (HasFound(step.sources)) {
+                Remove(step.result);
+            }
+        }
+    }
+}
+
+std::vector<eSceneResult> ReadResults(const std::string& buildFolder, const std::vector<eBatchScene>& scenes,
+                                      const eReportTimes& before) {
+    const eReportTimes now = ReportTimes(buildFolder, scenes);
+    std::vector<eSceneResult> results;
+    for (const eBatchScene& scene : scenes) {
+        eSceneResult& result = results.emplace_back(ResultOf(scene, buildFolder));
+        const auto time = now.find(scene.path);
+        const auto old = before.find(scene.path);
+        result.hasRun = time != now.end() && (old == before.end() || old->second != time->second);
+    }
+    std::ranges::stable_sort(results, {}, Rank);
+    return results;
+}
+
+std::string ResultText(const std::vector<eSceneResult>& results) {
+    std::string text;
+    for (const eSceneResult& result : results) {
+        if (Rank(result) <= kKinds.size()) {
+            text += result.scene + ": " + Counts(result) + "\n  " + FirstLine(result.worst) + "\n";
+        }
+    }
+    const auto exported = std::ranges::count(results, true, &eSceneResult::IsExported);
+    const auto now = std::ranges::count_if(
+        results, [](const eSceneResult& result) { return result.hasRun && result.IsExported(); });
+    return text + std::to_string(results.size()) + " scenes: " + std::to_string(now) + " exported, " +
+           std::to_string(exported - now) + " up to date, " +
+           std::to_string(static_cast<std::ptrdiff_t>(results.size()) - exported) + " not exported\n";
+}
+
+ordered_json ResultJson(const std::vector<eSceneResult>& results) {
+    ordered_json scenes = ordered_json::array();
+    for (const eSceneResult& result : results) {
+        ordered_json& scene = scenes.emplace_back();
+        scene["scene"] = result.scene;
+        scene["ran"] = result.hasRun;
+        scene["exit"] =
+            result.exitCode == eSceneResult::kNoReport ? ordered_json() : ordered_json(result.exitCode);
+        scene["models"] = result.models;
+        scene["messages"] = result.messages;
+        scene["worst"] = result.worst;
+    }
+    return {{"schema", kBatchSchema}, {"scenes", scenes}};
+}
+
+}  // namespace batch
