@@ -1,0 +1,19 @@
+#pragma once
+
+#include "verify/clip_verdict.h"
+#include "verify/played_clip.h"
+#include "verify/scene_clips.h"
+#include "verify/verify_mesh.h"
+#include "verify/written_model.h"
+
+namespace verify {
+
+// Bends a skinned mesh of the files in some frames of a clip as the engine does, by the skeleton of the model
+// text and the poses of the clip, and measures how far its vertices lie from where the scene has them.
+// A difference counts as a finding beyond what all bones on the way up may be off, and only where the engine
+// has room for all bones of the vertex and the skeleton stands as the skin was bound.
+void CompareBentSkin(const eVerifiedScene& scene, const eSceneModel& model, const eSceneClip& clip,
+                     const eVerifiedMesh& mesh, const eWrittenModel& skeleton, const ePlayedClip& played,
+                     const eTolerances& tolerances, eClipVerdict& verdict);
+
+}  // namespace verify

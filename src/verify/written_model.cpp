@@ -1,0 +1,67 @@
+#include "verify/written_model.h"
+
+#include <algorithm>
+
+#include "base/number_text.h"
+#include "inspect/sdl_tree.h"
+
+namespace verify {
+
+namespace {
+
+// Rows of three numbers behind each other, into the rows from `first` on.
+void ReadRows(const inspect::eSdlBlock* block, std::size_t first, host::DMatrix3& matrix) {
+    const std::vector<std::string> numbers = block != nullptr ? block->Values() : std::vector<std::string>();
+    for (std::size_t i = 0; i < numbers.size() && first + i / 3 < 4; ++i) {
+        matrix.rows[first + i / 3][i % 3] = ReadReal(numbers[i]);
+    }
+}
+
+host::DMatrix3 LocalMatrix(const inspect::eSdlBlock& bone) {
+    host::DMatrix3 matrix;
+    ReadRows(bone.Find("matrix34"), 0, matrix);
+    ReadRows(bone.Find("orientation"), 0, matrix);
+    ReadRows(bone.Find("Position"), 3, matrix);
+    return matrix;
+}
+
+void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWrittenBone>& bones) {
+    for (const inspect::eSdlBlock* block : around.Blocks("bone")) {
+        const std::vector<std::string> values = block->Values();
+        const int number = static_cast<int>(bones.size());
+        bones.push_back({.name = values.empty() ? std::string() : values.back(),
+                         .above = above,
+                         .local = LocalMatrix(*block),
+                         .views = {}});
+        for (const inspect::eSdlBlock* view : block->Blocks("view")) {
+            const std::vector<std::string> words = view->Values();
+            bones.back().views.push_back(words.empty() ? std::string() : words.back());
+        }
+        ReadBones(*block, number, bones);
+    }
+}
+
+}  // namespace
+
+int eWrittenModel::NumberOf(const std::string& name) const {
+    const auto found = std::ranges::find(bones, name, &eWrittenBone::name);
+    return found != bones.end() ? static_cast<int>(found - bones.begin()) : -1;
+}
+
+eWrittenModel ReadWrittenModel(const eName& file) {
+    eWrittenModel model;
+    const std::optional<platform::eFileContent> content = ReadWritten(file);
+    if (!content) {
+        model.problem = "there is no model text that can be read";
+        return model;
+    }
+    const inspect::eSdlBlock text = inspect::ReadSdlTree(
+        file.Text(), std::string(reinterpret_cast<const char*>(content->data()), content->size()),
+        model.problem);
+    if (const inspect::eSdlBlock* skeleton = text.Find("skeleton")) {
+        ReadBones(*skeleton, -1, model.bones);
+    }
+    return model;
+}
+
+}  // namespace verify

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "verify/exact_space.h"
+#include "verify/written_files.h"
+
+namespace verify {
+
+// A bone of a model text.
+struct eWrittenBone {
+    std::string name;
+    int above = -1;                  // its number in the list, -1 for the root
+    host::DMatrix3 local;            // against the bone above, metres
+    std::vector<std::string> views;  // meshes that it shows, with the way to their folder
+};
+
+// A model text as the engine reads it, by the order of the bones in it.
+struct eWrittenModel {
+    std::vector<eWrittenBone> bones;
+    std::string problem;  // why it can't be read; empty if it can
+
+    // -1 if no bone has the name.
+    int NumberOf(const std::string& name) const;
+};
+
+eWrittenModel ReadWrittenModel(const eName& file);
+
+}  // namespace verify
