@@ -17,6 +17,7 @@ struct eDryRun {
     eRunJournal journal;
     bool isMute = false;           // whoever asks tells the messages himself
     bool findsModelsOnly = false;  // the run ends when it knows which models the scene has
+    bool endsAtOptions = false;    // nothing is exported: only the options of the run are wanted
     // Called once at the end of the run, also of one that a fatal error ends: the process ends after it.
     std::function<void(Export&, const eRunRecord&)> tell;
 };

@@ -2,9 +2,11 @@
 
 #include <memory>
 
+#include "cli/exit_code.h"
 #include "cli/export_flags.h"
 #include "cli/export_run.h"
 #include "cli/run_option_flags.h"
+#include "cli/verify_command.h"
 #include "standalone/pictures/picture_problem.h"
 
 namespace cli {
@@ -28,13 +30,22 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
     command.add_flag("--keep-options", flags->keepOptions, "Leave the stored options as they are")
         ->excludes("--plugin")     // which stores them itself
         ->excludes("--no-fence");  // the fence holds them
+    const auto verifies = std::make_shared<bool>(false);
+    silent->excludes(command.add_flag("--verify", *verifies,
+                                      "Compare what is written with the scene, as `zyrexport verify`"));
     command.footer("Pictures of the scene: " + std::string(standalone::kPictureFormats) +
                    ".\n"
                    "Options but --static-frame are stored, and the next call starts from them, unless\n"
                    "--keep-options is given.\n"
                    "Exit status: 0 done, 1 fatal error, 2 wrong usage or unreadable scene,\n"
-                   "3 done with errors, 130 cancelled.");
-    command.callback([flags, &action] { action = [flags] { return RunExport(*flags); }; });
+                   "3 done with errors, 5 written otherwise than the scene, 130 cancelled.");
+    command.callback([flags, verifies, &action] {
+        action = [flags, verifies] {
+            const int exitCode = RunExport(*flags);
+            const bool isComplete = exitCode == kExitDone || exitCode == kExitErrors;
+            return *verifies && isComplete ? VerifyAfterExport(*flags, exitCode) : exitCode;
+        };
+    });
 }
 
 }  // namespace cli

@@ -233,7 +233,11 @@ private:
     // False if the flags were refused; so below.
     bool ExportByOwn() {
         bool isAccepted = true;
-        exporter->optionsDialog = [&](Export& run) { return isAccepted = IsAccepted(run); };
+        const bool goesOn = dry == nullptr || !dry->endsAtOptions;
+        exporter->optionsDialog = [&](Export& run) {
+            isAccepted = IsAccepted(run);
+            return isAccepted && goesOn;
+        };
         if (flags.verbose) {
             exporter->meshOrderObserver = TellMeshOrder;
         }

@@ -22,6 +22,7 @@
 #include "cli/pak_command.h"
 #include "cli/plan_command.h"
 #include "cli/properties_command.h"
+#include "cli/verify_command.h"
 #include "cli/why_command.h"
 
 namespace cli {
@@ -42,6 +43,7 @@ constexpr eCommand kCommands[] = {
     {"batch", AddBatchCommand},
     {"plan", AddPlanCommand},
     {"why", AddWhyCommand},
+    {"verify", AddVerifyCommand},
     {"convert", AddConvertCommand},
     {"inspect", AddInspectCommand},
     {"pak", AddPakCommand},
