@@ -14,6 +14,7 @@
 #include "cli/depfile.h"
 #include "cli/exit_code.h"
 #include "cli/language_flag.h"
+#include "cli/malformed_name.h"
 #include "cli/native_file.h"
 #include "cli/option_path.h"
 #include "cli/run_record.h"
@@ -299,7 +300,7 @@ private:
         const std::optional<std::string> ansi = FolderOption(folder);
         const std::error_code error = MakeFolders(folder);
         if (!ansi || error) {
-            TellError("--config " + folder + ": " + (ansi ? error.message() : "not well-formed text"));
+            TellError("--config " + (ansi ? folder + ": " + error.message() : MalformedNameProblem(folder)));
             return false;
         }
         host.SetConfigFolder(*ansi);

@@ -8,6 +8,7 @@
 
 #include "cli/config_folder.h"
 #include "cli/exit_code.h"
+#include "cli/malformed_name.h"
 #include "cli/option_path.h"
 #include "cli/option_table.h"
 #include "cli/terminal_text.h"
@@ -49,7 +50,8 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
     const std::string folder = ConfigFolder(config);
     const std::optional<std::string> ansi = FolderOption(folder);
     if (folder.empty() || !ansi) {
-        TellError("no folder for the options is known: name one with --config DIR");
+        TellError(folder.empty() ? "no folder for the options is known: name one with --config DIR"
+                                 : "--config " + MalformedNameProblem(folder));
         return kExitUsage;
     }
     standalone::StandaloneHost host{standalone::eSceneData()};

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -17,13 +18,16 @@
 #include "cli/inspect_command.h"
 #include "cli/known_names.h"
 #include "cli/lint_command.h"
+#include "cli/malformed_name.h"
 #include "cli/messages_command.h"
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
 #include "cli/plan_command.h"
 #include "cli/properties_command.h"
+#include "cli/terminal_text.h"
 #include "cli/verify_command.h"
 #include "cli/why_command.h"
+#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -68,9 +72,26 @@ void AddCommands(CLI::App& program, eAction& action, const std::vector<std::stri
     }
 }
 
+// False, and told, where the program could only guess at the names.
+bool AreNamesReadable(const std::vector<std::string>& arguments) {
+    std::vector<std::string> names = arguments;
+    std::error_code error;
+    names.push_back(platform::Utf8FromPath(std::filesystem::current_path(error)));
+    for (const std::string& name : names) {
+        if (const std::string problem = MalformedNameProblem(name); !problem.empty()) {
+            TellError(problem);
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 int RunProgram(std::vector<std::string> arguments) {
+    if (!AreNamesReadable(arguments)) {
+        return kExitUsage;
+    }
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
     program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
     program.require_subcommand(1);

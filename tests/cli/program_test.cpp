@@ -258,6 +258,15 @@ TEST_F(Program, WorksInFoldersOfAnyAlphabet) {
     }
 }
 
+// Would catch a name from another system's code page that is guessed at, or refused without a word of what is
+// wrong.
+TEST_F(Program, SaysWhichNameIsNotUtf8) {
+    const eProgramResult result =
+        Run("export " + (folder / "a.scene.json") + " --resource-root '" + (folder / "Стар\xCE\xE5") + "'");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.errors, HasSubstr("Стар\\xCE\\xE5: the name is not UTF-8"));
+}
+
 // A file where a folder has to be: nobody can answer the box, so the run ends with the fatal error, and the
 // report tells it.
 TEST_F(Program, EndsWithAFatalErrorWhereItCannotWrite) {
