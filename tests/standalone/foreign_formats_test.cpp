@@ -8,12 +8,17 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/ansi.h"
 #include "platform/trial.h"
 #include "standalone/data/world_matrices.h"
+#include "standalone/loaders/assimp/studio_names.h"
+#include "standalone/loaders/fbx/fbx_arrays.h"
 #include "standalone/loaders/fbx/fbx_binary.h"
 #include "standalone/loaders/load_scene.h"
+#include "support/gltf_scene.h"
 #include "support/source_tree.h"
 #include "support/temp_folder.h"
 
@@ -88,14 +93,19 @@ TEST(ForeignFormats, FbxSaysAllThatTheArtistBuilt) {
     // The takes are declared behind what the artist wrote.
     EXPECT_EQ(loaded.Node("arm").properties,
               std::string("Model = tests/arm\r\nHold=claw\r\ncrew=4\r\narmour=0.5\r\nКисть=правая\r\n"
-                          "animation=swing,swing,10-20\r\nanimation=grab,grab,22-26"_ansi));
-    EXPECT_EQ(loaded.Node("claw").properties, "Poly\r\nGround");
+                          "animation=swing,swing,10-20\r\nanimation=grab,grab,22-26\r\n"
+                          "animation=blink,blink,28-34"_ansi));
+    EXPECT_EQ(loaded.Node("claw").properties,
+              "Poly\r\nGround\r\nTags=left, low\r\nTags=it's\r\nTags=c:\\d\r\nMax=0,45.5\r\nOdd=['a', 1]");
     EXPECT_NE(Words(result).find("arm/Hold"), std::string::npos) << Words(result);
+    EXPECT_NE(Words(result).find("other materials, and may have got those; make the mesh unique: twin\n"),
+              std::string::npos)
+        << Words(result);
 
     // 24 frames a second; the second take stands behind the first.
     EXPECT_EQ(loaded.scene.firstFrame, 10);
-    EXPECT_EQ(loaded.scene.lastFrame, 26);
-    ASSERT_EQ(loaded.scene.selectionSets.size(), 2U);
+    EXPECT_EQ(loaded.scene.lastFrame, 34);
+    ASSERT_EQ(loaded.scene.selectionSets.size(), 3U);
     EXPECT_EQ(loaded.scene.selectionSets[1].name, "grab");
 
     // The point (20, 0, 0), lifted by 5, turned about the pivot (10, 0), lifted by 100 centimetres.
@@ -111,6 +121,40 @@ TEST(ForeignFormats, FbxSaysAllThatTheArtistBuilt) {
     }
     ExpectNear(loaded.CornerAt("twin", 3, 1, 0), {-0.2F, 0.5F, 0.05F}, "the mirrored twin");
     EXPECT_EQ(loaded.Node("claw").object, loaded.Node("twin").object);
+}
+
+// Would catch a curve of visibility that is lost, late, in another take or at another node, one that stops at
+// the node, a take of nothing else that is left out, and motions of nodes of one name that get mixed up.
+TEST(ForeignFormats, FbxHidesAndMovesTheRightNodes) {
+    const eLoadResult result = LoadScene(SmallFile("fbx").string());
+    ASSERT_TRUE(result.scene) << Words(result);
+    eLoaded loaded(result);
+    EXPECT_EQ(support::VisibilityOf(loaded.Node("arm")), "1 10+ 24- 26+");
+    EXPECT_EQ(support::VisibilityOf(loaded.Node("claw")), "1 10+ 24- 26+ 31-");
+    EXPECT_EQ(support::VisibilityOf(loaded.Node("twin")), "1");
+    std::map<std::string, std::pair<float, float>>
+        bolts;  // by the node above: where they end, and are bolted
+    for (const eNodeData& node : loaded.scene.nodes) {
+        if (node.name == "bolt") {
+            const eNodeData& above = loaded.scene.nodes[static_cast<std::size_t>(node.parent)];
+            bolts[above.name] = {node.keys.at(10).position.value_or(Point3{}).x,
+                                 node.transform.parts.position.x};
+        }
+    }
+    EXPECT_EQ(bolts, (decltype(bolts){{"arm", {0.03F, 0.01F}}, {"claw", {0.06F, 0.02F}}}));
+    EXPECT_EQ(Words(result).find("one name"), std::string::npos) << Words(result);
+}
+
+// Would catch numbers that are packed or separated in a way that the reader doesn't know, and memory for what
+// an array only claims.
+TEST(ForeignFormats, FbxArraysAreTakenApart) {
+    using eNumbers = std::vector<double>;
+    EXPECT_EQ(NumbersOf({" a: 1,-2.5,\n3e2 "}), (eNumbers{1, -2.5, 300}));
+    EXPECT_EQ(NumbersOf({std::string_view("\0\0\x80\x3F", 4), 'f', 1}), eNumbers{1});
+    const std::string_view packed("\x78\xDA\x63\x65\x80\x80\x9F\xFF\x21\x00\x00\x24\x0C\x07\xF8", 15);
+    EXPECT_EQ(NumbersOf({packed, 'l', 2, true}), (eNumbers{5, -7}));
+    EXPECT_EQ(NumbersOf({packed, 'l', 3, true}), eNumbers());
+    EXPECT_EQ(NumbersOf({packed, 'l', 4000000000, true}), eNumbers());
 }
 
 // Would catch corners that are not welded, channels or colours that are lost or swapped, materials of faces
@@ -165,10 +209,28 @@ TEST(ForeignFormats, TheSameTriangleComesOutOfEveryFormat) {
         ExpectNear(loaded.CornerAt("claw", 0, 1, 0), {0.2F, 0, 1}, extension);
         ExpectNear(loaded.CornerAt("claw", 0, 2, 0), {0, 0, 1.3F}, extension);
     }
-    const eLoadResult withLibrary = LoadScene(SmallFile("obj").string());
-    ASSERT_EQ(withLibrary.scene->materials.size(), 1U);
-    EXPECT_EQ(std::get<eStandardMaterial>(withLibrary.scene->materials[0].kind).diffuse,
+    eLoaded wavefront(LoadScene(SmallFile("obj").string()));
+    ASSERT_EQ(wavefront.scene.materials.size(), 1U);
+    EXPECT_EQ(std::get<eStandardMaterial>(wavefront.scene.materials[0].kind).diffuse,
               (host::Color{0.5F, 0.25F, 0.125F}));
+    // The third object has the name of the first.
+    ASSERT_EQ(wavefront.scene.objects.size(), 3U);
+    EXPECT_EQ(wavefront.Mesh("peg").getNumFaces(), 1);
+    EXPECT_EQ(std::get<eMeshObject>(wavefront.scene.objects[2].kind).mesh.getNumFaces(), 2);
+    EXPECT_EQ(wavefront.scene.nodes.back().name, "claw");
+}
+
+// Would catch objects of one name that are mixed up without a word.
+TEST(ForeignFormats, StudioObjectsOfOneNameAreTold) {
+    const auto chunk = [](std::uint16_t kind, const std::string& body) {
+        const auto size = static_cast<std::uint32_t>(body.size() + 6);
+        std::string bytes(reinterpret_cast<const char*>(&kind), sizeof kind);
+        return bytes.append(reinterpret_cast<const char*>(&size), sizeof size) + body;
+    };
+    const auto object = [&](const std::string& name) { return chunk(0x4000, name + std::string(3, '\0')); };
+    const std::string objects = object("bolt") + object("claw") + object("bolt");
+    EXPECT_EQ(SharedStudioNames(chunk(0x4D4D, chunk(2, "") + chunk(0x3D3D, objects))),
+              std::vector<std::string>{"bolt"});
 }
 
 // Would catch a skin that is bound to where its bones stand, and a map that lies on the first coordinates.
@@ -211,8 +273,8 @@ TEST(ForeignFormats, BinaryFbxOfBothWidthsIsRead) {
         bytes.append("x").append(2 * (headSize - 1), '\0');
         const std::optional<eFbxRecord> root = ReadFbxRecords(bytes);
         ASSERT_TRUE(root && root->Find("A") != nullptr && root->Find("A")->Find("B") != nullptr);
-        EXPECT_EQ(root->Find("A")->values.at(0), eFbxValue(std::int64_t{-7}));
-        EXPECT_EQ(root->Find("A")->Find("B")->values.at(0), eFbxValue(std::string("x")));
+        EXPECT_EQ(root->Find("A")->Whole(0), -7);
+        EXPECT_EQ(root->Find("A")->Find("B")->Text(0), "x");
     }
 }
 

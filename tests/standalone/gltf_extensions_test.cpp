@@ -8,16 +8,6 @@ using namespace standalone;
 using namespace support;
 using testing::ElementsAre;
 
-std::string VisibilityOf(const eSceneData& scene, const std::string& name) {
-    const eNodeData& node = NodeNamed(scene, name);
-    std::string text = std::to_string(static_cast<int>(node.visibility));
-    for (const eVisibilityKey& key : node.visibilityKeys) {
-        text.append(" ").append(std::to_string(static_cast<int>(key.frame)));
-        text.append(key.value == 0 ? "-" : "+");
-    }
-    return text;
-}
-
 // Would catch visibility that stops at the node that was hidden, keys of a node and of the one above that are
 // not laid over one another, and a pointer that moves the wrong part.
 TEST(GltfExtensions, WhatIsHiddenAboveIsHiddenBelow) {
@@ -44,10 +34,10 @@ TEST(GltfExtensions, WhatIsHiddenAboveIsHiddenBelow) {
             {"input": 2, "output": 3, "interpolation": "STEP"}, {"input": 0, "output": 4}]}])");
     const eLoadResult result = Import(file.Text());
     ASSERT_TRUE(result.scene) << ProblemsOf(result);
-    EXPECT_EQ(VisibilityOf(*result.scene, "top"), "1 0+ 30- 60+");
-    EXPECT_EQ(VisibilityOf(*result.scene, "own"), "1 0- 60+ 90-");
-    EXPECT_EQ(VisibilityOf(*result.scene, "plain"), "1 0+ 30- 60+");
-    EXPECT_EQ(VisibilityOf(*result.scene, "off"), "0 0-");
+    EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "top")), "1 0+ 30- 60+");
+    EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "own")), "1 0- 60+ 90-");
+    EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "plain")), "1 0+ 30- 60+");
+    EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "off")), "0 0-");
     EXPECT_EQ(NodeNamed(*result.scene, "plain").keys.size(), 3U);
     EXPECT_THAT(result.warnings,
                 ElementsAre("the host can't show: animation of \"/materials/0/alphaCutoff\""));

@@ -48,6 +48,16 @@ inline int NumberOf(const standalone::eSceneData& scene, const std::string& name
     return static_cast<int>(&NodeNamed(scene, name) - scene.nodes.data());
 }
 
+// "1 10+ 24-": the visibility without keys, and the frames from which on a node is shown or hidden.
+inline std::string VisibilityOf(const standalone::eNodeData& node) {
+    std::string text = std::to_string(static_cast<int>(node.visibility));
+    for (const standalone::eVisibilityKey& key : node.visibilityKeys) {
+        text.append(" ").append(std::to_string(static_cast<int>(key.frame)));
+        text.append(key.value == 0 ? "-" : "+");
+    }
+    return text;
+}
+
 // The object of a node as the kind that it must be.
 template <class Kind>
 const Kind& ObjectOf(const standalone::eSceneData& scene, const std::string& name) {

@@ -22,7 +22,7 @@ def layer(kind, number, mapping, fields):
 
 
 def prop(name, kind, flags, *values):
-    told = ", ".join(f'"{value}"' if isinstance(value, str) else str(value) for value in values)
+    told = ", ".join('"' + value.replace('"', "&quot;") + '"' if isinstance(value, str) else str(value) for value in values)
     return f'P: "{name}", "{kind}", "", "{flags}",{told}\n'
 
 
@@ -65,27 +65,32 @@ def geometry():
                         array("Materials", [0, 1])) + layers)
 
 
-def curve(number, frames, values):
+HELD, STRAIGHT = 2, 4
+
+
+def curve(number, frames, values, flag=STRAIGHT):
     return record("AnimationCurve", number, "AnimCurve::", "",
                   f"Default: {values[0]}\nKeyVer: 4008\n" +
                   array("KeyTime", [frame * TICKS_PER_FRAME for frame in frames]) +
-                  array("KeyValueFloat", values) + array("KeyAttrFlags", [4]) +
+                  array("KeyValueFloat", values) + array("KeyAttrFlags", [flag]) +
                   array("KeyAttrDataFloat", [0, 0, 0, 0]) + array("KeyAttrRefCount", [len(frames)]))
 
 
-def take(number, name, frames, values):
-    """Turns the claw about its z axis. Objects and connections."""
+def take(number, name, frames):
+    """Objects and connections."""
     time = [prop(key, "KTime", "", frame * TICKS_PER_FRAME) for key, frame in
             (("LocalStart", frames[0]), ("LocalStop", frames[-1]))]
-    objects = (record("AnimationStack", number, f"AnimStack::{name}", "", properties(*time)) +
-               record("AnimationLayer", number + 1, "AnimLayer::base", "", "") +
-               record("AnimationCurveNode", number + 2, "AnimCurveNode::R", "", properties(
-                   prop("d|X", "Number", "A", 0), prop("d|Y", "Number", "A", 0),
-                   prop("d|Z", "Number", "A", values[0]))) +
-               curve(number + 3, frames, values))
-    links = [("OO", number + 1, number), ("OO", number + 2, number + 1), ("OP", number + 2, 200, "Lcl Rotation"),
-             ("OP", number + 3, number + 2, "d|Z")]
-    return objects, links
+    return (record("AnimationStack", number, f"AnimStack::{name}", "", properties(*time)) +
+            record("AnimationLayer", number + 1, "AnimLayer::base", "", ""), [("OO", number + 1, number)])
+
+
+def motion(number, layer, model, part, axis, frames, values, flag=STRAIGHT):
+    """Moves an axis of a part of a node in the layer of a take. Objects and connections."""
+    axes = ("X", "Y", "Z") if axis in "XYZ" else (axis,)
+    objects = record("AnimationCurveNode", number, "AnimCurveNode::N", "", properties(
+        *(prop(f"d|{each}", "Number", "A", values[0] if each == axis else 0) for each in axes)))
+    return objects + curve(number + 1, frames, values, flag), [
+        ("OO", number, layer), ("OP", number, model, part), ("OP", number + 1, number, f"d|{axis}")]
 
 
 def fbx():
@@ -97,19 +102,31 @@ def fbx():
         prop("InheritType", "enum", "", 1)))
     claw = record("Model", 200, "Model::claw", "Mesh", properties(
         prop("Poly", "KString", "A+U", ""), prop("Ground", "bool", "A+U", 1), prop("Land", "bool", "A+U", 0),
+        prop("Tags", "KString", "A+U", "['left, low', \"it's\", 'c:\\\\d']"), prop("Max", "KString", "A+U", "[0.0, 45.5]"),
+        prop("Odd", "KString", "A+U", "['a', 1]"), prop("Empty", "KString", "A+U", "[]"),
         vector("Lcl Translation", 0, 0, 100), vector("Lcl Rotation", 0, 0, 90), vector("RotationPivot", 10, 0, 0),
         vector("GeometricTranslation", 0, 0, 5), prop("RotationActive", "bool", "", 1)))
     twin = record("Model", 300, "Model::twin", "Mesh", properties(
         vector("Lcl Translation", 0, 50, 0), vector("Lcl Scaling", -1, 1, 1),
-        vector("GeometricTranslation", 0, 0, 5)))
+        vector("GeometricTranslation", 0, 0, 5), prop("Visibility Inheritance", "Visibility Inheritance", "", 0)))
+    bolts = "".join(record("Model", number, "Model::bolt", "Null", properties(vector("Lcl Translation", x, 0, 0)))
+                    for number, x in ((310, 1), (311, 2)))
     wood = record("Material", 500, "Material::wood", "", properties(
         prop("DiffuseColor", "Color", "A", 0.5, 0.25, 0.125)))
     glass = record("Material", 501, "Material::glass", "", properties(prop("Opacity", "double", "A", 0.25)))
     texture = record("Texture", 600, "Texture::wood", "", "FileName: \"C:\\art\\maps\\wood.bmp\"\n"
                      "RelativeFilename: \"..\\maps\\wood.bmp\"\n")
-    takes = [take(700, "swing", (10, 20), (90, 180)), take(800, "grab", (0, 4), (90, 50))]
-    links = [("OO", 100, 0), ("OO", 200, 100), ("OO", 300, 100), ("OO", 400, 200), ("OO", 400, 300),
-             ("OO", 500, 200), ("OO", 501, 200), ("OO", 500, 300), ("OO", 501, 300),
+    video = record("Video", 601, "Video::unused", "Clip", 'Type: "Clip"\nContent: ,\n "Qk0="\n')
+    takes = [take(700, "swing", (10, 20)), take(800, "grab", (0, 4)), take(900, "blink", (0, 6)),
+             motion(702, 701, 200, "Lcl Rotation", "Z", (10, 20), (90, 180)),
+             motion(704, 701, 310, "Lcl Translation", "X", (10, 20), (1, 3)),
+             motion(706, 701, 311, "Lcl Translation", "X", (10, 20), (2, 6)),
+             motion(802, 801, 200, "Lcl Rotation", "Z", (0, 4), (90, 50)),
+             motion(804, 801, 100, "Visibility", "Visibility", (0, 2, 4), (1, 0, 1), HELD),
+             motion(902, 901, 200, "Visibility", "Visibility", (0, 6), (1, 0))]
+    links = [("OO", 100, 0), ("OO", 200, 100), ("OO", 300, 100), ("OO", 310, 100), ("OO", 311, 200),
+             ("OO", 400, 200), ("OO", 400, 300),
+             ("OO", 500, 200), ("OO", 501, 200), ("OO", 501, 300), ("OO", 500, 300),
              ("OP", 600, 500, "DiffuseColor")] + [link for _, own in takes for link in own]
     told = "".join("C: " + ", ".join(f'"{word}"' if isinstance(word, str) else str(word) for word in link) + "\n"
                    for link in links)
@@ -119,7 +136,7 @@ def fbx():
     return ("; FBX 7.4.0 project file\n"
             "FBXHeaderExtension: {\n FBXHeaderVersion: 1003\n FBXVersion: 7400\n}\n"
             "GlobalSettings: {\n Version: 1000\n" + settings + "}\n"
-            "Objects: {\n" + arm + claw + twin + geometry() + wood + glass + texture +
+            "Objects: {\n" + arm + claw + twin + bolts + geometry() + wood + glass + texture + video +
             "".join(objects for objects, _ in takes) + "}\nConnections: {\n" + told + "}\n").encode()
 
 
@@ -158,7 +175,7 @@ COLLADA = """<?xml version="1.0" encoding="utf-8"?>
 <vertex_weights count="3"><input semantic="JOINT" source="#j" offset="0"/>
 <input semantic="WEIGHT" source="#w" offset="1"/><vcount>1 1 1</vcount><v>0 0 0 0 0 0</v></vertex_weights>
 </skin></controller></library_controllers>
-<library_visual_scenes><visual_scene id="s" name="s"><node id="claw" name="claw">
+<library_visual_scenes><visual_scene id="s" name="s"><node id="node-1" name="claw">
 <translate>0 0 100</translate><instance_geometry url="#g"><bind_material><technique_common>
 <instance_material symbol="w" target="#m"/></technique_common></bind_material></instance_geometry></node>
 <node id="skinned" name="skinned"><instance_controller url="#k"><skeleton>#joint</skeleton></instance_controller></node>
@@ -176,6 +193,12 @@ v 0.2 1 0
 v 0 1.3 0
 usemtl wood
 f 1 2 3
+o peg
+v 0 2 0
+f 1 2 4
+o claw
+f 2 3 4
+f 1 3 4
 """
 
 MATERIALS = "newmtl wood\nKd 0.5 0.25 0.125\n"

@@ -30,11 +30,12 @@ struct eAssimpNode {
 
 // A take of the file on the host's one timeline.
 struct eAssimpTake {
-    const aiAnimation* source = nullptr;
-    std::string name;    // UTF-8
-    double rate = 1;     // frames of the host a tick of the library
-    double shift = 0;    // frames from a time of the library to the timeline
-    int firstFrame = 0;  // on the timeline
+    const aiAnimation* source = nullptr;  // null for a take that the library leaves out, as it moves nothing
+    const eFbxTake* facts = nullptr;      // what an FBX file says beside the library
+    std::string name;                     // UTF-8
+    double rate = 1;                      // frames of the host a tick of the library
+    double shift = 0;                     // frames from a time of the library to the timeline
+    int firstFrame = 0;                   // on the timeline
     int lastFrame = 0;
     std::map<const aiNode*, const aiNodeAnim*> channels{};
     std::vector<int> moved{};  // numbers of nodes
@@ -43,7 +44,8 @@ struct eAssimpTake {
 // What the steps of an import share: the file as it was read, and the scene as far as it is made.
 struct eAssimpImport {
     const aiScene& file;
-    const eFbxModels* fbx = nullptr;  // null for the other formats
+    const std::unordered_map<const aiNode*, std::string>& names;  // eAssimpScene::names
+    const eFbxModels* fbx = nullptr;                              // null for the other formats
     eImportReport& report;
     std::string path;                         // of the file, UTF-8
     std::string folder;                       // of the file, UTF-8

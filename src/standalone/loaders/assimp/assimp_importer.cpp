@@ -12,6 +12,10 @@
 #include "standalone/loaders/assimp/assimp_poses.h"
 #include "standalone/loaders/assimp/assimp_space.h"
 #include "standalone/loaders/assimp/assimp_takes.h"
+#include "standalone/loaders/assimp/assimp_visibility.h"
+#include "standalone/loaders/assimp/studio_names.h"
+#include "standalone/loaders/assimp/wavefront_names.h"
+#include "standalone/loaders/fbx/fbx_own_names.h"
 #include "standalone/loaders/shared/bind_pose.h"
 #include "standalone/loaders/shared/camera_targets.h"
 #include "standalone/loaders/shared/take_declarations.h"
@@ -65,6 +69,7 @@ void MakeScene(eAssimpImport& import, const eAssimpOptions& options) {
     GatherSkinnedMeshes(import);
     LayOutAssimpTakes(import);
     MakeAssimpPoses(import);
+    SetAssimpVisibility(import);
     if (import.report.HasProblems()) {
         return;
     }
@@ -83,20 +88,40 @@ void MakeScene(eAssimpImport& import, const eAssimpOptions& options) {
     NoticeBindPoses(import.scene, import.report);
 }
 
+// The file as the library can tell all nodes apart; nothing where it can anyway.
+std::optional<std::string> WithOwnNames(eSceneFormat format, std::string_view bytes,
+                                        std::optional<eFbxModels>& fbx) {
+    if (fbx) {
+        return WithOwnFbxNames(bytes, *fbx);
+    }
+    return format == eSceneFormat::Wavefront ? WithOwnWavefrontNames(bytes) : std::nullopt;
+}
+
+void TellSharedNames(eSceneFormat format, std::string_view bytes, eImportReport& report) {
+    if (format == eSceneFormat::Studio) {
+        for (const std::string& name : SharedStudioNames(bytes)) {
+            report.Notice(eImportNotice::SharedName, ToUtf8(name));
+        }
+    }
+}
+
 std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes, eSceneFormat format,
                                       const eAssimpOptions& options, eImportReport& report) {
     const std::string folder = FolderOf(path);
-    const eAssimpSource source{bytes, ExtensionOf(format), folder};
+    std::optional<eFbxModels> fbx;
+    if (format == eSceneFormat::Fbx) {
+        fbx = ReadFbxModels(bytes).value_or(eFbxModels{});
+    }
+    const std::optional<std::string> renamed = WithOwnNames(format, bytes, fbx);
+    TellSharedNames(format, bytes, report);
+    const eAssimpSource source{renamed ? *renamed : bytes, ExtensionOf(format), folder};
     const eAssimpScene opened = options.isTried ? OpenAssimpScene(source) : OpenAssimpSceneUntried(source);
     if (!opened.scene) {
         report.Problem("", opened.problem);
         return std::nullopt;
     }
-    std::optional<eFbxModels> fbx;
-    if (format == eSceneFormat::Fbx) {
-        fbx = ReadFbxModels(bytes).value_or(eFbxModels{});
-    }
-    eAssimpImport import{*opened.scene, fbx ? &*fbx : nullptr, report, path, folder, options.texturePaths};
+    eAssimpImport import{*opened.scene, opened.names, fbx ? &*fbx : nullptr, report,
+                         path,          folder,       options.texturePaths};
     import.scene.file = PathTextOf(path);
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));

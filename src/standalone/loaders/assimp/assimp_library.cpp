@@ -3,6 +3,8 @@
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 
+#include <algorithm>
+
 #include "platform/trial.h"
 #include "standalone/loaders/assimp/assimp_files.h"
 #include "standalone/loaders/assimp/assimp_functions.h"
@@ -14,6 +16,7 @@ namespace {
 constexpr std::uint64_t kLeastMemory = std::uint64_t{2} << 30;
 constexpr std::uint64_t kMemoryPerByte = 32;
 constexpr unsigned kMostSeconds = 600;
+constexpr std::string_view kNameless = "$ColladaAutoName$";
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
 std::string TrialProblem(const platform::eTrial& trial) {
@@ -37,6 +40,29 @@ eProperties ImportProperties(const eAssimpFunctions& assimp) {
     assimp.setInteger(properties.get(), AI_CONFIG_IMPORT_REMOVE_EMPTY_BONES, 0);
     assimp.setInteger(properties.get(), AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, 1);
     return properties;
+}
+
+// The names of the nodes of one reading for those of another reading of the same file.
+void TakeNames(const aiNode& node, const aiNode& named, eAssimpScene& scene) {
+    if (const std::string_view name = named.mName.C_Str(); !name.starts_with(kNameless)) {
+        scene.names.emplace(&node, name);
+    }
+    for (unsigned child = 0; child < std::min(node.mNumChildren, named.mNumChildren); ++child) {
+        TakeNames(*node.mChildren[child], *named.mChildren[child], scene);
+    }
+}
+
+// Collada means a node by its identifier and shows people its name. The library knows only one of both at a
+// time, and what moves or skins a node is found by the identifier.
+void ReadColladaNames(const eAssimpFunctions& assimp, const std::string& path, eAssimpFiles& files,
+                      eAssimpScene& scene) {
+    const eProperties properties = ImportProperties(assimp);
+    assimp.setInteger(properties.get(), AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, 1);
+    const std::unique_ptr<const aiScene, decltype(assimp.release)> named(
+        assimp.importFile(path.c_str(), 0, files.Doors(), properties.get()), assimp.release);
+    if (named != nullptr && named->mRootNode != nullptr) {
+        TakeNames(*scene.scene->mRootNode, *named->mRootNode, scene);
+    }
 }
 
 // The scene with its polygons as triangles, or null. The library keeps `files` as long as the scene.
@@ -66,7 +92,11 @@ eAssimpScene OpenAssimpSceneUntried(const eAssimpSource& source) {
         const std::string words = assimp->errorString();
         return {nullptr, words.empty() ? "the import library finds no scene in the file" : words};
     }
-    return {std::move(scene), {}};
+    eAssimpScene opened{std::move(scene), {}};
+    if (source.extension == ".dae") {
+        ReadColladaNames(*assimp, path, *files, opened);
+    }
+    return opened;
 }
 
 eAssimpScene OpenAssimpScene(const eAssimpSource& source) {

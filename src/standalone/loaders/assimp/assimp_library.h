@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace standalone {
 
@@ -20,6 +21,8 @@ struct eAssimpSource {
 struct eAssimpScene {
     std::shared_ptr<const aiScene> scene;
     std::string problem;
+    // What the file calls its nodes, where the library names them otherwise: by the identifiers of Collada.
+    std::unordered_map<const aiNode*, std::string> names{};
 };
 
 // Reads the file first in a copy of this process, and here only what did no harm there: broken files make the

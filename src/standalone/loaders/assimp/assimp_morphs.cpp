@@ -13,6 +13,9 @@ constexpr std::size_t kMostKeyPoints = std::size_t{1} << 26;
 
 // "body*0" is the channel of the first geometry of the node "body".
 const aiMeshMorphAnim* ChannelOf(const eAssimpTake& take, const eAssimpNode& node) {
+    if (take.source == nullptr) {
+        return nullptr;
+    }
     const std::string name = node.shown->mName.C_Str();
     for (const aiMeshMorphAnim* channel :
          std::span(take.source->mMorphMeshChannels, take.source->mNumMorphMeshChannels)) {

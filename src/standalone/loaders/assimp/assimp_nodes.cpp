@@ -4,11 +4,13 @@
 #include <span>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "standalone/data/property_reader.h"
 #include "standalone/loaders/assimp/assimp_properties.h"
 #include "standalone/loaders/assimp/assimp_skin.h"
 #include "standalone/loaders/assimp/assimp_space.h"
+#include "standalone/loaders/assimp/wavefront_names.h"
 
 namespace standalone {
 namespace {
@@ -77,7 +79,7 @@ private:
         }
         const std::string_view name = NameOf(*node.mChildren[child]);
         for (const std::size_t number : facts == nullptr ? std::vector<std::size_t>() : *facts) {
-            if (name.substr(0, name.find(kChainMark)) == model(number)->name) {
+            if (name.substr(0, name.find(kChainMark)) == model(number)->libraryName) {
                 return model(number);
             }
         }
@@ -109,7 +111,7 @@ private:
     void Add(const aiNode& node, int parent, const std::vector<const aiNode*>& chain,
              const eFbxModel* facts) {
         eAssimpNode& added = import.nodes.emplace_back();
-        added.name = facts != nullptr && !facts->name.empty() ? facts->name : node.mName.C_Str();
+        added.name = facts != nullptr && !facts->name.empty() ? facts->name : NameInFile(node);
         added.shown = &node;
         added.facts = facts;
         added.parent = parent;
@@ -121,6 +123,11 @@ private:
         added.camera = Find(cameras, node);
         added.light = Find(lights, node);
         AddRecord(added, static_cast<int>(import.nodes.size()) - 1);
+    }
+
+    std::string NameInFile(const aiNode& node) const {
+        const auto named = import.names.find(&node);
+        return named == import.names.end() ? std::string(WavefrontNameInFile(NameOf(node))) : named->second;
     }
 
     static host::Matrix3 ProductOf(const std::vector<const aiNode*>& steps) {
@@ -136,6 +143,9 @@ private:
         record.name = node.name.empty() ? "node_" + std::to_string(number) : import.report.Ansi(node.name);
         record.parent = node.parent;
         ReadAssimpProperties(import, node, record);
+        if (node.facts != nullptr && node.facts->lostMaterials) {
+            import.report.Notice(eImportNotice::OtherMaterials, node.name);
+        }
         (node.parent < 0 ? import.scene.roots : import.RecordOf(node.parent).children).push_back(number);
     }
 
@@ -151,6 +161,25 @@ private:
     std::unordered_map<std::string, const aiCamera*> cameras;
     std::unordered_map<std::string, const aiLight*> lights;
 };
+
+bool HasSkins(const aiScene& file) {
+    return std::ranges::any_of(std::span(file.mMeshes, file.mNumMeshes),
+                               [](const aiMesh* mesh) { return mesh->HasBones(); });
+}
+
+// Motions, skins, lights and cameras name their nodes, and the first of a name gets all.
+void TellSharedNames(eAssimpImport& import) {
+    const aiScene& file = import.file;
+    if (!file.HasAnimations() && !file.HasLights() && !file.HasCameras() && !HasSkins(file)) {
+        return;
+    }
+    std::unordered_set<std::string_view> seen;
+    for (const eAssimpNode& node : import.nodes) {
+        if (!seen.insert(NameOf(*node.shown)).second) {
+            import.report.Notice(eImportNotice::SharedName, node.name.empty() ? "nameless ones" : node.name);
+        }
+    }
+}
 
 // The nodes from the root down to the given one.
 std::vector<int> PathTo(const eAssimpImport& import, int node) {
@@ -202,6 +231,7 @@ bool IsBelowModel(const eAssimpImport& import, int node) {
 
 void MakeAssimpNodes(eAssimpImport& import) {
     eNodeCollector(import).CollectAll();
+    TellSharedNames(import);
 }
 
 std::vector<int> ParentsFirst(const eAssimpImport& import) {

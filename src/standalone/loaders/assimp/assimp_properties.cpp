@@ -37,24 +37,32 @@ public:
             }
             if (told.Find(report.Ansi(property.key))) {
                 report.Notice(eImportNotice::ToldTwice, node.name + "/" + property.key);
-            } else if (property.key == kWholeTextKey) {
-                AppendPropertyLine(record.properties, PropertyTextOf(property.value, node.name, report));
             } else if (!property.isFlagOff) {
-                AppendPropertyLine(record.properties,
-                                   PropertyLineOf(property.key, property.value, node.name, report));
+                AddLines(property);
             }
         }
     }
 
 private:
+    void AddLines(const eFbxProperty& property) {
+        for (const std::string& value : property.values) {
+            AppendPropertyLine(record.properties,
+                               property.key == kWholeTextKey
+                                   ? PropertyTextOf(value, node.name, report)
+                                   : PropertyLineOf(property.key, value, node.name, report));
+        }
+    }
+
     bool ReadState(const eFbxProperty& property) {
-        const std::string value = property.isFlagOff ? "0" : property.value;
+        const std::string value = property.isFlagOff ? "0" : property.values.front();
         if (property.key == "hidden") {
             record.hidden = IsOn(value);
         } else if (property.key == "selected") {
             record.selected = IsOn(value);
         } else if (property.key == "group") {
-            Check(ReadGroupWords(value), property);
+            Check(std::ranges::all_of(property.values,
+                                      [&](const auto& words) { return ReadGroupWords(words); }),
+                  property);
         } else if (property.key == "shape") {
             node.shape = ShapeOfWord(value);
             Check(node.shape != eShapeWord::None, property);

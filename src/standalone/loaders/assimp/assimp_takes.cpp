@@ -13,8 +13,11 @@ constexpr double kDefaultRate = 30;
 constexpr double kDefaultTicks = 25;  // what the library means by a rate of 0
 constexpr double kSlowestRate = 0.01, kFastestRate = 10000;
 
-double TicksPerSecond(const aiAnimation& take) {
-    return take.mTicksPerSecond > 0 ? take.mTicksPerSecond : kDefaultTicks;
+double TicksPerSecond(const eAssimpImport& import, const eAssimpTake& take) {
+    if (take.source == nullptr) {
+        return import.framesPerSecond;
+    }
+    return take.source->mTicksPerSecond > 0 ? take.source->mTicksPerSecond : kDefaultTicks;
 }
 
 struct eTicks {
@@ -32,36 +35,78 @@ struct eTicks {
     }
 };
 
+// From 0 to the end of the take, or to the last change that it makes where it says no end.
+eTicks SpanOfShowings(const eFbxTake& take, double ticksPerSecond) {
+    double end = take.endSeconds;
+    if (!(end > take.startSeconds)) {
+        for (const auto& [model, showings] : take.showings) {
+            end = std::max(end, showings.back().seconds);
+        }
+    }
+    return {0, std::max(end - take.startSeconds, 0.0) * ticksPerSecond};
+}
+
 // In the library's ticks. Of an FBX take the file itself says where it ends; the library adds keys of its own
 // in front of it.
-eTicks SpanOf(const aiAnimation& take, bool isFbx) {
-    eTicks span;
-    if (isFbx && std::isfinite(take.mDuration) && take.mDuration >= 0) {
-        return {0, take.mDuration};
+eTicks SpanOf(const eAssimpImport& import, const eAssimpTake& take) {
+    if (take.source == nullptr) {
+        return SpanOfShowings(*take.facts, TicksPerSecond(import, take));
     }
-    for (const aiNodeAnim* channel : std::span(take.mChannels, take.mNumChannels)) {
+    const aiAnimation& source = *take.source;
+    if (import.fbx != nullptr && std::isfinite(source.mDuration) && source.mDuration >= 0) {
+        return {0, source.mDuration};
+    }
+    eTicks span;
+    for (const aiNodeAnim* channel : std::span(source.mChannels, source.mNumChannels)) {
         span.Cover(channel->mPositionKeys, channel->mNumPositionKeys);
         span.Cover(channel->mRotationKeys, channel->mNumRotationKeys);
         span.Cover(channel->mScalingKeys, channel->mNumScalingKeys);
     }
-    for (const aiMeshMorphAnim* channel : std::span(take.mMorphMeshChannels, take.mNumMorphMeshChannels)) {
+    for (const aiMeshMorphAnim* channel :
+         std::span(source.mMorphMeshChannels, source.mNumMorphMeshChannels)) {
         span.Cover(channel->mKeys, channel->mNumKeys);
     }
     return span;
 }
 
-// Where the take begins in the file; the library moves it to 0.
-double StartSeconds(const eAssimpImport& import, const std::string& name) {
-    if (import.fbx != nullptr) {
-        const auto found = std::ranges::find(import.fbx->takes, name, &eFbxTake::name);
-        return found == import.fbx->takes.end() ? 0 : found->startSeconds;
+eAssimpTake TakeOf(const aiAnimation* source, const eFbxTake* facts) {
+    eAssimpTake take;
+    take.source = source;
+    take.facts = facts;
+    take.name = facts != nullptr ? facts->name : source->mName.C_Str();
+    return take;
+}
+
+// The library's takes with what the file says of each, in the file's order. It names them as the file does,
+// and leaves out those that move nothing.
+std::vector<eAssimpTake> AllTakes(const eAssimpImport& import) {
+    std::vector<const aiAnimation*> sources(import.file.mAnimations,
+                                            import.file.mAnimations + import.file.mNumAnimations);
+    std::vector<eAssimpTake> takes;
+    for (const eFbxTake& facts : import.fbx == nullptr ? std::span<const eFbxTake>() : import.fbx->takes) {
+        const auto isNamed = [&](const aiAnimation* source) {
+            return facts.nameInFile == source->mName.C_Str();
+        };
+        const auto found = std::ranges::find_if(sources, isNamed);
+        if (found != sources.end()) {
+            takes.push_back(TakeOf(*found, &facts));
+            sources.erase(found);
+        } else if (!facts.showings.empty()) {
+            takes.push_back(TakeOf(nullptr, &facts));
+        }
     }
-    return 0;
+    for (const aiAnimation* source : sources) {
+        takes.push_back(TakeOf(source, nullptr));
+    }
+    return takes;
 }
 
 // The nodes that the channels move, and by which of their steps. A name that several nodes have is the first
 // one's.
 void FindTargets(eAssimpImport& import, eAssimpTake& take) {
+    if (take.source == nullptr) {
+        return;
+    }
     std::unordered_map<std::string, const aiNodeAnim*> channels;
     for (const aiNodeAnim* channel : std::span(take.source->mChannels, take.source->mNumChannels)) {
         channels.try_emplace(channel->mNodeName.C_Str(), channel);
@@ -84,8 +129,8 @@ void FindTargets(eAssimpImport& import, eAssimpTake& take) {
 
 // False, with a problem, where the host's timeline, which counts ticks in an int, can't hold the take.
 bool Place(eAssimpImport& import, eAssimpTake& take, const eTicks& span, double free) {
-    const double start = StartSeconds(import, take.name) * import.framesPerSecond;
-    take.rate = import.framesPerSecond / TicksPerSecond(*take.source);
+    const double start = take.facts == nullptr ? 0 : take.facts->startSeconds * import.framesPerSecond;
+    take.rate = import.framesPerSecond / TicksPerSecond(import, take);
     take.shift = WholeFrame(start);
     const double first = std::floor(WholeFrame(span.first * take.rate + take.shift));
     if (first < free) {
@@ -111,23 +156,21 @@ double WholeFrame(double frame) {
 }
 
 double OwnFrameRate(const eAssimpImport& import) {
-    if (import.fbx == nullptr || import.file.mNumAnimations == 0) {
+    if (import.fbx == nullptr) {
         return kDefaultRate;
     }
-    const double rate = import.file.mAnimations[0]->mTicksPerSecond;
+    const double rate = import.file.mNumAnimations == 0 ? import.fbx->framesPerSecond
+                                                        : import.file.mAnimations[0]->mTicksPerSecond;
     return rate >= kSlowestRate && rate <= kFastestRate ? rate : kDefaultRate;
 }
 
 void LayOutAssimpTakes(eAssimpImport& import) {
     double free = std::numeric_limits<double>::lowest();
-    for (const aiAnimation* source : std::span(import.file.mAnimations, import.file.mNumAnimations)) {
-        const eTicks span = SpanOf(*source, import.fbx != nullptr);
+    for (eAssimpTake& take : AllTakes(import)) {
+        const eTicks span = SpanOf(import, take);
         if (span.first > span.last) {
             continue;
         }
-        eAssimpTake take;
-        take.source = source;
-        take.name = source->mName.C_Str();
         if (!Place(import, take, span, free)) {
             return;
         }

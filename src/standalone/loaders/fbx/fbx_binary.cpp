@@ -3,6 +3,8 @@
 #include <bit>
 #include <cstring>
 
+#include "standalone/loaders/fbx/fbx_arrays.h"
+
 namespace standalone {
 namespace {
 
@@ -97,30 +99,28 @@ private:
                 record.values.emplace_back(Number<double>());
                 return;
             case 'S':
-                record.values.emplace_back(std::string(Take(Number<std::uint32_t>())));
+                record.values.emplace_back(Take(Number<std::uint32_t>()));
                 return;
             case 'R':
                 Take(Number<std::uint32_t>());
                 record.values.emplace_back(std::int64_t{0});
                 return;
             default:
-                PassArray(record);
+                ReadArray(record);
         }
     }
 
     // Count, encoding and length of the stored bytes; the letter of the elements has been read.
-    void PassArray(eFbxRecord& record) {
-        const char letter = isGood ? bytes[offset - 1] : '\0';
-        const std::uint64_t count = Number<std::uint32_t>();
-        const bool isPacked = Number<std::uint32_t>() != 0;
+    void ReadArray(eFbxRecord& record) {
+        eFbxArray array;
+        array.letter = isGood ? bytes[offset - 1] : '\0';
+        array.count = Number<std::uint32_t>();
+        array.isPacked = Number<std::uint32_t>() != 0;
         const std::uint64_t packedLength = Number<std::uint32_t>();
-        const std::uint64_t width = letter == 'd' || letter == 'l'   ? 8
-                                    : letter == 'f' || letter == 'i' ? 4
-                                    : letter == 'b' || letter == 'c' ? 1
-                                                                     : 0;
+        const std::uint64_t width = FbxElementWidth(array.letter);
         isGood = isGood && width != 0;
-        Take(isPacked ? packedLength : count * width);
-        record.values.emplace_back(std::int64_t{0});
+        array.stored = Take(array.isPacked ? packedLength : array.count * width);
+        record.values.emplace_back(array);
     }
 
     std::string_view bytes;

@@ -3,20 +3,24 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <unordered_map>
+#include <span>
 
 #include "base/ansi.h"
+#include "standalone/loaders/fbx/fbx_instances.h"
+#include "standalone/loaders/fbx/fbx_listing.h"
 #include "standalone/loaders/fbx/fbx_records.h"
+#include "standalone/loaders/fbx/fbx_visibility.h"
 #include "standalone/loaders/shared/short_number.h"
 
 namespace standalone {
 namespace {
 
-using eNumbers = std::unordered_map<std::int64_t, std::size_t>;  // by the file's own number
-
 constexpr std::string_view kBinarySeparator{"\0\1", 2};
 constexpr std::string_view kTextSeparator = "::";
-constexpr double kTicksPerSecond = 46186158000;
+
+// By the file's number of its time mode; 0 for one of its own.
+constexpr std::array<double, 19> kFrameRates = {30, 120, 100,  60,     50, 48, 30, 30,    29.97, 29.97,
+                                                25, 24,  1000, 23.976, 0,  96, 72, 59.94, 119.88};
 
 // Of `P: "Layer", "int", "Integer", "A+U", 2`.
 constexpr std::size_t kKey = 0, kType = 1, kFlags = 3, kFirstValue = 4;
@@ -37,13 +41,12 @@ std::string InUtf8(std::string text) {
 }
 
 // "turret\0\1Model" in a binary file, "Model::turret" in a text file.
-std::string NameOf(std::string_view text) {
+std::string_view NameInFile(std::string_view text) {
     if (const std::size_t binary = text.find(kBinarySeparator); binary != std::string_view::npos) {
-        return InUtf8(std::string(text.substr(0, binary)));
+        return text.substr(0, binary);
     }
     const std::size_t separator = text.find(kTextSeparator);
-    return InUtf8(std::string(
-        separator == std::string_view::npos ? text : text.substr(separator + kTextSeparator.size())));
+    return separator == std::string_view::npos ? text : text.substr(separator + kTextSeparator.size());
 }
 
 std::string Replaced(std::string text, std::string_view what, std::string_view with) {
@@ -70,15 +73,30 @@ std::string ValueText(const eFbxRecord& property, std::size_t value) {
     return Unescaped(property.Text(value));
 }
 
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& text : texts) {
+        joined += (joined.empty() ? "" : ",") + text;
+    }
+    return joined;
+}
+
 eFbxProperty PropertyOf(const eFbxRecord& record) {
-    eFbxProperty property{InUtf8(std::string(record.Text(kKey))), {}, false};
+    eFbxProperty property{InUtf8(std::string(record.Text(kKey))), {std::string()}, false};
     const std::string_view type = record.Text(kType);
     if (type == "bool" || type == "Bool") {
         property.isFlagOff = record.Whole(kFirstValue) == 0;
         return property;
     }
+    std::vector<std::string> parts;
     for (std::size_t value = kFirstValue; value < record.values.size(); ++value) {
-        property.value += (value == kFirstValue ? "" : ",") + ValueText(record, value);
+        parts.push_back(ValueText(record, value));
+    }
+    property.values = {Joined(parts)};
+    property.isFlagOff = property.values.front() == "[]";
+    if (std::optional<eFbxListing> listing = ReadFbxListing(property.values.front())) {
+        property.values =
+            listing->areTexts ? std::move(listing->entries) : std::vector{Joined(listing->entries)};
     }
     return property;
 }
@@ -95,57 +113,93 @@ void ReadProperty(const eFbxRecord& record, eFbxModel& model) {
     } else if (key == "Show") {
         model.isShown = record.Whole(kFirstValue) != 0;
     } else if (key == "Visibility") {
-        model.isShown = model.isShown && record.Real(kFirstValue) != 0;
+        model.visibility = record.Real(kFirstValue);
+    } else if (key == "Visibility Inheritance") {
+        model.hidesWithAbove = record.Whole(kFirstValue) != 0;
     }
+}
+
+std::span<const eFbxRecord> PropertiesOf(const eFbxRecord& record) {
+    const eFbxRecord* properties = record.Find("Properties70");
+    return properties == nullptr ? std::span<const eFbxRecord>() : properties->children;
 }
 
 eFbxModel ModelOf(const eFbxRecord& record) {
     eFbxModel model;
-    model.name = NameOf(record.Text(1));
-    if (const eFbxRecord* properties = record.Find("Properties70")) {
-        for (const eFbxRecord& property : properties->children) {
-            ReadProperty(property, model);
-        }
+    model.nameInFile = NameInFile(record.Text(1));
+    model.name = InUtf8(std::string(model.nameInFile));
+    for (const eFbxRecord& property : PropertiesOf(record)) {
+        ReadProperty(property, model);
     }
     return model;
 }
 
 eFbxTake TakeOf(const eFbxRecord& record) {
-    eFbxTake take{NameOf(record.Text(1)), 0};
-    if (const eFbxRecord* properties = record.Find("Properties70")) {
-        for (const eFbxRecord& property : properties->children) {
-            if (property.Text(kKey) == "LocalStart") {
-                take.startSeconds = property.Real(kFirstValue) / kTicksPerSecond;
-            }
+    eFbxTake take;
+    take.nameInFile = NameInFile(record.Text(1));
+    take.name = InUtf8(std::string(take.nameInFile));
+    for (const eFbxRecord& property : PropertiesOf(record)) {
+        if (property.Text(kKey) == "LocalStart") {
+            take.startSeconds = property.Real(kFirstValue) / kFbxTicksPerSecond;
+        } else if (property.Text(kKey) == "LocalStop") {
+            take.endSeconds = property.Real(kFirstValue) / kFbxTicksPerSecond;
         }
     }
     return take;
 }
 
-void ReadObjects(const eFbxRecord& objects, eFbxModels& file, eNumbers& numbers) {
+double FrameRateOf(const eFbxRecord& settings) {
+    double rate = 0, own = 0;
+    for (const eFbxRecord& property : PropertiesOf(settings)) {
+        if (property.Text(kKey) == "CustomFrameRate") {
+            own = property.Real(kFirstValue);
+        } else if (property.Text(kKey) == "TimeMode") {
+            const auto mode = static_cast<std::size_t>(property.Whole(kFirstValue));
+            rate = mode < kFrameRates.size() ? kFrameRates[mode] : 0;
+        }
+    }
+    return rate == 0 ? own : rate;
+}
+
+void ReadObjects(const eFbxRecord& objects, eFbxModels& file, eFbxNumbers& numbers) {
     for (const eFbxRecord& record : objects.children) {
         if (record.name == "Model") {
-            numbers.try_emplace(record.Whole(0), file.models.size());
+            numbers.models.try_emplace(record.Whole(0), file.models.size());
             file.models.push_back(ModelOf(record));
         } else if (record.name == "AnimationStack") {
+            numbers.takes.try_emplace(record.Whole(0), file.takes.size());
             file.takes.push_back(TakeOf(record));
         }
     }
 }
 
 // `C: "OO", child, parent`; number 0 is the root of the scene.
-void ReadConnections(const eFbxRecord& connections, const eNumbers& numbers, eFbxModels& file) {
+void ReadConnections(const eFbxRecord& connections, const eFbxNumbers& numbers, eFbxModels& file) {
     for (const eFbxRecord& record : connections.children) {
-        const auto child = numbers.find(record.Whole(1));
-        const auto parent = numbers.find(record.Whole(2));
-        if (record.Text(0) != "OO" || child == numbers.end()) {
+        const auto child = numbers.models.find(record.Whole(1));
+        const auto parent = numbers.models.find(record.Whole(2));
+        if (record.Text(0) != "OO" || child == numbers.models.end()) {
             continue;
         }
-        if (parent != numbers.end()) {
+        if (parent != numbers.models.end()) {
             file.models[parent->second].children.push_back(child->second);
         } else if (record.Whole(2) == 0) {
             file.roots.push_back(child->second);
         }
+    }
+}
+
+// A visibility of nothing that no take moves is a flag as good as any.
+void HideForGood(eFbxModels& file) {
+    std::vector<bool> isMoved(file.models.size());
+    for (const eFbxTake& take : file.takes) {
+        for (const auto& [model, showings] : take.showings) {
+            isMoved[model] = true;
+        }
+    }
+    for (std::size_t number = 0; number < file.models.size(); ++number) {
+        eFbxModel& model = file.models[number];
+        model.isShown = model.isShown && (isMoved[number] || model.visibility != 0);
     }
 }
 
@@ -159,9 +213,15 @@ std::optional<eFbxModels> ReadFbxModels(std::string_view bytes) {
         return std::nullopt;
     }
     eFbxModels file;
-    eNumbers numbers;
+    eFbxNumbers numbers;
     ReadObjects(*objects, file, numbers);
     ReadConnections(*connections, numbers, file);
+    ReadFbxVisibility(*objects, *connections, numbers, file);
+    ReadFbxInstances(*objects, *connections, numbers, file);
+    HideForGood(file);
+    if (const eFbxRecord* settings = root->Find("GlobalSettings")) {
+        file.framesPerSecond = FrameRateOf(*settings);
+    }
     return file;
 }
 

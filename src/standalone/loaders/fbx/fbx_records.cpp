@@ -13,7 +13,7 @@ const eFbxRecord* eFbxRecord::Find(std::string_view child) const {
 }
 
 std::string_view eFbxRecord::Text(std::size_t value) const {
-    const auto* text = value < values.size() ? std::get_if<std::string>(&values[value]) : nullptr;
+    const auto* text = value < values.size() ? std::get_if<std::string_view>(&values[value]) : nullptr;
     return text == nullptr ? std::string_view() : *text;
 }
 
@@ -25,6 +25,12 @@ std::int64_t eFbxRecord::Whole(std::size_t value) const {
 double eFbxRecord::Real(std::size_t value) const {
     const auto* real = value < values.size() ? std::get_if<double>(&values[value]) : nullptr;
     return real == nullptr ? static_cast<double>(Whole(value)) : *real;
+}
+
+eFbxArray eFbxRecord::Array() const {
+    const auto found = std::ranges::find_if(
+        values, [](const eFbxValue& value) { return std::holds_alternative<eFbxArray>(value); });
+    return found == values.end() ? eFbxArray() : std::get<eFbxArray>(*found);
 }
 
 bool IsBinaryFbx(std::string_view bytes) {

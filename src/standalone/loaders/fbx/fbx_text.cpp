@@ -81,10 +81,12 @@ private:
 
     void ReadValue(eFbxRecord& record, int level) {
         Advance();
-        if (rest.starts_with('"')) {
+        if (rest.starts_with(',')) {
+            record.values.emplace_back(std::int64_t{0});  // pictures inside the file begin with no value
+        } else if (rest.starts_with('"')) {
             ReadText(record);
         } else if (rest.starts_with('*')) {
-            PassArray(record, level);
+            ReadArray(record, level);
         } else {
             ReadNumber(record);
         }
@@ -94,20 +96,20 @@ private:
         const std::size_t end = rest.find('"', 1);
         isGood = end != std::string_view::npos;
         if (isGood) {
-            record.values.emplace_back(std::string(rest.substr(1, end - 1)));
+            record.values.emplace_back(rest.substr(1, end - 1));
             rest.remove_prefix(end + 1);
         }
     }
 
-    void PassArray(eFbxRecord& record, int level) {
+    void ReadArray(eFbxRecord& record, int level) {
         Word();
         isGood = Accept('{');
+        const std::size_t end = isGood ? rest.find('}') : std::string_view::npos;
+        isGood = end != std::string_view::npos && level < kMostFbxLevels;
         if (isGood) {
-            const std::size_t end = rest.find('}');
-            isGood = end != std::string_view::npos && level < kMostFbxLevels;
-            rest.remove_prefix(isGood ? end + 1 : 0);
+            record.values.emplace_back(eFbxArray{rest.substr(0, end)});
+            rest.remove_prefix(end + 1);
         }
-        record.values.emplace_back(std::int64_t{0});
     }
 
     // A number, or a bare word such as the letter of a flag.
@@ -122,7 +124,7 @@ private:
         } else if (const auto readReal = std::from_chars(word.data(), end, real); readReal.ptr == end) {
             record.values.emplace_back(real);
         } else {
-            record.values.emplace_back(std::string(word));
+            record.values.emplace_back(word);
         }
     }
 

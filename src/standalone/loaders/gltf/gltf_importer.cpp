@@ -24,6 +24,7 @@
 #include "standalone/loaders/gltf/gltf_visibility.h"
 #include "standalone/loaders/json/json_parse.h"
 #include "standalone/loaders/shared/bind_pose.h"
+#include "standalone/loaders/shared/hide_with_above.h"
 #include "standalone/loaders/shared/take_declarations.h"
 
 namespace standalone {
@@ -84,7 +85,13 @@ std::vector<eTake> TakesOf(const eGltfImport& import, const std::vector<eGltfCli
         eTake& take =
             takes.emplace_back(eTake{source.name, clip.animation, clip.firstFrame, clip.lastFrame, {}});
         for (const eGltfChannel& channel : clip.channels) {
-            take.moved.push_back(import.nodes[static_cast<std::size_t>(channel.node)].record);
+            const int record = import.nodes[static_cast<std::size_t>(channel.node)].record;
+            if (channel.path == eGltfPath::Visibility) {
+                AddHiddenWith(
+                    import.scene, record, [](int) { return true; }, take.moved);
+            } else {
+                take.moved.push_back(record);
+            }
         }
     }
     return takes;

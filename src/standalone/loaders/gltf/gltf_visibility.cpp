@@ -1,9 +1,6 @@
 #include "standalone/loaders/gltf/gltf_visibility.h"
 
-#include <algorithm>
-#include <set>
-
-#include "standalone/data/transform_track.h"
+#include "standalone/loaders/shared/hide_with_above.h"
 
 namespace standalone {
 namespace {
@@ -25,25 +22,6 @@ std::vector<eVisibilityKey> KeysOf(const eGltfCurve& curve) {
     return keys;
 }
 
-// The node as its own visibility and that of the one above have it.
-void HideWith(const eNodeData& above, eNodeData& node) {
-    std::set<double> frames;
-    for (const eNodeData* record : {&above, static_cast<const eNodeData*>(&node)}) {
-        for (const eVisibilityKey& key : record->visibilityKeys) {
-            frames.insert(key.frame);
-        }
-    }
-    std::vector<eVisibilityKey> keys;
-    for (const double frame : frames) {
-        const float value = std::min(VisibilityAt(above, frame), VisibilityAt(node, frame));
-        if (keys.empty() || keys.back().value != value) {
-            keys.push_back({frame, value});
-        }
-    }
-    node.visibility = std::min(above.visibility, node.visibility);
-    node.visibilityKeys = std::move(keys);
-}
-
 }  // namespace
 
 void SetGltfVisibility(eGltfImport& import) {
@@ -52,7 +30,7 @@ void SetGltfVisibility(eGltfImport& import) {
         record.visibility = IsShownAtRest(import.model.nodes[static_cast<std::size_t>(node)]) ? 1.0F : 0.0F;
         record.visibilityKeys = KeysOf(import.curves[static_cast<std::size_t>(node)].visibility);
         if (record.parent >= 0) {
-            HideWith(import.scene.nodes[static_cast<std::size_t>(record.parent)], record);
+            HideWithAbove(import.scene.nodes[static_cast<std::size_t>(record.parent)], record);
         }
     }
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kMostProblems = 100;
 constexpr std::size_t kMostItems = 20;
 
-constexpr std::array<std::string_view, 13> kHeadings = {
+constexpr std::array<std::string_view, 15> kHeadings = {
     "the host can't show",
     "extras left out, because property text can't hold them",
     "selection sets name nodes that the scene lacks",
@@ -28,6 +28,10 @@ constexpr std::array<std::string_view, 13> kHeadings = {
     "of others",
     "the properties beside the scene name nodes that it lacks",
     "pictures of kinds that aren't read are left out",
+    "nodes share a mesh with a node of other materials, and may have got those; make the mesh unique",
+    "several nodes have one name, and what moves, skins or lights one may go to another; give them names of "
+    "their "
+    "own",
 };
 
 std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {

@@ -12,19 +12,21 @@ namespace standalone {
 
 // What the file holds and the import leaves out. Each is one warning line per file, with a list of items.
 enum class eImportNotice {
-    CannotShow,     // kinds of content
-    LostExtra,      // places of extras that property text can't say
-    UnknownNode,    // names in selection sets
-    UnknownExtra,   // scene extras that begin as ours do
-    BindPose,       // skins whose bones are elsewhere at the first frame
-    ToldTwice,      // properties whose keys the property text has already
-    NoPicture,      // materials whose pictures are nowhere
-    MovedMesh,      // skinned meshes that went back to their bones
-    NoArea,         // meshes that lost triangles without area
-    Parted,         // meshes in pieces
-    TooLarge,       // meshes that had to stay whole
-    NoSuchNode,     // headings of a property sidecar
-    UnreadPicture,  // materials whose pictures are of a kind that isn't read
+    CannotShow,      // kinds of content
+    LostExtra,       // places of extras that property text can't say
+    UnknownNode,     // names in selection sets
+    UnknownExtra,    // scene extras that begin as ours do
+    BindPose,        // skins whose bones are elsewhere at the first frame
+    ToldTwice,       // properties whose keys the property text has already
+    NoPicture,       // materials whose pictures are nowhere
+    MovedMesh,       // skinned meshes that went back to their bones
+    NoArea,          // meshes that lost triangles without area
+    Parted,          // meshes in pieces
+    TooLarge,        // meshes that had to stay whole
+    NoSuchNode,      // headings of a property sidecar
+    UnreadPicture,   // materials whose pictures are of a kind that isn't read
+    OtherMaterials,  // nodes whose materials the import library takes from another node
+    SharedName,      // names of several nodes, where the import library tells nodes apart by names
 };
 
 // Collects what an import has to tell.
@@ -47,7 +49,7 @@ public:
     std::vector<std::string> TakeWarnings();
 
 private:
-    static constexpr std::size_t kNotices = 13;
+    static constexpr std::size_t kNotices = 15;
 
     std::vector<eProblem> problems;
     std::size_t problemCount = 0;
