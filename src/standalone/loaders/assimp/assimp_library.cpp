@@ -19,12 +19,23 @@ constexpr unsigned kMostSeconds = 600;
 constexpr std::string_view kNameless = "$ColladaAutoName$";
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
+constexpr std::string_view kTooMuchMemory =
+    "the import library needs more memory for the file than any sound one is worth";
+
+// The library's own words, but where it only names what it has caught.
+std::string ProblemOf(const std::string& words) {
+    if (words.find("bad_alloc") != std::string::npos) {
+        return std::string(kTooMuchMemory);
+    }
+    return words.empty() ? "the import library finds no scene in the file" : words;
+}
+
 std::string TrialProblem(const platform::eTrial& trial) {
     switch (trial.end) {
         case platform::eTrialEnd::Done:
             return trial.words;
         case platform::eTrialEnd::OutOfMemory:
-            return "the import library needs more memory for the file than any sound one is worth";
+            return std::string(kTooMuchMemory);
         case platform::eTrialEnd::OutOfTime:
             return "the import library doesn't come to an end with the file";
         case platform::eTrialEnd::Died:
@@ -89,8 +100,7 @@ eAssimpScene OpenAssimpSceneUntried(const eAssimpSource& source) {
     std::shared_ptr<const aiScene> scene(ReadScene(*assimp, path, *files),
                                          [assimp, files](const aiScene* own) { assimp->release(own); });
     if (scene == nullptr || scene->mRootNode == nullptr) {
-        const std::string words = assimp->errorString();
-        return {nullptr, words.empty() ? "the import library finds no scene in the file" : words};
+        return {nullptr, ProblemOf(assimp->errorString())};
     }
     eAssimpScene opened{std::move(scene), {}};
     if (source.extension == ".dae") {
