@@ -54,7 +54,9 @@ std::optional<std::vector<std::uint8_t>> ComponentsOf(const draco::PointAttribut
 
 std::optional<std::vector<std::uint8_t>> BytesOf(const draco::Mesh& mesh, const eDracoAttribute& wanted) {
     const draco::PointAttribute* attribute = mesh.GetAttributeByUniqueId(wanted.id);
-    if (attribute == nullptr || attribute->num_components() != wanted.width) {
+    // Any byte may stand in for a truth value, which is none of the kinds of numbers that glTF has.
+    if (attribute == nullptr || attribute->num_components() != wanted.width ||
+        attribute->data_type() == draco::DT_BOOL) {
         return std::nullopt;
     }
     switch (wanted.componentType) {
