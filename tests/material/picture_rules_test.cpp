@@ -125,23 +125,23 @@ TEST(PictureRules, HeightsAreScaledByTheAmountAndHaveEveryLevel) {
 }
 
 // Catches every change of kernel, sign, length, side and rounding. The ground is even but for two texels, 1
-// at (1, 0) and 0.2 at (2, 1), which meet themselves at the edges; dx and dy by the kernel 1 2 1, and normal
+// at (0, 0) and 0.2 at (1, 1), which meet themselves at all edges; dx and dy by the kernel 1 2 1, and normal
 // (-dx, dy, 1):
 //
-//     dx, dy    y = 0:  2, 0    0.2, -0.2    -2, -0.4    -0.2, -0.2
-//               y = 1:  1, 1    0.4, 2       -1, 1       -0.4, 0
-//               y = 2:  1, -1   0.2, -1.8    -1, -0.6    -0.2, 0.2
+//     dx, dy    y = 0:  0.2, -0.2    -2, -0.4    -0.2, -0.2    2, 0
+//               y = 1:  0.4, 2       -1, 1       -0.4, 0       1, 1
+//               y = 2:  0.2, -1.8    -1, -0.6    -0.2, 0.2     1, -1
 TEST(PictureRules, NormalsOfTwoBumps) {
     eTextureImage heights(4, 3);
-    heights.Pixel(1, 0)[2] = 255;
-    heights.Pixel(2, 1)[2] = 51;
+    heights.Pixel(0, 0)[2] = 255;
+    heights.Pixel(1, 1)[2] = 51;
     const std::vector<std::vector<int>> alphaGreenBlue[] = {
-        {{53, 53, 201},
-         {115, 16, 189},
+        {{115, 16, 189},
          {210, 77, 210},
-         {152, 152, 250}},  // row 2: the picture is turned over
-        {{53, 201, 201}, {105, 239, 183}, {201, 201, 201}, {174, 127, 245}},
-        {{13, 127, 184}, {102, 102, 250}, {239, 105, 183}, {152, 102, 250}}};
+         {152, 152, 250},
+         {53, 53, 201}},  // row 2: the picture is turned over
+        {{105, 239, 183}, {201, 201, 201}, {174, 127, 245}, {53, 201, 201}},
+        {{102, 102, 250}, {239, 105, 183}, {152, 102, 250}, {13, 127, 184}}};
     const eTextureImage normals = NormalsFromHeights(heights);
     for (int y = 0; y < 3; ++y) {
         for (int x = 0; x < 4; ++x) {

@@ -57,7 +57,8 @@ TEST(WholeMesh, ALitSignOnATurnedPost) {
     off.on = false;
     elsewhere.listedNodes = {sign.Number()};
     post.Child("off").Position(0, -200, 0).Object(off);
-    post.Child("elsewhere").Position(0, -200, 0).Object(elsewhere);
+    // In front of the sign also where its place in the world is taken for one in the sign's space.
+    post.Child("elsewhere").Position(-300, -200, 0).Object(elsewhere);
     eMeshRun run(scene);
     const eFileMesh mesh = run.Mesh("sign");
     ASSERT_EQ(mesh.vertexCount, 3U);

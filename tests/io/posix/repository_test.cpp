@@ -90,23 +90,29 @@ TEST_F(Repository, MapsNamesToPaths) {
     EXPECT_EQ(MapPath("/b.txt"), "game/b.txt!");
 }
 
-// Would catch: a folder that is read for ever through a link, an excluded file that is delivered.
+// Would catch: a folder that is read for ever through a link, an excluded file that is delivered, and an
+// order that hangs on the disk.
 TEST_F(Repository, MountsFolders) {
-    for (const char* name : {"Tank.MDL", "units/a.txt", "units/deep/b.txt", "cvs/c.txt", "x.bak", "core"}) {
+    for (const char* name : {"Tank.MDL", "units/a.txt", "units/b.txt", "units/c.txt", "units/deep/b.txt",
+                             "cvs/c.txt", "x.bak", "core"}) {
         folder.Write(name, name);
     }
     std::filesystem::create_directory_symlink(folder.Path(), folder / "units/again");
     Settings().excludedFolders = {"cvs"};
     Settings().excludedExtensions = {".bak", ""};
+    std::vector<std::string> heard;
+    Settings().mountListeners.emplace_back([&](const std::string& name) { heard.push_back(name); });
     Mount("/game", folder.Path() + "/");
-    EXPECT_THAT(Names(), ElementsAre("/game/tank.mdl", "/game/units/a.txt", "/game/units/deep/b.txt"));
+    EXPECT_EQ(heard, Names());
+    EXPECT_THAT(Names(), ElementsAre("/game/tank.mdl", "/game/units/a.txt", "/game/units/b.txt",
+                                     "/game/units/c.txt", "/game/units/deep/b.txt"));
     EXPECT_EQ(Read("/GAME/tank.mdl"), "Tank.MDL");
     EXPECT_TRUE(Exists("/game/units/A.txt"));
     EXPECT_FALSE(Exists("/game/x.bak"));
     EXPECT_THAT(messages.log, IsEmpty());
     EXPECT_EQ(FailText([] { OpenResource("/game/none"); }), "File not found - /game/none");
     Mount("/none", folder / "none");
-    EXPECT_EQ(Names().size(), 3U);
+    EXPECT_EQ(Names().size(), 5U);
 }
 
 TEST_F(Repository, TakesTheLaterMount) {
