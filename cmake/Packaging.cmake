@@ -35,6 +35,6 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Loaded when a file asks for them, so that nothing in the program names them.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libassimp5, libtiff6, libmeshoptimizer2d")
+# Libraries that are loaded when a file asks for them, so that nothing in the program names them, and what a batch runs.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libassimp5, libtiff6, libmeshoptimizer2d, ninja-build")
 include(CPack)
