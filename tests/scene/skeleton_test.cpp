@@ -105,6 +105,7 @@ TEST_F(Skeleton, TheViewTellsHowItIsDrawn) {
     EXPECT_THAT(marked.mdl,
                 HasSubstr("\t\t{view poly \"a\" {ground}{decal_target}{no_group_mesh}{shadow_caster 0}"
                           "{shadow_receiver 0}\n\t\t\t{layer top}\n\t\t}\n"));
+    EXPECT_EQ(eOneBone({"Poly", "NoCastShadows"}).Text(), "{bone \"a\"{view poly \"a\" {shadow_caster 0}}}");
     EXPECT_EQ(eOneBone({"Poly", "LODLastOff"}).Text(), "{bone \"a\"{view poly \"a\" {lod 0}}}");
 }
 
