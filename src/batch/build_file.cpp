@@ -10,18 +10,19 @@ namespace {
 
 // `$out` is always the report, or the list of models. Exit status 3 tells of errors that the report has; a
 // scene that can't be read, status 2, is told by its export. What a run hangs on is told on lines with a
-// prefix, which may hold any letters, where a depfile breaks at some.
+// prefix, which may hold any letters, where a depfile breaks at some. What an earlier run has left must not
+// pass for the result of one that fails.
 constexpr const char* kRules = R"(ninja_required_version = 1.10
 msvc_deps_prefix = source: 
 tell = sed -n '/^missing: /!s/^/source: /p'
 
 rule models
-  command = { $call --models $out --sources $sources > $log 2>&1 || [ $$? -eq 2 ]; } && $tell $sources
+  command = rm -f $out; { $call --models $out --sources $sources > $log 2>&1 || [ $$? -eq 2 ]; } && $tell $sources
   deps = msvc
   description = models of $scene
 
 rule export
-  command = { $call --keep-options --quiet --report $out --sources $sources > $log 2>&1 || [ $$? -eq 3 ]; } && $tell $sources
+  command = rm -f $out; { $call --keep-options --quiet --report $out --sources $sources > $log 2>&1 || [ $$? -eq 3 ]; } && $tell $sources
   deps = msvc
   description = $scene
 )";

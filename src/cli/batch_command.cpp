@@ -76,15 +76,13 @@ public:
         batch::ForgetOutdated(folder, list.scenes);
         // An interrupt goes to ninja, which ends its exports; this program still tells what came of them.
         platform::CatchInterrupts();
-        if (const int status = RunNinja("models", true); status == kNotStarted) {
-            return kExitUsage;
-        }
-        if (HasConflicts()) {
+        if (RunNinja("models", true, true) == kNotStarted || HasConflicts()) {
             return kExitUsage;
         }
         const batch::eReportTimes before = batch::ReportTimes(folder, list.scenes);
-        const int status =
-            platform::WasInterrupted() ? kInterrupted : RunNinja("exports", arguments.keepsGoing);
+        const int status = platform::WasInterrupted()
+                               ? kInterrupted
+                               : RunNinja("exports", arguments.flags.quiet, arguments.keepsGoing);
         return Tell(batch::ReadResults(folder, list.scenes, before), status);
     }
 
@@ -115,10 +113,11 @@ private:
         return problem.empty();
     }
 
-    int RunNinja(const std::string& target, bool keepsGoing) const {
-        std::vector<std::string> words = {"ninja", "--quiet", target};
-        if (target == "exports" && !arguments.flags.quiet) {
-            words = {"ninja", target};
+    // Its exit status; kNotStarted, and told, where there is no ninja.
+    int RunNinja(const char* target, bool isQuiet, bool keepsGoing) const {
+        std::vector<std::string> words = {"ninja", target};
+        if (isQuiet) {
+            words.emplace_back("--quiet");
         }
         if (arguments.jobs > 0) {
             words.insert(words.end(), {"-j", std::to_string(arguments.jobs)});

@@ -31,7 +31,8 @@ protected:
     // What the run reads, whatever stands on disk.
     std::string ReadInRun(const std::string& name) {
         eFileStream stream;
-        std::string text(stream.Open(folder / name, streamRead) ? stream.Size() : 0, '\0');
+        std::string text(stream.Open(folder / name, streamRead) ? static_cast<std::size_t>(stream.Size()) : 0,
+                         '\0');
         stream.Read(text.data(), static_cast<int>(text.size()));
         return text;
     }
