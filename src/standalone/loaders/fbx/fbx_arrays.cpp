@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace standalone {
 namespace {
@@ -33,13 +34,15 @@ std::vector<double> NumbersOfText(std::string_view text) {
 }
 
 std::string Unpacked(std::string_view packed, std::size_t length) {
-    if (length / kMostPacking > packed.size()) {
+    const bool isCredible = length / kMostPacking <= packed.size();
+    if (!isCredible || !std::in_range<uLong>(length) || !std::in_range<uLong>(packed.size())) {
         return {};
     }
     std::string bytes(length, '\0');
-    uLongf got = length;
-    const int status = uncompress(reinterpret_cast<Bytef*>(bytes.data()), &got,
-                                  reinterpret_cast<const Bytef*>(packed.data()), packed.size());
+    auto got = static_cast<uLongf>(length);
+    const int status =
+        uncompress(reinterpret_cast<Bytef*>(bytes.data()), &got,
+                   reinterpret_cast<const Bytef*>(packed.data()), static_cast<uLong>(packed.size()));
     return status == Z_OK && got == length ? bytes : std::string();
 }
 
