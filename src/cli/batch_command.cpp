@@ -140,6 +140,15 @@ private:
         return !conflicts.empty();
     }
 
+    // False if it can't be written, which is told.
+    static bool Keep(const std::string& file, const std::string& text) {
+        const std::string problem = WriteNativeFile(file, text);
+        if (!problem.empty()) {
+            TellError(file + ": " + problem);
+        }
+        return problem.empty();
+    }
+
     int Tell(const std::vector<batch::eSceneResult>& results, int ninjaStatus) const {
         std::printf("%s", batch::ResultText(results).c_str());
         std::fflush(stdout);
@@ -147,15 +156,9 @@ private:
         const std::string text = batch::ResultJson(results).dump(
                                      kIndent, ' ', false, nlohmann::ordered_json::error_handler_t::replace) +
                                  "\n";
-        bool isKept = true;
-        for (const std::string& file : {folder + "/summary.json", arguments.report}) {
-            const std::string problem = file.empty() ? std::string() : WriteNativeFile(file, text);
-            if (!problem.empty()) {
-                TellError(file + ": " + problem);
-                isKept = false;
-            }
-        }
-        return ExitCode(results, ninjaStatus, isKept);
+        const bool isKept = Keep(folder + "/summary.json", text);
+        const bool isReported = arguments.report.empty() || Keep(arguments.report, text);
+        return ExitCode(results, ninjaStatus, isKept && isReported);
     }
 
     static int ExitCode(const std::vector<batch::eSceneResult>& results, int ninjaStatus, bool isKept) {
