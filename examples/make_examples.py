@@ -5,6 +5,7 @@ Usage: examples/make_examples.py [FOLDER]; without a folder the files beside thi
 """
 
 import json
+import math
 import pathlib
 import struct
 import sys
@@ -198,6 +199,113 @@ def skinned_strip():
                     node("upper", transform=at(0, 0, 1), keys=bend, object=HELPER),
                 ]),
                 node("strip", ["Poly"], object=strip),
+            ]),
+        ],
+    }
+
+
+# The soldier stands at the origin and faces -y; metres, z up. Part: its bone, the box that it fills (lower and upper
+# corner), and the bone whose weight it shares at its upper end.
+SOLDIER_PARTS = [
+    ("hips", (-0.16, -0.10, 0.86), (0.16, 0.10, 1.04), None),
+    ("chest", (-0.20, -0.12, 1.04), (0.20, 0.12, 1.46), None),
+    ("head", (-0.10, -0.11, 1.52), (0.10, 0.11, 1.78), None),
+    ("arm_l", (0.21, -0.06, 0.84), (0.33, 0.06, 1.44), "chest"),
+    ("arm_r", (-0.33, -0.06, 0.84), (-0.21, 0.06, 1.44), "chest"),
+    ("thigh_l", (0.02, -0.08, 0.48), (0.16, 0.08, 0.88), "hips"),
+    ("thigh_r", (-0.16, -0.08, 0.48), (-0.02, 0.08, 0.88), "hips"),
+    ("shin_l", (0.03, -0.07, 0.08), (0.15, 0.07, 0.50), "thigh_l"),
+    ("shin_r", (-0.15, -0.07, 0.08), (-0.03, 0.07, 0.50), "thigh_r"),
+    ("shin_l", (0.03, -0.22, 0.00), (0.15, 0.07, 0.08), None),
+    ("shin_r", (-0.15, -0.22, 0.00), (-0.03, 0.07, 0.08), None),
+]
+SOLDIER_BONES = ["hips", "chest", "head", "arm_l", "arm_r", "thigh_l", "shin_l", "thigh_r", "shin_r"]
+
+
+def block(lower, upper, cuts):
+    """The points and outward faces of a box that is cut into slices from bottom to top; a corner stands once a level."""
+    levels = [lower[2] + (upper[2] - lower[2]) * cut / cuts for cut in range(cuts + 1)]
+    ring = [(lower[0], lower[1]), (upper[0], lower[1]), (upper[0], upper[1]), (lower[0], upper[1])]
+    points = [[x, y, round(z, 4)] for z in levels for x, y in ring]
+    faces = [[0, 2, 1], [0, 3, 2]]
+    for first in range(0, 4 * cuts, 4):
+        for corner in range(4):
+            a, b = first + corner, first + (corner + 1) % 4
+            faces += [[a, b, b + 4], [a, b + 4, a + 4]]
+    top = 4 * cuts
+    return points, faces + [[top, top + 1, top + 2], [top, top + 2, top + 3]]
+
+
+def soldier_mesh(cuts):
+    """All parts in one skinned mesh; more cuts are a finer level of detail."""
+    points, faces, weights, materials = [], [], [], []
+    for bone, lower, upper, above in SOLDIER_PARTS:
+        part_points, part_faces = block(lower, upper, cuts)
+        faces += [[len(points) + corner for corner in face] for face in part_faces]
+        materials += [1 if bone == "head" else 0] * len(part_faces)
+        for point in part_points:
+            shared = above is not None and point[2] == upper[2]
+            own = SOLDIER_BONES.index(bone)
+            weights.append([[own, 0.5], [SOLDIER_BONES.index(above), 0.5]] if shared else [[own, 1]])
+        points += part_points
+    return {
+        "type": "mesh",
+        "vertices": points,
+        "faces": faces,
+        "smoothing": 0,
+        "materialIds": materials,
+        "modifiers": [{"type": "skin", "bones": SOLDIER_BONES, "weights": weights}],
+    }
+
+
+def swing(degrees):
+    """Keys of a pace from the stand in which the skin is bound: forward, back, and home, about the axis across."""
+    def turned(angle):
+        half = math.radians(angle) / 2
+        return [round(math.sin(half), 6), 0, 0, round(math.cos(half), 6)]
+
+    angles = [0, degrees, 0, -degrees, 0]
+    return [{"frame": 6 * step, "rotation": turned(angle)} for step, angle in enumerate(angles)]
+
+
+def soldier():
+    """A soldier of one skinned mesh in two levels of detail, with a rifle, a walk, and what the game asks of him."""
+    def bone(name, place, children=(), **keys):
+        return node(name, transform=at(*place), object=HELPER, children=children, **keys)
+
+    def leg(side, x, degrees):
+        return bone(f"thigh_{side}", (x, 0, -0.08), keys=swing(degrees), children=[
+            bone(f"shin_{side}", (0, 0, -0.38), keys=swing(-degrees / 3)),
+        ])
+
+    rifle = node("rifle", ["Poly"], transform=at(0, -0.1, -0.56), object=box(0.05, 0.8, 0.08), material="steel")
+    helmet = {"type": "sphere", "radius": 0.16, "segments": 8}
+    head = bone("head", (0, 0, 0.48), children=[
+        node("head_vol", ["Volume=head", "bullet", "Thickness=1"], transform=at(0, 0, 0.13), object=helmet),
+    ])
+    chest = bone("chest", (0, 0, 0.08), children=[
+        head,
+        bone("arm_l", (0.27, 0, 0.38), keys=swing(-20)),
+        bone("arm_r", (-0.27, 0, 0.38), keys=swing(20), children=[rifle]),
+        node("chest_vol", ["Volume=body", "bullet", "contact"], object=box(0.4, 0.24, 0.44)),
+    ])
+    body = {"material": "uniform"}
+    return {
+        "scene": 1,
+        "range": [0, 24],
+        "selectionSets": [{"name": "all", "nodes": SOLDIER_BONES}],
+        "materials": {
+            "cloth": {"type": "standard", "name": "cloth", "diffuse": [0.33, 0.38, 0.22]},
+            "skin": {"type": "standard", "name": "skin", "diffuse": [0.85, 0.65, 0.5]},
+            "uniform": {"type": "multi", "name": "uniform", "materials": ["cloth", "skin"]},
+            "steel": {"type": "standard", "name": "steel", "diffuse": [0.2, 0.2, 0.22]},
+        },
+        "nodes": [
+            node("soldier", ["Model=units/soldier", "animation=walk,all,0-24,100"], object=HELPER, children=[
+                bone("hips", (0, 0, 0.96), children=[chest, leg("l", 0.09, 25), leg("r", -0.09, -25)]),
+                node("body", ["Poly"], object=soldier_mesh(3), **body),
+                node("body_lod1", ["Poly"], object=soldier_mesh(1), **body),
+                node("stand", ["Obstacle", "Move"], object={"type": "circle", "radius": 0.4}),
             ]),
         ],
     }
@@ -521,7 +629,7 @@ FAULTY_TEXTURES = {"uneven_normal.tga": tga(6, lambda x, y: (128, 128, 255))}
 
 EXAMPLES = [
     tank, arm, structure, levels_of_detail, preview_group, gameplay, skinned_strip, materials, yard, waving_flag,
-    animations, russian_names,
+    animations, russian_names, soldier,
 ]
 
 
