@@ -30,6 +30,17 @@ if(ZYR_SANITIZE)
   target_link_options(zyr_flags INTERFACE -fsanitize=${ZYR_SANITIZE})
 endif()
 
+# The headers of the standard library that most sources include, compiled once for all modules where the preset asks
+# for it. The release build does without, so that a source which leaves one of its includes out does not compile.
+if(ZYR_PRECOMPILE)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled/empty.cpp CONTENT "")
+  add_library(standard_headers OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/precompiled/empty.cpp)
+  target_link_libraries(standard_headers PRIVATE zyr_flags)
+  target_precompile_headers(standard_headers PRIVATE <algorithm> <array> <cmath> <cstdint> <filesystem> <fstream>
+    <functional> <limits> <map> <memory> <numeric> <optional> <set> <span> <sstream> <string> <string_view>
+    <unordered_map> <utility> <variant> <vector>)
+endif()
+
 # zyr_module(NAME [ROOMS folder...] [DEPENDS module...] [LIBRARIES target...]): the static library zyr_NAME of
 # all sources in the current folder and its rooms. Folders for one system or setting join by EXTRA patterns.
 function(zyr_module name)
@@ -44,6 +55,9 @@ function(zyr_module name)
     target_link_libraries(zyr_${name} PUBLIC $<TARGET_NAME_IF_EXISTS:zyr_${dependency}>)
   endforeach()
   target_link_libraries(zyr_${name} PRIVATE ${arg_LIBRARIES})
+  if(ZYR_PRECOMPILE)
+    target_precompile_headers(zyr_${name} REUSE_FROM standard_headers)
+  endif()
 endfunction()
 
 # zyr_test(NAME MODULES module...): the test program NAME_tests of all sources in tests/NAME and its platform
