@@ -86,7 +86,9 @@ std::string BuildFileText(const eBuildWork& work) {
     for (const eBatchScene& scene : work.scenes) {
         const eSceneFiles files = FilesOf(work.buildFolder, scene.path);
         text += Edge("models", files.models, scene, CallOf(work, "plan", scene));
-        text += Edge("export", files.exports, scene, CallOf(work, "export", scene));
+        text += Edge("export", files.exports, scene,
+                     CallOf(work, "export", scene) +
+                         (work.keepsManifests ? " --manifest " + ShellWord(files.manifest) : ""));
         models += " $\n  " + NinjaPath(files.models.result);
         reports += " $\n  " + NinjaPath(files.exports.result);
     }

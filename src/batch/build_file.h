@@ -15,6 +15,7 @@ struct eBuildWork {
     std::string buildFolder;         // build_folder.h
     std::vector<std::string> flags;  // of `zyrexport export`, for all scenes
     std::vector<eBatchScene> scenes;
+    bool keepsManifests = false;
 };
 
 // Targets: "models" finds which models the scenes have, "exports" exports them. A scene that has errors to

@@ -4,6 +4,7 @@
 //   summary.json           what came of the last call
 //   NAME/models.json       which models a scene has, where NAME stands for the scene
 //   NAME/report.json       the report of its last export
+//   NAME/manifest.json     what that has written and from what, where manifests are wanted
 //   NAME/*.log             what each of the two steps has printed
 //   NAME/*.sources         what each hangs on
 #pragma once
@@ -21,6 +22,7 @@ struct eStepFiles {
 struct eSceneFiles {
     eStepFiles models;
     eStepFiles exports;
+    std::string manifest;
 };
 
 // The files of a scene in the build folder. NAME is the scene's file name and a number made of its whole

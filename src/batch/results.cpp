@@ -136,11 +136,14 @@ eReportTimes ReportTimes(const std::string& buildFolder, const std::vector<eBatc
     return times;
 }
 
-void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScene>& scenes) {
+void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScene>& scenes,
+                    bool keepsManifests) {
     for (const eBatchScene& scene : scenes) {
         const eSceneFiles files = FilesOf(buildFolder, scene.path);
         const ordered_json report = ReadReport(files.exports.result);
-        if (report.is_object() && HasLostFile(report)) {
+        std::error_code ignored;
+        const bool isListed = !keepsManifests || fs::exists(PathFromUtf8(files.manifest), ignored);
+        if (report.is_object() && (HasLostFile(report) || !isListed)) {
             Remove(files.exports.result);
         }
         for (const eStepFiles& step : {files.models, files.exports}) {

@@ -35,6 +35,7 @@ struct eArguments {
     std::string report;
     int jobs = 0;  // 0: as many as there are cores
     bool keepsGoing = false;
+    bool keepsManifests = false;
 };
 
 constexpr int kInterrupted = 130;
@@ -73,7 +74,7 @@ public:
         if (!FindScenes() || !WriteBuildFile()) {
             return kExitUsage;
         }
-        batch::ForgetOutdated(folder, list.scenes);
+        batch::ForgetOutdated(folder, list.scenes, arguments.keepsManifests);
         // An interrupt goes to ninja, which ends its exports; this program still tells what came of them.
         platform::CatchInterrupts();
         if (RunNinja("models", true, true) == kNotStarted || HasConflicts()) {
@@ -105,7 +106,8 @@ private:
                                   .folder = platform::Utf8FromPath(std::filesystem::current_path()),
                                   .buildFolder = folder,
                                   .flags = GivenFlags(arguments.exportFlags),
-                                  .scenes = list.scenes});
+                                  .scenes = list.scenes,
+                                  .keepsManifests = arguments.keepsManifests});
         const std::string problem = error ? error.message() : WriteNativeFile(folder + "/build.ninja", text);
         if (!problem.empty()) {
             TellError(arguments.buildFolder + ": " + problem);
@@ -201,6 +203,8 @@ void AddBatchCommand(CLI::App& program, std::function<int()>& action) {
         ->type_name("N")
         ->check(CLI::PositiveNumber);
     command.add_flag("--keep-going,-k", arguments->keepsGoing, "Go on after a scene that can't be exported");
+    command.add_flag("--manifests", arguments->keepsManifests,
+                     "Keep a manifest of each scene for `zyrexport check` beside its report");
     command.add_option("--report", arguments->report, "Write what came of each scene as JSON")
         ->type_name("FILE");
     command.footer(

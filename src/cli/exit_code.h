@@ -9,7 +9,7 @@ enum eExitCode {
     kExitUsage = 2,        // wrong usage, or a file that can't be read: nothing was written
     kExitErrors = 3,       // came to its end, but showed errors
     kExitAdvice = 4,       // lint --strict: no errors, but something was told
-    kExitDiffers = 5,      // verify: a file lies beyond the tolerances
+    kExitDiffers = 5,      // verify, check: a file is not what it should be
     kExitCancelled = 130,  // the user stopped it
 };
 

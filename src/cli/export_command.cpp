@@ -27,6 +27,11 @@ void AddExportCommand(CLI::App& program, std::function<int()>& action) {
                     "Write what the run has read and written as a rule of make, for a build")
         ->type_name("FILE");
     AddSourcesFlag(command, *flags);
+    command
+        .add_option("--manifest", flags->manifest,
+                    "Write what the files hold and come from as JSON, for `zyrexport check`")
+        ->type_name("FILE")
+        ->excludes("--plugin");  // which tells nothing of its work
     command.add_flag("--keep-options", flags->keepOptions, "Leave the stored options as they are")
         ->excludes("--plugin")     // which stores them itself
         ->excludes("--no-fence");  // the fence holds them

@@ -38,6 +38,7 @@ struct eExportFlags {
     eSceneFlags sceneFlags;
     std::string report;
     std::string depfile;
+    std::string manifest;
     std::string sources;
     std::string language;  // "ru", "en", or empty for that of the user
 };

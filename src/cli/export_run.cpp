@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 
+#include "answers/manifest_text.h"
 #include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "cli/config_folder.h"
@@ -142,6 +143,16 @@ bool KeepDependencies(const eExportFlags& flags, const eRunRecord& record, const
            isListed;
 }
 
+// What the run has made its files from, but for the program and the options: they change without a change of
+// the scene.
+eSources OwnSources(const Export& run, const eRunRecord& record, const platform::eDependencyLayer& layer) {
+    eSources sources = SourcesOf(record, layer, {});
+    const std::string options = platform::DiskPath(OptionsFilePath(run));
+    sources.files.erase(options);
+    sources.missing.erase(options);
+    return sources;
+}
+
 // Where a run is watched, standard output is for the answer.
 void PrintOnStandardError(const char* text) {
     std::fputs(text, stderr);
@@ -180,6 +191,8 @@ public:
             }
             exporter->journal = &dry->journal;
             stripMessageSink = PrintOnStandardError;
+        } else if (!flags.manifest.empty()) {
+            exporter->journal = &journal.emplace();
         }
     }
     ~eExportCall() {
@@ -354,13 +367,28 @@ private:
             return;
         }
         const bool isReported = KeepReport(flags, record);
-        if ((!KeepDependencies(flags, record, watch, OtherSources()) || !isReported) &&
+        const bool isListed = KeepManifest(exitCode);
+        if ((!KeepDependencies(flags, record, watch, OtherSources()) || !isReported || !isListed) &&
             exitCode == kExitDone) {
             record.exitCode = kExitErrors;
         }
         if (!flags.quiet) {
             TellSummary();
         }
+    }
+
+    // Of a run that has come to its end, if one is wanted; false if it can't be written, which is told.
+    bool KeepManifest(int exitCode) const {
+        if (!journal || (exitCode != kExitDone && exitCode != kExitErrors)) {
+            return true;
+        }
+        const eSources sources = OwnSources(*exporter, record, *watch.layer);
+        answers::eManifest manifest =
+            answers::MakeManifest(*exporter, *journal, sources.files, sources.missing);
+        manifest.program = "zyrexport " ZYREXPORT_VERSION;
+        manifest.scene = platform::AbsoluteNative(flags.scene);
+        const std::string folder = platform::NativeParent(platform::AbsoluteNative(flags.manifest));
+        return KeepText("manifest", flags.manifest, answers::ManifestText(manifest, folder));
     }
 
     // What the run hangs on that it hasn't read itself.
@@ -391,8 +419,9 @@ private:
     const standalone::PluginModule* const plugin;
     eDryRun* const dry;  // null: the files are written
     const eDependencyWatch& watch;
-    const Clock::time_point begin;  // before the scene was read
-    eRunRecord record;              // holds what was told of the scene from the start
+    const Clock::time_point begin;       // before the scene was read
+    eRunRecord record;                   // holds what was told of the scene from the start
+    std::optional<eRunJournal> journal;  // for a manifest
     standalone::eTerminalFace face;
     standalone::StandaloneHost host;
     const std::unique_ptr<Export> exporter = std::make_unique<Export>();  // with a module: for the options
@@ -409,7 +438,7 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
         return kExitUsage;
     }
     const Clock::time_point begin = Clock::now();
-    eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty());
+    eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty() || !flags.manifest.empty());
     standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
     eRunRecord record;
     record.scene = flags.scene;

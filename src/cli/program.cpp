@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "cli/batch_command.h"
+#include "cli/check_command.h"
 #include "cli/completion_command.h"
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
@@ -48,6 +49,7 @@ constexpr eCommand kCommands[] = {
     {"plan", AddPlanCommand},
     {"why", AddWhyCommand},
     {"verify", AddVerifyCommand},
+    {"check", AddCheckCommand},
     {"convert", AddConvertCommand},
     {"inspect", AddInspectCommand},
     {"pak", AddPakCommand},
