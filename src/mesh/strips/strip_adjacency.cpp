@@ -120,7 +120,7 @@ void eAdjacencyBuilder::AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_
         }
     }
     if (triangles.Insert(v0, v1, v2)) {
-        result.faces.push_back({{noStripSide, noStripSide, noStripSide}, {v0, v1, v2}, 0, 0});
+        result.faces.push_back({{noStripSide, noStripSide, noStripSide}, {v0, v1, v2}, 0});
         edgesOfFace.push_back(edgesOfThis);
         return;
     }

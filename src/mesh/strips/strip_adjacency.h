@@ -13,7 +13,7 @@
 using eStripSide = std::int32_t;
 
 constexpr eStripSide noStripSide = -1;
-constexpr std::size_t maxStripFaces = std::size_t{1} << 28;
+constexpr std::size_t maxStripFaces = (std::size_t{1} << 28) - 1;
 
 constexpr eStripSide MakeSide(std::size_t face, int side, bool against) {
     return static_cast<eStripSide>(face << 3) | side << 1 | static_cast<int>(against);
@@ -38,7 +38,6 @@ constexpr int PreviousCorner(int corner) {
     return corner == 0 ? 2 : corner - 1;
 }
 
-// 32 bytes, two to a cache line: growing a strip reads and marks one such record per step.
 struct eStripFace {
     // What lies across each side: the side of the other face over which it is entered, in the direction that
     // one has who leaves this face along its own side.
@@ -46,8 +45,6 @@ struct eStripFace {
     std::uint16_t v[3];
     // Bit i: side i runs against its edge, which has the direction of the first face that used it.
     std::uint8_t againstEdge;
-    // The strip that last took the face, see `eStripExperiment`.
-    std::uint64_t mark;
 };
 
 // An edge with two faces, seen from one of its vertices: the sides of both faces, running away from the
@@ -69,5 +66,5 @@ struct eStripAdjacency {
 // and triangles that repeat the three indices of an earlier one in the same order. A third face on an edge
 // sees the edge's first face across it; the first two go on seeing each other.
 //
-// Cost: linear, by hashing; about 60 bytes per triangle remain and as many are used meanwhile.
+// Cost: linear, by hashing; about 50 bytes per triangle remain and as many are used meanwhile.
 eStripAdjacency BuildStripifyInfo(std::span<const std::uint16_t> indices, int maxIndex);

@@ -4,7 +4,15 @@
 #include <vector>
 
 #include "mesh/strips/strip_adjacency.h"
+#include "mesh/strips/strip_lanes.h"
 #include "mesh/strips/strip_list.h"
+
+struct eStripMeasure {
+    // The average number of real faces per strip, in single precision, in which experiments are compared. 0
+    // if it can't come out high enough.
+    float value;
+    std::uint32_t strips;  // those made
+};
 
 // Grows strips over the faces that no committed strip has. An experiment is a chain of strips, each beside
 // the one before. Most experiments are made for their value alone and leave nothing behind but marks that no
@@ -18,13 +26,16 @@
 // vertex that a strip runs to next is always the one opposite the edge, and a strip can't be derailed.
 class eStripExperiment {
 public:
-    // Marks the faces of `someAdjacency`, which outlives the experiments. 24 bytes per vertex.
-    explicit eStripExperiment(eStripAdjacency& someAdjacency);
+    // Reads `someAdjacency`, which outlives the experiments. 38 bytes per face and 24 per vertex.
+    explicit eStripExperiment(const eStripAdjacency& someAdjacency);
 
-    // The value of the experiment that starts over `start`: the average number of real faces per strip, in
-    // single precision, in which experiments are compared. 0 as soon as it can't come out above `toBeat`.
+    // Measures the experiment that starts over `start`, as long as it can come out above `toBeat`.
     // `uncommitted` is the number of faces that no committed strip has.
-    float Measure(eStripSide start, std::size_t uncommitted, float toBeat);
+    eStripMeasure Measure(eStripSide start, std::size_t uncommitted, float toBeat);
+
+    // True if the first strips of two experiments take the same faces. From a start and its twin all that
+    // follows is then the same, and so is the value.
+    bool StartAlike(eStripSide start, eStripSide other);
 
     // Makes the experiment, appends its strips to `strips`, and leaves its real faces in `taken`, in that
     // order.
@@ -47,8 +58,18 @@ private:
         std::vector<std::uint32_t> faces;  // the real ones by number
 
         void Face(std::uint32_t number, const eStripFace& face);
-        void Fake(std::uint16_t n0, std::uint16_t n1);
+        void TurnOverLast(std::uint16_t n0, std::uint16_t n1);
         void Clear();
+    };
+
+    // Counts the faces that the strip before the present one took too.
+    struct eOverlap {
+        const std::uint64_t* marks;
+        std::uint64_t strip;
+        std::uint32_t faces;
+
+        void Face(std::uint32_t number, const eStripFace&) { faces += marks[number] == strip ? 1 : 0; }
+        void TurnOverLast(std::uint16_t, std::uint16_t) {}
     };
 
     void Begin() { firstStrip = strip + 1; }
@@ -56,21 +77,26 @@ private:
     std::uint32_t BuildStrip(eStripSide start, Record& ahead, Record& behind);
     template <bool isBackward, class Record>
     std::uint32_t Grow(eStripSide next, Record& record);
+    template <bool isBackward, int step, class Record>
+    std::uint32_t Run(std::uint32_t place, Record& record);
     eStripSide FindNextStart(eStripSide start);
     std::uint32_t FirstLiveSpoke(std::uint16_t vertex);
     template <class IsGone>
     std::uint32_t SkipSpokes(std::uint32_t place, std::uint32_t end, IsGone&& isGone) const;
-    bool SharesEdgeWithStrip(const eStripFace& face) const;
+    bool SharesEdgeWithStrip(eStripSide side) const;
 
-    const eStripFace& FaceAt(eStripSide side) const { return faces[FaceOf(side)]; }
-    bool IsMarked(const eStripFace& face) const { return face.mark >= firstStrip; }
-    bool IsInStrip(const eStripFace& face) const { return face.mark == strip; }
+    const eStripFace& FaceAt(eStripSide side) const { return adjacency.faces[FaceOf(side)]; }
+    bool IsCommitted(eStripSide side) const { return marks[FaceOf(side)] == committedMark; }
+    bool IsMarked(eStripSide side) const { return marks[FaceOf(side)] >= firstStrip; }
+    bool IsInStrip(eStripSide side) const { return marks[FaceOf(side)] == strip; }
+    bool IsOpen(eStripSide side) const { return side >= 0 && !IsMarked(side); }
 
     const eStripAdjacency& adjacency;
-    std::vector<eStripFace>& faces;
-    std::uint64_t strip = 0;          // the strip under way
-    std::uint64_t firstStrip = 1;     // the first one of this experiment
-    std::vector<std::uint64_t> seen;  // per vertex the last strip that has it
+    const eStripLanes lanes;
+    std::vector<std::uint64_t> marks;  // per face, and one for the stops of the lanes, which nothing passes
+    std::uint64_t strip = 0;           // the strip under way
+    std::uint64_t firstStrip = 1;      // the first one of this experiment
+    std::vector<std::uint64_t> seen;   // per vertex the last strip that has it
     std::vector<eSpokeCursor> cursors;
     eGrowthRecord forward;
     eGrowthRecord backward;

@@ -38,7 +38,7 @@ std::vector<std::uint16_t> LayOut(const eStripList& pieces, std::span<const std:
 
 std::vector<std::uint16_t> Stripify(std::span<const std::uint16_t> indices, std::size_t cacheSize,
                                     int maxIndex) {
-    eStripAdjacency adjacency = BuildStripifyInfo(indices, maxIndex);
+    const eStripAdjacency adjacency = BuildStripifyInfo(indices, maxIndex);
     if (adjacency.faces.empty()) {
         return {};
     }

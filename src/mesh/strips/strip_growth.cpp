@@ -1,8 +1,10 @@
 #include "mesh/strips/strip_growth.h"
 
 #include <algorithm>
+#include <array>
 
 #include "mesh/strips/strip_components.h"
+#include "mesh/strips/strip_entry.h"
 #include "mesh/strips/strip_experiment.h"
 #include "mesh/strips/strip_seeds.h"
 
@@ -10,9 +12,12 @@ namespace {
 
 constexpr int samplesPerPass = 10;
 
+// To see whether two experiments start alike takes two strips.
+constexpr std::uint32_t fewestStripsToCompare = 4;
+
 class eStripGrowth {
 public:
-    explicit eStripGrowth(eStripAdjacency& someAdjacency)
+    explicit eStripGrowth(const eStripAdjacency& someAdjacency)
         : adjacency(someAdjacency),
           experiment(someAdjacency),
           seeds(someAdjacency),
@@ -33,7 +38,7 @@ private:
     eStripSide BestStart();
     void Commit(eStripSide start);
 
-    eStripAdjacency& adjacency;
+    const eStripAdjacency& adjacency;
     eStripExperiment experiment;
     eStripSeeds seeds;
     eStripComponents components;
@@ -58,6 +63,7 @@ eStripSide eStripGrowth::BestStart() {
     eStripSide best = noStripSide;
     float highest = 0.0f;
     for (const std::uint32_t seed : seedsOfPass) {
+        std::array<std::uint32_t, kStripEntries> chainOf{};  // by entry: strips of its experiment if measured
         for (int side = 0; side < 3; ++side) {
             const bool against = (adjacency.faces[seed].againstEdge >> side & 1) != 0;
             const eStripSide alongEdge = MakeSide(seed, side, against);
@@ -66,9 +72,15 @@ eStripSide eStripGrowth::BestStart() {
                 if (highest >= static_cast<float>(components.LongestStrip())) {
                     return best;
                 }
-                const float value = experiment.Measure(start, uncommitted, highest);
-                if (value > highest) {
-                    highest = value;
+                // What has the value of an earlier one can't win.
+                if (chainOf[EntryOf(Twin(start))] >= fewestStripsToCompare &&
+                    experiment.StartAlike(Twin(start), start)) {
+                    continue;
+                }
+                const eStripMeasure measure = experiment.Measure(start, uncommitted, highest);
+                chainOf[EntryOf(start)] = measure.strips;
+                if (measure.value > highest) {
+                    highest = measure.value;
                     best = start;
                 }
             }
@@ -88,6 +100,6 @@ void eStripGrowth::Commit(eStripSide start) {
 
 }  // namespace
 
-eStripList GrowStrips(eStripAdjacency& adjacency) {
+eStripList GrowStrips(const eStripAdjacency& adjacency) {
     return eStripGrowth(adjacency).Grow();
 }

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "mesh/strips/strip_adjacency.h"
+#include "mesh/strips/strip_entry.h"
+
+// The lanes of a mesh: the faces in the order in which a strip runs over them that never turns. A face lies
+// on three lanes, one for each way through it, and a strip runs along a lane in either direction. So a strip
+// is made of few runs over neighbours in memory, where the way from face to face would wait for each of them.
+//
+// A lane ends with a stop on either side, which names a face one beyond the last. It ends where a third face
+// on an edge sees one that doesn't see it, and a closed lane is cut anywhere: past its end a strip may still
+// go on.
+//
+// Cost: linear; 30 bytes per face.
+class eStripLanes {
+public:
+    explicit eStripLanes(const eStripAdjacency& adjacency);
+
+    // Where the face entered as told stands on the lane along which the strip goes on, and whether that is
+    // upwards.
+    std::uint32_t PlaceOf(eStripSide entered) const { return places[FaceOf(entered)][WayOf(entered)]; }
+    bool RunsUp(std::uint32_t place, eStripSide entered) const { return sides[place] == entered; }
+
+    // By place: the entry of who runs upwards. Who runs downwards enters over its twin.
+    const std::vector<eStripSide>& Sides() const { return sides; }
+    // The vertices along the lane: who runs upwards meets at a place the vertex above it, who runs downwards
+    // the one below.
+    const std::vector<std::uint16_t>& Vertices() const { return vertices; }
+
+private:
+    static constexpr std::uint32_t notPlaced = ~std::uint32_t{0};
+
+    // The ways through a face: an entry and its twin are one.
+    static std::size_t WayOf(eStripSide entered) { return EntryOf(entered) % 3; }
+
+    void AddLane(eStripSide first);
+    eStripSide FirstOfLane(eStripSide entered) const;
+    eStripSide Next(eStripSide entered) const;
+
+    const std::vector<eStripFace>& faces;
+    std::vector<eStripSide> sides;
+    std::vector<std::uint16_t> vertices;
+    std::vector<std::array<std::uint32_t, 3>> places;  // per face and way
+};
