@@ -30,6 +30,7 @@ struct eExportFlags {
     bool silent = false;
     bool keepOptions = false;  // what the other flags say counts for this run alone
     bool noFence = false;
+    int longestWait = longestLockWait;
     bool quiet = false;
     bool verbose = false;
     std::string plugin;  // module whose exporter runs instead of the program's own

@@ -209,6 +209,7 @@ public:
         if (!PrepareConfig() || (flags.silent && !PrepareRoot(exporter->options.resourceRoot))) {
             return kExitUsage;
         }
+        longestLockWait = flags.longestWait;
         const bool isAccepted = plugin != nullptr ? ExportByModule() : ExportByOwn();
         record.cancelled = platform::WasInterrupted();
         Finish(isAccepted ? ExitCode() : kExitUsage);

@@ -63,6 +63,12 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
     command.add_option("--config", flags.config, "Folder of the options file")->type_name("DIR");
     command.add_option("--drive", flags.drives, "Paths that begin with X:/ lie under DIR; may be repeated")
         ->type_name("X=DIR");
+    command
+        .add_option("--wait", flags.longestWait,
+                    "Seconds that a run waits for a model's folder which another one is writing")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
     command.add_flag("--quiet", flags.quiet, "Tell errors only");
     AddLanguageFlag(command, flags.language);
     return silent;

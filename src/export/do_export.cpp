@@ -2,6 +2,7 @@
 #include "base/numeric_locale.h"
 #include "export/common_resources.h"
 #include "export/common_set.h"
+#include "export/model_locks.h"
 #include "export/model_loop.h"
 #include "export/options_file.h"
 #include "export/plugin_strings.h"
@@ -69,16 +70,19 @@ int Export::DoExport(const char*, host::ExpInterface*, host::Interface* hostInte
     const eNumericLocale dotAsSeparator;
     BeginRun(*this, hostInterface, suppressPrompts, optionsWord);
     if (SettleOptions(*this)) {
-        xIo::eGatheredFiles files;
         ClearRun(*this);
         ScanScene(*this);
-        PrepareRendering(*this);
-        ExportModels(*this);
-        FlushCommonResources(*this);
-        SaveOptions(*this);
-        EndRendering(*this);
+        const eModelLocks locks(*this);
+        xIo::eGatheredFiles files;
+        if (locks.AreHeld()) {
+            PrepareRendering(*this);
+            ExportModels(*this);
+            FlushCommonResources(*this);
+            EndRendering(*this);
+        }
         ForgetScene(*this);
         files.Settle();
+        SaveOptions(*this);
     }
     EndRun(*this);
     return 1;

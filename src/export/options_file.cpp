@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -10,6 +11,11 @@
 #include "io/streams/stream_file.h"
 #include "io/streams/stream_memory.h"
 #include "io/streams/whole_file.h"
+#include "platform/file_layer.h"
+#include "platform/folder_lock.h"
+#include "platform/native_path.h"
+#include "platform/path_lookup.h"
+#include "platform/write_fence.h"
 #include "run/export.h"
 
 namespace {
@@ -143,6 +149,19 @@ bool IsStored(const std::string& path, std::span<const std::uint8_t> content) {
     return std::ranges::equal(stored, content);
 }
 
+// Two runs that store at the same time do so one after the other: they share the file's .tmp.
+bool Store(const std::string& path, std::span<const std::uint8_t> content) {
+    constexpr std::chrono::seconds kLongestWait(10);
+    platform::eFolderLock lock;
+    std::string owner;
+    const bool isLocked = platform::Files().IsLasting() && platform::IsWriteAllowed(path);
+    if (isLocked && lock.Take(platform::NativeParent(platform::DiskPath(path)), kLongestWait, owner) ==
+                        platform::eLockAnswer::InUse) {
+        return false;
+    }
+    return xIo::StoreWholeFile(path, content).IsOk();
+}
+
 }  // namespace
 
 std::string OptionsFilePath(const Export& run) {
@@ -169,5 +188,5 @@ bool SaveOptions(const Export& run) {
     PassFields(writer, kVersion, run.options);
     // A file that is stored anew at each run would make everything that hangs on it out of date.
     return IsStored(OptionsFilePath(run), content.Content()) ||
-           xIo::StoreWholeFile(OptionsFilePath(run), content.Content()).IsOk();
+           Store(OptionsFilePath(run), content.Content());
 }

@@ -1,6 +1,7 @@
 // Who runs the process, and how others on the network reach its files.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,12 @@ namespace platform {
 
 // The account name in code page 1251, at most 1024 bytes; "unknown" where the system has none.
 std::string AccountName();
+
+// The machine as its network knows it, UTF-8; "unknown" where the system has no name for it.
+std::string MachineName();
+
+// The number by which the system knows this process.
+std::uint32_t ProcessNumber();
 
 // The universal (UNC) form of a path on a network drive; nothing for a local file, and always nothing on
 // POSIX, where no such form exists.

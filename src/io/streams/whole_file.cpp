@@ -7,6 +7,7 @@
 #include "platform/file.h"
 #include "platform/file_events.h"
 #include "platform/folder.h"
+#include "platform/user.h"
 
 namespace xIo {
 namespace {
@@ -16,7 +17,7 @@ constexpr platform::ePathForm native = platform::ePathForm::Native;
 // A file under its .tmp name, on the way to its final one. One that does not get there is removed.
 class eNewFile {
 public:
-    eNewFile() = default;
+    explicit eNewFile(eSharing sharing) : suffix(SuffixFor(sharing)) {}
     eNewFile(const eNewFile&) = delete;
     eNewFile& operator=(const eNewFile&) = delete;
     ~eNewFile() {
@@ -52,8 +53,15 @@ public:
     const std::string& DiskPath() const { return diskPath; }
 
 private:
-    std::string TemporaryPath() const { return diskPath + temporarySuffix; }
+    static std::string SuffixFor(eSharing sharing) {
+        return (sharing == eSharing::Own
+                    ? std::string()
+                    : "." + platform::MachineName() + "-" + std::to_string(platform::ProcessNumber())) +
+               temporarySuffix;
+    }
+    std::string TemporaryPath() const { return diskPath + suffix; }
 
+    const std::string suffix;
     platform::eFile file;
     std::string diskPath;
     bool isPending = false;
@@ -97,10 +105,8 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
     return status;
 }
 
-}  // namespace
-
-platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std::uint8_t> content) {
-    eNewFile file;
+platform::eIoStatus Store(const std::string& path, std::span<const std::uint8_t> content, eSharing sharing) {
+    eNewFile file(sharing);
     platform::eIoStatus status = file.Open(path);
     if (status.IsOk()) {
         status = file.Write(content.data(), content.size());
@@ -111,17 +117,24 @@ platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std:
     return status;
 }
 
+}  // namespace
+
+platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std::uint8_t> content) {
+    return Store(path, content, eSharing::Own);
+}
+
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
-                    const eMessagePlace& owner) {
-    const platform::eIoStatus status = StoreWholeFile(path, content);
+                    const eMessagePlace& owner, eSharing sharing) {
+    const platform::eIoStatus status = Store(path, content, sharing);
     if (!status.IsOk()) {
         TellWriteFailure(path, status, owner);
     }
     return status.IsOk();
 }
 
-bool CopyWholeFile(const std::string& source, const std::string& target, const eMessagePlace& owner) {
-    eNewFile copy;
+bool CopyWholeFile(const std::string& source, const std::string& target, const eMessagePlace& owner,
+                   eSharing sharing) {
+    eNewFile copy(sharing);
     const eCopyStatus status = Copy(source, copy, target);
     if (!status.read.IsOk()) {
         TellReadFailure(source, status.read, owner);

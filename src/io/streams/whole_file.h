@@ -12,12 +12,17 @@
 
 namespace xIo {
 
+// Whether other runs may write the file at the same time. Then its .tmp has a name of this process's own:
+// "wood.bmp.station7-4711.tmp".
+enum class eSharing { Own, Shared };
+
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,
-                    const eMessagePlace& owner = {});
+                    const eMessagePlace& owner = {}, eSharing sharing = eSharing::Own);
 // The same without a word: the caller knows whom to tell.
 platform::eIoStatus StoreWholeFile(const std::string& path, std::span<const std::uint8_t> content);
 
 // The copy's last-write time is that of the copying. The source may be the target.
-bool CopyWholeFile(const std::string& source, const std::string& target, const eMessagePlace& owner = {});
+bool CopyWholeFile(const std::string& source, const std::string& target, const eMessagePlace& owner = {},
+                   eSharing sharing = eSharing::Own);
 
 }  // namespace xIo

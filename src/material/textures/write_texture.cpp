@@ -54,6 +54,8 @@ struct eTextureRequest {
                 .material = GetMaterialName(material),
                 .map = texture.texmap != nullptr ? texture.texmap->GetName() : std::string()};
     }
+    // Models of many scenes share the common textures.
+    xIo::eSharing Sharing() const { return texture.inCommon ? xIo::eSharing::Shared : xIo::eSharing::Own; }
     // What decides about the file; the first of the reasons stays.
     void Note(eFileRule rule, const std::string& source = {}) const {
         if (eFileNote* const note = NoteFile(run, texture.file, rule)) {
@@ -231,7 +233,7 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
             TellSides(request, plan);
         }
     }
-    xIo::WriteWholeFile(request.texture.file, content, request.Owner());
+    xIo::WriteWholeFile(request.texture.file, content, request.Owner(), request.Sharing());
 }
 
 void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
@@ -242,7 +244,8 @@ void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (plan.picture.role.isBump) {
         WriteNormalMap(request, plan, image);
     } else {
-        xIo::WriteWholeFile(request.texture.file, MakeBmp(image, plan.bitsPerPixel), request.Owner());
+        xIo::WriteWholeFile(request.texture.file, MakeBmp(image, plan.bitsPerPixel), request.Owner(),
+                            request.Sharing());
     }
 }
 
@@ -262,7 +265,7 @@ void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
         return;
     }
     if (texture.isCopied) {
-        xIo::CopyWholeFile(plan->source, texture.file, request.Owner());
+        xIo::CopyWholeFile(plan->source, texture.file, request.Owner(), request.Sharing());
     } else {
         MakeTexture(request, *plan);
     }

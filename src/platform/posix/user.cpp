@@ -19,6 +19,16 @@ std::string AccountName() {
     return ansi && !ansi->empty() ? ansi->substr(0, longest) : "unknown";
 }
 
+std::string MachineName() {
+    constexpr std::size_t kLongest = 256;
+    char name[kLongest] = {};
+    return ::gethostname(name, kLongest - 1) == 0 && name[0] != '\0' ? name : "unknown";
+}
+
+std::uint32_t ProcessNumber() {
+    return static_cast<std::uint32_t>(::getpid());
+}
+
 std::optional<std::string> NetworkPath(std::string_view) {
     return std::nullopt;
 }

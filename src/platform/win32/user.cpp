@@ -36,6 +36,16 @@ std::string AccountName() {
     return ansi ? ansi->substr(0, longest) : "unknown";
 }
 
+std::string MachineName() {
+    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
+    DWORD length = MAX_COMPUTERNAME_LENGTH + 1;
+    return ::GetComputerNameW(name, &length) && length > 0 ? Utf8FromWide({name, length}) : "unknown";
+}
+
+std::uint32_t ProcessNumber() {
+    return ::GetCurrentProcessId();
+}
+
 std::optional<std::string> NetworkPath(std::string_view path) {
     std::string native;
     if (!MakeNative(path, ePathForm::Resource, native).IsOk()) {
