@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_layer.h"
+#include "platform/layer_over.h"
 
 namespace platform {
 
@@ -21,9 +21,12 @@ struct eUnsettledFile {
     bool isOnDisk = false;  // the content is, and only the name could not be given
 };
 
-class eGatheringLayer : public eFileLayer {
+class eGatheringLayer : public eLayerOver {
 public:
-    explicit eGatheringLayer(eFileLayer& lower) : below(lower) {}
+    explicit eGatheringLayer(eFileLayer& lower) : eLayerOver(lower) {}
+
+    // Nothing that is written waits for the disk before Settle.
+    bool IsLasting() const override { return false; }
 
     // Brings all contents to the disk, then gives all names, then brings those to the disk, each folder once.
     // Whatever happens meanwhile, a final name holds its old file or the whole new one.
@@ -36,11 +39,9 @@ public:
     eIoStatus SyncContent(const std::string& native) override { return below.SyncContent(Standing(native)); }
     void SyncNames(const std::string&) override {}  // Settle does it
     eIoStatus Rename(const std::string& source, const std::string& target) override;
-    eIoStatus MakeFolder(const std::string& native) override { return below.MakeFolder(native); }
     eIoStatus Remove(const std::string& native) override;
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
-    eIoStatus CheckFolder(const std::string& native) const override { return below.CheckFolder(native); }
 
 private:
     struct eWaiting {
@@ -54,7 +55,6 @@ private:
     bool IsWaitingTemporary(const std::string& native) const;
     eIoStatus SettleFor(const std::string& native);
 
-    eFileLayer& below;
     eWaitingFiles waiting;
     std::map<std::string, std::string> targets;  // keys of `waiting` by NativeCaseKey of the temporary name
 };
