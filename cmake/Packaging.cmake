@@ -1,7 +1,9 @@
 # Packages by CPack: a .deb here, a .zip for Windows. What a .deb holds beside the program is made by the program itself.
 
 set(CPACK_PACKAGE_NAME zyrexport)
-set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+include(cmake/ZyrVersion.cmake)
+zyr_describe(${CMAKE_SOURCE_DIR} ${PROJECT_VERSION} package_version package_commit)
+set(CPACK_PACKAGE_VERSION ${package_version})
 set(CPACK_PACKAGE_CONTACT "zyrexport developers <zyrexport@zyrexport.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "scene exporter, the last link of a game's art pipeline")
 set(CPACK_PACKAGE_DESCRIPTION

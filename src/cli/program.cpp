@@ -27,6 +27,7 @@
 #include "cli/properties_command.h"
 #include "cli/terminal_text.h"
 #include "cli/verify_command.h"
+#include "cli/version.h"
 #include "cli/why_command.h"
 #include "platform/utf8_path.h"
 
@@ -95,7 +96,7 @@ int RunProgram(std::vector<std::string> arguments) {
         return kExitUsage;
     }
     CLI::App program("Exports 3D scenes to the game's resource tree.", "zyrexport");
-    program.set_version_flag("--version", "zyrexport " ZYREXPORT_VERSION);
+    program.set_version_flag("--version", VersionText);
     program.require_subcommand(1);
     // A word that begins with a slash is a path.
     program.allow_windows_style_options(false);
