@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "batch/build_folder.h"
+#include "batch/shell_word.h"
 
 namespace batch {
 
@@ -11,7 +12,7 @@ namespace {
 // `$out` is always the report, or the list of models. Exit status 3 tells of errors that the report has; a
 // scene that can't be read, status 2, is told by its export. What a run hangs on is told on lines with a
 // prefix, which may hold any letters, where a depfile breaks at some. What an earlier run has left must not
-// pass for the result of one that fails.
+// pass for the result of one that fails. An export that a farm has done is only entered.
 constexpr const char* kRules = R"(ninja_required_version = 1.10
 msvc_deps_prefix = source: 
 tell = sed -n '/^missing: /!s/^/source: /p'
@@ -22,19 +23,10 @@ rule models
   description = models of $scene
 
 rule export
-  command = rm -f $out; { $call --keep-options --quiet --report $out --sources $sources > $log 2>&1 || [ $$? -eq 3 ]; } && $tell $sources
+  command = [ -s $done ] || $export; { read s < $done; } 2> /dev/null && rm -f $done && { [ $$s -eq 0 ] || [ $$s -eq 3 ]; } && $tell $sources
   deps = msvc
   description = $scene
 )";
-
-// In quotes that leave every letter as it is.
-std::string ShellWord(const std::string& word) {
-    std::string text = "'";
-    for (const char letter : word) {
-        text += letter == '\'' ? "'\\''" : std::string(1, letter);
-    }
-    return text + "'";
-}
 
 // A text in which the letters of `special` and the dollar stand for themselves.
 std::string Escaped(const std::string& text, std::string_view special) {
@@ -65,12 +57,19 @@ std::string CallOf(const eBuildWork& work, const char* command, const eBatchScen
     return call;
 }
 
-std::string Edge(const char* rule, const eStepFiles& files, const eBatchScene& scene,
-                 const std::string& call) {
+std::string Edge(const char* rule, const eStepFiles& files, const eBatchScene& scene) {
     return "\nbuild " + NinjaPath(files.result) + ": " + rule + " " + NinjaPath(scene.path) +
-           "\n  call = " + NinjaValue(call) + "\n  scene = " + NinjaValue(scene.path) +
-           "\n  sources = " + NinjaValue(ShellWord(files.sources)) +
-           "\n  log = " + NinjaValue(ShellWord(files.log)) + "\n";
+           "\n  scene = " + NinjaValue(scene.path) + "\n  sources = " + NinjaValue(ShellWord(files.sources));
+}
+
+std::string ModelsEdge(const eBuildWork& work, const eBatchScene& scene, const eStepFiles& files) {
+    return Edge("models", files, scene) + "\n  log = " + NinjaValue(ShellWord(files.log)) +
+           "\n  call = " + NinjaValue(CallOf(work, "plan", scene)) + "\n";
+}
+
+std::string ExportEdge(const eBuildWork& work, const eBatchScene& scene, const eSceneFiles& files) {
+    return Edge("export", files.exports, scene) + "\n  done = " + NinjaValue(ShellWord(files.done)) +
+           "\n  export = " + NinjaValue(ExportText(work, scene)) + "\n";
 }
 
 std::string Phony(const char* name, const std::string& inputs) {
@@ -79,16 +78,24 @@ std::string Phony(const char* name, const std::string& inputs) {
 
 }  // namespace
 
+std::string ExportText(const eBuildWork& work, const eBatchScene& scene) {
+    const eSceneFiles files = FilesOf(work.buildFolder, scene.path);
+    return "{ rm -f " + ShellWord(files.exports.result) + "; ( " + CallOf(work, "export", scene) +
+           " --keep-options --quiet --report " + ShellWord(files.exports.result) + " --sources " +
+           ShellWord(files.exports.sources) +
+           (work.keepsManifests ? " --manifest " + ShellWord(files.manifest) : "") + " > " +
+           ShellWord(files.exports.log) +
+           " 2>&1 ); s=$?; [ $s -ge 128 ] || echo $s > " + ShellWord(files.done) + "; }";
+}
+
 std::string BuildFileText(const eBuildWork& work) {
     std::string text = kRules;
     std::string models;
     std::string reports;
     for (const eBatchScene& scene : work.scenes) {
         const eSceneFiles files = FilesOf(work.buildFolder, scene.path);
-        text += Edge("models", files.models, scene, CallOf(work, "plan", scene));
-        text += Edge("export", files.exports, scene,
-                     CallOf(work, "export", scene) +
-                         (work.keepsManifests ? " --manifest " + ShellWord(files.manifest) : ""));
+        text += ModelsEdge(work, scene, files.models);
+        text += ExportEdge(work, scene, files);
         models += " $\n  " + NinjaPath(files.models.result);
         reports += " $\n  " + NinjaPath(files.exports.result);
     }

@@ -23,4 +23,8 @@ struct eBuildWork {
 // the folder in which ninja runs. Needs a POSIX shell.
 std::string BuildFileText(const eBuildWork& work);
 
+// The export of one scene as a command of the shell, which writes its exit status into the scene's file
+// "done"; none if something has killed it, which says nothing of the scene.
+std::string ExportText(const eBuildWork& work, const eBatchScene& scene);
+
 }  // namespace batch

@@ -36,7 +36,8 @@ eSceneFiles FilesOf(const std::string& buildFolder, const std::string& scene) {
     const std::string folder = buildFolder + "/" + PlainName(scene) + "-" + HexHash(scene) + "/";
     return {{folder + "models.json", folder + "models.log", folder + "models.sources"},
             {folder + "report.json", folder + "report.log", folder + "report.sources"},
-            folder + "manifest.json"};
+            folder + "manifest.json",
+            folder + "report.done"};
 }
 
 }  // namespace batch

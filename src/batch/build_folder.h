@@ -7,6 +7,8 @@
 //   NAME/manifest.json     what that has written and from what, where manifests are wanted
 //   NAME/*.log             what each of the two steps has printed
 //   NAME/*.sources         what each hangs on
+//   NAME/report.done       how an export has ended that the build does not know of yet
+//   farm/                  what a farm works on (farm.h)
 #pragma once
 
 #include <string>
@@ -23,6 +25,7 @@ struct eSceneFiles {
     eStepFiles models;
     eStepFiles exports;
     std::string manifest;
+    std::string done;
 };
 
 // The files of a scene in the build folder. NAME is the scene's file name and a number made of its whole

@@ -19,8 +19,8 @@ std::set<std::string> ModelFolders(const std::string& listFile) {
     std::ifstream stream(platform::PathFromUtf8(listFile), std::ios::binary);
     const json list = json::parse(stream, nullptr, false);
     std::set<std::string> folders;
-    if (list.is_object() && list.contains("models")) {
-        for (const json& model : list["models"]) {
+    for (const json& model : list.is_object() ? list.value("models", json::array()) : json::array()) {
+        if (model.is_object() && model.contains("folder") && model["folder"].is_string()) {
             folders.insert(model["folder"].get<std::string>());
         }
     }

@@ -7,10 +7,12 @@
 #include <fstream>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string_view>
 
 #include "batch/build_folder.h"
 #include "platform/folder.h"
+#include "platform/folder_memory.h"
 #include "platform/path_text.h"
 #include "platform/utf8_path.h"
 
@@ -24,9 +26,48 @@ using platform::PathFromUtf8;
 
 constexpr std::array kKinds = {"fatal", "error", "warning", "advice"};
 
-ordered_json ReadReport(const std::string& file) {
+// What a batch asks of a report.
+struct eReport {
+    struct eTold {
+        std::string kind;
+        std::string code;
+        std::string text;
+    };
+
+    int exitCode = 0;
+    int models = 0;                  // written
+    std::vector<std::string> files;  // that lie there
+    std::vector<eTold> messages;
+};
+
+eReport ReportFrom(const ordered_json& json) {
+    eReport report;
+    report.exitCode = json.at("exit").get<int>();
+    for (const ordered_json& model : json.at("models")) {
+        report.models += model.at("skipped").get<bool>() ? 0 : 1;
+    }
+    for (const ordered_json& file : json.at("files")) {
+        if (file.at("action") != "deleted") {
+            report.files.push_back(file.at("path").get<std::string>());
+        }
+    }
+    for (const ordered_json& message : json.at("messages")) {
+        report.messages.push_back({message.at("kind").get<std::string>(),
+                                   message.at("code").get<std::string>(),
+                                   message.at("english").get<std::string>()});
+    }
+    return report;
+}
+
+// Nothing where there is none, or one that somebody has edited out of its form.
+std::optional<eReport> ReadReport(const std::string& file) {
     std::ifstream stream(PathFromUtf8(file), std::ios::binary);
-    return ordered_json::parse(stream, nullptr, false);
+    const ordered_json json = ordered_json::parse(stream, nullptr, false);
+    try {
+        return json.is_object() ? std::optional(ReportFrom(json)) : std::nullopt;
+    } catch (const ordered_json::exception&) {
+        return std::nullopt;
+    }
 }
 
 std::string LastLine(const std::string& file) {
@@ -38,11 +79,10 @@ std::string LastLine(const std::string& file) {
     return last.empty() ? "has left no report" : last;
 }
 
-bool HasLostFile(const ordered_json& report) {
-    return std::ranges::any_of(report["files"], [](const ordered_json& file) {
+bool HasLostFile(const eReport& report) {
+    return std::ranges::any_of(report.files, [](const std::string& file) {
         std::error_code ignored;
-        return file["action"] != "deleted" &&
-               !fs::exists(PathFromUtf8(file["path"].get<std::string>()), ignored);
+        return !fs::exists(PathFromUtf8(file), ignored);
     });
 }
 
@@ -65,35 +105,32 @@ void Remove(const std::string& file) {
     fs::remove(PathFromUtf8(file), ignored);
 }
 
-void TakeMessages(eSceneResult& result, const ordered_json& report) {
-    for (const ordered_json& message : report["messages"]) {
-        ++result.messages[message["kind"].get<std::string>()];
+void TakeMessages(eSceneResult& result, const eReport& report) {
+    for (const eReport::eTold& message : report.messages) {
+        ++result.messages[message.kind];
     }
     for (const char* kind : kKinds) {
-        for (const ordered_json& message : report["messages"]) {
-            if (message["kind"] == kind) {
-                result.worst =
-                    message["code"].get<std::string>() + ": " + message["english"].get<std::string>();
-                return;
-            }
+        const auto worst = std::ranges::find(report.messages, kind, &eReport::eTold::kind);
+        if (worst != report.messages.end()) {
+            result.worst = worst->code + ": " + worst->text;
+            return;
         }
     }
 }
 
 eSceneResult ResultOf(const eBatchScene& scene, const std::string& buildFolder) {
     const eSceneFiles files = FilesOf(buildFolder, scene.path);
-    const ordered_json report = ReadReport(files.exports.result);
+    const std::optional<eReport> report = ReadReport(files.exports.result);
     eSceneResult result;
     result.scene = scene.path;
-    if (!report.is_object()) {
+    if (!report) {
         result.exitCode = eSceneResult::kNoReport;
         result.worst = LastLine(files.exports.log);
         return result;
     }
-    result.exitCode = report["exit"].get<int>();
-    result.models = static_cast<int>(std::ranges::count_if(
-        report["models"], [](const ordered_json& model) { return model["skipped"] == false; }));
-    TakeMessages(result, report);
+    result.exitCode = report->exitCode;
+    result.models = report->models;
+    TakeMessages(result, *report);
     return result;
 }
 
@@ -138,12 +175,13 @@ eReportTimes ReportTimes(const std::string& buildFolder, const std::vector<eBatc
 
 void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScene>& scenes,
                     bool keepsManifests) {
+    platform::RememberFolders(true);  // thousands of scenes look for the same files in vain
     for (const eBatchScene& scene : scenes) {
         const eSceneFiles files = FilesOf(buildFolder, scene.path);
-        const ordered_json report = ReadReport(files.exports.result);
+        const std::optional<eReport> report = ReadReport(files.exports.result);
         std::error_code ignored;
         const bool isListed = !keepsManifests || fs::exists(PathFromUtf8(files.manifest), ignored);
-        if (report.is_object() && (HasLostFile(report) || !isListed)) {
+        if (!report || HasLostFile(*report) || !isListed) {
             Remove(files.exports.result);
         }
         for (const eStepFiles& step : {files.models, files.exports}) {
@@ -152,6 +190,7 @@ void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScen
             }
         }
     }
+    platform::RememberFolders(false);
 }
 
 std::vector<eSceneResult> ReadResults(const std::string& buildFolder, const std::vector<eBatchScene>& scenes,

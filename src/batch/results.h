@@ -32,7 +32,8 @@ using eReportTimes = std::map<std::string, std::int64_t>;
 eReportTimes ReportTimes(const std::string& buildFolder, const std::vector<eBatchScene>& scenes);
 
 // Takes away what is known of each scene that is out of date in a way which no file's time tells: a file is
-// gone that its report names as written or kept, or its manifest, or one has come that was missing.
+// gone that its report names as written or kept, or its manifest where manifests are kept, the report itself
+// is none, or a file has come that was missing.
 void ForgetOutdated(const std::string& buildFolder, const std::vector<eBatchScene>& scenes,
                     bool keepsManifests);
 

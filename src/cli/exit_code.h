@@ -10,6 +10,7 @@ enum eExitCode {
     kExitErrors = 3,       // came to its end, but showed errors
     kExitAdvice = 4,       // lint --strict: no errors, but something was told
     kExitDiffers = 5,      // verify, check: a file is not what it should be
+    kExitAtWork = 6,       // batch --state: the farm has not come to its end
     kExitCancelled = 130,  // the user stopped it
 };
 

@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "support/environment.h"
 #include "support/pictures.h"
 #include "support/program.h"
 #include "support/temp_folder.h"
@@ -59,6 +61,12 @@ TEST_F(Batch, ExportsWhatIsOutOfDate) {
     EXPECT_TRUE(folder.Has("game/units/c/gone.bmp"));
     std::filesystem::remove(folder / "game/units/b/b.mdl");
     EXPECT_THAT(Run(Art()).output, HasSubstr("1 exported, 2 up to date"));
+    for (const auto& file : std::filesystem::recursive_directory_iterator(folder / "build")) {
+        if (file.path().filename() == "report.json") {
+            std::ofstream(file.path()) << R"({"exit": 0, "files": [{}]})";
+        }
+    }
+    EXPECT_THAT(Run(Art()).output, HasSubstr("3 exported, 0 up to date"));
     EXPECT_THAT(Run(Art(), "--no-animation").output, HasSubstr("3 exported, 0 up to date"));
 }
 
@@ -85,6 +93,57 @@ TEST_F(Batch, TellsConflictsAndFaultsByScene) {
     EXPECT_EQ(slip.exitCode, 2);
     EXPECT_THAT(slip.errors, HasSubstr("/flag: "));
     EXPECT_THAT(slip.errors, HasSubstr("art/none.glb: "));
+}
+
+// A farm whose tasks run at once, but for the second one, which is lost, and whose queue is a file.
+constexpr const char* kSbatch = R"sh(#!/bin/sh
+cd "$(dirname "$0")" && echo called >> calls
+for word; do case $word in --array=1-*) tasks=${word#--array=1-};; esac; script=$word; done
+[ -n "$tasks" ] || { sh "$script" > closing.log 2>&1; echo '8;cluster'; exit; }
+for task in 1 3; do [ $task -gt $tasks ] || SLURM_ARRAY_TASK_ID=$task sh "$script"; done
+echo 7
+)sh";
+
+class Farm : public Batch {
+protected:
+    Farm() {
+        folder.Write("bin/sbatch", kSbatch);
+        folder.Write("bin/squeue", "#!/bin/sh\ncat " + (folder / "queue"));
+        for (const char* name : {"bin/sbatch", "bin/squeue"}) {
+            std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
+        }
+        support::SetEnvironment("PATH", ((folder / "bin") + ":" + path).c_str());
+    }
+    ~Farm() override { support::SetEnvironment("PATH", path.c_str()); }
+
+    const std::string path = std::getenv("PATH");
+};
+
+// Would catch: work that is handed over for nothing or gets lost with its task, reports that nobody gathers,
+// a farm that is asked for its state and says the wrong one, two that work on one folder.
+TEST_F(Farm, ExportsWhatIsOutOfDate) {
+    const std::string flags = "--engine slurm --tasks 3";
+    const support::eProgramResult first = Run(Art(), flags);
+    EXPECT_EQ(first.exitCode, 0) << first.errors;
+    EXPECT_THAT(first.output, HasSubstr("3 scenes: 3 exported, 0 up to date, 0 not exported"));
+    EXPECT_THAT(folder.Read("bin/closing.log"), HasSubstr("2 scenes were exported by tasks\n"));
+    EXPECT_EQ(Summary()["scenes"].size(), 3u);
+    folder.Write("bin/calls", "");
+    EXPECT_THAT(Run(Art(), flags).output, HasSubstr("0 exported, 3 up to date"));
+    EXPECT_EQ(folder.Read("bin/calls"), "");
+    folder.Write("art/wall.bmp", support::Bmp({4, 4, 3, std::vector<std::uint8_t>(48)}));
+    EXPECT_THAT(Run(Art(), flags + " --no-wait").output, HasSubstr("The farm works on 2 scenes"));
+    EXPECT_THAT(Run("", "--state").output, HasSubstr("2 exported, 1 up to date"));
+
+    std::filesystem::remove(folder / "build/farm/end");
+    folder.Write("queue", "7 RUNNING\n7 PENDING\n8 PENDING\n");
+    const support::eProgramResult atWork = Run("", "--state");
+    EXPECT_EQ(atWork.exitCode, 6);
+    EXPECT_THAT(atWork.output, HasSubstr("tasks (job 7): 1 PENDING, 1 RUNNING; closing job (8): 1 PENDING"));
+    EXPECT_EQ(Run(Art()).exitCode, 2);
+    folder.Write("queue", "");
+    EXPECT_EQ(Run("", "--state").exitCode, 1);
+    EXPECT_THAT(Run(Art()).output, HasSubstr("0 exported, 3 up to date"));
 }
 
 }  // namespace
