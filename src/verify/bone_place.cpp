@@ -36,15 +36,6 @@ host::DMatrix3 PlaceInBoneAbove(const eVerifiedScene& scene, const host::INode& 
     return local;
 }
 
-host::DMatrix3 MatrixOf(const eBonePose& pose) {
-    host::DMatrix3 matrix = Exact(MatrixFromQuat(pose.rotation));
-    for (double& component : matrix.rows[2]) {
-        component = pose.mirrored ? -component : component;
-    }
-    matrix.rows[3] = Exact(pose.position);
-    return matrix;
-}
-
 bool IsMirrored(const host::DMatrix3& m) {
     return Dot(Cross(m.rows[0], m.rows[1]), m.rows[2]) < 0;
 }

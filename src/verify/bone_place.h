@@ -1,8 +1,7 @@
 #pragma once
 
-#include "animation/animation_reader.h"
-#include "verify/exact_space.h"
 #include "verify/verified_scene.h"
+#include "written/exact_space.h"
 
 namespace verify {
 
@@ -11,8 +10,7 @@ namespace verify {
 host::DMatrix3 PlaceInBoneAbove(const eVerifiedScene& scene, const host::INode& node, host::TimeValue time,
                                 bool isRoot);
 
-// The matrix of a stored pose.
-host::DMatrix3 MatrixOf(const eBonePose& pose);
+using written::AngleBetween;
 
 bool IsMirrored(const host::DMatrix3& m);
 // True if the axes have length 1 and stand at right angles, mirrored or not: all that the engine's rotations

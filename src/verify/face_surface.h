@@ -8,7 +8,8 @@
 
 #include "host/material.h"
 #include "host/mesh.h"
-#include "verify/exact_space.h"
+#include "verify/verified_scene.h"
+#include "written/exact_space.h"
 
 namespace verify {
 

@@ -1,48 +1,13 @@
 #include "verify/frame_meshes.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "io/clean_name.h"
+#include "written/played_vertices.h"
 
 namespace verify {
 
 namespace {
-
-// The positions of a mesh's vertices as the engine carries them from frame to frame.
-class ePlayedVertices {
-public:
-    explicit ePlayedVertices(const eFileMesh& mesh) : stride_(mesh.stride), positions_(mesh.vertexCount) {
-        Put(0, mesh.vertexCount, mesh.vertices);
-    }
-
-    // False for a section that can't be read or names vertices that are not there.
-    bool Take(std::span<const std::uint8_t> section) {
-        std::string problem;
-        const auto blocks = ReadVertexSection(section, static_cast<int>(stride_), problem);
-        for (const eVertexBlock& block : blocks.value_or(std::vector<eVertexBlock>())) {
-            const auto first = static_cast<std::size_t>(std::max(block.first, 0));
-            const auto count = static_cast<std::size_t>(block.count);
-            if (first + count > positions_.size()) {
-                return false;
-            }
-            Put(first, count, block.vertices);
-        }
-        return blocks.has_value();
-    }
-    const host::Point3& At(int vertex) const { return positions_[static_cast<std::size_t>(vertex)]; }
-
-private:
-    // A vertex begins with its position.
-    void Put(std::size_t first, std::size_t count, std::span<const std::uint8_t> vertices) {
-        for (std::size_t i = 0; i < count; ++i) {
-            std::memcpy(&positions_[first + i], vertices.data() + i * stride_, sizeof(host::Point3));
-        }
-    }
-
-    std::size_t stride_;
-    std::vector<host::Point3> positions_;
-};
 
 class eVertexComparison {
 public:
@@ -97,16 +62,6 @@ private:
     eSceneTriangles static_;
     std::vector<bool> moves_;  // by node
 };
-
-// The key of the bone in the frame, or null.
-const eAnimationKey* KeyIn(const eAnimation& written, int frame, std::size_t bone) {
-    const auto record = std::ranges::lower_bound(written.frames, frame, {}, &eAnimationFrame::frame);
-    if (record == written.frames.end() || record->frame != frame) {
-        return nullptr;
-    }
-    const auto key = std::ranges::find(record->keys, static_cast<int>(bone), &eAnimationKey::bone);
-    return key != record->keys.end() ? &*key : nullptr;
-}
 
 }  // namespace
 

@@ -6,7 +6,7 @@
 #include "verify/finding.h"
 #include "verify/verify_mesh.h"
 #include "verify/written_materials.h"
-#include "verify/written_model.h"
+#include "written/written_model.h"
 
 namespace verify {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "verify/baked_light.h"
-#include "verify/exact_space.h"
 #include "verify/mesh_source.h"
+#include "written/exact_space.h"
 
 namespace verify {
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "verify/clip_verdict.h"
-#include "verify/played_clip.h"
 #include "verify/scene_clips.h"
 #include "verify/verify_mesh.h"
-#include "verify/written_model.h"
+#include "written/played_clip.h"
+#include "written/written_model.h"
 
 namespace verify {
 

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "mesh/file/mesh_reader.h"
-#include "verify/exact_space.h"
+#include "verify/verified_scene.h"
+#include "written/exact_space.h"
 
 namespace verify {
 

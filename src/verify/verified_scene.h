@@ -4,7 +4,11 @@
 #include "host/timeline.h"
 #include "run/options.h"
 
+namespace written {}
+
 namespace verify {
+
+using namespace written;  // the files as the engine reads them
 
 // A scene as the host shows it, and the settings of the export whose files are compared with it. Nothing of
 // an export's own records: what should be in the files is worked out anew from the scene.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "verify/clip_verdict.h"
-#include "verify/played_clip.h"
 #include "verify/scene_clips.h"
+#include "written/played_clip.h"
 
 namespace verify {
 

@@ -2,7 +2,7 @@
 
 #include "verify/finding.h"
 #include "verify/scene_model.h"
-#include "verify/written_model.h"
+#include "written/written_model.h"
 
 namespace verify {
 

@@ -4,20 +4,6 @@
 
 namespace verify {
 
-std::optional<platform::eFileContent> ReadWritten(const eName& path) {
-    platform::eFile file;
-    std::int64_t length = 0;
-    if (!file.Open(path.Text(), platform::eFileAccess::Read).IsOk() || !file.Length(length).IsOk()) {
-        return std::nullopt;
-    }
-    platform::eFileContent content(static_cast<std::size_t>(length));
-    std::size_t got = 0;
-    if (!file.Read(content.data(), content.size(), got).IsOk() || got != content.size()) {
-        return std::nullopt;
-    }
-    return content;
-}
-
 eWrittenMeshes::eFile& eWrittenMeshes::FileIn(const eName& folder) {
     const auto [entry, isNew] = files_.try_emplace(folder);
     eFile& file = entry->second;

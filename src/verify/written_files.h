@@ -1,18 +1,15 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 
 #include "io/name.h"
 #include "mesh/file/mesh_reader.h"
-#include "platform/file_layer.h"
+#include "verify/verified_scene.h"
+#include "written/written_file.h"
 
 namespace verify {
-
-// The whole file of a resource path, through the layer of files in use. Nothing if it can't be read.
-std::optional<platform::eFileContent> ReadWritten(const eName& path);
 
 // The mesh files of a resource tree, each read once.
 class eWrittenMeshes {

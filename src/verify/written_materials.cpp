@@ -59,13 +59,4 @@ eName eWrittenMaterials::PictureFile(const eName& folder, const std::string& pic
     return {};
 }
 
-ePlacedName Resolve(const eName& folder, const std::string& reference) {
-    const std::size_t slash = reference.rfind('/');
-    if (slash == std::string::npos) {
-        return {folder, reference};
-    }
-    const eName way = folder / eName(reference.substr(0, slash));
-    return {ResolveDots(way.Text()), reference.substr(slash + 1)};
-}
-
 }  // namespace verify

@@ -31,11 +31,4 @@ private:
     std::map<eName, eFile> files_;
 };
 
-// What a name in a model's files leads to, from the model's folder.
-struct ePlacedName {
-    eName folder;
-    std::string name;
-};
-ePlacedName Resolve(const eName& folder, const std::string& reference);
-
 }  // namespace verify

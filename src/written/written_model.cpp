@@ -1,11 +1,11 @@
-#include "verify/written_model.h"
+#include "written/written_model.h"
 
 #include <algorithm>
 
 #include "base/number_text.h"
 #include "inspect/sdl_tree.h"
 
-namespace verify {
+namespace written {
 
 namespace {
 
@@ -64,4 +64,4 @@ eWrittenModel ReadWrittenModel(const eName& file) {
     return model;
 }
 
-}  // namespace verify
+}  // namespace written

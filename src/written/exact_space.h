@@ -7,7 +7,7 @@
 
 #include "host/values.h"
 
-namespace verify {
+namespace written {
 
 using eVector = std::array<double, 3>;
 
@@ -38,4 +38,4 @@ double LargestDifference(const eVector& a, const eVector& b);
 // Between two vectors of any length, in degrees; 0 where one has none.
 double AngleBetween(const eVector& a, const eVector& b);
 
-}  // namespace verify
+}  // namespace written

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "animation/animation_reader.h"
+#include "written/exact_space.h"
 
-namespace verify {
+namespace written {
 
 // A clip of the files with the pose of every bone at every frame, as the engine carries them forward.
 struct ePlayedClip {
@@ -18,4 +19,7 @@ struct ePlayedClip {
     }
 };
 
-}  // namespace verify
+// The matrix of a stored pose.
+host::DMatrix3 MatrixOf(const eBonePose& pose);
+
+}  // namespace written

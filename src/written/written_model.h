@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "verify/exact_space.h"
-#include "verify/written_files.h"
+#include "written/exact_space.h"
+#include "written/written_file.h"
 
-namespace verify {
+namespace written {
 
 // A bone of a model text.
 struct eWrittenBone {
@@ -27,4 +27,4 @@ struct eWrittenModel {
 
 eWrittenModel ReadWrittenModel(const eName& file);
 
-}  // namespace verify
+}  // namespace written

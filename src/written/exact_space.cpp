@@ -1,9 +1,9 @@
-#include "verify/exact_space.h"
+#include "written/exact_space.h"
 
 #include <algorithm>
 #include <numbers>
 
-namespace verify {
+namespace written {
 
 host::DMatrix3 Exact(const host::Matrix3& m) {
     host::DMatrix3 exact;
@@ -71,4 +71,4 @@ double AngleBetween(const eVector& a, const eVector& b) {
     return std::atan2(Length(cross), Dot(a, b)) * 180 / std::numbers::pi;
 }
 
-}  // namespace verify
+}  // namespace written
