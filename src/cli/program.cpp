@@ -15,6 +15,7 @@
 #include "cli/convert_command.h"
 #include "cli/exit_code.h"
 #include "cli/export_command.h"
+#include "cli/gltf_command.h"
 #include "cli/help_format.h"
 #include "cli/inspect_command.h"
 #include "cli/known_names.h"
@@ -53,6 +54,7 @@ constexpr eCommand kCommands[] = {
     {"check", AddCheckCommand},
     {"convert", AddConvertCommand},
     {"inspect", AddInspectCommand},
+    {"gltf", AddGltfCommand},
     {"pak", AddPakCommand},
     {"options", AddOptionsCommand},
     {"properties", AddPropertiesCommand},

@@ -21,8 +21,6 @@ std::string Joined(const std::vector<std::string>& words) {
     return text;
 }
 
-eDescription DescribeBlock(const eSdlBlock& block);
-
 // Adds a block to what is said of the one around it. Values beside blocks go to the name, and so do those of
 // a second block of one name.
 void AddBlock(eDescription& description, const eSdlBlock& block) {
@@ -31,20 +29,6 @@ void AddBlock(eDescription& description, const eSdlBlock& block) {
         name += " " + Joined(block.Values());
     }
     description[name] = DescribeBlock(block);
-}
-
-// A block without blocks inside is one line: its values, or a mark.
-eDescription DescribeBlock(const eSdlBlock& block) {
-    const std::vector<const eSdlBlock*> inner = block.Blocks();
-    if (inner.empty()) {
-        const std::vector<std::string> values = block.Values();
-        return values.empty() ? eDescription(true) : eDescription(Joined(values));
-    }
-    eDescription description = eDescription::object();
-    for (const eSdlBlock* child : inner) {
-        AddBlock(description, *child);
-    }
-    return description;
 }
 
 eDescription DescribePolyhedron(const eSdlBlock& block) {
@@ -167,6 +151,19 @@ eDescription DescribeSupportPoints(const eSdlBlock& bone) {
 }
 
 }  // namespace
+
+eDescription DescribeBlock(const eSdlBlock& block) {
+    const std::vector<const eSdlBlock*> inner = block.Blocks();
+    if (inner.empty()) {
+        const std::vector<std::string> values = block.Values();
+        return values.empty() ? eDescription(true) : eDescription(Joined(values));
+    }
+    eDescription description = eDescription::object();
+    for (const eSdlBlock* child : inner) {
+        AddBlock(description, *child);
+    }
+    return description;
+}
 
 eDescription DescribeModel(const eSdlBlock& file) {
     eDescription description;

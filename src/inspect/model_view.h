@@ -9,6 +9,9 @@ namespace inspect {
 // with their shapes and sizes, and previews.
 eDescription DescribeModel(const eSdlBlock& file);
 
+// All that stands in a block: an object with its blocks by name, a line of its values, or true.
+eDescription DescribeBlock(const eSdlBlock& block);
+
 // An entity definition: placement, nested models, animations, volumes and marks.
 eDescription DescribeEntity(const eSdlBlock& file);
 

@@ -46,11 +46,42 @@ std::optional<ePixelImage> PixelsOfBmp(std::span<const std::uint8_t> content, st
     return image;
 }
 
+bool IsOpaque(const ePixelImage& image) {
+    for (std::size_t i = 3; i < image.rgba.size(); i += 4) {
+        if (image.rgba[i] != 0xFF) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<std::uint8_t> WithoutAlpha(const ePixelImage& image) {
+    std::vector<std::uint8_t> rgb;
+    rgb.reserve(image.rgba.size() / 4 * 3);
+    for (std::size_t i = 0; i < image.rgba.size(); i += 4) {
+        rgb.insert(rgb.end(), {image.rgba[i], image.rgba[i + 1], image.rgba[i + 2]});
+    }
+    return rgb;
+}
+
 void Append(void* user, void* data, int size) {
     static_cast<std::string*>(user)->append(static_cast<const char*>(data), static_cast<std::size_t>(size));
 }
 
+std::string Pack(const ePixelImage& image, const std::vector<std::uint8_t>& texels, int channels) {
+    std::string png;
+    const int width = static_cast<int>(image.width);
+    return stbi_write_png_to_func(Append, &png, width, static_cast<int>(image.height), channels,
+                                  texels.data(), channels * width) != 0
+               ? png
+               : std::string();
+}
+
 }  // namespace
+
+std::string MakePng(const ePixelImage& image) {
+    return IsOpaque(image) ? Pack(image, WithoutAlpha(image), 3) : Pack(image, image.rgba, 4);
+}
 
 std::string PictureAsPng(std::span<const std::uint8_t> content, std::string& problem) {
     const bool isBmp = content.size() >= 2 && content[0] == 'B' && content[1] == 'M';
@@ -59,10 +90,9 @@ std::string PictureAsPng(std::span<const std::uint8_t> content, std::string& pro
     std::string png;
     if (image && image->rgba.empty()) {
         problem = "the picture has no pixels";
-    } else if (image && stbi_write_png_to_func(Append, &png, static_cast<int>(image->width),
-                                               static_cast<int>(image->height), 4, image->rgba.data(),
-                                               static_cast<int>(4 * image->width)) == 0) {
-        problem = "there is not enough memory for the png file";
+    } else if (image) {
+        png = Pack(*image, image->rgba, 4);
+        problem = png.empty() ? "there is not enough memory for the png file" : "";
     }
     return png;
 }

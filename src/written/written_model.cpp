@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/number_text.h"
-#include "inspect/sdl_tree.h"
 
 namespace written {
 
@@ -17,22 +16,15 @@ void ReadRows(const inspect::eSdlBlock* block, std::size_t first, host::DMatrix3
     }
 }
 
-host::DMatrix3 LocalMatrix(const inspect::eSdlBlock& bone) {
-    host::DMatrix3 matrix;
-    ReadRows(bone.Find("matrix34"), 0, matrix);
-    ReadRows(bone.Find("orientation"), 0, matrix);
-    ReadRows(bone.Find("Position"), 3, matrix);
-    return matrix;
-}
-
 void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWrittenBone>& bones) {
     for (const inspect::eSdlBlock* block : around.Blocks("bone")) {
         const std::vector<std::string> values = block->Values();
         const int number = static_cast<int>(bones.size());
         bones.push_back({.name = values.empty() ? std::string() : values.back(),
                          .above = above,
-                         .local = LocalMatrix(*block),
-                         .views = {}});
+                         .local = PlaceOf(*block),
+                         .views = {},
+                         .block = block});
         for (const inspect::eSdlBlock* view : block->Blocks("view")) {
             const std::vector<std::string> words = view->Values();
             bones.back().views.push_back(words.empty() ? std::string() : words.back());
@@ -42,6 +34,14 @@ void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWritten
 }
 
 }  // namespace
+
+host::DMatrix3 PlaceOf(const inspect::eSdlBlock& block) {
+    host::DMatrix3 matrix;
+    ReadRows(block.Find("matrix34"), 0, matrix);
+    ReadRows(block.Find("orientation"), 0, matrix);
+    ReadRows(block.Find("Position"), 3, matrix);
+    return matrix;
+}
 
 int eWrittenModel::NumberOf(const std::string& name) const {
     const auto found = std::ranges::find(bones, name, &eWrittenBone::name);
@@ -55,10 +55,10 @@ eWrittenModel ReadWrittenModel(const eName& file) {
         model.problem = "there is no model text that can be read";
         return model;
     }
-    const inspect::eSdlBlock text = inspect::ReadSdlTree(
+    model.text = inspect::ReadSdlTree(
         file.Text(), std::string(reinterpret_cast<const char*>(content->data()), content->size()),
         model.problem);
-    if (const inspect::eSdlBlock* skeleton = text.Find("skeleton")) {
+    if (const inspect::eSdlBlock* skeleton = model.text.Find("skeleton")) {
         ReadBones(*skeleton, -1, model.bones);
     }
     return model;

@@ -1,0 +1,166 @@
+#include "gltf/model_files.h"
+
+#include <algorithm>
+
+#include "base/ansi.h"
+#include "inspect/sdl_tree.h"
+#include "mesh/file/mesh_check.h"
+#include "platform/folder.h"
+
+namespace gltf {
+
+namespace {
+
+// The files of a folder with that ending, in byte order.
+std::vector<std::string> FilesIn(const eName& folder, std::string_view ending) {
+    std::vector<platform::eFolderEntry> entries;
+    platform::ListFolder(folder.Text(), entries);
+    std::vector<std::string> names;
+    for (const platform::eFolderEntry& entry : entries) {
+        if (!entry.isFolder && eName(entry.name).Text().ends_with(ending)) {
+            names.push_back(entry.name);
+        }
+    }
+    return names;
+}
+
+std::string Shown(const eName& path) {
+    return platform::DiskPath(path.Text());
+}
+
+// The one model of a folder, or the file itself; empty with the reason in `problem`.
+eName ModelAt(const eName& place, std::string& problem) {
+    if (!platform::Exists(place.Text())) {
+        problem = Shown(place) + ": there is no such folder";
+        return {};
+    }
+    if (!platform::IsFolder(place.Text())) {
+        return place;
+    }
+    const std::vector<std::string> models = FilesIn(place, ".mdl");
+    if (models.size() == 1) {
+        return place / eName(models.front());
+    }
+    problem = Shown(place) + (models.empty() ? ": there is no .mdl in the folder"
+                                             : ": there is more than one model, name one of them:");
+    for (const std::string& model : models) {
+        problem += " " + ToUtf8(model);
+    }
+    return {};
+}
+
+class eModelReader {
+public:
+    explicit eModelReader(std::string& problem) : problem_(problem) {}
+
+    std::optional<eModelFiles> Read(const eName& model) {
+        files_.folder = model.Part(eName::Folder);
+        files_.name = model.Part(eName::Title);
+        const bool isWhole = ReadModel(model) && ReadEntity(model) && ReadMeshes() && ReadClips();
+        return isWhole ? std::optional(std::move(files_)) : std::nullopt;
+    }
+
+private:
+    bool Fault(const eName& file, const std::string& what) {
+        problem_ = Shown(file) + ": " + what;
+        return false;
+    }
+
+    bool ReadModel(const eName& file) {
+        files_.model = written::ReadWrittenModel(file);
+        if (!files_.model.problem.empty()) {
+            return Fault(file, files_.model.problem);
+        }
+        return !files_.model.bones.empty() || Fault(file, "the model has no bones");
+    }
+
+    bool ReadEntity(const eName& model) {
+        const eName file = eName(model.Part(eName::WithoutExtension)).Append(".def");
+        const auto content = written::ReadWritten(file);
+        std::string problem;
+        if (content) {
+            files_.entity =
+                inspect::ReadSdlTree(file.Text(), std::string(content->begin(), content->end()), problem);
+        }
+        return problem.empty() || Fault(file, problem);
+    }
+
+    bool ReadMeshes() {
+        for (const written::eWrittenBone& bone : files_.model.bones) {
+            for (const std::string& view : bone.views) {
+                const written::ePlacedName place = written::Resolve(files_.folder, view);
+                if (!ReadMeshesIn(place.folder)) {
+                    return false;
+                }
+                if (files_.MeshOf(view) == nullptr) {
+                    files_.warnings.push_back("the bone " + ToUtf8(bone.name) + " shows the mesh " +
+                                              ToUtf8(view) + ", which is not there");
+                }
+            }
+        }
+        return true;
+    }
+
+    bool ReadMeshesIn(const eName& folder) {
+        const auto [entry, isNew] = files_.meshes.try_emplace(folder);
+        const eName path = folder / ".mesh";
+        std::optional<platform::eFileContent> bytes = isNew ? written::ReadWritten(path) : std::nullopt;
+        if (!bytes) {
+            return true;
+        }
+        entry->second = std::make_unique<eMeshFile>();
+        eMeshFile& file = *entry->second;
+        file.bytes = std::move(*bytes);
+        std::string problem;
+        std::optional<eMeshFileContent> content = ReadMeshFile(file.bytes, problem);
+        if (!content) {
+            return Fault(path, problem);
+        }
+        file.content = std::move(*content);
+        for (const eFileMesh& mesh : file.content.meshes) {
+            if (const std::vector<std::string> problems = CheckMesh(mesh); !problems.empty()) {
+                return Fault(path, "the mesh " + ToUtf8(mesh.name) + ": " + problems.front());
+            }
+        }
+        return true;
+    }
+
+    bool ReadClips() {
+        for (const std::string& name : FilesIn(files_.folder, ".anm")) {
+            const eName path = files_.folder / eName(name);
+            std::string problem = "the file can't be read";
+            std::optional<platform::eFileContent> bytes = written::ReadWritten(path);
+            std::optional<eAnimation> clip = bytes ? ReadAnimation(*bytes, problem) : std::nullopt;
+            if (!clip) {
+                return Fault(path, problem);
+            }
+            files_.clips.push_back({.name = eName(name).Part(eName::Title),
+                                    .bytes = std::move(*bytes),
+                                    .played = written::ePlayedClip(std::move(*clip))});
+        }
+        return true;
+    }
+
+    std::string& problem_;
+    eModelFiles files_;
+};
+
+}  // namespace
+
+const eFileMesh* eModelFiles::MeshOf(const std::string& view) const {
+    const written::ePlacedName place = written::Resolve(folder, view);
+    const auto file = meshes.find(place.folder);
+    if (file == meshes.end() || !file->second) {
+        return nullptr;
+    }
+    const std::vector<eFileMesh>& all = file->second->content.meshes;
+    const auto mesh = std::ranges::find(all, place.name, &eFileMesh::name);
+    return mesh != all.end() ? &*mesh : nullptr;
+}
+
+std::optional<eModelFiles> ReadModelFiles(const eName& place, std::string& problem) {
+    const eName model = ModelAt(place, problem);
+    return model.IsEmpty() ? std::nullopt : eModelReader(problem).Read(model);
+}
+
+}  // namespace gltf
