@@ -6,8 +6,8 @@
 #include "answers/file_nodes.h"
 #include "answers/file_reason.h"
 #include "answers/left_over.h"
-#include "answers/same_content.h"
 #include "base/ansi.h"
+#include "inspect/same_content.h"
 #include "platform/path_lookup.h"
 #include "platform/utf8_path.h"
 #include "run/run_flags.h"
@@ -16,6 +16,7 @@ namespace answers {
 
 namespace {
 
+using inspect::eSameness;
 using platform::eEntryKind;
 using platform::eFileContent;
 using platform::eMemoryLayer;
@@ -70,7 +71,8 @@ void SettleState(ePlannedFile& file, const eMemoryLayer::eEntry* entry) {
     }
     file.after = SizeOf(*entry->content);
     const std::optional<eFileContent> before = OnDisk(file.path);
-    const eSameness sameness = before ? CompareContent(*before, *entry->content) : eSameness::Different;
+    const eSameness sameness =
+        before ? inspect::CompareContent(*before, *entry->content) : eSameness::Different;
     file.differsInHead = sameness == eSameness::ButForHead;
     file.state = !before                            ? eFileState::New
                  : sameness == eSameness::Different ? eFileState::Changed

@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "gltf/solid.h"
 #include "inspect/model_view.h"
+#include "inspect/placement.h"
 #include "volume/polyhedron_image.h"
 
 namespace gltf {
@@ -173,7 +174,7 @@ void eMarks::AddVolume(const eSdlBlock& volume) {
     }
     eJson node{{"name", name + " volume"},
                {"mesh", AddSolid(glb_, name + " volume", *solid, Material("volume"))}};
-    const host::DMatrix3 place = written::PlaceOf(volume);
+    const host::DMatrix3 place = inspect::PlacementOf(volume);
     const ePlacement placement = PlacementOf(place);
     if (placement.isSheared) {
         PutMatrix(place, node);

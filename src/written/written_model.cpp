@@ -2,19 +2,11 @@
 
 #include <algorithm>
 
-#include "base/number_text.h"
+#include "inspect/placement.h"
 
 namespace written {
 
 namespace {
-
-// Rows of three numbers behind each other, into the rows from `first` on.
-void ReadRows(const inspect::eSdlBlock* block, std::size_t first, host::DMatrix3& matrix) {
-    const std::vector<std::string> numbers = block != nullptr ? block->Values() : std::vector<std::string>();
-    for (std::size_t i = 0; i < numbers.size() && first + i / 3 < 4; ++i) {
-        matrix.rows[first + i / 3][i % 3] = ReadReal(numbers[i]);
-    }
-}
 
 void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWrittenBone>& bones) {
     for (const inspect::eSdlBlock* block : around.Blocks("bone")) {
@@ -22,7 +14,7 @@ void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWritten
         const int number = static_cast<int>(bones.size());
         bones.push_back({.name = values.empty() ? std::string() : values.back(),
                          .above = above,
-                         .local = PlaceOf(*block),
+                         .local = inspect::PlacementOf(*block),
                          .views = {},
                          .block = block});
         for (const inspect::eSdlBlock* view : block->Blocks("view")) {
@@ -34,14 +26,6 @@ void ReadBones(const inspect::eSdlBlock& around, int above, std::vector<eWritten
 }
 
 }  // namespace
-
-host::DMatrix3 PlaceOf(const inspect::eSdlBlock& block) {
-    host::DMatrix3 matrix;
-    ReadRows(block.Find("matrix34"), 0, matrix);
-    ReadRows(block.Find("orientation"), 0, matrix);
-    ReadRows(block.Find("Position"), 3, matrix);
-    return matrix;
-}
 
 int eWrittenModel::NumberOf(const std::string& name) const {
     const auto found = std::ranges::find(bones, name, &eWrittenBone::name);

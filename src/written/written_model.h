@@ -30,7 +30,4 @@ struct eWrittenModel {
 
 eWrittenModel ReadWrittenModel(const eName& file);
 
-// Where a block of the model's text stands: its matrix34, or its Position and orientation, in metres.
-host::DMatrix3 PlaceOf(const inspect::eSdlBlock& block);
-
 }  // namespace written

@@ -2,7 +2,7 @@
 
 #include "platform/file_layer.h"
 
-namespace answers {
+namespace inspect {
 
 enum class eSameness { Different, ButForHead, Same };
 
@@ -10,4 +10,4 @@ enum class eSameness { Different, ButForHead, Same };
 // what is in it: texts that differ there alone are the same but for their head.
 eSameness CompareContent(const platform::eFileContent& before, const platform::eFileContent& after);
 
-}  // namespace answers
+}  // namespace inspect

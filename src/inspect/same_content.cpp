@@ -1,8 +1,8 @@
-#include "answers/same_content.h"
+#include "inspect/same_content.h"
 
 #include <string_view>
 
-namespace answers {
+namespace inspect {
 
 namespace {
 
@@ -37,4 +37,4 @@ eSameness CompareContent(const platform::eFileContent& before, const platform::e
                                                                      : eSameness::Different;
 }
 
-}  // namespace answers
+}  // namespace inspect
