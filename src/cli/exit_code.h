@@ -6,6 +6,7 @@ namespace cli {
 enum eExitCode {
     kExitDone = 0,         // warnings allowed
     kExitFatal = 1,        // a fatal error
+    kExitUnlike = 1,       // diff: the two say different things
     kExitUsage = 2,        // wrong usage, or a file that can't be read: nothing was written
     kExitErrors = 3,       // came to its end, but showed errors
     kExitAdvice = 4,       // lint --strict: no errors, but something was told

@@ -47,7 +47,8 @@ eInspectedFile ReadResource(const std::string& name) {
     return file;
 }
 
-void ReadTree(const eContainerPath& typed, const std::function<void(const eInspectedFile&)>& visit) {
+void ReadTree(const eContainerPath& typed, eReadFiles files,
+              const std::function<void(const eInspectedFile&)>& visit) {
     const std::optional<std::string> path = FolderOption(typed.path);
     const std::optional<std::string> asked = OptionPath(typed.name);
     if (!path || !asked) {
@@ -65,7 +66,7 @@ void ReadTree(const eContainerPath& typed, const std::function<void(const eInspe
     bool isFound = resolved.empty();
     for (const std::string& name : xRepository::Names()) {
         const bool isOneName = !resolved.empty() && !resolved.ends_with('/');
-        if (IsAskedFor(name, resolved) && (isOneName || IsOurs(name))) {
+        if (IsAskedFor(name, resolved) && (isOneName || files == eReadFiles::All || IsOurs(name))) {
             isFound = true;
             visit(ReadResource(name));
         }
@@ -99,11 +100,19 @@ eContainerPath SplitContainer(const std::string& typed) {
     return {typed, {}};
 }
 
-void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit) {
+bool IsTree(const std::string& typed) {
+    const eContainerPath split = SplitContainer(typed);
+    std::error_code error;
+    return IsContainer(split.path) ? split.name.empty() || split.name.ends_with('/')
+                                   : fs::is_directory(platform::PathFromUtf8(split.path), error);
+}
+
+void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit,
+                   eReadFiles files) {
     const eContainerPath split = SplitContainer(typed);
     std::error_code error;
     if (fs::is_directory(platform::PathFromUtf8(split.path), error) || IsContainer(split.path)) {
-        ReadTree(split, visit);
+        ReadTree(split, files, visit);
     } else {
         ReadLooseFile(typed, visit);
     }

@@ -24,9 +24,16 @@ struct eContainerPath {
 };
 eContainerPath SplitContainer(const std::string& typed);
 
-// Reads what the user has typed, a path that exists. A folder or a container is mounted, and what it holds of
-// the kinds that the export writes comes in byte order of the names, so that a folder and the container made
-// of it look the same; so do the texts that a text includes. For a loose file they are looked up beside it.
-void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit);
+// What is read of a tree.
+enum class eReadFiles { Written, All };  // of the kinds that the export always writes itself, or every file
+
+// True for a folder, a container, or a folder in one.
+bool IsTree(const std::string& typed);
+
+// Reads what the user has typed, a path that exists. A folder or a container is mounted, and its files come
+// in byte order of the names, so that a folder and the container made of it look the same; so do the texts
+// that a text includes. For a loose file they are looked up beside it.
+void ReadInspected(const std::string& typed, const std::function<void(const eInspectedFile&)>& visit,
+                   eReadFiles files = eReadFiles::Written);
 
 }  // namespace cli

@@ -13,6 +13,7 @@
 #include "cli/check_command.h"
 #include "cli/completion_command.h"
 #include "cli/convert_command.h"
+#include "cli/diff_command.h"
 #include "cli/exit_code.h"
 #include "cli/export_command.h"
 #include "cli/gltf_command.h"
@@ -51,6 +52,7 @@ constexpr eCommand kCommands[] = {
     {"plan", AddPlanCommand},
     {"why", AddWhyCommand},
     {"verify", AddVerifyCommand},
+    {"diff", AddDiffCommand},
     {"check", AddCheckCommand},
     {"convert", AddConvertCommand},
     {"inspect", AddInspectCommand},

@@ -13,6 +13,7 @@
 #include "cli/run_option_flags.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
+#include "cli/tolerance_flag.h"
 #include "platform/temporary_folder.h"
 #include "platform/utf8_path.h"
 #include "run/export.h"
@@ -27,30 +28,12 @@ struct eArguments {
     eExportFlags flags;
     std::string root{};  // of files that are written already; empty: the scene is exported first
     verify::eTolerances tolerances{};
-    std::vector<std::string> bounds{};  // KIND=VALUE
+    std::vector<std::string> bounds{};  // KIND=NUMBER
     bool asJson = false;
 };
 
-// False, and told, for a bound that is none.
-bool TakeBound(const std::string& bound, verify::eTolerances& tolerances) {
-    const std::size_t equals = bound.find('=');
-    const std::string kind = bound.substr(0, equals);
-    char* end = nullptr;
-    const char* const number = equals == std::string::npos ? "" : bound.c_str() + equals + 1;
-    const double value = std::strtod(number, &end);
-    const bool isNumber = *number != '\0' && *end == '\0' && value >= 0;
-    constexpr double kMetresPerMillimetre = 0.001;
-    if (isNumber && kind == "mm") {
-        tolerances.metres = value * kMetresPerMillimetre;
-    } else if (isNumber && kind == "degrees") {
-        tolerances.degrees = value;
-    } else if (isNumber && kind == "db") {
-        tolerances.decibels = value;
-    } else {
-        TellError("--tolerance " + bound + ": mm=NUMBER, degrees=NUMBER or db=NUMBER is wanted");
-        return false;
-    }
-    return true;
+eBounds BoundsOf(verify::eTolerances& tolerances) {
+    return {&tolerances.metres, &tolerances.degrees, &tolerances.decibels};
 }
 
 void Print(const verify::eVerification& verification, bool asJson) {
@@ -117,10 +100,8 @@ int VerifyWrittenFiles(eArguments arguments, int exitCode) {
 }
 
 int RunVerify(eArguments arguments) {
-    for (const std::string& bound : arguments.bounds) {
-        if (!TakeBound(bound, arguments.tolerances)) {
-            return kExitUsage;
-        }
+    if (!TakeBounds(arguments.bounds, BoundsOf(arguments.tolerances))) {
+        return kExitUsage;
     }
     if (arguments.root.empty()) {
         return VerifyNewFiles(std::move(arguments));
@@ -150,11 +131,7 @@ void AddVerifyCommand(CLI::App& program, std::function<int()>& action) {
             .add_option("--root", arguments->root,
                         "Resource root with files that are written already; else the scene is exported first")
             ->type_name("DIR");
-    command
-        .add_option("--tolerance", arguments->bounds,
-                    "mm=NUMBER (1 without), degrees=NUMBER (0.1) or db=NUMBER (35); may be repeated")
-        ->type_name("KIND=NUMBER")
-        ->allow_extra_args(false);
+    AddToleranceFlag(command, arguments->bounds, BoundsOf(arguments->tolerances));
     command.add_flag("--json", arguments->asJson, "As JSON");
     CLI::Option* const silent = AddRunFlags(command, arguments->flags);
     root->excludes(silent);

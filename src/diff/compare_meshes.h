@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "diff/change.h"
+
+namespace diff {
+
+// Meshes by their names: triangles, bounds, materials, bones and vertices. Vertices are compared one by one
+// where the triangles join the same numbers, else the triangles are looked up by their places. The problem
+// says why a side can't be read, and is empty if both can.
+void CompareMeshes(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
+                   const eTolerances& tolerances, eChanges& changes, std::string& problem);
+
+}  // namespace diff
