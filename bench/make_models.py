@@ -9,7 +9,10 @@ Usage: bench/make_models.py FOLDER [FACTOR]
     town.glb    200 houses of 192 triangles, each with a mesh and a material of its own, in ten streets
 
 FACTOR multiplies the triangles of body and field, for figures of how cost grows; up to 16. Meshes above 16-bit indices
-get 32 bits.
+get 32 bits. For the same end there are two more, which are made by name only (make):
+
+    nodes.glb   1,000 nodes in a tree of ten children each; FACTOR multiplies them
+    frames.glb  the body with 1,200 triangles; FACTOR multiplies its 300 frames
 """
 
 import array
@@ -67,11 +70,13 @@ class Model:
         return number
 
     def write(self, path):
-        self.json["buffers"] = [{"byteLength": len(self.bytes)}]
+        if self.bytes:
+            self.json["buffers"] = [{"byteLength": len(self.bytes)}]
         text = json.dumps({key: value for key, value in self.json.items() if value}).encode()
         text += b" " * (-len(text) % 4)
         chunks = struct.pack("<II", len(text), 0x4E4F534A) + text
-        chunks += struct.pack("<II", len(self.bytes), 0x004E4942) + bytes(self.bytes)
+        if self.bytes:
+            chunks += struct.pack("<II", len(self.bytes), 0x004E4942) + bytes(self.bytes)
         path.write_bytes(struct.pack("<III", 0x46546C67, 2, 12 + len(chunks)) + chunks)
 
 
@@ -102,8 +107,8 @@ def tube(u, v, radius=1.0, height=1.0):
     return (radius * math.cos(angle), height * v, -radius * math.sin(angle))
 
 
-def body(factor):
-    bones, height, frames = 40, 4.0, 300
+def body(factor, frames=300):
+    bones, height = 40, 4.0
     columns = round(100 * math.sqrt(factor))
     rows = round(300 * math.sqrt(factor))
     skin = sheet(columns, rows, lambda u, v: tube(u, v, 0.3 + 0.1 * math.sin(9 * v), height))
@@ -169,11 +174,26 @@ def town(_):
     return model
 
 
-def make(folder, factor=1):
+def nodes(factor):
+    model = Model()
+    for number in range(round(1000 * factor)):
+        model.node((number - 1) // 10 if number else None, name=f"node{number}", translation=[1, 0, 0.1 * (number % 10)])
+    return model
+
+
+def frames(factor):
+    return body(0.02, round(300 * factor))
+
+
+MODELS = (body, parts, field, town)
+GROWING = (body, field, nodes, frames)
+
+
+def make(folder, factor=1, builders=MODELS):
     folder = pathlib.Path(folder)
     folder.mkdir(parents=True, exist_ok=True)
     made = []
-    for build in (body, parts, field, town):
+    for build in builders:
         made.append(folder / (build.__name__ + ".glb"))
         build(factor).write(made[-1])
     return made
