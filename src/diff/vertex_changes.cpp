@@ -73,7 +73,7 @@ void eVertexChanges::Meet(const eSeenVertex& before, const eSeenVertex& after) {
     const VertexFormat both = a.format & b.format;
     Count(kMoved, written::Length(written::Exact(a.position) - written::Exact(b.position)), bounds_.metres);
     if ((both & VF_NORMAL) != 0) {
-        Count(kNormals, verify::AngleBetween(written::Exact(a.normal), written::Exact(b.normal)),
+        Count(kNormals, written::AngleBetween(written::Exact(a.normal), written::Exact(b.normal)),
               bounds_.degrees);
     }
     const int maps = std::min(UvCount(a.format), UvCount(b.format));
