@@ -21,6 +21,7 @@
 #include "cli/run_record.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
+#include "cli/version.h"
 #include "export/options_file.h"
 #include "export/run_start.h"
 #include "export/scan.h"
@@ -386,7 +387,7 @@ private:
         const eSources sources = OwnSources(*exporter, record, *watch.layer);
         answers::eManifest manifest =
             answers::MakeManifest(*exporter, *journal, sources.files, sources.missing);
-        manifest.program = "zyrexport " ZYREXPORT_VERSION;
+        manifest.program = std::string("zyrexport ") + kVersion;
         manifest.scene = platform::AbsoluteNative(flags.scene);
         const std::string folder = platform::NativeParent(platform::AbsoluteNative(flags.manifest));
         return KeepText("manifest", flags.manifest, answers::ManifestText(manifest, folder));
