@@ -3,11 +3,16 @@
 
 #include <string>
 
+enum class eLanguage { English, Russian };
+
 struct eBilingual {
     std::string russian = {};
     std::string english = {};
 
     bool operator==(const eBilingual&) const = default;
+    const std::string& In(eLanguage language) const {
+        return language == eLanguage::Russian ? russian : english;
+    }
     bool IsEmpty() const { return russian.empty(); }
     eBilingual& operator+=(const eBilingual& more) {
         russian += more.russian;

@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "cli/exit_code.h"
+#include "cli/language_flag.h"
 #include "cli/native_file.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
@@ -41,8 +42,9 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
     return true;
 }
 
-int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target) {
-    auto scene = ReadScene(source, flags, false).scene;
+int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target,
+               eLanguage language) {
+    auto scene = ReadScene(source, flags, false, language).scene;
     if (!scene) {
         return kExitUsage;
     }
@@ -51,8 +53,8 @@ int RunConvert(const std::string& source, const eSceneFlags& flags, const std::s
     }
     const auto written = standalone::WriteSceneDocument(
         *scene, platform::Utf8FromPath(std::filesystem::absolute(platform::PathFromUtf8(target))));
-    for (const std::string& warning : written.warnings) {
-        TellWarning(target + ": " + warning);
+    for (const standalone::eLoadMessage& warning : written.warnings) {
+        TellWarning(target + ": " + warning.Line().In(language));
     }
     const std::string problem = WriteNativeFile(target, written.text);
     if (!problem.empty()) {
@@ -69,15 +71,18 @@ void AddConvertCommand(CLI::App& program, std::function<int()>& action) {
         std::string source;
         std::string target;
         eSceneFlags sceneFlags;
+        std::string language;
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand("convert", "Write a scene as a scene document");
     command.add_option("SCENE", arguments->source, "Scene document, glTF or FBX file")->required();
     command.add_option("OUT", arguments->target, "The scene document to write, NAME.scene.json")->required();
     AddSceneFlags(command, arguments->sceneFlags);
+    AddLanguageFlag(command, arguments->language);
     command.callback([arguments, &action] {
         action = [arguments] {
-            return RunConvert(arguments->source, arguments->sceneFlags, arguments->target);
+            return RunConvert(arguments->source, arguments->sceneFlags, arguments->target,
+                              LanguageOf(arguments->language));
         };
     });
 }

@@ -19,6 +19,7 @@
 #include "cli/native_file.h"
 #include "cli/option_path.h"
 #include "cli/run_record.h"
+#include "cli/run_summary.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
 #include "cli/version.h"
@@ -85,10 +86,6 @@ bool IsReachable(const eName& resourceRoot) {
               " lies on a drive that is not there: name another one with " +
               "--resource-root DIR, or the drive's folder with --drive " + path[0] + "=DIR");
     return false;
-}
-
-std::string Counted(int count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 // False if it can't be written; the user has been told.
@@ -238,7 +235,7 @@ private:
             terminal.output = &nowhere;
         }
         terminal.onlyErrors = flags.quiet;
-        terminal.speaksRussian = SpeaksRussian(flags.language);
+        terminal.speaksRussian = LanguageOf(flags.language) == eLanguage::Russian;
         return terminal;
     }
 
@@ -404,16 +401,7 @@ private:
     }
 
     void TellSummary() const {
-        // A module does not tell of its models.
-        const std::string models =
-            plugin != nullptr ? std::string() : Counted(record.WrittenModels(), "model") + " written, ";
-        const int advice = record.Count(eSeverity::Advice);
-        const std::string advised = advice > 0 ? std::to_string(advice) + " advice, " : std::string();
-        std::printf("%s%s changed, %s, %s, %s%.2f seconds%s\n", models.c_str(),
-                    Counted(record.ChangedFiles(), "file").c_str(),
-                    Counted(record.CountErrors(), "error").c_str(),
-                    Counted(record.Count(eSeverity::Warning), "warning").c_str(), advised.c_str(),
-                    record.seconds, record.cancelled ? ", cancelled" : "");
+        std::printf("%s\n", SummaryOf(record, plugin == nullptr).In(LanguageOf(flags.language)).c_str());
         std::fflush(stdout);
     }
 
@@ -441,7 +429,8 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
     }
     const Clock::time_point begin = Clock::now();
     eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty() || !flags.manifest.empty());
-    standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
+    standalone::eLoadResult loaded =
+        ReadScene(flags.scene, flags.sceneFlags, flags.quiet, LanguageOf(flags.language));
     eRunRecord record;
     record.scene = flags.scene;
     record.messages = SceneMessages(flags.scene, loaded);

@@ -6,13 +6,14 @@ namespace cli {
 
 CLI::Option* AddLanguageFlag(CLI::App& command, std::string& language) {
     return command
-        .add_option("--language", language, "Language of the messages; without it that of the locale")
+        .add_option("--language", language, "Language of messages and answers; without it that of the locale")
         ->type_name("ru|en")
         ->check(CLI::IsMember({"ru", "en"}));
 }
 
-bool SpeaksRussian(const std::string& language) {
-    return (language.empty() ? platform::UserLanguage() : language) == "ru";
+eLanguage LanguageOf(const std::string& flag) {
+    const std::string language = flag.empty() ? platform::UserLanguage() : flag;
+    return language == "ru" ? eLanguage::Russian : eLanguage::English;
 }
 
 }  // namespace cli

@@ -118,7 +118,7 @@ public:
         std::printf("%s: %zu message%s\n", linted.scene.c_str(), linted.messages.size(),
                     linted.messages.size() == 1 ? "" : "s");
         for (const eNodeMessages& node : ByNode(linted.messages)) {
-            PrintNode(node, SpeaksRussian(arguments.flags.language));
+            PrintNode(node, LanguageOf(arguments.flags.language) == eLanguage::Russian);
         }
         std::fputs(answers::AnimationText(linted.journal).c_str(), stdout);
     }

@@ -30,7 +30,9 @@ constexpr const char* kPageHead =
     "warning.\n"
     "**Advice** never shows a box and never changes the exit status: it goes to the log, the terminal and "
     "the\n"
-    "report. A **record** is a warning of the base library in the log. A **fatal** error ends the run.\n";
+    "report. A **record** is a warning of the base library or of what reads a scene file. A **fatal** error "
+    "ends "
+    "the run.\n";
 
 const char* KindWord(eMessageKind kind) {
     switch (kind) {

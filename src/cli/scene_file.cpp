@@ -8,14 +8,14 @@ namespace cli {
 
 using standalone::eLoadResult;
 
-eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet) {
+eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet, eLanguage language) {
     eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text,
                                                       flags.texturePaths, !flags.noSplit, flags.properties});
     for (const eToldMessage& message : SceneMessages(path, loaded)) {
         if (message.Severity() == eSeverity::Error) {
-            TellError(message.text.english);
+            TellError(message.text.In(language));
         } else if (!quiet) {
-            TellWarning(message.text.english);
+            TellWarning(message.text.In(language));
         }
     }
     return loaded;
@@ -23,16 +23,13 @@ eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool qu
 
 std::vector<eToldMessage> SceneMessages(const std::string& path, const eLoadResult& loaded) {
     std::vector<eToldMessage> messages;
-    const auto add = [&](eMessageId id, const std::string& what) {
-        const std::string text = path + ": " + what;
-        messages.push_back({.id = id, .place = {.file = path}, .text = {text, text}});
-    };
-    for (const standalone::eProblem& problem : loaded.problems) {
-        const std::string place = problem.place.empty() ? "" : problem.place + ": ";
-        add(eMessageId::SceneUnreadable, place + problem.text);
-    }
-    for (const std::string& warning : loaded.warnings) {
-        add(eMessageId::SceneNote, warning);
+    for (const auto* list : {&loaded.problems, &loaded.warnings}) {
+        for (const standalone::eLoadMessage& told : *list) {
+            const eBilingual line = told.Line();
+            messages.push_back({.id = told.id,
+                                .place = {.node = told.node, .file = path},
+                                .text = {path + ": " + line.russian, path + ": " + line.english}});
+        }
     }
     return messages;
 }

@@ -10,6 +10,7 @@
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
 #include "cli/export_run.h"
+#include "cli/language_flag.h"
 #include "cli/run_option_flags.h"
 #include "cli/scene_file.h"
 #include "cli/terminal_text.h"
@@ -48,7 +49,8 @@ void Print(const verify::eVerification& verification, bool asJson) {
 // The files of the run, against a host that has not seen it.
 std::optional<verify::eVerification> VerifyRun(const Export& run, const eArguments& arguments) {
     standalone::eLoadResult loaded =
-        ReadScene(arguments.flags.scene, arguments.flags.sceneFlags, arguments.flags.quiet);
+        ReadScene(arguments.flags.scene, arguments.flags.sceneFlags, arguments.flags.quiet,
+                  LanguageOf(arguments.flags.language));
     if (!loaded.scene) {
         return std::nullopt;
     }

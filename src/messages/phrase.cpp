@@ -12,6 +12,10 @@ constexpr ePhraseRow kPhrases[] = {
 
 }  // namespace
 
+std::span<const ePhraseRow> AllPhrases() {
+    return kPhrases;
+}
+
 const ePhraseRow& RowOf(ePhrase id) {
     return kPhrases[static_cast<std::size_t>(id)];
 }

@@ -2,6 +2,8 @@
 // place.
 #pragma once
 
+#include <span>
+
 #include "base/bilingual.h"
 #include "messages/message.h"
 
@@ -16,6 +18,8 @@ struct ePhraseRow {
     const char* english;
 };
 
+// All rows, in the order of the table.
+std::span<const ePhraseRow> AllPhrases();
 const ePhraseRow& RowOf(ePhrase id);
 
 template <class... Values>

@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <regex>
 #include <set>
 
 #include "base/ansi.h"
-#include "messages/phrase.h"
+#include "messages/utf8_words.h"
 
 namespace {
 
@@ -15,8 +16,12 @@ std::vector<std::string> Placeholders(const std::string& text) {
     return {std::sregex_token_iterator(text.begin(), text.end(), kPlaceholder), {}};
 }
 
+bool HasForeignLetters(const std::string& text) {
+    return std::ranges::any_of(text, [](char byte) { return static_cast<signed char>(byte) < 0; });
+}
+
 // Would catch a code that stands for two messages, a translation that swaps or loses a name, a text that is
-// missing in a language, and a cure that is no sentence.
+// missing in a language or stands there in the other, and a cure that is no sentence.
 TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
     std::set<std::string> codes;
     for (const eMessageRow& row : AllMessages()) {
@@ -25,14 +30,17 @@ TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
         EXPECT_TRUE(std::regex_match(row.code, std::regex("[a-z]+(-[a-z]+)*\\.[a-z]+(-[a-z]+)*")));
         EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english));
         EXPECT_STRNE(row.english, "");
+        EXPECT_TRUE(HasForeignLetters(row.russian) || std::string(row.russian) == row.english);
+        EXPECT_FALSE(HasForeignLetters(row.english) || HasForeignLetters(row.cure));
+        EXPECT_TRUE(HasForeignLetters(row.russianCure));
         EXPECT_EQ(std::string(row.cure).back(), '.');
         EXPECT_EQ(std::string(row.russianCure).back(), '.');
         EXPECT_EQ(FindMessage(row.code), &row);
     }
     EXPECT_EQ(FindMessage("bones"), nullptr);
-    for (int phrase = 0; phrase <= static_cast<int>(ePhrase::StageTextures); ++phrase) {
-        const ePhraseRow& row = RowOf(static_cast<ePhrase>(phrase));
+    for (const ePhraseRow& row : AllPhrases()) {
         EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english)) << row.english;
+        EXPECT_TRUE(HasForeignLetters(row.russian) && !HasForeignLetters(row.english)) << row.english;
     }
 }
 
@@ -45,6 +53,13 @@ TEST(MessageTable, APhraseFollowsTheLanguageOfItsMessage) {
         "The bone 'b' shows the mesh of the bone 'c', but that mesh is not written: the bone 'd' is hidden.");
     EXPECT_EQ(ToUtf8(message.text.russian),
               "Кость 'b' показывает мэш кости 'c', но этот мэш не записан: кость 'd' скрыта.");
+}
+
+// Would catch names beyond code page 1251 that are lost on the way to a terminal, and "1 meshes".
+TEST(MessageTable, WordsForTerminalsTakeNamesOfAnyAlphabet) {
+    EXPECT_EQ(Say(eLanguage::Russian, ePhrase::ReasonNoAnimations, "木"), "у модели 木 нет анимаций");
+    EXPECT_EQ(Counted(1, ePhrase::CountMesh).english, "1 mesh");
+    EXPECT_EQ(Counted(2, ePhrase::CountMesh), (eBilingual{"мэшей: 2", "2 meshes"}));
 }
 
 }  // namespace

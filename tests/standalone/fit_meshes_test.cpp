@@ -97,10 +97,10 @@ TEST(FitMeshes, ALargeMeshComesOutInPiecesThatHoldAllOfIt) {
     const auto whole = Signatures(scene, {0});
     eImportReport report;
     PartLargeMeshes(scene, report);
-    const std::vector<std::string> warnings = report.TakeWarnings();
+    const std::vector<eLoadMessage> warnings = report.TakeWarnings();
     ASSERT_EQ(warnings.size(), 2U);
-    EXPECT_NE(warnings[0].find("field (156800 triangles, 79"), std::string::npos) << warnings[0];
-    EXPECT_NE(warnings[1].find("land (156800 triangles)"), std::string::npos) << warnings[1];
+    EXPECT_NE(warnings[0].text.english.find("field (156800 triangles, 79"), std::string::npos);
+    EXPECT_NE(warnings[1].text.english.find("land (156800 triangles)"), std::string::npos);
 
     const eNodeData& field = scene.nodes[0];
     EXPECT_EQ(field.properties, "Layer=2\r\nIKType=socket");
@@ -160,8 +160,7 @@ TEST(FitMeshes, TrianglesWithoutAreaAreLeftOut) {
     scene.objects[0].modifiers.clear();
     DropFacesWithoutArea(scene, report);
     EXPECT_EQ(MeshOf(scene, 0).mesh.faces.size(), 6U);
-    EXPECT_EQ(report.TakeWarnings(),
-              (std::vector<std::string>{"triangles without area are left out: field (1)"}));
+    EXPECT_EQ(report.TakeWarnings().at(0).text.english, "triangles without area are left out: field (1)");
 
     for (host::Face& face : std::get<eMeshObject>(scene.objects[0].kind).mesh.faces) {
         face.v[1] = face.v[0];

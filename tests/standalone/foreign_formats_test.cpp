@@ -39,11 +39,10 @@ std::string ContentOf(const std::filesystem::path& file) {
 
 std::string Words(const eLoadResult& result) {
     std::string words;
-    for (const eProblem& problem : result.problems) {
-        words += problem.place + ": " + problem.text + "\n";
-    }
-    for (const std::string& warning : result.warnings) {
-        words += warning + "\n";
+    for (const auto* list : {&result.problems, &result.warnings}) {
+        for (const eLoadMessage& message : *list) {
+            words += message.Line().english + "\n";
+        }
     }
     return words;
 }

@@ -83,6 +83,21 @@ TEST(GltfBadInput, NodesMustBeATree) {
     EXPECT_EQ(nodes(chain + "{}]", ""), "/nodes/2000: the node lies more than 2000 levels deep\n");
 }
 
+// Would catch a fault without its code, at the wrong node, or one that a Russian artist can't read; and a way
+// up through the nodes that never ends.
+TEST(GltfBadInput, FaultsOfNodesNameThem) {
+    eGltfText file;
+    file.Section("nodes", R"([{"name": "tank", "children": [1]}, {"children": [2]},
+                              {"name": "gun", "rotation": [0, 0, 0, 0]}])");
+    const eLoadResult result = Import(file.Text());
+    ASSERT_EQ(result.problems.size(), 1U);
+    EXPECT_STREQ(RowOf(result.problems[0].id).code, "gltf.rotation");
+    EXPECT_EQ(result.problems[0].node, "tank/node_1/gun");
+    EXPECT_EQ(result.problems[0].Line().russian, "/nodes/2/rotation: поворот имеет длину 0");
+    file.Section("nodes", R"([{"children": [0], "name": "ring"}])");
+    EXPECT_THAT(Import(file.Text()).problems.at(0).node, HasSubstr("ring"));
+}
+
 // Would catch geometry that reads vertices it does not have, or numbers that are none.
 TEST(GltfBadInput, GeometryMustFitItself) {
     const auto problems = [](const std::vector<float>& positions, const std::vector<std::uint8_t>& indices,

@@ -39,7 +39,7 @@ TEST(GltfExtensions, WhatIsHiddenAboveIsHiddenBelow) {
     EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "plain")), "1 0+ 30- 60+");
     EXPECT_EQ(VisibilityOf(NodeNamed(*result.scene, "off")), "0 0-");
     EXPECT_EQ(NodeNamed(*result.scene, "plain").keys.size(), 3U);
-    EXPECT_THAT(result.warnings,
+    EXPECT_THAT(WarningsOf(result),
                 ElementsAre("the host can't show: animation of \"/materials/0/alphaCutoff\""));
 }
 
@@ -65,7 +65,7 @@ TEST(GltfExtensions, InstancesAreNodesThatShareTheMesh) {
     EXPECT_EQ(second.transform.parts.scale, (host::Point3{2, 4, 3}));
     EXPECT_EQ(second.object, NodeNamed(scene, "tree_instance1").object);
     EXPECT_EQ(ObjectOf<eMeshObject>(scene, "zone").mesh.faces.size(), 1U);
-    EXPECT_THAT(result.warnings,
+    EXPECT_THAT(WarningsOf(result),
                 ElementsAre("the host can't show: instances of skins, volumes, zones and points"));
 }
 
@@ -111,7 +111,7 @@ TEST(GltfExtensions, MaterialsSayWhatTheyShowAndLack) {
     EXPECT_EQ(result.scene->materials[static_cast<std::size_t>(material)].name, "z");
     EXPECT_TRUE(result.scene->maps.empty());
     EXPECT_THAT(
-        result.warnings,
+        WarningsOf(result),
         ElementsAre(
             "the host can't show: variants of materials but the first",
             "pictures of kinds that aren't read are left out: x (KHR_texture_basisu), y (image/webp)"));

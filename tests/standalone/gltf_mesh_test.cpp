@@ -213,7 +213,7 @@ TEST(GltfMesh, WhatTheHostLacksIsToldOnce) {
     const eLoadResult result = Import(file.Text());
     ASSERT_TRUE(result.scene) << ProblemsOf(result);
     EXPECT_THAT(
-        result.warnings,
+        WarningsOf(result),
         ElementsAre("the host can't show: the extension KHR_materials_ior, occlusion, emission, points, "
                     "lines beside triangles in one mesh, primitives without positions, further sets of "
                     "vertex colours"));

@@ -141,7 +141,7 @@ TEST(GltfNodes, ExtrasBecomePropertyTextInTheOrderOfTheFile) {
               "animation=open,all,0-30\r\nanimation=slam,all,20-30\r\n"
               "Layer=2\r\n\r\nНота=да\r\nlast\r\ntwo lines=a b\r\nafter=x");
     EXPECT_TRUE(node.hidden && node.selected && node.groupHead && node.groupMember);
-    EXPECT_THAT(result.warnings,
+    EXPECT_THAT(WarningsOf(result),
                 testing::ElementsAre("extras left out, because property text can't hold them: "
                                      "/nodes/0/extras/object, /nodes/0/extras/mixed"));
 }
@@ -158,7 +158,7 @@ TEST(GltfNodes, NamesFitTheCodePage) {
     }
     EXPECT_THAT(names, testing::ElementsAre("Кость", "node_1", "ok_", "a_b", "_"));
     EXPECT_THAT(
-        result.warnings,
+        WarningsOf(result),
         testing::ElementsAre("characters outside code page 1251 become \"_\": \"ok❤\", \"a b\", \"♻\""));
 }
 
@@ -175,8 +175,9 @@ TEST(GltfNodes, TheSceneShownDecides) {
     EXPECT_EQ(result.scene->nodes[0].name, "b");
     EXPECT_EQ(result.scene->nodes[1].name, "d");
     EXPECT_EQ(result.scene->nodes[2].parent, 0);
-    EXPECT_THAT(result.warnings, testing::ElementsAre("the host can't show: other scenes than the one shown, "
-                                                      "nodes outside the scene"));
+    EXPECT_THAT(WarningsOf(result),
+                testing::ElementsAre("the host can't show: other scenes than the one shown, "
+                                     "nodes outside the scene"));
 }
 
 // Would catch a field of view taken upright, a target off the axis or at the wrong distance, and a node with
@@ -247,7 +248,7 @@ TEST(GltfNodes, SceneExtrasSetTheStage) {
     EXPECT_EQ(scene.ambient, (host::Color{0.2F, 0, 1}));
     EXPECT_EQ(scene.unitMetres, 0.01);
     EXPECT_EQ(scene.selectionSets, (std::vector<eSelectionSet>{{"one", {0, 1}}, {"two", {0}}}));
-    EXPECT_THAT(result.warnings,
+    EXPECT_THAT(WarningsOf(result),
                 testing::ElementsAre("selection sets name nodes that the scene lacks: nobody",
                                      "scene extras that mean nothing here: host.strange"));
     eGltfText bad;

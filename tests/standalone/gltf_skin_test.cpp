@@ -174,7 +174,7 @@ TEST(GltfSkin, AMeshAtItsPlaceStaysAsItIs) {
     EXPECT_EQ(NodeNamed(*still.scene, "a").object, NodeNamed(*still.scene, "b").object);
     EXPECT_NE(NodeNamed(*still.scene, "a").object, NodeNamed(*still.scene, "stiff").object);
     EXPECT_EQ(ObjectOf<eMeshObject>(*still.scene, "a").mesh.verts[2], (host::Point3{0, 0, 1}));
-    EXPECT_THAT(still.warnings, ElementsAre());
+    EXPECT_THAT(WarningsOf(still), ElementsAre());
 
     const auto warnings = [&](const char* output) {
         eGltfText moved = file;
@@ -183,7 +183,7 @@ TEST(GltfSkin, AMeshAtItsPlaceStaysAsItIs) {
             std::string(R"([{"channels": [{"sampler": 0, "target": {"node": 0, "path": "translation"}}],
                           "samplers": [{"input": 3, "output": )") +
                 output + "}]}]");
-        return Import(moved.Text()).warnings;
+        return WarningsOf(Import(moved.Text()));
     };
     EXPECT_THAT(warnings("4"), ElementsAre());
     EXPECT_THAT(warnings("5"), ElementsAre(testing::HasSubstr("not where the mesh was bound")));

@@ -36,9 +36,8 @@ TEST(PropertySidecar, GivesNodesTheirLines) {
     EXPECT_EQ(scene.nodes[3].properties, "IKType=socket");
     ASSERT_EQ(scene.selectionSets.size(), 1U);
     EXPECT_EQ(scene.selectionSets[0].nodes, (std::vector{0, 1}));
-    EXPECT_EQ(report.TakeWarnings(),
-              (std::vector<std::string>{"the properties beside the scene name nodes that it lacks: weel "
-                                        "(nearest: wheel, Hull, tank)"}));
+    EXPECT_EQ(report.TakeWarnings().at(0).text.english,
+              "the properties beside the scene name nodes that it lacks: weel (nearest: wheel, Hull, tank)");
 
     // What is printed gives the same scene again.
     eSceneData bare = Tank();

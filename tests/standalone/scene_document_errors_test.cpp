@@ -17,8 +17,8 @@ std::vector<std::string> Problems(std::string_view text) {
     const eLoadResult result = ReadSceneDocument(text, "/a.scene.json");
     EXPECT_EQ(result.scene.has_value(), result.problems.empty());
     std::vector<std::string> lines;
-    for (const eProblem& problem : result.problems) {
-        lines.push_back(problem.place + ": " + problem.text);
+    for (const eLoadMessage& problem : result.problems) {
+        lines.push_back(problem.Line().english);
     }
     return lines;
 }
@@ -71,6 +71,17 @@ TEST(SceneDocumentErrors, EachFaultIsToldAtItsPlace) {
     EXPECT_THAT(Problems("[]"), ElementsAre("/: expected an object, found a list"));
     EXPECT_THAT(Problems("{}"), ElementsAre("/: the key \"scene\" is missing"));
     EXPECT_THAT(Problems(R"({"scene": 2, "brandNew": 1})"), ElementsAre(HasSubstr("version 2")));
+}
+
+// Would catch a fault without its code, at the wrong node, or one that a Russian artist can't read.
+TEST(SceneDocumentErrors, FaultsOfNodesNameThem) {
+    const eLoadResult result = ReadSceneDocument(
+        R"({"scene": 1, "nodes": [{"name": "tank", "children": [{"name": "gun", "object": null}]}]})",
+        "/a.scene.json");
+    ASSERT_THAT(result.problems, SizeIs(1));
+    EXPECT_STREQ(RowOf(result.problems[0].id).code, "scene-document.expected");
+    EXPECT_EQ(result.problems[0].node, "tank/gun");
+    EXPECT_EQ(result.problems[0].text.russian, "здесь нужно: объект или id объекта");
 }
 
 // Would catch a chain of maps or materials that whoever walks it can follow to the end of the stack.

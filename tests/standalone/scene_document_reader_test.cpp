@@ -21,8 +21,8 @@ using testing::IsEmpty;
 
 eSceneData Read(std::string_view text, const std::string& path = "/scenes/a.scene.json") {
     eLoadResult result = ReadSceneDocument(text, path);
-    for (const eProblem& problem : result.problems) {
-        ADD_FAILURE() << problem.place << ": " << problem.text;
+    for (const eLoadMessage& problem : result.problems) {
+        ADD_FAILURE() << problem.Line().english;
     }
     EXPECT_THAT(result.warnings, IsEmpty());
     return result.scene.value_or(eSceneData{});
@@ -179,7 +179,7 @@ TEST(SceneDocumentReader, DeepTreesAreReadUpToALimit) {
     EXPECT_EQ(Read(NestedNodes(2000)).nodes.size(), 2000U);
     const eLoadResult deeper = ReadSceneDocument(NestedNodes(2001), "");
     ASSERT_EQ(deeper.problems.size(), 1U);
-    EXPECT_EQ(deeper.problems[0].text, "nodes nest deeper than 2000 levels");
+    EXPECT_EQ(deeper.problems[0].text.english, "nodes nest deeper than 2000 levels");
     EXPECT_FALSE(ReadSceneDocument(NestedNodes(50000), "").scene);
     EXPECT_FALSE(ReadSceneDocument(std::string(200000, '['), "").scene);
 }

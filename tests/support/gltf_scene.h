@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "standalone/loaders/gltf/gltf_importer.h"
 #include "standalone/objects/scene.h"
@@ -11,11 +12,19 @@
 
 namespace support {
 
-// All problems as lines, for comparing and for messages of tests.
+// All problems as lines in English, for comparing and for messages of tests.
 inline std::string ProblemsOf(const standalone::eLoadResult& result) {
     std::string lines;
-    for (const standalone::eProblem& problem : result.problems) {
-        lines += problem.place + ": " + problem.text + "\n";
+    for (const standalone::eLoadMessage& problem : result.problems) {
+        lines += problem.Line().english + "\n";
+    }
+    return lines;
+}
+
+inline std::vector<std::string> WarningsOf(const standalone::eLoadResult& result) {
+    std::vector<std::string> lines;
+    for (const standalone::eLoadMessage& warning : result.warnings) {
+        lines.push_back(warning.Line().english);
     }
     return lines;
 }

@@ -51,11 +51,12 @@ std::size_t TrianglesOf(const nlohmann::json& file) {
 // The triangles without area that the loader tells to have left out: "...: NAME (24), NAME (3)".
 std::size_t FlatTriangles(const standalone::eLoadResult& loaded) {
     std::size_t triangles = 0;
-    for (const std::string& warning : loaded.warnings) {
-        const bool isTold = warning.starts_with("triangles without area are left out: ");
-        for (std::size_t at = warning.find('('); isTold && at != std::string::npos;
-             at = warning.find('(', at + 1)) {
-            triangles += std::stoul(warning.substr(at + 1));
+    for (const standalone::eLoadMessage& warning : loaded.warnings) {
+        const bool isTold = warning.id == eMessageId::ImportNoArea;
+        const std::string& text = warning.text.english;
+        for (std::size_t at = text.find('('); isTold && at != std::string::npos;
+             at = text.find('(', at + 1)) {
+            triangles += std::stoul(text.substr(at + 1));
         }
     }
     return triangles;

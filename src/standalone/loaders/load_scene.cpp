@@ -31,7 +31,8 @@ void ReadSidecar(const std::string& scenePath, const std::string& asked, eLoadRe
     const platform::eIoStatus status =
         ReadFileContent(asked.empty() ? scenePath + ".properties" : asked, text);
     if (!status.IsOk() && !asked.empty()) {
-        result.problems.push_back({"", "the properties " + asked + " can't be read: " + status.Text()});
+        result.problems.push_back(
+            MakeLoadMessage("", eMessageId::ScenePropertiesUnreadable, asked, status.Text()));
         result.scene.reset();
     }
     if (!status.IsOk() || !result.scene) {
@@ -75,14 +76,13 @@ eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
     std::string content;
     const platform::eIoStatus status = ReadFileContent(path, content);
     if (!status.IsOk()) {
-        result.problems.push_back({"", "the file can't be read: " + status.Text()});
+        result.problems.push_back(MakeLoadMessage("", eMessageId::SceneUnreadable, status.Text()));
         return result;
     }
     const std::string fullPath = platform::DiskPath(path, platform::ePathForm::Native);
     const eSceneFormat format = SceneFormatOf(content);
     if (format == eSceneFormat::Unknown) {
-        result.problems.push_back(
-            {"", "the file is neither a scene document nor a glTF, FBX, Collada, OBJ or 3DS file"});
+        result.problems.push_back(MakeLoadMessage("", eMessageId::SceneUnknownFormat));
         return result;
     }
     const bool isDocument = format == eSceneFormat::Document;

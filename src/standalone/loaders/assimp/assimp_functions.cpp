@@ -53,13 +53,13 @@ const eAssimp& Assimp() {
 
 }  // namespace
 
-const eAssimpFunctions* LoadAssimp(std::string& problem) {
+const eAssimpFunctions* LoadAssimp(std::optional<eLoadMessage>& problem) {
     const eAssimp& assimp = Assimp();
     if (assimp.library.Problem().empty()) {
         return &assimp.functions;
     }
-    problem = "files of this kind are read by the library " ZYR_ASSIMP_FILE ", which can't be loaded: " +
-              assimp.library.Problem();
+    problem =
+        MakeLoadMessage("", eMessageId::ImportLibraryMissing, ZYR_ASSIMP_FILE, assimp.library.Problem());
     return nullptr;
 }
 

@@ -5,7 +5,9 @@
 
 #include <assimp/cimport.h>
 
-#include <string>
+#include <optional>
+
+#include "standalone/load_message.h"
 
 namespace standalone {
 
@@ -21,6 +23,6 @@ struct eAssimpFunctions {
 
 // Null, with the reason in `problem`, if the library is not installed or is none of the version that this
 // program was built for. Loaded once a process.
-const eAssimpFunctions* LoadAssimp(std::string& problem);
+const eAssimpFunctions* LoadAssimp(std::optional<eLoadMessage>& problem);
 
 }  // namespace standalone

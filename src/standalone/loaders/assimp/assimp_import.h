@@ -60,6 +60,18 @@ struct eAssimpImport {
 
     eNodeData& RecordOf(int node) { return scene.nodes[static_cast<std::size_t>(node)]; }
     eAssimpNode& NodeOf(int node) { return nodes[static_cast<std::size_t>(node)]; }
+
+    // The names of the node and of those above it, UTF-8.
+    std::string PathOf(const eAssimpNode& node) const {
+        const bool isTop = node.parent < 0;
+        return isTop ? node.name : PathOf(nodes[static_cast<std::size_t>(node.parent)]) + "/" + node.name;
+    }
+    // A fault of the node.
+    void ProblemAt(const eAssimpNode& node, eMessageId id) {
+        eLoadMessage problem = MakeLoadMessage(node.name, id);
+        problem.node = PathOf(node);
+        report.Problem(std::move(problem));
+    }
 };
 
 }  // namespace standalone

@@ -100,7 +100,7 @@ std::optional<std::string> WithOwnNames(eSceneFormat format, std::string_view by
 void TellSharedNames(eSceneFormat format, std::string_view bytes, eImportReport& report) {
     if (format == eSceneFormat::Studio) {
         for (const std::string& name : SharedStudioNames(bytes)) {
-            report.Notice(eImportNotice::SharedName, ToUtf8(name));
+            report.Notice(eMessageId::ImportSharedName, ToUtf8(name));
         }
     }
 }
@@ -117,7 +117,7 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
     const eAssimpSource source{renamed ? *renamed : bytes, ExtensionOf(format), folder};
     const eAssimpScene opened = options.isTried ? OpenAssimpScene(source) : OpenAssimpSceneUntried(source);
     if (!opened.scene) {
-        report.Problem("", opened.problem);
+        report.Problem(*opened.problem);
         return std::nullopt;
     }
     eAssimpImport import{*opened.scene, opened.names, fbx ? &*fbx : nullptr, report,
@@ -137,7 +137,7 @@ eLoadResult ImportWithAssimp(const std::string& pathUtf8, std::string_view bytes
         result.scene = ImportScene(pathUtf8, bytes, format, options, report);
     } catch (const std::exception& failure) {
         // Memory that runs out on a file that really is as large as it says.
-        report.Problem("", std::string("the file can't be imported: ") + failure.what());
+        report.Problem("", eMessageId::SceneImportFailed, failure.what());
     }
     result.problems = report.TakeProblems();
     result.warnings = report.TakeWarnings();

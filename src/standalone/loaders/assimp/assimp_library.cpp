@@ -19,29 +19,29 @@ constexpr unsigned kMostSeconds = 600;
 constexpr std::string_view kNameless = "$ColladaAutoName$";
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
-constexpr std::string_view kTooMuchMemory =
-    "the import library needs more memory for the file than any sound one is worth";
+// What the library says where it has no words of its own.
+constexpr const char* kSilence = "-";
 
-// The library's own words, but where it only names what it has caught.
-std::string ProblemOf(const std::string& words) {
+eLoadMessage ProblemOf(const std::string& words) {
     if (words.find("bad_alloc") != std::string::npos) {
-        return std::string(kTooMuchMemory);
+        return MakeLoadMessage("", eMessageId::ImportMemory);
     }
-    return words.empty() ? "the import library finds no scene in the file" : words;
+    return words == kSilence ? MakeLoadMessage("", eMessageId::ImportNoScene)
+                             : MakeLoadMessage("", eMessageId::ImportLibrary, words);
 }
 
-std::string TrialProblem(const platform::eTrial& trial) {
+std::optional<eLoadMessage> ProblemOf(const platform::eTrial& trial) {
     switch (trial.end) {
         case platform::eTrialEnd::Done:
-            return trial.words;
+            return trial.words.empty() ? std::nullopt : std::optional(ProblemOf(trial.words));
         case platform::eTrialEnd::OutOfMemory:
-            return std::string(kTooMuchMemory);
+            return MakeLoadMessage("", eMessageId::ImportMemory);
         case platform::eTrialEnd::OutOfTime:
-            return "the import library doesn't come to an end with the file";
+            return MakeLoadMessage("", eMessageId::ImportTime);
         case platform::eTrialEnd::Died:
             break;
     }
-    return "the import library fell over the file (signal " + trial.words + "): it is broken";
+    return MakeLoadMessage("", eMessageId::ImportDied, trial.words);
 }
 
 using eProperties = std::unique_ptr<aiPropertyStore, decltype(&aiReleasePropertyStore)>;
@@ -87,40 +87,57 @@ const aiScene* ReadScene(const eAssimpFunctions& assimp, const std::string& path
     return assimp.postProcess(scene, aiProcess_Triangulate);
 }
 
-}  // namespace
-
-eAssimpScene OpenAssimpSceneUntried(const eAssimpSource& source) {
-    std::string problem;
-    const eAssimpFunctions* const assimp = LoadAssimp(problem);
-    if (assimp == nullptr) {
-        return {nullptr, problem};
-    }
+// The scene, or null with what the library says about it in `words`.
+eAssimpScene Read(const eAssimpFunctions& assimp, const eAssimpSource& source, std::string& words) {
     const std::string path = "scene" + source.extension;
     const auto files = std::make_shared<eAssimpFiles>(path, source.bytes, source.folder);
-    std::shared_ptr<const aiScene> scene(ReadScene(*assimp, path, *files),
-                                         [assimp, files](const aiScene* own) { assimp->release(own); });
+    std::shared_ptr<const aiScene> scene(ReadScene(assimp, path, *files),
+                                         [&assimp, files](const aiScene* own) { assimp.release(own); });
     if (scene == nullptr || scene->mRootNode == nullptr) {
-        return {nullptr, ProblemOf(assimp->errorString())};
+        words = assimp.errorString();
+        words = words.empty() ? kSilence : words;
+        return {};
     }
     eAssimpScene opened{std::move(scene), {}};
     if (source.extension == ".dae") {
-        ReadColladaNames(*assimp, path, *files, opened);
+        ReadColladaNames(assimp, path, *files, opened);
+    }
+    return opened;
+}
+
+}  // namespace
+
+eAssimpScene OpenAssimpSceneUntried(const eAssimpSource& source) {
+    std::optional<eLoadMessage> problem;
+    const eAssimpFunctions* const assimp = LoadAssimp(problem);
+    if (assimp == nullptr) {
+        return {nullptr, std::move(problem)};
+    }
+    std::string words;
+    eAssimpScene opened = Read(*assimp, source, words);
+    if (!opened.scene) {
+        opened.problem = ProblemOf(words);
     }
     return opened;
 }
 
 eAssimpScene OpenAssimpScene(const eAssimpSource& source) {
     if (source.bytes.size() > kMostBytes) {
-        return {nullptr, "the file is larger than 1 GB, which no sound scene is"};
+        return {nullptr, MakeLoadMessage("", eMessageId::ImportTooLarge)};
     }
-    std::string missing;
-    if (LoadAssimp(missing) == nullptr) {  // before the copy, which then has it too
-        return {nullptr, missing};
+    std::optional<eLoadMessage> problem;
+    const eAssimpFunctions* const assimp = LoadAssimp(problem);  // before the copy, which then has it too
+    if (assimp == nullptr) {
+        return {nullptr, std::move(problem)};
     }
-    const auto work = [&source] { return OpenAssimpSceneUntried(source).problem; };
+    const auto work = [&] {
+        std::string words;
+        Read(*assimp, source, words);
+        return words;
+    };
     const platform::eTrialLimits limits{kLeastMemory + kMemoryPerByte * source.bytes.size(), kMostSeconds};
-    std::string problem = TrialProblem(platform::TryInCopy(work, limits));
-    return problem.empty() ? OpenAssimpSceneUntried(source) : eAssimpScene{nullptr, std::move(problem)};
+    problem = ProblemOf(platform::TryInCopy(work, limits));
+    return problem ? eAssimpScene{nullptr, std::move(problem)} : OpenAssimpSceneUntried(source);
 }
 
 }  // namespace standalone

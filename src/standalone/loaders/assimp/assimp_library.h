@@ -4,9 +4,12 @@
 #include <assimp/scene.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "standalone/load_message.h"
 
 namespace standalone {
 
@@ -17,10 +20,10 @@ struct eAssimpSource {
     std::string folder;     // where the files that it names lie, UTF-8
 };
 
-// The scene as the library understands it, or what is wrong with it in its words.
+// The scene as the library understands it, or what is wrong with it.
 struct eAssimpScene {
     std::shared_ptr<const aiScene> scene;
-    std::string problem;
+    std::optional<eLoadMessage> problem;
     // What the file calls its nodes, where the library names them otherwise: by the identifiers of Collada.
     std::unordered_map<const aiNode*, std::string> names{};
 };

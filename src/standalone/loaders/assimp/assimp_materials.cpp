@@ -36,11 +36,11 @@ constexpr std::size_t kSpecularLevelSlot = 3;
 // Names of what the library puts where the file has no material.
 constexpr std::array<std::string_view, 2> kStandIns = {AI_DEFAULT_MATERIAL_NAME, "%%%DEFAULT"};
 
-constexpr std::array<std::pair<aiTextureType, const char*>, 4> kLostKinds = {{
-    {aiTextureType_EMISSIVE, "emission"},
-    {aiTextureType_DISPLACEMENT, "maps of displacement"},
-    {aiTextureType_REFLECTION, "maps of reflection"},
-    {aiTextureType_METALNESS, "maps of metalness and roughness"},
+constexpr std::array<std::pair<aiTextureType, ePhrase>, 4> kLostKinds = {{
+    {aiTextureType_EMISSIVE, ePhrase::LostEmission},
+    {aiTextureType_DISPLACEMENT, ePhrase::LostDisplacement},
+    {aiTextureType_REFLECTION, ePhrase::LostReflection},
+    {aiTextureType_METALNESS, ePhrase::LostMetalness},
 }};
 
 float Unit(float value) {
@@ -119,7 +119,7 @@ int eAssimpMaterials::Make(const aiMaterial& source) {
     AddNormals(source, name, standard);
     for (const auto& [type, what] : kLostKinds) {
         if (source.GetTextureCount(type) != 0) {
-            import.report.Notice(eImportNotice::CannotShow, what);
+            import.report.CannotShow(what);
         }
     }
     return Add(

@@ -98,7 +98,7 @@ void AddColors(eImportReport& report, const eMeshes& meshes, host::Mesh& mesh) {
         return part.HasVertexColors(0) ? part.mColors[0][vertex] : aiColor4D(1, 1, 1, 1);
     };
     if (std::ranges::any_of(meshes, [](const aiMesh* part) { return part->HasVertexColors(1); })) {
-        report.Notice(eImportNotice::CannotShow, "further sets of vertex colours");
+        report.CannotShow(ePhrase::LostColors);
     }
     if (std::ranges::none_of(meshes, hasColors)) {
         return;
@@ -138,10 +138,10 @@ void NoticeLosses(eAssimpImport& import, const eAssimpNode& node, bool hasTriang
         kinds |= import.file.mMeshes[number]->mPrimitiveTypes;
     }
     if (hasTriangles && (kinds & aiPrimitiveType_LINE) != 0) {
-        import.report.Notice(eImportNotice::CannotShow, "lines beside triangles in one mesh");
+        import.report.CannotShow(ePhrase::LostLines);
     }
     if ((kinds & aiPrimitiveType_POINT) != 0) {
-        import.report.Notice(eImportNotice::CannotShow, "points");
+        import.report.CannotShow(ePhrase::LostPoints);
     }
 }
 
@@ -152,14 +152,14 @@ bool AreSound(eAssimpImport& import, const eAssimpNode& node) {
         for (const aiFace& face : std::span(mesh.mFaces, mesh.mNumFaces)) {
             for (const unsigned corner : std::span(face.mIndices, face.mNumIndices)) {
                 if (corner >= mesh.mNumVertices) {
-                    import.report.Problem(node.name, "a face names a vertex that there is not");
+                    import.ProblemAt(node, eMessageId::ImportFaceVertex);
                     return false;
                 }
             }
         }
         for (const aiVector3D& point : std::span(mesh.mVertices, mesh.mNumVertices)) {
             if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)) {
-                import.report.Problem(node.name, "the mesh has points that are not finite");
+                import.ProblemAt(node, eMessageId::ImportPoint);
                 return false;
             }
         }

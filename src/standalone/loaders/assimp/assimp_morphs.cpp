@@ -71,7 +71,7 @@ std::vector<eVertexKey> MakeAssimpVertexKeys(eAssimpImport& import, int number,
             continue;
         }
         if (channel->mNumKeys > kMostKeyPoints / std::max(rest.size(), std::size_t{1})) {
-            import.report.Problem(node.name, "the morph targets unfold to too many keys");
+            import.ProblemAt(node, eMessageId::ImportMorphKeys);
             return {};
         }
         eWeights weights;

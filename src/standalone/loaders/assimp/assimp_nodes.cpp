@@ -83,15 +83,14 @@ private:
                 return model(number);
             }
         }
-        import.report.Notice(eImportNotice::CannotShow, "the user properties of " + std::string(name));
+        import.report.CannotShow(ePhrase::LostUserProperties, name);
         return nullptr;
     }
 
     void Collect(const aiNode& node, int parent, std::vector<const aiNode*> chain, const eFbxModel* facts,
                  int level) {
         if (level > kMostLevels) {
-            import.report.Problem(node.mName.C_Str(),
-                                  "the node lies more than " + std::to_string(kMostLevels) + " levels deep");
+            import.report.Problem(node.mName.C_Str(), eMessageId::ImportNodeDepth, kMostLevels);
             return;
         }
         chain.push_back(&node);
@@ -144,7 +143,7 @@ private:
         record.parent = node.parent;
         ReadAssimpProperties(import, node, record);
         if (node.facts != nullptr && node.facts->lostMaterials) {
-            import.report.Notice(eImportNotice::OtherMaterials, node.name);
+            import.report.Notice(eMessageId::ImportOtherMaterials, node.name, import.PathOf(node));
         }
         (node.parent < 0 ? import.scene.roots : import.RecordOf(node.parent).children).push_back(number);
     }
@@ -176,7 +175,9 @@ void TellSharedNames(eAssimpImport& import) {
     std::unordered_set<std::string_view> seen;
     for (const eAssimpNode& node : import.nodes) {
         if (!seen.insert(NameOf(*node.shown)).second) {
-            import.report.Notice(eImportNotice::SharedName, node.name.empty() ? "nameless ones" : node.name);
+            import.report.Notice(eMessageId::ImportSharedName, node.name.empty()
+                                                                   ? Utf8Words(ePhrase::Nameless)
+                                                                   : eBilingual{node.name, node.name});
         }
     }
 }
@@ -262,7 +263,7 @@ void GatherSkinnedMeshes(eAssimpImport& import) {
             import.RecordOf(mesh).parent = above;
             import.NodeOf(mesh).parent = above;
             import.NodeOf(mesh).intoParent = Inverse(StillFileWorld(import, above));
-            import.report.Notice(eImportNotice::MovedMesh, import.NodeOf(mesh).name);
+            import.report.Notice(eMessageId::ImportMovedMesh, import.NodeOf(mesh).name);
         }
     }
 }

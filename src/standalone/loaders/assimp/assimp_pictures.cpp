@@ -48,7 +48,7 @@ eBitmapMap eAssimpPictures::Find(const std::string& name, const std::string& mat
         }
         tried += (tried.empty() ? "" : ", ") + place;
     }
-    import.report.Notice(eImportNotice::NoPicture, material + ": " + name + " (looked for " + tried + ")");
+    import.report.Notice(eMessageId::ImportNoPicture, Utf8Words(ePhrase::LookedFor, material, name, tried));
     return {.file = import.report.Ansi(path), .tried = places};
 }
 
@@ -83,7 +83,7 @@ std::string eAssimpPictures::NameFromScene(const std::string& place) const {
 // The library keeps a picture as its file was, or as pixels, which no format that it reads has inside.
 eBitmapMap eAssimpPictures::Embedded(const aiTexture& texture, const std::string& name) {
     if (texture.mHeight != 0 || texture.mWidth == 0) {
-        import.report.Notice(eImportNotice::CannotShow, "pictures kept as bare pixels");
+        import.report.CannotShow(ePhrase::LostPixels);
         return {.file = import.report.Ansi(BareName(name))};
     }
     std::string own = texture.mFilename.length != 0 ? texture.mFilename.C_Str() : name;

@@ -114,7 +114,7 @@ public:
     void MakeAll() {
         StandStill();
         if (!HasRoom()) {
-            import.report.Problem("", "the takes unfold to too many keys");
+            import.report.Problem("", eMessageId::ImportTakeKeys);
             return;
         }
         for (const eAssimpTake& take : import.takes) {
@@ -161,7 +161,7 @@ private:
     void AddKey(int node, int frame, const host::Matrix3& matrix) {
         ePlacement parts;
         if (!SplitMatrix(matrix, parts)) {
-            import.report.Notice(eImportNotice::CannotShow, "shears in motion");
+            import.report.CannotShow(ePhrase::LostShears);
         }
         import.RecordOf(node).keys.push_back(
             {static_cast<double>(frame), parts.position, parts.rotation, parts.scale});

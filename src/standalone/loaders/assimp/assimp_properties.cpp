@@ -36,7 +36,7 @@ public:
                 continue;
             }
             if (told.Find(report.Ansi(property.key))) {
-                report.Notice(eImportNotice::ToldTwice, node.name + "/" + property.key);
+                report.Notice(eMessageId::ImportToldTwice, node.name + "/" + property.key);
             } else if (!property.isFlagOff) {
                 AddLines(property);
             }
@@ -88,7 +88,7 @@ private:
 
     void Check(bool isKnown, const eFbxProperty& property) {
         if (!isKnown) {
-            report.Notice(eImportNotice::LostExtra, node.name + "/" + property.key);
+            report.Notice(eMessageId::ImportLostExtras, node.name + "/" + property.key);
         }
     }
 

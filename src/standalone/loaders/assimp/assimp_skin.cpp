@@ -54,7 +54,7 @@ private:
         if (isNew) {
             const auto found = nodes.find(name);
             if (found == nodes.end()) {
-                import.report.Notice(eImportNotice::CannotShow, "the bone " + name + ", which is no node");
+                import.report.CannotShow(ePhrase::LostBone, name);
                 return -1;
             }
             entry->second = static_cast<int>(skin.bones.size());

@@ -139,7 +139,7 @@ bool Place(eAssimpImport& import, eAssimpTake& take, const eTicks& span, double 
     const double last = std::ceil(WholeFrame(span.last * take.rate + take.shift));
     const double most = std::numeric_limits<int>::max() / import.scene.frameTicks;
     if (!(std::fabs(last) <= most && std::fabs(first) <= most)) {
-        import.report.Problem(take.name, "the keys lie too far from the start for the host's timeline");
+        import.report.Problem(take.name, eMessageId::ImportFarKeys);
         return false;
     }
     take.firstFrame = static_cast<int>(std::max(first, free));

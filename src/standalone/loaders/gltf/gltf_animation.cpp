@@ -79,8 +79,7 @@ private:
         eGltfKeys keys{
             MotionOf(sampler.interpolation), WidthOf(import.model, channel), framesPerSecond, {}, {}};
         if (keys.width == 0) {
-            import.report.Problem(
-                place, "weights move node " + std::to_string(channel.node) + ", which has no morph targets");
+            import.report.Problem(place, eMessageId::GltfWeightTarget, channel.node);
             return std::nullopt;
         }
         for (const float seconds : import.accessors.Floats(sampler.input, 1, place)) {
@@ -90,8 +89,7 @@ private:
         keys.values = import.accessors.Floats(sampler.output, areWeights ? 1 : keys.width, place);
         const std::size_t partCount = keys.motion == eGltfMotion::Cubic ? 3 : 1;
         if (keys.values.empty() || keys.values.size() != keys.frames.size() * partCount * keys.width) {
-            import.report.Problem(place, std::to_string(keys.frames.size()) + " keys have " +
-                                             std::to_string(keys.values.size()) + " numbers as their values");
+            import.report.Problem(place, eMessageId::GltfKeyValues, keys.frames.size(), keys.values.size());
             return std::nullopt;
         }
         return keys;
@@ -102,7 +100,7 @@ private:
         if (unfolded <= kMostUnfolded) {
             return true;
         }
-        import.report.Problem(place, "the animations unfold to too many keys");
+        import.report.Problem(place, eMessageId::ImportAnimationKeys);
         return false;
     }
 
@@ -207,9 +205,9 @@ void MakeGltfKeys(eGltfImport& import) {
         const bool isMoved =
             !curves.position.IsEmpty() || !curves.rotation.IsEmpty() || !curves.scale.IsEmpty();
         if (isMoved && record.transform.matrix) {
-            import.report.Problem(place, "an animation moves the node, which has a matrix instead of parts");
+            import.report.Problem(place, eMessageId::GltfMovedMatrix);
         } else if (HasRotationOfNoLength(curves.rotation)) {
-            import.report.Problem(place, "an animation gives the node a rotation of length 0");
+            import.report.Problem(place, eMessageId::GltfMovedRotation);
         } else {
             record.keys = KeysOf(curves, import.AxesOf(node));
         }

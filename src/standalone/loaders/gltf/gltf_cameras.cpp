@@ -22,7 +22,7 @@ std::optional<float> ToldDistance(const eGltfImport& import, const eGltfCameraNo
         }
         if (distance) {
             import.report.Problem(import.json.PathOf(entry) + "/extras/targetDistance",
-                                  "the number must be above 0");
+                                  eMessageId::GltfAboveZero);
         }
     }
     return std::nullopt;
@@ -34,7 +34,7 @@ eCameraObject MakeGltfCamera(const eGltfImport& import, int camera) {
     const tinygltf::Camera& source = import.model.cameras[static_cast<std::size_t>(camera)];
     eCameraObject object;
     if (source.type == "orthographic") {
-        import.report.Notice(eImportNotice::CannotShow, "orthographic cameras");
+        import.report.CannotShow(ePhrase::LostOrthographic);
         return object;
     }
     const tinygltf::PerspectiveCamera& lens = source.perspective;

@@ -31,7 +31,7 @@ public:
     eShapeWord shape = eShapeWord::None;
 
 private:
-    void Lose(eJsonIndex value) { report.Notice(eImportNotice::LostExtra, json.PathOf(value)); }
+    void Lose(eJsonIndex value) { report.Notice(eMessageId::ImportLostExtras, json.PathOf(value)); }
 
     std::string NumberText(eJsonIndex value) const {
         return json.Is(value, eJsonKind::Integer) ? std::to_string(json.values[value].integer)

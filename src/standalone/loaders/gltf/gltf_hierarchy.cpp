@@ -17,9 +17,8 @@ void ReadParents(const tinygltf::Model& model, std::vector<int>& parents, eImpor
         for (const int child : model.nodes[node].children) {
             int& parent = parents[static_cast<std::size_t>(child)];
             if (parent >= 0) {
-                report.Problem(GltfPlace("nodes", node) + "/children",
-                               "node " + std::to_string(child) + " is a child of node " +
-                                   std::to_string(parent) + " already");
+                report.Problem(GltfPlace("nodes", node) + "/children", eMessageId::GltfSecondParent, child,
+                               parent);
             }
             parent = static_cast<int>(node);
         }
@@ -67,14 +66,13 @@ void CheckTree(const tinygltf::Model& model, const std::vector<int>& parents, eI
     for (const eVisit& visit : Walk(model, NodesWithoutParent(parents))) {
         isReached[static_cast<std::size_t>(visit.node)] = true;
         if (visit.level == kMostLevels + 1) {
-            report.Problem(GltfPlace("nodes", visit.node),
-                           "the node lies more than " + std::to_string(kMostLevels) + " levels deep");
+            report.Problem(GltfPlace("nodes", visit.node), eMessageId::ImportNodeDepth, kMostLevels);
         }
     }
     const auto unreached = std::ranges::find(isReached, false);
     if (unreached != isReached.end()) {
         report.Problem(GltfPlace("nodes", static_cast<std::size_t>(unreached - isReached.begin())),
-                       "the node is its own ancestor, or a descendant of one");
+                       eMessageId::GltfOwnAncestor);
     }
 }
 
@@ -83,10 +81,8 @@ void CheckSceneRoots(const eGltfHierarchy& hierarchy, eImportReport& report) {
     for (const int root : hierarchy.roots) {
         const auto index = static_cast<std::size_t>(root);
         if (hierarchy.parents[index] >= 0 || isListed[index]) {
-            report.Problem(
-                GltfPlace("scenes", hierarchy.scene) + "/nodes",
-                "node " + std::to_string(root) +
-                    (isListed[index] ? " stands twice in the list" : " is a child of another node"));
+            report.Problem(GltfPlace("scenes", hierarchy.scene) + "/nodes",
+                           isListed[index] ? eMessageId::GltfRepeatedRoot : eMessageId::GltfRootBelow, root);
         }
         isListed[index] = true;
     }
@@ -115,7 +111,7 @@ eGltfHierarchy ReadGltfHierarchy(const tinygltf::Model& model, eImportReport& re
         hierarchy.order.push_back(visit.node);
     }
     if (model.scenes.size() > 1) {
-        report.Notice(eImportNotice::CannotShow, "other scenes than the one shown");
+        report.CannotShow(ePhrase::LostScenes);
     }
     return hierarchy;
 }

@@ -18,6 +18,7 @@
 #include "standalone/loaders/gltf/gltf_animation.h"
 #include "standalone/loaders/gltf/gltf_cameras.h"
 #include "standalone/loaders/gltf/gltf_mesh_carriers.h"
+#include "standalone/loaders/gltf/gltf_node_path.h"
 #include "standalone/loaders/gltf/gltf_nodes.h"
 #include "standalone/loaders/gltf/gltf_objects.h"
 #include "standalone/loaders/gltf/gltf_scene_extras.h"
@@ -57,10 +58,10 @@ bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eImportRepor
     if (report.HasProblems()) {
         return false;
     }
-    if (std::optional<eProblem> problem = ParseJson(container.json, json)) {
-        report.Problem(problem->place, problem->text);
+    if (const std::optional<eLoadMessage> problem = ParseJson(container.json, json)) {
+        report.Problem(*problem);
     } else if (IsTooDeep(json)) {
-        report.Problem("", "the values are nested too deeply");
+        report.Problem("", eMessageId::GltfTooDeep);
     } else {
         CheckGltfForm(json, report);
         if (!report.HasProblems()) {
@@ -73,7 +74,7 @@ bool ReadDocument(const eGltfContainer& container, eJsonTree& json, eImportRepor
 void NoticeExtensions(const tinygltf::Model& model, eImportReport& report) {
     for (const std::string& extension : model.extensionsUsed) {
         if (!IsKnownGltfExtension(extension)) {
-            report.Notice(eImportNotice::CannotShow, "the extension " + extension);
+            report.CannotShow(ePhrase::LostExtension, extension);
         }
     }
 }
@@ -147,8 +148,8 @@ void Unpack(eOpenGltf& file, eImportReport& report) {
     file.buffers = std::move(plain.buffers);
     file.container = OpenGltfContainer(file.bytes, report);
     file.json = {};
-    if (std::optional<eProblem> problem = ParseJson(file.container.json, file.json)) {
-        report.Problem(problem->place, problem->text);
+    if (const std::optional<eLoadMessage> problem = ParseJson(file.container.json, file.json)) {
+        report.Problem(*problem);
     }
 }
 
@@ -167,10 +168,9 @@ std::optional<tinygltf::Model> ReadModel(eOpenGltf& file, const std::string& fol
     return ReadGltfModel(file.bytes, file.container, std::move(file.buffers), file.json, report);
 }
 
-std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes,
-                                      const eGltfOptions& options, eImportReport& report) {
+std::optional<eSceneData> ImportScene(const std::string& path, eOpenGltf& file, const eGltfOptions& options,
+                                      eImportReport& report) {
     const std::string folder = FolderOfFile(path);
-    eOpenGltf file{bytes};
     const std::optional<tinygltf::Model> model = ReadModel(file, folder, report);
     if (!model) {
         return std::nullopt;
@@ -193,13 +193,15 @@ std::optional<eSceneData> ImportScene(const std::string& path, std::string_view 
 eLoadResult ImportGltf(const std::string& pathUtf8, std::string_view bytes, const eGltfOptions& options) {
     eLoadResult result;
     eImportReport report;
+    eOpenGltf file{bytes};
     try {
-        result.scene = ImportScene(pathUtf8, bytes, options, report);
+        result.scene = ImportScene(pathUtf8, file, options, report);
     } catch (const std::exception& failure) {
         // Memory that runs out on a file that really is as large as it says.
-        report.Problem("", std::string("the file can't be imported: ") + failure.what());
+        report.Problem("", eMessageId::SceneImportFailed, failure.what());
     }
     result.problems = report.TakeProblems();
+    NameGltfNodes(file.json, result.problems);
     result.warnings = report.TakeWarnings();
     return result;
 }

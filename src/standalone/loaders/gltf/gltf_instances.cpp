@@ -43,9 +43,7 @@ private:
         const int accessor = attributes.Get(attribute).GetNumberAsInt();
         const std::size_t own = import.accessors.Count(accessor);
         if (own > kMostInstances || count.value_or(own) != own) {
-            import.report.Problem(place, std::to_string(own) + " instances in accessor " +
-                                             std::to_string(accessor) +
-                                             " are too many, or others than the accessors before it have");
+            import.report.Problem(place, eMessageId::GltfInstances, own, accessor);
             return {};
         }
         count = own;
@@ -91,7 +89,7 @@ std::vector<ePlacement> GltfInstancesOf(const eGltfImport& import, int node) {
     }
     const int record = import.nodes[static_cast<std::size_t>(node)].record;
     if (source.skin >= 0 || IsBoundToNode(import.scene.nodes[static_cast<std::size_t>(record)].properties)) {
-        import.report.Notice(eImportNotice::CannotShow, "instances of skins, volumes, zones and points");
+        import.report.CannotShow(ePhrase::LostInstances);
         return {};
     }
     const std::string place = GltfPlace("nodes", node) + "/extensions/EXT_mesh_gpu_instancing";

@@ -110,21 +110,20 @@ int eGltfMaterials::Add(const std::string& id, const std::string& name, eMateria
 }
 
 void eGltfMaterials::NoticeLosses(const tinygltf::Material& source) {
-    const auto lose = [&](bool isLost, std::string_view what) {
+    const auto lose = [&](bool isLost, ePhrase what) {
         if (isLost) {
-            import.report.Notice(eImportNotice::CannotShow, what);
+            import.report.CannotShow(what);
         }
     };
     const tinygltf::PbrMetallicRoughness& surface = source.pbrMetallicRoughness;
     const auto& glow = source.emissiveFactor;
-    lose(source.occlusionTexture.index >= 0, "occlusion");
+    lose(source.occlusionTexture.index >= 0, ePhrase::LostOcclusion);
     lose(
         source.emissiveTexture.index >= 0 || std::ranges::any_of(glow, [](double part) { return part != 0; }),
-        "emission");
-    lose(surface.metallicRoughnessTexture.index >= 0, "maps of metalness and roughness");
-    lose(surface.baseColorTexture.index >= 0 && !IsWhite(surface.baseColorFactor),
-         "colours that multiply a texture");
-    lose(source.alphaMode == "MASK" && source.alphaCutoff != 0.5, "alpha cut-offs other than 0.5");
+        ePhrase::LostEmission);
+    lose(surface.metallicRoughnessTexture.index >= 0, ePhrase::LostMetalness);
+    lose(surface.baseColorTexture.index >= 0 && !IsWhite(surface.baseColorFactor), ePhrase::LostTint);
+    lose(source.alphaMode == "MASK" && source.alphaCutoff != 0.5, ePhrase::LostCutOff);
 }
 
 int eGltfMaterials::MaterialOf(const tinygltf::Primitive& primitive) {
@@ -132,7 +131,7 @@ int eGltfMaterials::MaterialOf(const tinygltf::Primitive& primitive) {
     if (variants == primitive.extensions.end()) {
         return primitive.material;
     }
-    import.report.Notice(eImportNotice::CannotShow, "variants of materials but the first");
+    import.report.CannotShow(ePhrase::LostVariants);
     const tinygltf::Value& mappings = variants->second.Get("mappings");
     for (int i = 0; i < static_cast<int>(mappings.ArrayLen()); ++i) {
         const tinygltf::Value& mapping = mappings.Get(i);

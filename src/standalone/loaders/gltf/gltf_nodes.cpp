@@ -35,7 +35,7 @@ eTransform TransformOf(const tinygltf::Node& node, const eAxes& axes, const std:
     }
     const auto rotation = NumbersOf<4>(node.rotation, {0, 0, 0, 1});
     if (rotation == std::array<float, 4>{}) {
-        report.Problem(place + "/rotation", "the rotation has the length 0");
+        report.Problem(place + "/rotation", eMessageId::GltfRotation);
         return transform;
     }
     transform.parts.position = ToHostPosition(PointOf(NumbersOf<3>(node.translation, {0, 0, 0})), axes);
@@ -86,7 +86,7 @@ void MakeGltfNodes(eGltfImport& import) {
     const auto carriers =
         std::ranges::count_if(import.hierarchy.carriers, [](int node) { return node >= 0; });
     if (import.hierarchy.order.size() + static_cast<std::size_t>(carriers) < import.nodes.size()) {
-        import.report.Notice(eImportNotice::CannotShow, "nodes outside the scene");
+        import.report.CannotShow(ePhrase::LostNodes);
     }
 }
 

@@ -40,13 +40,15 @@ public:
             } else if (key.starts_with(kSelection)) {
                 ReadSelection(member, key.substr(kSelection.size()));
             } else if (key.starts_with(kPrefix) && key != "host.fps") {
-                import.report.Notice(eImportNotice::UnknownExtra, key);
+                import.report.Notice(eMessageId::ImportUnknownExtras, key);
             }
         }
     }
 
 private:
-    void Refuse(eJsonIndex value, const char* text) { import.report.Problem(json.PathOf(value), text); }
+    void Refuse(eJsonIndex value, ePhrase expected) {
+        import.report.Problem(json.PathOf(value), eMessageId::GltfExpected, Utf8Words(expected));
+    }
 
     void ReadRange(eJsonIndex value) {
         const std::vector<eJsonIndex> frames = JsonElements(json, value);
@@ -57,7 +59,7 @@ private:
                 isGood && json.Is(frame, eJsonKind::Integer) && std::abs(json.values[frame].integer) <= most;
         }
         if (!isGood || json.values[frames[0]].integer > json.values[frames[1]].integer) {
-            Refuse(value, "[first, last] is expected, whole frames that the host's timeline can hold");
+            Refuse(value, ePhrase::JsonFrames);
             return;
         }
         import.scene.firstFrame = static_cast<int>(json.values[frames[0]].integer);
@@ -74,7 +76,7 @@ private:
             color[i] = part.value_or(0);
         }
         if (!isGood) {
-            Refuse(value, "three numbers from 0 to 1 are expected");
+            Refuse(value, ePhrase::JsonColor);
             return;
         }
         import.scene.ambient = {color[0], color[1], color[2]};
@@ -83,7 +85,7 @@ private:
     void ReadUnit(eJsonIndex value) {
         const std::optional<double> metres = json.Double(value);
         if (!metres || !(*metres > 0)) {
-            Refuse(value, "a number above 0 is expected");
+            Refuse(value, ePhrase::JsonAboveZero);
             return;
         }
         import.scene.unitMetres = *metres;
@@ -106,11 +108,11 @@ private:
             if (json.Is(element, eJsonKind::Text)) {
                 Select(set, json.Text(element));
             } else {
-                Refuse(element, "the name of a node is expected");
+                Refuse(element, ePhrase::JsonNodeName);
             }
         }
         if (!json.Is(value, eJsonKind::Array)) {
-            Refuse(value, "a list of node names is expected");
+            Refuse(value, ePhrase::JsonNodeNames);
         }
     }
 
@@ -122,7 +124,7 @@ private:
         utf8 = utf8.substr(first, utf8.find_last_not_of(' ') - first + 1);
         const auto found = nodesByName.find(LowerAnsi(import.report.Ansi(utf8)));
         if (found == nodesByName.end()) {
-            import.report.Notice(eImportNotice::UnknownNode, utf8);
+            import.report.Notice(eMessageId::ImportUnknownNode, utf8);
         } else {
             set.nodes.push_back(found->second);
         }
@@ -151,7 +153,7 @@ std::optional<double> ReadGltfFrameRate(const eJsonTree& json, int scene, eImpor
     }
     const std::optional<double> rate = json.Double(value);
     if (!rate || !(*rate > 0) || *rate > kMostFramesPerSecond) {
-        report.Problem(json.PathOf(value), "a number above 0 is expected");
+        report.Problem(json.PathOf(value), eMessageId::GltfExpected, Utf8Words(ePhrase::JsonAboveZero));
         return std::nullopt;
     }
     return rate;

@@ -54,7 +54,7 @@ void NoticeWrapModes(eGltfImport& import, const tinygltf::Texture& texture) {
     }
     const tinygltf::Sampler& sampler = import.model.samplers[static_cast<std::size_t>(texture.sampler)];
     if (sampler.wrapS != TINYGLTF_TEXTURE_WRAP_REPEAT || sampler.wrapT != TINYGLTF_TEXTURE_WRAP_REPEAT) {
-        import.report.Notice(eImportNotice::CannotShow, "textures that don't repeat");
+        import.report.CannotShow(ePhrase::LostWrapping);
     }
 }
 
@@ -79,11 +79,11 @@ int MakeGltfTexture(eGltfImport& import, eGltfImages& images, const TextureInfo&
     const tinygltf::Texture& texture = import.model.textures[static_cast<std::size_t>(info.index)];
     const std::string unread = UnreadPicture(import.model, texture);
     if (!unread.empty()) {
-        import.report.Notice(eImportNotice::UnreadPicture, ToUtf8(material) + " (" + unread + ")");
+        import.report.Notice(eMessageId::ImportUnreadPicture, ToUtf8(material) + " (" + unread + ")");
         return -1;
     }
     if (texture.source < 0) {
-        import.report.Notice(eImportNotice::CannotShow, "textures without an image");
+        import.report.CannotShow(ePhrase::LostTexture);
         return -1;
     }
     NoticeWrapModes(import, texture);

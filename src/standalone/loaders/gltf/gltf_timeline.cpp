@@ -60,7 +60,7 @@ std::vector<eGltfChannel> ChannelsOf(const eGltfImport& import, const tinygltf::
         const eAim aim = AimOf(channel);
         const std::optional<eGltfPath> path = PathOf(aim.part);
         if (!path) {
-            import.report.Notice(eImportNotice::CannotShow, "animation of \"" + aim.part + "\"");
+            import.report.CannotShow(ePhrase::LostAnimation, aim.part);
         } else if (IsInScene(import, aim.node)) {
             channels.push_back({aim.node, *path, channel.sampler});
         }
@@ -72,8 +72,8 @@ eTargets TargetsOf(const eGltfClip& clip, eImportReport& report) {
     eTargets targets;
     for (const eGltfChannel& channel : clip.channels) {
         if (!targets.emplace(channel.node, channel.path).second) {
-            report.Problem(GltfPlace("animations", clip.animation),
-                           "two channels move the same part of node " + std::to_string(channel.node));
+            report.Problem(GltfPlace("animations", clip.animation), eMessageId::GltfTwoChannels,
+                           channel.node);
         }
     }
     return targets;
@@ -95,7 +95,7 @@ eGltfSpan SpanOf(const eGltfImport& import, const eGltfClip& clip, double frames
             continue;
         }
         if (std::ranges::adjacent_find(times, falls) != times.end() || times.front() < 0) {
-            import.report.Problem(GltfPlace("accessors", input), "the times of keys don't rise from 0 on");
+            import.report.Problem(GltfPlace("accessors", input), eMessageId::GltfKeyTimes);
         }
         span.first = std::min(span.first, GltfFrame(times.front(), framesPerSecond));
         span.last = std::max(span.last, GltfFrame(times.back(), framesPerSecond));
@@ -159,7 +159,7 @@ std::vector<eGltfClip> LayOutGltfClips(eGltfImport& import, double framesPerSeco
         const double last = std::ceil(candidate.span.last) + shift;
         if (!IsOnTimeline(last, import.scene.frameTicks)) {
             import.report.Problem(GltfPlace("animations", candidate.clip.animation),
-                                  "the keys lie too far from the start for the host's timeline");
+                                  eMessageId::ImportFarKeys);
             return;
         }
         Place(candidate.clip, candidate.span, shift);

@@ -11,13 +11,12 @@ using eSax = nlohmann::json_sax<nlohmann::json>;
 // Objects of more members are searched for repeated keys by sorting.
 constexpr std::size_t kFewMembers = 16;
 
-std::string PlaceInText(std::string_view text, std::size_t offset) {
+eLoadMessage SyntaxProblem(std::string_view text, std::size_t offset, const std::string& reason) {
     const std::string_view before = text.substr(0, offset);
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');
     const std::size_t lineBreak = before.rfind('\n');
     const std::size_t column = lineBreak == std::string_view::npos ? offset + 1 : offset - lineBreak;
-    return "line " + std::to_string(line) + ", column " + std::to_string(column) + ", byte " +
-           std::to_string(offset);
+    return MakeLoadMessage("", eMessageId::JsonSyntax, line, column, offset, reason);
 }
 
 // The reason without the parser's own account of the place, and without the text it read last, which may be
@@ -37,7 +36,7 @@ class eTreeBuilder final : public eSax {
 public:
     eTreeBuilder(std::string_view document, eJsonTree& target) : text(document), tree(target) {}
 
-    std::optional<eProblem> problem;
+    std::optional<eLoadMessage> problem;
 
     bool null() override {
         Add(eJsonKind::Null);
@@ -85,8 +84,8 @@ public:
                      const nlohmann::detail::exception& error) override {
         const bool isOverflow = dynamic_cast<const nlohmann::detail::out_of_range*>(&error) != nullptr;
         const std::size_t offset = std::min(position == 0 ? 0 : position - 1, text.size());
-        problem = eProblem{PlaceInText(text, offset),
-                           isOverflow ? "the number is too large" : ReasonIn(error.what())};
+        problem =
+            SyntaxProblem(text, offset, isOverflow ? "the number is too large" : ReasonIn(error.what()));
         return false;
     }
 
@@ -167,10 +166,10 @@ private:
 
 }  // namespace
 
-std::optional<eProblem> ParseJson(std::string_view text, eJsonTree& tree) {
+std::optional<eLoadMessage> ParseJson(std::string_view text, eJsonTree& tree) {
     tree = {};
     if (text.size() >= kNoJson) {
-        return eProblem{"", "the text is larger than 4 GB"};
+        return MakeLoadMessage("", eMessageId::JsonTooLarge);
     }
     eTreeBuilder builder(text, tree);
     nlohmann::json::sax_parse(text.begin(), text.end(), &builder);

@@ -11,6 +11,6 @@ namespace standalone {
 // Reads a JSON text (UTF-8, with or without byte order mark) into the tree. What is no JSON gives the first
 // place that isn't, by line, column and byte. Takes time and memory in proportion to the text; nesting of any
 // depth needs no stack.
-std::optional<eProblem> ParseJson(std::string_view text, eJsonTree& tree);
+std::optional<eLoadMessage> ParseJson(std::string_view text, eJsonTree& tree);
 
 }  // namespace standalone

@@ -14,29 +14,45 @@ namespace {
 // Single precision keeps the squared length of a unit quaternion within this.
 constexpr double kUnitTolerance = 5e-7;
 
-std::string_view KindName(eJsonKind kind) {
+ePhrase KindName(eJsonKind kind) {
     switch (kind) {
         case eJsonKind::Null:
-            return "null";
+            return ePhrase::JsonNull;
         case eJsonKind::Boolean:
-            return "true or false";
+            return ePhrase::JsonTruth;
         case eJsonKind::Integer:
         case eJsonKind::Real:
-            return "a number";
+            return ePhrase::JsonNumber;
         case eJsonKind::Text:
-            return "a string";
+            return ePhrase::JsonString;
         case eJsonKind::Array:
-            return "a list";
+            return ePhrase::JsonList;
         case eJsonKind::Object:
-            return "an object";
+            break;
     }
-    return "";
+    return ePhrase::JsonObject;
 }
 
 std::string CharacterName(char32_t character) {
     char name[16];
     std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(character));
     return name;
+}
+
+// The names of the nodes around the value, from the topmost down: objects in lists of nodes or of children.
+std::string NodePath(const eJsonTree& tree, eJsonIndex value) {
+    std::string path;
+    for (; value != kJsonRoot; value = tree.values[value].parent) {
+        const eJsonIndex list = tree.values[value].parent;
+        const bool isNode =
+            !tree.values[value].isMember && (tree.Key(list) == "nodes" || tree.Key(list) == "children");
+        const eJsonIndex name =
+            isNode && tree.Is(value, eJsonKind::Object) ? tree.FindMember(value, "name") : kNoJson;
+        if (name != kNoJson && tree.Is(name, eJsonKind::Text)) {
+            path = std::string(tree.Text(name)) + (path.empty() ? "" : "/") + path;
+        }
+    }
+    return path;
 }
 
 bool IsPlainAscii(std::string_view text) {
@@ -46,27 +62,24 @@ bool IsPlainAscii(std::string_view text) {
 
 }  // namespace
 
-void eJsonReader::Report(eJsonIndex place, std::string text) {
-    reports.push_back({place, std::move(text)});
-}
-
-std::vector<eProblem> eJsonReader::Problems() const {
+std::vector<eLoadMessage> eJsonReader::Problems() const {
     std::vector<eReport> all = reports;
     for (const eJsonIndex member : tree.repeatedMembers) {
-        all.push_back({member, "the key stands twice in one object"});
+        all.push_back({member, eMessageId::DocumentRepeatedKey, Utf8Text(eMessageId::DocumentRepeatedKey)});
     }
     std::stable_sort(all.begin(), all.end(),
                      [](const eReport& left, const eReport& right) { return left.place < right.place; });
-    std::vector<eProblem> problems;
+    std::vector<eLoadMessage> problems;
     problems.reserve(all.size());
     for (eReport& report : all) {
-        problems.push_back({tree.PathOf(report.place), std::move(report.text)});
+        problems.push_back(
+            {report.id, tree.PathOf(report.place), std::move(report.text), NodePath(tree, report.place)});
     }
     return problems;
 }
 
-bool eJsonReader::ReportKind(eJsonIndex value, std::string_view expected) {
-    Report(value, "expected " + std::string(expected) + ", found " + std::string(KindName(tree.Kind(value))));
+bool eJsonReader::ReportKind(eJsonIndex value, ePhrase expected) {
+    Report(value, eMessageId::DocumentKind, Utf8Words(expected), Utf8Words(KindName(tree.Kind(value))));
     return false;
 }
 
@@ -81,8 +94,7 @@ bool eJsonReader::ExpectCount(eJsonIndex list, std::size_t count) {
     if (tree.Count(list) == count) {
         return true;
     }
-    Report(list, "expected a list of " + std::to_string(count) + ", found " +
-                     std::to_string(tree.Count(list)) + " entries");
+    Report(list, eMessageId::DocumentLength, count, tree.Count(list));
     return false;
 }
 
@@ -111,11 +123,11 @@ bool eJsonReader::Read(eJsonIndex value, bool& field) {
 
 bool eJsonReader::Read(eJsonIndex value, float& field) {
     if (!tree.IsNumber(value)) {
-        return ReportKind(value, "a number");
+        return ReportKind(value, ePhrase::JsonNumber);
     }
     const std::optional<float> number = tree.Float(value);
     if (!number) {
-        Report(value, "the number is too large");
+        Report(value, eMessageId::DocumentNumberTooLarge);
         return false;
     }
     field = *number;
@@ -125,7 +137,7 @@ bool eJsonReader::Read(eJsonIndex value, float& field) {
 bool eJsonReader::Read(eJsonIndex value, double& field) {
     const std::optional<double> number = tree.Double(value);
     if (!number) {
-        return ReportKind(value, "a number");
+        return ReportKind(value, ePhrase::JsonNumber);
     }
     field = *number;
     return true;
@@ -134,11 +146,11 @@ bool eJsonReader::Read(eJsonIndex value, double& field) {
 std::optional<double> eJsonReader::ReadWhole(eJsonIndex value) {
     const std::optional<double> number = tree.Double(value);
     if (!number) {
-        ReportKind(value, "a whole number");
+        ReportKind(value, ePhrase::JsonWhole);
         return std::nullopt;
     }
     if (*number != std::floor(*number)) {
-        Report(value, "expected a whole number");
+        Report(value, eMessageId::DocumentExpected, Utf8Words(ePhrase::JsonWhole));
         return std::nullopt;
     }
     return number;
@@ -151,7 +163,7 @@ bool eJsonReader::ReadWithin(eJsonIndex value, std::int64_t lowest, std::int64_t
         return false;
     }
     if (*number < static_cast<double>(lowest) || *number > static_cast<double>(highest)) {
-        Report(value, "the number must be " + std::to_string(lowest) + " to " + std::to_string(highest));
+        Report(value, eMessageId::DocumentRange, lowest, highest);
         return false;
     }
     field = static_cast<std::int64_t>(*number);
@@ -164,7 +176,7 @@ bool eJsonReader::ReadIndex(eJsonIndex value, std::size_t count, std::int64_t& f
         return false;
     }
     if (*number < (isNoneAllowed ? -1 : 0) || *number >= static_cast<double>(count)) {
-        Report(value, "the number lies outside its table of " + std::to_string(count) + " entries");
+        Report(value, eMessageId::DocumentIndex, count);
         return false;
     }
     field = static_cast<std::int64_t>(*number);
@@ -214,14 +226,14 @@ bool eJsonReader::ReadAnsi(eJsonIndex place, std::string_view utf8, std::string&
         return true;
     }
     if (utf8.find('\0') != std::string_view::npos) {
-        Report(place, "the character U+0000 can't stand in a text");
+        Report(place, eMessageId::DocumentZeroCharacter);
         return false;
     }
     eFromUtf8 converted = FromUtf8(utf8);
     if (!converted.IsExact()) {
         const platform::eUtf8Step step = platform::ReadUtf8(utf8.substr(converted.badOffset));
-        Report(place, "the character " + CharacterName(step.character) + " at byte " +
-                          std::to_string(converted.badOffset) + " of the text is not in code page 1251");
+        Report(place, eMessageId::DocumentForeignCharacter, CharacterName(step.character),
+               converted.badOffset);
         return false;
     }
     field = std::move(converted.text);
@@ -265,7 +277,7 @@ bool eJsonReader::Read(eJsonIndex value, host::Color& field) {
     }
     for (int i = 0; i < 3; ++i) {
         if (color[i] < 0 || color[i] > 1) {
-            Report(value, "the parts of a colour must be 0 to 1");
+            Report(value, eMessageId::DocumentColor);
             return false;
         }
     }
@@ -304,7 +316,7 @@ bool eJsonReader::Read(eJsonIndex value, eRotation& field) {
         squares += static_cast<double>(part) * part;
     }
     if (squares == 0) {
-        Report(value, "a rotation of length 0");
+        Report(value, eMessageId::DocumentRotation);
         return false;
     }
     if (std::fabs(squares - 1) > kUnitTolerance) {
@@ -330,7 +342,7 @@ bool eJsonReader::ReadWord(eJsonIndex value, std::span<const std::string_view> w
     for (const std::string_view each : words) {
         known += (known.empty() ? "\"" : ", \"") + std::string(each) + '"';
     }
-    Report(value, "unknown word \"" + std::string(tree.Text(value)) + "\", expected one of " + known);
+    Report(value, eMessageId::DocumentUnknownWord, tree.Text(value), known);
     return false;
 }
 
@@ -340,7 +352,7 @@ bool eJsonReader::ReadType(eJsonIndex object, std::span<const std::string_view> 
     }
     const eJsonIndex word = tree.FindMember(object, "type");
     if (word == kNoJson) {
-        Report(object, "the key \"type\" is missing");
+        Report(object, eMessageId::DocumentMissingKey, "type");
         return false;
     }
     tree.values[word].isRead = true;
@@ -356,7 +368,7 @@ eMembers::~eMembers() {
     }
     for (const eJsonIndex member : reader.Tree().Children(object)) {
         if (!reader.Tree().values[member].isRead) {
-            reader.Report(member, "unknown key");
+            reader.Report(member, eMessageId::DocumentUnknownKey);
         }
     }
 }
@@ -378,7 +390,7 @@ eJsonIndex eMembers::Find(std::string_view key) {
 eJsonIndex eMembers::Demand(std::string_view key) {
     const eJsonIndex value = Find(key);
     if (value == kNoJson && isObject) {
-        reader.Report(object, "the key \"" + std::string(key) + "\" is missing");
+        reader.Report(object, eMessageId::DocumentMissingKey, key);
     }
     return value;
 }
@@ -399,7 +411,7 @@ bool eMembers::RequiredSize(std::string_view key, float& field) {
         return false;
     }
     if (field < 0) {
-        reader.Report(value, "a size must be 0 or more");
+        reader.Report(value, eMessageId::DocumentSize);
         return false;
     }
     return true;

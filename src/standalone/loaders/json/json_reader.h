@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/values.h"
+#include "messages/utf8_words.h"
 #include "standalone/load_result.h"
 #include "standalone/loaders/json/json_tree.h"
 #include "standalone/scene_data.h"
@@ -22,10 +23,13 @@ public:
 
     eJsonTree& Tree() const { return tree; }
 
-    // The text is UTF-8.
-    void Report(eJsonIndex place, std::string text);
+    // Values are UTF-8.
+    template <class... Values>
+    void Report(eJsonIndex place, eMessageId id, const Values&... values) {
+        reports.push_back({place, id, Utf8Text(id, values...)});
+    }
     // Everything reported so far and the repeated members of the tree, in the order of the document.
-    std::vector<eProblem> Problems() const;
+    std::vector<eLoadMessage> Problems() const;
 
     // Each gives false, with a problem, for a value that does not fit.
     bool Read(eJsonIndex value, bool& field);
@@ -82,10 +86,11 @@ public:
 private:
     struct eReport {
         eJsonIndex place = kJsonRoot;
-        std::string text;
+        eMessageId id;
+        eBilingual text;
     };
 
-    bool ReportKind(eJsonIndex value, std::string_view expected);
+    bool ReportKind(eJsonIndex value, ePhrase expected);
     std::optional<double> ReadWhole(eJsonIndex value);
     bool ReadAnsi(eJsonIndex place, std::string_view utf8, std::string& field);
 

@@ -10,15 +10,14 @@ namespace {
 
 using eIds = std::unordered_map<std::string_view, int>;
 
-bool ReadIdReference(eJsonReader& json, const eIds& ids, std::string_view what, eJsonIndex value,
-                     int& index) {
+bool ReadIdReference(eJsonReader& json, const eIds& ids, ePhrase what, eJsonIndex value, int& index) {
     if (!json.Expect(value, eJsonKind::Text)) {
         return false;
     }
     const std::string_view id = json.Tree().Text(value);
     const auto found = ids.find(id);
     if (found == ids.end()) {
-        json.Report(value, "there is no " + std::string(what) + " with the id \"" + std::string(id) + '"');
+        json.Report(value, eMessageId::DocumentNoSuchId, Utf8Words(what), id);
         return false;
     }
     index = found->second;
@@ -34,7 +33,7 @@ bool ReadNodeReference(eDocumentContext& context, eJsonIndex value, int& node) {
     }
     const auto found = context.nodesByName.find(LowerAnsi(name));
     if (found == context.nodesByName.end()) {
-        context.json.Report(value, "there is no node with the name \"" + ToUtf8(name) + '"');
+        context.json.Report(value, eMessageId::DocumentNoSuchNode, ToUtf8(name));
         return false;
     }
     node = found->second;
@@ -48,16 +47,16 @@ void ReadNodeReferences(eDocumentContext& context, eJsonIndex list, std::vector<
 }
 
 bool ReadMaterialReference(eDocumentContext& context, eJsonIndex value, int& material) {
-    return ReadIdReference(context.json, context.materialIds, "material", value, material);
+    return ReadIdReference(context.json, context.materialIds, ePhrase::KindOfMaterial, value, material);
 }
 
 bool ReadObjectReference(eDocumentContext& context, eJsonIndex value, int& object) {
-    return ReadIdReference(context.json, context.objectIds, "object", value, object);
+    return ReadIdReference(context.json, context.objectIds, ePhrase::KindOfObject, value, object);
 }
 
 void CheckFrame(eDocumentContext& context, eJsonIndex place, double frame) {
     if (std::fabs(frame) * context.scene.frameTicks > std::numeric_limits<host::TimeValue>::max()) {
-        context.json.Report(place, "the frame is too far away to be counted in ticks");
+        context.json.Report(place, eMessageId::DocumentFarFrame);
     }
 }
 

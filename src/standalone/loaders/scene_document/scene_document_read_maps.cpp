@@ -32,7 +32,7 @@ void ReadInputs(const eMapReading& reading, std::span<int> inputs) {
     const eJsonIndex list = reading.members.Find("maps");
     eJsonReader& json = reading.context.json;
     if (list != kNoJson && json.Tree().Count(list) > inputs.size()) {
-        json.Report(list, "expected at most " + std::to_string(inputs.size()) + " maps");
+        json.Report(list, eMessageId::DocumentTooManyMaps, inputs.size());
         return;
     }
     std::size_t input = 0;
@@ -76,7 +76,7 @@ eMapKind ReadMix(const eMapReading& reading) {
     eMixMap mix;
     ReadInputs(reading, mix.maps);
     if (reading.members.Optional("amount", mix.amount) && !(mix.amount >= 0 && mix.amount <= 1)) {
-        reading.context.json.Report(reading.members.Find("amount"), "the number must be 0 to 1");
+        reading.context.json.Report(reading.members.Find("amount"), eMessageId::DocumentRange, 0, 1);
     }
     return mix;
 }
@@ -117,7 +117,8 @@ constexpr std::array<eReadMap, kMapWords.size()> kMapReaders = {
 
 int ReadMapAt(eDocumentContext& context, eJsonIndex value, int level) {
     if (level > kMaxMapLevels) {
-        context.json.Report(value, "maps nest deeper than " + std::to_string(kMaxMapLevels) + " levels");
+        context.json.Report(value, eMessageId::DocumentNesting, Utf8Words(ePhrase::NestedMaps),
+                            kMaxMapLevels);
         return -1;
     }
     int type = 0;

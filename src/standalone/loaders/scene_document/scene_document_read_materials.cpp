@@ -23,7 +23,7 @@ void ReadSlots(eDocumentContext& context, eMembers& members, eMapSlots& slots) {
         const auto slot =
             std::find(kMapSlotWords.begin(), kMapSlotWords.end(), context.json.Tree().Key(member));
         if (slot == kMapSlotWords.end()) {
-            context.json.Report(member, "unknown key");
+            context.json.Report(member, eMessageId::DocumentUnknownKey);
         } else {
             ReadSlot(context, member, slots[static_cast<std::size_t>(slot - kMapSlotWords.begin())]);
         }
@@ -44,7 +44,7 @@ eMaterialKind ReadStandard(eDocumentContext& context, eMembers& members) {
     members.Optional("specular", material.specular);
     if (members.Optional("shininess", material.shininess) &&
         !(material.shininess >= 0 && material.shininess <= 1)) {
-        context.json.Report(members.Find("shininess"), "the number must be 0 to 1");
+        context.json.Report(members.Find("shininess"), eMessageId::DocumentRange, 0, 1);
     }
     members.Optional("shininessStrength", material.shininessStrength);
     members.Optional("opacity", material.opacity);
@@ -170,10 +170,10 @@ void CheckNesting(eDocumentContext& context, const eJsonChildren& section) {
     std::size_t material = 0;
     for (const eJsonIndex value : section) {
         if (!nesting.isSettled[material]) {
-            context.json.Report(value, "the material holds itself, or one that does");
+            context.json.Report(value, eMessageId::DocumentHoldsItself);
         } else if (nesting.levels[material] > kMaxMaterialLevels) {
-            context.json.Report(
-                value, "materials nest deeper than " + std::to_string(kMaxMaterialLevels) + " levels");
+            context.json.Report(value, eMessageId::DocumentNesting, Utf8Words(ePhrase::NestedMaterials),
+                                kMaxMaterialLevels);
         }
         ++material;
     }

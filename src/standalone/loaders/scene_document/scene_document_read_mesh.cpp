@@ -70,8 +70,7 @@ bool ReadChannelNumber(eJsonReader& json, eJsonIndex member, int& channel) {
         channel <= kLastMapChannel) {
         return true;
     }
-    json.Report(member, "the key must be a map channel, \"" + std::to_string(kFirstMapChannel) + "\" to \"" +
-                            std::to_string(kLastMapChannel) + '"');
+    json.Report(member, eMessageId::DocumentMapChannel, kFirstMapChannel, kLastMapChannel);
     return false;
 }
 

@@ -58,7 +58,7 @@ void ReadGroupWord(eJsonReader& json, eJsonIndex value, eNodeData& node) {
     }
     bool& flag = word == 0 ? node.groupHead : node.groupMember;
     if (flag) {
-        json.Report(value, "the word stands twice");
+        json.Report(value, eMessageId::DocumentRepeatedWord);
     }
     flag = true;
 }
@@ -97,7 +97,7 @@ void ReadVisibility(eJsonReader& json, eJsonIndex value, eNodeData& node) {
         return;
     }
     if (!json.Tree().Is(value, eJsonKind::Array)) {
-        json.Report(value, "expected a number or a list of [frame, value]");
+        json.Report(value, eMessageId::DocumentExpected, Utf8Words(ePhrase::JsonVisibility));
         return;
     }
     for (const eJsonIndex element : json.Tree().Children(value)) {
@@ -117,7 +117,7 @@ void ReadTransform(eJsonReader& json, eJsonIndex value, eTransform& transform) {
     members.Optional("matrix", transform.matrix);
     ReadPlacementMembers(members, transform.parts);
     if (transform.matrix && json.Tree().Count(value) > 1) {
-        json.Report(value, "no other key may stand beside \"matrix\"");
+        json.Report(value, eMessageId::DocumentMatrixAlone);
     }
 }
 
@@ -129,7 +129,7 @@ void ReadTransformKey(eJsonReader& json, eJsonIndex value, bool isBesideMatrix, 
     members.Optional("scale", key.scale);
     // A rotation or scale can't replace a part of a matrix.
     if (isBesideMatrix && (key.rotation || key.scale)) {
-        json.Report(value, "beside a transform given as a matrix only position keys are allowed");
+        json.Report(value, eMessageId::DocumentMatrixKeys);
     }
 }
 
@@ -175,7 +175,7 @@ void ReadNodeObject(eDocumentContext& context, eJsonIndex value, int& object) {
         return;
     }
     if (!context.json.Tree().Is(value, eJsonKind::Object)) {
-        context.json.Report(value, "expected an object or the id of an object");
+        context.json.Report(value, eMessageId::DocumentExpected, Utf8Words(ePhrase::JsonObjectOrId));
         return;
     }
     object = static_cast<int>(context.scene.objects.size());
@@ -237,8 +237,8 @@ void CollectNodes(eDocumentContext& context, eJsonIndex list) {
             continue;
         }
         if (open.size() == kMaxNodeLevels && tree.Count(children) > 0) {
-            context.json.Report(children,
-                                "nodes nest deeper than " + std::to_string(kMaxNodeLevels) + " levels");
+            context.json.Report(children, eMessageId::DocumentNesting, Utf8Words(ePhrase::NestedNodes),
+                                kMaxNodeLevels);
             continue;
         }
         openList(children, node);

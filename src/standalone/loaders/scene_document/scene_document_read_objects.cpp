@@ -30,7 +30,7 @@ eObjectKind ReadSphere(eDocumentContext& context, eMembers& members) {
     eSphereObject sphere;
     members.RequiredSize("radius", sphere.radius);
     if (members.Optional("segments", 8, kMaxSphereSegments, sphere.segments) && sphere.segments % 4 != 0) {
-        context.json.Report(members.Find("segments"), "the number must be a multiple of 4");
+        context.json.Report(members.Find("segments"), eMessageId::DocumentMultiple);
     }
     return sphere;
 }
@@ -76,7 +76,7 @@ eObjectKind ReadLine(eDocumentContext& context, eMembers& members) {
 eObjectKind ReadCamera(eDocumentContext& context, eMembers& members) {
     eCameraObject camera;
     if (members.Optional("fov", camera.fov) && !(camera.fov > 0 && camera.fov < 180)) {
-        context.json.Report(members.Find("fov"), "a field of view must be above 0 and below 180 degrees");
+        context.json.Report(members.Find("fov"), eMessageId::DocumentFieldOfView);
     }
     members.Optional("targetDistance", camera.targetDistance);
     return camera;
@@ -86,7 +86,7 @@ void ReadListedNodes(eDocumentContext& context, eMembers& members, eLightObject&
     const eJsonIndex exclude = members.Find("exclude");
     const eJsonIndex include = members.Find("include");
     if (exclude != kNoJson && include != kNoJson) {
-        context.json.Report(members.Object(), "\"exclude\" and \"include\" can't stand together");
+        context.json.Report(members.Object(), eMessageId::DocumentTwoLightLists);
         return;
     }
     light.include = include != kNoJson;

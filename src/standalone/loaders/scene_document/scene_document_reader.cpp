@@ -22,9 +22,7 @@ bool ReadVersion(eJsonReader& json, eMembers& top) {
     }
     if (version != kSceneDocumentVersion) {
         top.LeaveUnread();
-        json.Report(top.Find("scene"), "version " + std::to_string(version) +
-                                           " of the format is not known, only version " +
-                                           std::to_string(kSceneDocumentVersion));
+        json.Report(top.Find("scene"), eMessageId::DocumentVersion, version, kSceneDocumentVersion);
         return false;
     }
     return true;
@@ -45,7 +43,7 @@ void ReadRange(eJsonReader& json, eJsonIndex range, eSceneData& scene) {
     scene.firstFrame = frames[0];
     scene.lastFrame = frames[1];
     if (scene.firstFrame > scene.lastFrame) {
-        json.Report(range, "the first frame lies behind the last");
+        json.Report(range, eMessageId::DocumentFrameOrder);
     }
 }
 
@@ -63,7 +61,7 @@ void ReadTime(eDocumentContext& context, eMembers& top) {
 
 void ReadSettings(eDocumentContext& context, eMembers& top) {
     if (top.Optional("unitMetres", context.scene.unitMetres) && !(context.scene.unitMetres > 0)) {
-        context.json.Report(top.Find("unitMetres"), "the number must be above 0");
+        context.json.Report(top.Find("unitMetres"), eMessageId::DocumentAboveZero);
     }
     ReadTime(context, top);
     top.Optional("ambient", context.scene.ambient);
@@ -77,7 +75,7 @@ void CollectIds(eJsonReader& json, const eJsonChildren& section, std::vector<Rec
         ids.try_emplace(json.Tree().Key(member), static_cast<int>(records.size()));
         json.ReadKey(member, records.emplace_back().id);
         if (json.Tree().Key(member).empty()) {
-            json.Report(member, "an id must not be empty");
+            json.Report(member, eMessageId::DocumentEmptyId);
         }
     }
 }
@@ -127,7 +125,7 @@ void ReadDocument(eDocumentContext& context, const std::string& ownPath) {
 eLoadResult ReadSceneDocument(std::string_view text, const std::string& path) {
     eLoadResult result;
     eJsonTree tree;
-    if (std::optional<eProblem> problem = ParseJson(text, tree)) {
+    if (std::optional<eLoadMessage> problem = ParseJson(text, tree)) {
         result.problems.push_back(std::move(*problem));
         return result;
     }

@@ -82,8 +82,8 @@ void SettleNodeNames(eDocumentOutput& output) {
         std::string& name = output.nodeNames[node];
         if (isReferenced[node] && firstOfName.at(LowerAnsi(name)) != node) {
             const std::string unique = names.MakeUnique(name);
-            output.warnings.push_back("a second node \"" + ToUtf8(name) +
-                                      "\" is referred to: it is written as \"" + ToUtf8(unique) + '"');
+            output.warnings.push_back(
+                MakeLoadMessage("", eMessageId::DocumentRenamedNode, ToUtf8(name), ToUtf8(unique)));
             name = unique;
         }
     }

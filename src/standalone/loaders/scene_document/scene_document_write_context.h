@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "standalone/load_message.h"
 #include "standalone/loaders/json/json_writer.h"
 #include "standalone/scene_data.h"
 
@@ -12,7 +13,7 @@ namespace standalone {
 struct eDocumentOutput {
     const eSceneData& scene;
     eJsonWriter json{};
-    std::vector<std::string> warnings{};
+    std::vector<eLoadMessage> warnings{};
 
     // By index. A name or id refers to just this record.
     std::vector<std::string> nodeNames{};

@@ -83,7 +83,7 @@ eWrittenDocument WriteSceneDocument(const eSceneData& scene, const std::string& 
     }
     output.json.EndObject();
     if (output.json.HasLostNumbers()) {
-        output.warnings.push_back("numbers that are not finite are written as 0");
+        output.warnings.push_back(MakeLoadMessage("", eMessageId::DocumentLostNumber));
     }
     return {LayOutJson(output.json.Text()), std::move(output.warnings)};
 }

@@ -3,13 +3,14 @@
 #include <string>
 #include <vector>
 
+#include "standalone/load_message.h"
 #include "standalone/scene_data.h"
 
 namespace standalone {
 
 struct eWrittenDocument {
-    std::string text;                   // UTF-8
-    std::vector<std::string> warnings;  // UTF-8; what had to change so that the format can say it
+    std::string text;                    // UTF-8
+    std::vector<eLoadMessage> warnings;  // what had to change so that the format can say it
 };
 
 // The scene as a document for people to read: only what differs from the format's defaults, in a fixed order,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ansi.h"
+#include "standalone/data/node_path.h"
 #include "standalone/data/property_reader.h"
 #include "standalone/data/world_matrices.h"
 
@@ -68,7 +69,8 @@ void NoticeBindPoses(const eSceneData& scene, eImportReport& report) {
                 KeepsInPlace(skin->bindMatrices[bone] * world.At(skin->bones[bone], time) * toObject, bounds);
         }
         if (!isBound) {
-            report.Notice(eImportNotice::BindPose, ToUtf8(scene.nodes[node].name));
+            report.Notice(eMessageId::ImportBindPose, ToUtf8(scene.nodes[node].name),
+                          ToUtf8(PathOfNode(scene, node)));
         }
     }
 }

@@ -41,7 +41,8 @@ void DropFacesWithoutArea(eSceneData& scene, eImportReport& report) {
         if (lost == 0) {
             continue;
         }
-        report.Notice(eImportNotice::NoArea, NameOfObject(scene, number) + " (" + std::to_string(lost) + ")");
+        report.Notice(eMessageId::ImportNoArea,
+                      NameOfObject(scene, number) + " (" + std::to_string(lost) + ")");
         std::string id = object.id;
         object = kept.empty() ? eObjectData{{}, eHelperObject{}, {}} : SubsetOf(object, kept);
         object.id = std::move(id);

@@ -12,60 +12,24 @@ namespace {
 constexpr std::size_t kMostProblems = 100;
 constexpr std::size_t kMostItems = 20;
 
-constexpr std::array<std::string_view, 15> kHeadings = {
-    "the host can't show",
-    "extras left out, because property text can't hold them",
-    "selection sets name nodes that the scene lacks",
-    "scene extras that mean nothing here",
-    "the bones are not where the mesh was bound at the first frame, and a skeleton exported at that frame "
-    "bends the mesh; OldSkin among the node's properties takes the mesh as it stands there",
-    "properties left out, because the property text has their keys already",
-    "pictures that are nowhere",
-    "skinned meshes that stood apart from their bones are put beside them",
-    "triangles without area are left out",
-    "meshes beyond what the engine holds are parted, --no-split keeps them whole",
-    "meshes beyond what the engine holds that can't be parted, as they are volumes, zones, points or parts "
-    "of others",
-    "the properties beside the scene name nodes that it lacks",
-    "pictures of kinds that aren't read are left out",
-    "nodes share a mesh with a node of other materials, and may have got those; make the mesh unique",
-    "several nodes have one name, and what moves, skins or lights one may go to another; give them names of "
-    "their "
-    "own",
-};
-
-std::string WarningLine(std::string_view heading, const std::vector<std::string>& items) {
-    std::string line = std::string(heading) + ": ";
-    for (std::size_t i = 0; i < std::min(items.size(), kMostItems); ++i) {
-        line += (i == 0 ? "" : ", ") + items[i];
-    }
-    if (items.size() > kMostItems) {
-        line += " and " + std::to_string(items.size() - kMostItems) + " more";
-    }
-    return line;
-}
-
-void AddOnce(std::vector<std::string>& items, std::string_view item) {
-    if (std::ranges::find(items, item) == items.end()) {
-        items.emplace_back(item);
-    }
-}
-
 bool IsControl(char byte) {
     return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
 }
 
 }  // namespace
 
-void eImportReport::Problem(std::string place, std::string text) {
+void eImportReport::Problem(eLoadMessage problem) {
     ++problemCount;
     if (problems.size() < kMostProblems) {
-        problems.push_back({std::move(place), std::move(text)});
+        problems.push_back(std::move(problem));
     }
 }
 
-void eImportReport::Notice(eImportNotice notice, std::string_view item) {
-    AddOnce(notices[static_cast<std::size_t>(notice)], item);
+void eImportReport::Notice(eMessageId notice, const eBilingual& item, std::string node) {
+    std::vector<eItem>& items = notices[notice];
+    if (std::ranges::find(items, item, &eItem::text) == items.end()) {
+        items.push_back({item, std::move(node)});
+    }
 }
 
 std::string eImportReport::Ansi(std::string_view utf8, std::string_view owner) {
@@ -75,31 +39,33 @@ std::string eImportReport::Ansi(std::string_view utf8, std::string_view owner) {
         std::string item = owner.empty() ? std::string() : std::string(owner) + ": ";
         item.append("\"").append(utf8).append("\"");
         std::ranges::replace_if(item, IsControl, ' ');
-        AddOnce(lossyTexts, item);
+        Notice(eMessageId::ImportForeignCharacters, item);
     }
     std::ranges::replace_if(ansi.text, IsControl, '_');
     return std::move(ansi.text);
 }
 
-std::vector<eProblem> eImportReport::TakeProblems() {
+std::vector<eLoadMessage> eImportReport::TakeProblems() {
     if (problemCount > problems.size()) {
-        problems.push_back({"", std::to_string(problemCount - problems.size()) + " more problems"});
+        problems.push_back(
+            MakeLoadMessage("", eMessageId::SceneMoreProblems, problemCount - problems.size()));
     }
     problemCount = 0;
     return std::exchange(problems, {});
 }
 
-std::vector<std::string> eImportReport::TakeWarnings() {
-    std::vector<std::string> warnings;
-    if (!lossyTexts.empty()) {
-        warnings.push_back(
-            WarningLine("characters outside code page 1251 become \"_\"", std::exchange(lossyTexts, {})));
-    }
-    for (std::size_t notice = 0; notice < kNotices; ++notice) {
-        const std::vector<std::string> items = std::exchange(notices[notice], {});
-        if (!items.empty()) {
-            warnings.push_back(WarningLine(kHeadings[notice], items));
+std::vector<eLoadMessage> eImportReport::TakeWarnings() {
+    std::vector<eLoadMessage> warnings;
+    for (const auto& [notice, items] : std::exchange(notices, {})) {
+        eBilingual list;
+        for (std::size_t i = 0; i < std::min(items.size(), kMostItems); ++i) {
+            list.AddToList(items[i].text);
         }
+        if (items.size() > kMostItems) {
+            list += Utf8Words(ePhrase::AndMore, items.size() - kMostItems);
+        }
+        warnings.push_back(MakeLoadMessage("", notice, list));
+        warnings.back().node = items.size() == 1 ? items.front().node : std::string();
     }
     return warnings;
 }

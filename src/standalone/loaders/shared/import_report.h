@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,51 +10,48 @@
 
 namespace standalone {
 
-// What the file holds and the import leaves out. Each is one warning line per file, with a list of items.
-enum class eImportNotice {
-    CannotShow,      // kinds of content
-    LostExtra,       // places of extras that property text can't say
-    UnknownNode,     // names in selection sets
-    UnknownExtra,    // scene extras that begin as ours do
-    BindPose,        // skins whose bones are elsewhere at the first frame
-    ToldTwice,       // properties whose keys the property text has already
-    NoPicture,       // materials whose pictures are nowhere
-    MovedMesh,       // skinned meshes that went back to their bones
-    NoArea,          // meshes that lost triangles without area
-    Parted,          // meshes in pieces
-    TooLarge,        // meshes that had to stay whole
-    NoSuchNode,      // headings of a property sidecar
-    UnreadPicture,   // materials whose pictures are of a kind that isn't read
-    OtherMaterials,  // nodes whose materials the import library takes from another node
-    SharedName,      // names of several nodes, where the import library tells nodes apart by names
-};
-
 // Collects what an import has to tell.
 class eImportReport {
 public:
-    // A fault of the file; `place` is a JSON path, or a byte offset in words.
-    void Problem(std::string place, std::string text);
+    // A fault of the file, see eLoadMessage.
+    void Problem(eLoadMessage problem);
+    template <class... Values>
+    void Problem(std::string place, eMessageId id, const Values&... values) {
+        Problem(MakeLoadMessage(std::move(place), id, values...));
+    }
     bool HasProblems() const { return !problems.empty(); }
 
-    // Repeated items are told once.
-    void Notice(eImportNotice notice, std::string_view item);
+    // What the file holds and the import leaves out or changes: one warning line per file, with a list of
+    // items, UTF-8. Repeated items are told once. `node` is the path of the node that the item is, if it is
+    // one: the place of the message if it stays the only item.
+    void Notice(eMessageId notice, const eBilingual& item, std::string node = {});
+    void Notice(eMessageId notice, std::string_view item, std::string node = {}) {
+        Notice(notice, eBilingual{std::string(item), std::string(item)}, std::move(node));
+    }
+    // The same for a kind of content.
+    template <class... Values>
+    void CannotShow(ePhrase what, const Values&... values) {
+        Notice(eMessageId::ImportCannotShow, Utf8Words(what, values...));
+    }
 
     // The text in code page 1251, "_" for what the page lacks and for control characters, which names and
     // values of properties can't hold. That is told with the text, behind its owner where there is one
     // (UTF-8).
     std::string Ansi(std::string_view utf8, std::string_view owner = {});
 
-    // What was collected, in the order of the enumeration. The report is empty afterwards.
-    std::vector<eProblem> TakeProblems();
-    std::vector<std::string> TakeWarnings();
+    // What was collected, warnings in the order of the table. The report is empty afterwards.
+    std::vector<eLoadMessage> TakeProblems();
+    std::vector<eLoadMessage> TakeWarnings();
 
 private:
-    static constexpr std::size_t kNotices = 15;
+    struct eItem {
+        eBilingual text;
+        std::string node;
+    };
 
-    std::vector<eProblem> problems;
+    std::vector<eLoadMessage> problems;
     std::size_t problemCount = 0;
-    std::array<std::vector<std::string>, kNotices> notices;
-    std::vector<std::string> lossyTexts;  // UTF-8
+    std::map<eMessageId, std::vector<eItem>> notices;
 };
 
 }  // namespace standalone

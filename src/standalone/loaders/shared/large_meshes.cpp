@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "standalone/data/node_order.h"
+#include "standalone/data/node_path.h"
 #include "standalone/data/property_reader.h"
 #include "standalone/loaders/shared/face_subset.h"
 #include "standalone/loaders/shared/fit_meshes.h"
@@ -158,15 +159,18 @@ private:
     }
 
     void PartNode(std::size_t node, std::size_t object) {
-        const std::string size = std::to_string(FaceCount(object)) + " triangles";
         const std::string name = ToUtf8(scene.nodes[node].name);
+        const std::string path = ToUtf8(PathOfNode(scene, node));
         if (MustStayWhole(scene.nodes[node])) {
-            report.Notice(eImportNotice::TooLarge, name + " (" + size + ")");
+            report.Notice(eMessageId::ImportTooLargeMesh,
+                          Utf8Words(ePhrase::SizeOfMesh, name, FaceCount(object)), path);
             return;
         }
         const std::vector<int>& made = PiecesOf(object);
-        report.Notice(eImportNotice::Parted, name + " (" + size + ", " + std::to_string(WeldedCount(object)) +
-                                                 " vertices, " + std::to_string(made.size()) + " pieces)");
+        report.Notice(
+            eMessageId::ImportParted,
+            Utf8Words(ePhrase::SizeOfPieces, name, FaceCount(object), WeldedCount(object), made.size()),
+            path);
         std::vector<int> children;
         for (const int piece : made) {
             children.push_back(AddChild(static_cast<int>(node), piece, children.size() + 1));

@@ -69,7 +69,7 @@ eBitmapMap ePictureFiles::Embedded(const eEmbeddedPicture& picture, eBytes conte
     const std::string name = FileName(picture.name, ExtensionOf(content, picture.mediaType));
     const platform::eIoStatus status = Write(name, content, picture.origin);
     if (!status.IsOk()) {
-        report.Problem(picture.place, "the image can't be written to a temporary file: " + status.Text());
+        report.Problem(picture.place, eMessageId::ScenePictureNotKept, status.Text());
         return {};
     }
     return {.file = name, .onDisk = scene.temporaryFiles->Path() + "/" + ToUtf8(name)};

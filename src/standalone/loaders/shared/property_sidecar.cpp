@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/ansi.h"
+#include "standalone/data/node_path.h"
 #include "standalone/data/property_lines.h"
 #include "standalone/data/property_reader.h"
 #include "standalone/loaders/shared/node_state.h"
@@ -39,15 +40,6 @@ std::string_view KeyOf(std::string_view line) {
     return Trimmed(line.substr(0, line.find('=')));
 }
 
-std::string PathOf(const eSceneData& scene, std::size_t node) {
-    std::string path;
-    for (int step = static_cast<int>(node); step >= 0;
-         step = scene.nodes[static_cast<std::size_t>(step)].parent) {
-        path = scene.nodes[static_cast<std::size_t>(step)].name + (path.empty() ? "" : "/") + path;
-    }
-    return path;
-}
-
 // How many letters must be put in, taken out or changed to make one name of the other.
 std::size_t Distance(const std::string& one, const std::string& other) {
     std::vector<std::size_t> row(other.size() + 1);
@@ -68,7 +60,7 @@ public:
     eSidecarReader(eSceneData& ownScene, eImportReport& ownReport) : scene(ownScene), report(ownReport) {
         for (std::size_t node = 0; node < scene.nodes.size(); ++node) {
             names.push_back(LowerAnsi(scene.nodes[node].name));
-            paths.push_back(LowerAnsi(PathOf(scene, node)));
+            paths.push_back(LowerAnsi(PathOfNode(scene, node)));
         }
     }
 
@@ -105,8 +97,8 @@ private:
             }
         }
         if (found.empty()) {
-            report.Notice(eImportNotice::NoSuchNode,
-                          std::string(heading) + " (nearest: " + Nearest(wanted) + ")");
+            report.Notice(eMessageId::ImportNoSuchNode,
+                          Utf8Words(ePhrase::NearestNodes, heading, Nearest(wanted)));
         }
         return found;
     }
@@ -116,7 +108,7 @@ private:
         std::set<std::pair<std::size_t, std::string>> all;
         for (std::size_t node = 0; node < names.size(); ++node) {
             all.emplace(Distance(wanted, isPath ? paths[node] : names[node]),
-                        isPath ? PathOf(scene, node) : scene.nodes[node].name);
+                        isPath ? PathOfNode(scene, node) : scene.nodes[node].name);
         }
         std::string nearest;
         for (const auto& [distance, name] : all) {
@@ -130,7 +122,7 @@ private:
 
     void Take(std::string_view line) {
         if (!hasHeading) {
-            report.Problem("", "the properties begin without a heading: \"" + std::string(line) + "\"");
+            report.Problem("", eMessageId::ScenePropertiesNoHeading, line);
         } else if (isScene) {
             TakeSceneLine(line);
         } else {
@@ -159,7 +151,7 @@ private:
     void TakeSceneLine(std::string_view line) {
         const std::string_view key = KeyOf(line);
         if (!key.starts_with(kSelection)) {
-            report.Notice(eImportNotice::UnknownExtra, key);
+            report.Notice(eMessageId::ImportUnknownExtras, key);
             return;
         }
         eSelectionSet set{report.Ansi(key.substr(kSelection.size())), {}};
@@ -195,7 +187,7 @@ void ApplyPropertySidecar(std::string_view utf8, eSceneData& scene, eImportRepor
 std::string PropertySidecarOf(const eSceneData& scene) {
     std::string text;
     for (std::size_t node = 0; node < scene.nodes.size(); ++node) {
-        text += (text.empty() ? "[" : "\n[") + PathOf(scene, node) + "]\n";
+        text += (text.empty() ? "[" : "\n[") + PathOfNode(scene, node) + "]\n";
         for (const std::string_view line : LinesOf(scene.nodes[node].properties, "\r\n")) {
             text += std::string(line) + "\n";
         }

@@ -47,7 +47,7 @@ public:
         if (accessor.bufferView < 0) {
             // Zeros that no byte of the file stands for must not outgrow the file.
             if (accessor.count > allBytes) {
-                report.Problem(place, "more elements are told than the file can hold");
+                report.Problem(place, eMessageId::GltfAccessorSize);
             }
         } else {
             CheckView(accessor, place);
@@ -67,11 +67,10 @@ private:
         const std::size_t size = ElementSize(accessor);
         const std::size_t stride = view.byteStride == 0 ? size : view.byteStride;
         if (stride < size) {
-            report.Problem(place, "the stride of the buffer view is less than an element");
+            report.Problem(place, eMessageId::GltfAccessorStride);
         } else if (!Fits(view, accessor.byteOffset, accessor.count, stride, size)) {
-            report.Problem(place, std::to_string(accessor.count) + " elements from byte " +
-                                      std::to_string(accessor.byteOffset) + " on lie beyond the " +
-                                      std::to_string(view.byteLength) + " bytes of the buffer view");
+            report.Problem(place, eMessageId::GltfAccessorRange, accessor.count, accessor.byteOffset,
+                           view.byteLength);
         }
     }
 
@@ -81,13 +80,13 @@ private:
         const std::size_t indexSize = ComponentSize(sparse.indices.componentType);
         const std::size_t valueSize = ElementSize(accessor);
         if (count > accessor.count) {
-            report.Problem(place, "more elements than the accessor has");
+            report.Problem(place, eMessageId::GltfSparseCount);
         } else if (!Fits(View(sparse.indices.bufferView), static_cast<std::size_t>(sparse.indices.byteOffset),
                          count, indexSize, indexSize)) {
-            report.Problem(place + "/indices", "the indices lie beyond their buffer view");
+            report.Problem(place + "/indices", eMessageId::GltfSparseIndices);
         } else if (!Fits(View(sparse.values.bufferView), static_cast<std::size_t>(sparse.values.byteOffset),
                          count, valueSize, valueSize)) {
-            report.Problem(place + "/values", "the values lie beyond their buffer view");
+            report.Problem(place + "/values", eMessageId::GltfSparseValues);
         } else {
             CheckSparseIndices(accessor, place + "/indices");
         }
@@ -179,8 +178,7 @@ void eAccessorCheck::CheckSparseIndices(const tinygltf::Accessor& accessor, cons
     const std::vector<std::uint32_t> indices = SparseIndices(model, accessor);
     for (std::size_t i = 0; i < indices.size(); ++i) {
         if (indices[i] >= accessor.count || (i != 0 && indices[i] <= indices[i - 1])) {
-            report.Problem(place, "index " + std::to_string(indices[i]) + " at position " +
-                                      std::to_string(i) + " does not rise, or lies beyond the accessor");
+            report.Problem(place, eMessageId::GltfSparseOrder, indices[i], i);
             return;
         }
     }
@@ -208,8 +206,7 @@ bool eGltfAccessors::Expect(int accessor, std::size_t width, const std::string& 
     if (Width(accessor) == width) {
         return true;
     }
-    report.Problem(place, "accessor " + std::to_string(accessor) + " has " + std::to_string(Width(accessor)) +
-                              " numbers per element, and " + std::to_string(width) + " are expected");
+    report.Problem(place, eMessageId::GltfElementWidth, accessor, Width(accessor), width);
     return false;
 }
 
@@ -254,9 +251,8 @@ std::vector<float> eGltfAccessors::Floats(int accessor, std::size_t width, const
     std::vector<float> numbers = Read<float>(model.accessors[static_cast<std::size_t>(accessor)]);
     const auto bad = std::ranges::find_if_not(numbers, [](float number) { return std::isfinite(number); });
     if (bad != numbers.end()) {
-        report.Problem(place, "element " +
-                                  std::to_string(static_cast<std::size_t>(bad - numbers.begin()) / width) +
-                                  " of accessor " + std::to_string(accessor) + " is no number");
+        report.Problem(place, eMessageId::GltfNoNumber,
+                       static_cast<std::size_t>(bad - numbers.begin()) / width, accessor);
         return {};
     }
     return numbers;
@@ -279,7 +275,7 @@ std::vector<std::uint32_t> eGltfAccessors::Wholes(int accessor, std::size_t widt
     }
     if (type == TINYGLTF_COMPONENT_TYPE_FLOAT || type == TINYGLTF_COMPONENT_TYPE_BYTE ||
         type == TINYGLTF_COMPONENT_TYPE_SHORT) {
-        report.Problem(place, "accessor " + std::to_string(accessor) + " holds no whole numbers from 0 up");
+        report.Problem(place, eMessageId::GltfNoWholeNumbers, accessor);
         return {};
     }
     return Read<std::uint32_t>(model.accessors[static_cast<std::size_t>(accessor)]);

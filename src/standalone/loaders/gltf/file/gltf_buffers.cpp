@@ -19,7 +19,7 @@ std::optional<eBytes> ReadFileBuffer(const std::string& file, const std::string&
     std::string content;
     const platform::eIoStatus status = ReadFileContent(file, content);
     if (!status.IsOk()) {
-        report.Problem(place, "the buffer's file " + file + " can't be read: " + status.Text());
+        report.Problem(place, eMessageId::GltfBufferUnreadable, file, status.Text());
         return std::nullopt;
     }
     return eBytes(content.begin(), content.end());
@@ -29,15 +29,14 @@ std::optional<eBytes> DecodeBuffer(std::string_view uri, const std::string& plac
     const std::optional<eDataUri> data = SplitDataUri(uri);
     std::optional<eBytes> bytes = data ? DecodeBase64(data->base64) : std::nullopt;
     if (!bytes) {
-        report.Problem(place, "the data URI is not in base 64");
+        report.Problem(place, eMessageId::GltfBufferData);
     }
     return bytes;
 }
 
 void CheckLength(std::size_t length, std::size_t told, const std::string& place, eImportReport& report) {
     if (length < told) {
-        report.Problem(place, "the buffer holds " + std::to_string(length) + " bytes, and tells " +
-                                  std::to_string(told));
+        report.Problem(place, eMessageId::GltfBufferLength, length, told);
     }
 }
 
@@ -63,8 +62,7 @@ std::vector<eBytes> ReadGltfBuffers(const eJsonTree& json, const eGltfContainer&
         } else if (buffers.size() == 1 && container.isBinary) {
             CheckLength(container.binary.size(), told, place, report);
         } else if (FindJson(json, entry, {"extensions", "EXT_meshopt_compression"}) == kNoJson) {
-            report.Problem(place,
-                           "\"uri\" is missing, and only the first buffer of a binary file may lack it");
+            report.Problem(place, eMessageId::GltfBufferWithoutUri);
         }
     }
     return buffers;

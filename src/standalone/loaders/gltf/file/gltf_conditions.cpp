@@ -35,26 +35,26 @@ public:
     }
 
 private:
-    void Refuse(eJsonIndex value, std::string text) { report.Problem(json.PathOf(value), std::move(text)); }
+    template <class... Values>
+    void Refuse(eJsonIndex value, eMessageId id, const Values&... values) {
+        report.Problem(json.PathOf(value), id, values...);
+    }
 
     void CheckVersion() {
         const eJsonIndex asset = json.FindMember(kJsonRoot, "asset");
         const std::string_view version = JsonText(json, asset, "version");
         const std::string_view least = JsonText(json, asset, "minVersion");
         if (!version.starts_with("2.") || (!least.empty() && least != "2.0")) {
-            Refuse(asset, "version " + std::string(least.empty() ? version : least) +
-                              " of the format is not known, only 2.0");
+            Refuse(asset, eMessageId::GltfVersion, least.empty() ? version : least);
         }
     }
 
     void CheckRequiredExtensions() {
         for (const eJsonIndex name : GltfEntries(json, "extensionsRequired")) {
             if (!json.Is(name, eJsonKind::Text)) {
-                Refuse(name, "a text is expected");
-            } else if (const std::string reason = ReasonAgainstGltfExtension(json.Text(name));
-                       !reason.empty()) {
-                Refuse(name, "the file can't be read without the extension " + std::string(json.Text(name)) +
-                                 ", which " + reason);
+                Refuse(name, eMessageId::GltfExpected, Utf8Words(ePhrase::JsonText));
+            } else if (const std::optional<ePhrase> reason = ReasonAgainstGltfExtension(json.Text(name))) {
+                Refuse(name, eMessageId::GltfExtension, json.Text(name), Utf8Words(*reason));
             }
         }
     }
@@ -67,12 +67,11 @@ private:
             const std::int64_t offset = JsonWhole(json, view, "byteOffset", 0);
             const std::int64_t length = JsonWhole(json, view, "byteLength", 0);
             if (length > size || offset > size - length) {
-                Refuse(view, std::to_string(length) + " bytes from byte " + std::to_string(offset) +
-                                 " on lie beyond the " + std::to_string(size) + " bytes of the buffer");
+                Refuse(view, eMessageId::GltfViewRange, length, offset, size);
             }
             const std::int64_t stride = JsonWhole(json, view, "byteStride", 4);
             if (stride < 4 || stride > 252 || stride % 4 != 0) {
-                Refuse(view, "the stride is no multiple of 4 from 4 to 252");
+                Refuse(view, eMessageId::GltfViewStride);
             }
         }
     }
@@ -84,7 +83,7 @@ private:
                 const std::int64_t indices = JsonWhole(json, primitive, "indices", -1);
                 if (indices >= 0 && !IsPacked(primitive) &&
                     json.FindMember(accessors[static_cast<std::size_t>(indices)], "bufferView") == kNoJson) {
-                    Refuse(primitive, "the indices have no buffer view");
+                    Refuse(primitive, eMessageId::GltfIndicesWithoutView);
                 }
             }
         }
@@ -100,7 +99,7 @@ private:
             const bool hasUri = json.FindMember(image, "uri") != kNoJson;
             const bool hasView = json.FindMember(image, "bufferView") != kNoJson;
             if (hasUri == hasView) {
-                Refuse(image, "either \"uri\" or \"bufferView\" is expected");
+                Refuse(image, eMessageId::GltfImageSource);
             } else if (IsDataUri(JsonText(json, image, "uri"))) {
                 CheckDataUri(json.FindMember(image, "uri"));
             }
@@ -111,7 +110,7 @@ private:
         const std::optional<eDataUri> data = SplitDataUri(json.Text(uri));
         const auto bytes = data ? DecodeBase64(data->base64) : std::nullopt;
         if (!bytes || bytes->empty()) {
-            Refuse(uri, "the data URI holds nothing in base 64");
+            Refuse(uri, eMessageId::GltfImageData);
         }
     }
 
@@ -122,7 +121,7 @@ private:
         const eJsonIndex transform = FindJson(json, info, {"extensions", "KHR_texture_transform"});
         for (const eJsonIndex object : {info, transform}) {
             if (object != kNoJson && JsonWhole(json, object, "texCoord", 0) > kLastTextureSet) {
-                Refuse(object, "the host has no map channel for that set of coordinates");
+                Refuse(object, eMessageId::GltfCoordinateSet);
             }
         }
     }
@@ -139,7 +138,7 @@ private:
             const std::string_view type = JsonText(json, camera, "type");
             const eJsonIndex lens = json.FindMember(camera, type);
             if (lens == kNoJson) {
-                Refuse(camera, "\"" + std::string(type) + "\" is missing");
+                Refuse(camera, eMessageId::GltfMissingMember, type);
             } else if (type == "perspective") {
                 CheckAngle(json.FindMember(lens, "yfov"));
                 CheckAspect(json.FindMember(lens, "aspectRatio"));
@@ -150,13 +149,13 @@ private:
     void CheckAngle(eJsonIndex value) {
         const double angle = *json.Double(value);
         if (!(angle > 0 && angle < std::numbers::pi)) {
-            Refuse(value, "the angle is not between 0 and a half turn");
+            Refuse(value, eMessageId::GltfCameraAngle);
         }
     }
 
     void CheckAspect(eJsonIndex value) {
         if (value != kNoJson && !(*json.Float(value) > 0)) {
-            Refuse(value, "the number must be above 0");
+            Refuse(value, eMessageId::GltfAboveZero);
         }
     }
 
@@ -164,7 +163,7 @@ private:
         const eJsonIndex list = FindJson(json, kJsonRoot, {"extensions", "KHR_lights_punctual", "lights"});
         for (const eJsonIndex light : JsonElements(json, list)) {
             if (JsonText(json, light, "type") == "spot" && json.FindMember(light, "spot") == kNoJson) {
-                Refuse(light, "\"spot\" is missing");
+                Refuse(light, eMessageId::GltfMissingMember, "spot");
             }
         }
     }
@@ -175,8 +174,7 @@ private:
             for (const eJsonIndex channel : JsonElements(json, json.FindMember(animation, "channels"))) {
                 const std::int64_t sampler = JsonWhole(json, channel, "sampler", 0);
                 if (static_cast<std::uint64_t>(sampler) >= samplers) {
-                    Refuse(channel, "there is no entry " + std::to_string(sampler) + " among the " +
-                                        std::to_string(samplers) + " samplers");
+                    Refuse(channel, eMessageId::GltfNoEntry, sampler, samplers, "samplers");
                 }
             }
         }

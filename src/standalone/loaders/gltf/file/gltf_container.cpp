@@ -43,10 +43,6 @@ void AppendChunk(std::string& file, std::string_view type, std::string_view cont
     file.append(type).append(content).append(length - content.size(), padding);
 }
 
-std::string AtByte(std::size_t offset) {
-    return "byte " + std::to_string(offset);
-}
-
 struct eChunk {
     std::string_view type;
     std::string_view content;
@@ -56,18 +52,17 @@ struct eChunk {
 // The chunk that starts at the offset, or nothing, with a problem.
 std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eImportReport& report) {
     if (bytes.size() - offset < kChunkHeaderSize) {
-        report.Problem(AtByte(offset), "the file ends within the head of a chunk");
+        report.Problem("", eMessageId::GltfCutChunkHead, offset);
         return std::nullopt;
     }
     const std::uint32_t length = ReadWord(bytes, offset);
     const std::size_t start = offset + kChunkHeaderSize;
     if (length > bytes.size() - start) {
-        report.Problem(AtByte(offset), "the chunk tells " + std::to_string(length) + " bytes, but only " +
-                                           std::to_string(bytes.size() - start) + " follow");
+        report.Problem("", eMessageId::GltfCutChunk, offset, length, bytes.size() - start);
         return std::nullopt;
     }
     if (length % 4 != 0) {
-        report.Problem(AtByte(offset), "the length of the chunk is no multiple of 4");
+        report.Problem("", eMessageId::GltfChunkLength, offset);
         return std::nullopt;
     }
     return eChunk{bytes.substr(offset + 4, 4), bytes.substr(start, length), start + length};
@@ -76,17 +71,15 @@ std::optional<eChunk> ReadChunk(std::string_view bytes, std::size_t offset, eImp
 // False, with a problem, where the chunks can't be found.
 bool CheckHeader(std::string_view bytes, eImportReport& report) {
     if (bytes.size() < kHeaderSize) {
-        report.Problem(AtByte(bytes.size()), "the file ends within its head");
+        report.Problem("", eMessageId::GltfCutHead, bytes.size());
         return false;
     }
     if (const std::uint32_t version = ReadWord(bytes, 4); version != kVersion) {
-        report.Problem(AtByte(4), "version " + std::to_string(version) +
-                                      " of the binary form is not known, only version 2");
+        report.Problem("", eMessageId::GltfBinaryVersion, 4, version);
         return false;
     }
     if (const std::uint32_t length = ReadWord(bytes, 8); length > bytes.size() || length < kHeaderSize) {
-        report.Problem(AtByte(8), "the file tells " + std::to_string(length) + " bytes and holds " +
-                                      std::to_string(bytes.size()));
+        report.Problem("", eMessageId::GltfFileLength, 8, length, bytes.size());
         return false;
     }
     return true;
@@ -103,7 +96,7 @@ eGltfContainer OpenBinary(std::string_view bytes, eImportReport& report) {
         return container;
     }
     if (json->type != kJsonChunk) {
-        report.Problem(AtByte(kHeaderSize), "the first chunk is not of type JSON");
+        report.Problem("", eMessageId::GltfFirstChunk, kHeaderSize);
         return container;
     }
     container.json = json->content;
@@ -120,7 +113,7 @@ eGltfContainer OpenBinary(std::string_view bytes, eImportReport& report) {
 
 eGltfContainer OpenGltfContainer(std::string_view bytes, eImportReport& report) {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
-        report.Problem("", "the file is larger than 4 GB");
+        report.Problem("", eMessageId::GltfTooLarge);
         return {};
     }
     if (bytes.starts_with(kMagic)) {

@@ -23,13 +23,13 @@ bool IsKnownGltfExtension(std::string_view extension) {
     return std::ranges::find(kKnown, extension) != kKnown.end() || NamesGltfPicture(extension);
 }
 
-std::string ReasonAgainstGltfExtension(std::string_view extension) {
+std::optional<ePhrase> ReasonAgainstGltfExtension(std::string_view extension) {
     if (!IsKnownGltfExtension(extension) && !extension.starts_with(kMaterials)) {
-        return "is not known";
+        return ePhrase::ExtensionUnknown;
     }
     const bool lacksLibrary = (extension == "EXT_meshopt_compression" && !KnowsMeshopt()) ||
                               (extension == "KHR_draco_mesh_compression" && !KnowsDraco());
-    return lacksLibrary ? "this program was built without" : "";
+    return lacksLibrary ? std::optional(ePhrase::ExtensionNotBuilt) : std::nullopt;
 }
 
 bool NamesGltfPicture(std::string_view extension) {

@@ -95,7 +95,7 @@ std::optional<tinygltf::Model> ReadGltfModel(std::string_view bytes, const eGltf
         error = failure.what();
     }
     constexpr std::size_t kScreenLine = 200;  // the library quotes what it could not read, however long
-    report.Problem("", "the file can't be read: " + error.substr(0, kScreenLine));
+    report.Problem("", eMessageId::GltfLibrary, error.substr(0, kScreenLine));
     return std::nullopt;
 }
 

@@ -235,24 +235,39 @@ public:
             if (value != kNoJson) {
                 CheckValue(value, member);
             } else if (member.isRequired) {
-                report.Problem(json.PathOf(object), "\"" + std::string(member.key) + "\" is missing");
+                Refuse(object, eMessageId::GltfMissingMember, member.key);
             }
         }
     }
 
 private:
-    void Refuse(eJsonIndex value, std::string text) { report.Problem(json.PathOf(value), std::move(text)); }
+    template <class... Values>
+    void Refuse(eJsonIndex value, eMessageId id, const Values&... values) {
+        report.Problem(json.PathOf(value), id, values...);
+    }
+
+    static ePhrase NameOf(eJsonKind kind) {
+        switch (kind) {
+            case eJsonKind::Object:
+                return ePhrase::JsonObject;
+            case eJsonKind::Array:
+                return ePhrase::JsonList;
+            case eJsonKind::Text:
+                return ePhrase::JsonText;
+            default:
+                return ePhrase::JsonTruth;
+        }
+    }
 
     bool Expect(eJsonIndex value, eJsonKind kind) {
         if (json.Is(value, kind)) {
             return true;
         }
-        Refuse(value, kind == eJsonKind::Object  ? "an object is expected"
-                      : kind == eJsonKind::Array ? "a list is expected"
-                      : kind == eJsonKind::Text  ? "a text is expected"
-                      : kind == eJsonKind::Boolean
-                          ? "true or false is expected"
-                          : "a whole number is expected, written without a fraction");
+        if (kind == eJsonKind::Integer) {
+            Refuse(value, eMessageId::GltfWholeNumber);
+        } else {
+            Refuse(value, eMessageId::GltfExpected, Utf8Words(NameOf(kind)));
+        }
         return false;
     }
 
@@ -302,8 +317,7 @@ private:
         const bool isTooShort = member.form == eForm::Objects && count < member.least;
         const bool isWrongCount = member.form == eForm::Numbers && member.least != 0 && count != member.least;
         if (isTooShort || isWrongCount) {
-            Refuse(list,
-                   std::to_string(member.least) + " entries are expected, not " + std::to_string(count));
+            Refuse(list, eMessageId::GltfLength, member.least, count);
         }
         for (const eJsonIndex element : json.Children(list)) {
             if (member.form == eForm::Numbers) {
@@ -329,14 +343,14 @@ private:
             }
             known += (known.empty() ? "" : ", ") + std::string(word);
         }
-        Refuse(value, "the word is not known; known are " + known);
+        Refuse(value, eMessageId::GltfUnknownWord, known);
     }
 
     void CheckNumber(eJsonIndex value) {
         if (!json.IsNumber(value)) {
-            Refuse(value, "a number is expected");
+            Refuse(value, eMessageId::GltfExpected, Utf8Words(ePhrase::JsonNumber));
         } else if (!json.Float(value)) {
-            Refuse(value, "the number is too large");
+            Refuse(value, eMessageId::GltfNumberTooLarge);
         }
     }
 
@@ -347,7 +361,7 @@ private:
         }
         const std::int64_t number = json.values[value].integer;
         if (number < least || number > most) {
-            Refuse(value, std::to_string(number) + " is out of range");
+            Refuse(value, eMessageId::GltfNumberRange, number);
             return std::nullopt;
         }
         return number;
@@ -360,7 +374,7 @@ private:
                 return;
             }
         }
-        Refuse(value, "the number " + std::to_string(*number) + " has no meaning here");
+        Refuse(value, eMessageId::GltfNumberMeaning, *number);
     }
 
     void CheckIndex(eJsonIndex value, std::string_view table) {
@@ -370,8 +384,7 @@ private:
         const std::int64_t number = json.values[value].integer;
         const std::size_t count = CountOf(table);
         if (number < 0 || static_cast<std::uint64_t>(number) >= count) {
-            Refuse(value, "there is no entry " + std::to_string(number) + " among the " +
-                              std::to_string(count) + " " + std::string(table));
+            Refuse(value, eMessageId::GltfNoEntry, number, count, table);
         }
     }
 
@@ -428,7 +441,7 @@ private:
 
 void CheckGltfForm(const eJsonTree& json, eImportReport& report) {
     for (const eJsonIndex member : json.repeatedMembers) {
-        report.Problem(json.PathOf(member), "the member stands twice in its object");
+        report.Problem(json.PathOf(member), eMessageId::GltfRepeatedMember);
     }
     eFormCheck(json, report).Check(kJsonRoot, kDocument);
 }

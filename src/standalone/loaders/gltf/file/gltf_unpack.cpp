@@ -105,7 +105,7 @@ private:
     bool Affords(std::size_t size, const std::string& place) {
         unpacked += size;
         if (unpacked > kMostUnpacked) {
-            report.Problem(place, "the compressed parts unfold to too many bytes");
+            report.Problem(place, eMessageId::GltfUnpackedSize);
         }
         return unpacked <= kMostUnpacked;
     }
@@ -123,7 +123,7 @@ private:
                                    packed->value("filter", std::string())})
                   : std::nullopt;
         if (!elements || elements->empty()) {
-            report.Problem(place, "the bytes are not what " + std::string(kMeshopt) + " makes of data");
+            report.Problem(place, eMessageId::MeshoptBytes, kMeshopt);
         } else if (Affords(elements->size(), place)) {
             eDocument& view = List("bufferViews")[number];
             view["byteOffset"] = 0;
@@ -158,7 +158,7 @@ private:
         const auto bytes = BytesOf(List("bufferViews")[packed.at("bufferView").get<std::size_t>()]);
         std::optional<eDracoMesh> mesh = bytes ? DecodeDraco(*bytes, wanted) : std::nullopt;
         if (!mesh || mesh->corners.empty()) {
-            report.Problem(place, "the bytes are not what " + std::string(kDraco) + " makes of the mesh");
+            report.Problem(place, eMessageId::DracoBytes, kDraco);
             return;
         }
         for (std::size_t i = 0; i < accessors.size(); ++i) {
@@ -203,8 +203,7 @@ private:
         for (std::size_t i = 0; i < List("bufferViews").size(); ++i) {
             const auto buffer = List("bufferViews")[i].at("buffer").get<std::size_t>();
             if (IsStandIn(buffer)) {
-                report.Problem(GltfPlace("bufferViews", i),
-                               "the bytes are in no buffer, and this program doesn't unpack them");
+                report.Problem(GltfPlace("bufferViews", i), eMessageId::GltfViewPacked);
             }
         }
         for (std::size_t i = 0; i < buffers.size(); ++i) {

@@ -95,15 +95,13 @@ std::vector<std::uint32_t> GltfCorners(eGltfImport& import, const tinygltf::Prim
     eNumbers numbers = VertexNumbers(import, primitive, vertexCount, place);
     const auto beyond = std::ranges::find_if(numbers, [&](std::uint32_t v) { return v >= vertexCount; });
     if (beyond != numbers.end()) {
-        import.report.Problem(place + "/indices", "index " + std::to_string(*beyond) + " at position " +
-                                                      std::to_string(beyond - numbers.begin()) +
-                                                      " lies beyond the " + std::to_string(vertexCount) +
-                                                      " vertices");
+        import.report.Problem(place + "/indices", eMessageId::GltfVertexIndex, *beyond,
+                              beyond - numbers.begin(), vertexCount);
         return {};
     }
     import.cornerCount += numbers.size();
     if (import.cornerCount > kMostCorners) {
-        import.report.Problem(place, "the file unfolds to too many triangles");
+        import.report.Problem(place, eMessageId::GltfTriangles);
         return {};
     }
     return CornersOf(primitive.mode, std::move(numbers));

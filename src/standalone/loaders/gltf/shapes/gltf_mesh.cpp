@@ -122,7 +122,7 @@ void AddColors(eImportReport& report, const eGltfAccessors& accessors, const eGl
         hasColor = hasColor || accessor >= 0;
         hasAlpha = hasAlpha || (accessor >= 0 && accessors.Width(accessor) == 4);
         if (block.Attribute("COLOR_1") >= 0) {
-            report.Notice(eImportNotice::CannotShow, "further sets of vertex colours");
+            report.CannotShow(ePhrase::LostColors);
         }
     }
     if (hasColor) {
@@ -148,7 +148,7 @@ void AddTarget(eImportReport& report, const eGltfVertices& vertices, const eGltf
                 movements[vertex] = ToHostPoint({p[0], p[1], p[2]});
             });
         } else {
-            report.Notice(eImportNotice::CannotShow, "morph targets of " + name);
+            report.CannotShow(ePhrase::LostMorphs, name);
         }
     }
 }
@@ -172,16 +172,14 @@ host::Mesh MakeGltfMesh(eImportReport& report, const eGltfAccessors& accessors,
 std::vector<std::vector<host::Point3>> ReadGltfTargets(eImportReport& report, const eGltfVertices& vertices) {
     const std::size_t count = vertices.Blocks().front().primitive->targets.size();
     if (count > kMostMovements / std::max(vertices.Count(), std::size_t{1})) {
-        report.Problem(vertices.Blocks().front().place + "/targets",
-                       "the morph targets are too many to unfold");
+        report.Problem(vertices.Blocks().front().place + "/targets", eMessageId::GltfMorphCount);
         return {};
     }
     std::vector<std::vector<host::Point3>> movements(count, std::vector<host::Point3>(vertices.Count()));
     for (const eGltfVertexBlock& block : vertices.Blocks()) {
         const auto& targets = block.primitive->targets;
         if (targets.size() != count) {
-            report.Problem(block.place + "/targets",
-                           "the primitives of the mesh have different numbers of morph targets");
+            report.Problem(block.place + "/targets", eMessageId::GltfMorphsDiffer);
             return {};
         }
         for (std::size_t target = 0; target < count; ++target) {

@@ -24,15 +24,15 @@ bool HasTopology(const tinygltf::Mesh& mesh, eGltfTopology topology) {
 
 void NoticeLosses(eGltfImport& import, const tinygltf::Mesh& mesh, bool hasTriangles) {
     if (HasTopology(mesh, eGltfTopology::Points)) {
-        import.report.Notice(eImportNotice::CannotShow, "points");
+        import.report.CannotShow(ePhrase::LostPoints);
     }
     if (hasTriangles && HasTopology(mesh, eGltfTopology::Lines)) {
-        import.report.Notice(eImportNotice::CannotShow, "lines beside triangles in one mesh");
+        import.report.CannotShow(ePhrase::LostLines);
     }
     if (std::ranges::any_of(mesh.primitives, [](const tinygltf::Primitive& primitive) {
             return !primitive.attributes.contains("POSITION");
         })) {
-        import.report.Notice(eImportNotice::CannotShow, "primitives without positions");
+        import.report.CannotShow(ePhrase::LostPlaceless);
     }
 }
 
@@ -52,7 +52,7 @@ void MorphMesh(eGltfImport& import, const eGltfVertices& vertices, const eGltfMe
     const std::vector<ePoints> targets = ReadGltfTargets(import.report, vertices);
     if (targets.size() != use.weights.size() ||
         (use.motion != nullptr && use.motion->width != targets.size())) {
-        import.report.Problem(place, "the weights are not as many as the morph targets");
+        import.report.Problem(place, eMessageId::GltfMorphWeights);
         return;
     }
     const ePoints rest = object.mesh.verts;
@@ -62,7 +62,7 @@ void MorphMesh(eGltfImport& import, const eGltfVertices& vertices, const eGltfMe
     }
     import.vertexKeyCount += use.motion->Count() * rest.size();
     if (import.vertexKeyCount > kMostKeyPoints) {
-        import.report.Problem(place, "the morph targets unfold to too many keys");
+        import.report.Problem(place, eMessageId::ImportMorphKeys);
         return;
     }
     for (std::size_t key = 0; key < use.motion->Count(); ++key) {

@@ -21,8 +21,7 @@ std::vector<host::Matrix3> ReadBindMatrices(eGltfImport& import, int skin) {
     const std::string place = GltfPlace("skins", skin) + "/inverseBindMatrices";
     const std::vector<float> numbers = import.accessors.Floats(source.inverseBindMatrices, 16, place);
     if (numbers.size() < 16 * matrices.size()) {
-        import.report.Problem(place, std::to_string(numbers.size() / 16) + " matrices for " +
-                                         std::to_string(matrices.size()) + " joints");
+        import.report.Problem(place, eMessageId::GltfSkinMatrices, numbers.size() / 16, matrices.size());
         return matrices;
     }
     for (std::size_t joint = 0; joint < matrices.size(); ++joint) {
@@ -77,8 +76,7 @@ eGltfSkin ReadGltfSkin(eGltfImport& import, int node, const std::vector<host::Ma
     for (const int joint : joints) {
         skin.modifier.bones.push_back(import.NodeOf(joint).record);
         if (skin.modifier.bones.back() < 0) {
-            import.report.Problem(GltfPlace("skins", number) + "/joints",
-                                  "node " + std::to_string(joint) + " lies outside the scene");
+            import.report.Problem(GltfPlace("skins", number) + "/joints", eMessageId::GltfSkinJoint, joint);
         }
     }
     std::vector<host::Matrix3> bindMatrices = ReadBindMatrices(import, number);
@@ -167,8 +165,7 @@ void ReadInfluenceSet(eGltfImport& import, const eGltfVertices& vertices, const 
                            }
                        });
     if (beyond != 0) {
-        import.report.Problem(block.place, std::to_string(beyond) + " influences name joints beyond the " +
-                                               std::to_string(boneCount) + " of the skin");
+        import.report.Problem(block.place, eMessageId::GltfSkinInfluences, beyond, boneCount);
     }
 }
 

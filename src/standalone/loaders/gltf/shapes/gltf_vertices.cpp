@@ -35,7 +35,7 @@ void eGltfVertices::CollectTriangles(eGltfImport& import, int mesh) {
         }
         const std::string place = GltfPlace("meshes", mesh) + "/primitives/" + std::to_string(i);
         if (materialId > std::numeric_limits<std::uint16_t>::max()) {
-            report.Problem(place, "the mesh has more primitives than there are material ids");
+            report.Problem(place, eMessageId::GltfTooManyPrimitives);
             return;
         }
         groups.push_back({BlockOf(primitives[i], place), static_cast<std::uint16_t>(materialId++),
@@ -76,9 +76,8 @@ bool eGltfVertices::HasAllVertices(const eGltfVertexBlock& block, int accessor) 
     if (accessors.Count(accessor) == block.numbers.size()) {
         return true;
     }
-    report.Problem(block.place, "accessor " + std::to_string(accessor) + " has " +
-                                    std::to_string(accessors.Count(accessor)) + " elements for " +
-                                    std::to_string(block.numbers.size()) + " vertices");
+    report.Problem(block.place, eMessageId::GltfVertexCount, accessor, accessors.Count(accessor),
+                   block.numbers.size());
     return false;
 }
 
