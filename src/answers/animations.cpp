@@ -4,9 +4,11 @@
 #include <iterator>
 #include <vector>
 
+#include "answers/labelled.h"
 #include "answers/name_list.h"
 #include "base/ansi.h"
 #include "host/node_path.h"
+#include "messages/utf8_words.h"
 #include "platform/path_lookup.h"
 
 namespace answers {
@@ -67,17 +69,17 @@ eDescription Describe(const eRunJournal& journal, const eAnimationNote& animatio
             {"overlaps", std::move(overlaps)}};
 }
 
-std::string MovingText(const eAnimationNote& animation) {
-    const std::string of = " of " + std::to_string(animation.bones.size());
-    const std::string names = animation.movingBones.empty() ? "" : ": " + NameList(animation.movingBones);
-    return std::to_string(animation.movingBones.size()) + of + names;
+std::string MovingText(const eAnimationNote& animation, eLanguage language) {
+    const std::string names =
+        animation.movingBones.empty() ? "" : ": " + NameList(animation.movingBones).In(language);
+    return Say(language, ePhrase::CountOf, animation.movingBones.size(), animation.bones.size()) + names;
 }
 
-eDescription Row(const eRunJournal& journal, const eAnimationNote& animation) {
+eDescription Row(const eRunJournal& journal, const eAnimationNote& animation, eLanguage language) {
     std::string overlaps;
     for (const eOverlap& overlap : OverlapsOf(journal, animation)) {
-        overlaps += (overlaps.empty() ? "" : ", ") + overlap.with + " at " +
-                    Frames(overlap.firstFrame, overlap.lastFrame);
+        overlaps += (overlaps.empty() ? "" : ", ") + Say(language, ePhrase::OverlapAt, overlap.with,
+                                                         Frames(overlap.firstFrame, overlap.lastFrame));
     }
     const auto orNone = [](const std::string& text) {
         return text.empty() ? eDescription() : eDescription(text);
@@ -86,7 +88,7 @@ eDescription Row(const eRunJournal& journal, const eAnimationNote& animation) {
             {"set", orNone(ToUtf8(animation.selectionSet))},
             {"frames", Frames(animation.firstFrame, animation.lastFrame)},
             {"file", orNone(ToUtf8(animation.file.Part(eName::FileName).Text()))},
-            {"bones that move", MovingText(animation)},
+            {"moving", MovingText(animation, language)},
             {"overlaps", orNone(overlaps)}};
 }
 
@@ -100,12 +102,13 @@ eDescription DescribeAnimations(const eRunJournal& journal) {
     return list;
 }
 
-std::string AnimationText(const eRunJournal& journal) {
+std::string AnimationText(const eRunJournal& journal, eLanguage language) {
     eDescription models = eDescription::object();
     for (const eAnimationNote& animation : journal.animations) {
-        models["animations of " + ToUtf8(host::PathOf(*animation.model))].push_back(Row(journal, animation));
+        const std::string model = ToUtf8(host::PathOf(*animation.model));
+        models[Say(language, ePhrase::HeadAnimationsOf, model)].push_back(Row(journal, animation, language));
     }
-    return models.empty() ? std::string() : inspect::RenderText(models);
+    return models.empty() ? std::string() : inspect::RenderText(Labelled(models, language));
 }
 
 }  // namespace answers

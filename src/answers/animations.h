@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/bilingual.h"
 #include "inspect/description.h"
 #include "scene/run_journal.h"
 
@@ -12,6 +13,6 @@ namespace answers {
 inspect::eDescription DescribeAnimations(const eRunJournal& journal);
 
 // The same for people, UTF-8: a table for each model; empty without animations.
-std::string AnimationText(const eRunJournal& journal);
+std::string AnimationText(const eRunJournal& journal, eLanguage language);
 
 }  // namespace answers

@@ -1,11 +1,11 @@
 #include "answers/file_reason.h"
 
 #include <algorithm>
-#include <vector>
+#include <optional>
 
 #include "answers/file_nodes.h"
 #include "answers/name_list.h"
-#include "base/ansi.h"
+#include "messages/utf8_words.h"
 
 namespace answers {
 
@@ -14,84 +14,86 @@ namespace {
 struct eRuleText {
     eFileRule rule;
     const char* word;
-    const char* picture;  // what it says of a picture; null where it is none of a picture
+    std::optional<ePhrase> picture = {};  // what it says of a picture, if it is one of pictures
 };
 
 constexpr eRuleText kRuleTexts[] = {
-    {eFileRule::EveryRun, "every-run", nullptr},
-    {eFileRule::FirstRunOnly, "first-run-only", nullptr},
-    {eFileRule::IsThere, "is-there", nullptr},
-    {eFileRule::NoAnimations, "no-animations", nullptr},
-    {eFileRule::TargetMissing, "target-missing", "there is no file yet"},
-    {eFileRule::TargetEmpty, "target-empty", "the file is empty"},
-    {eFileRule::SourceNewer, "source-newer", "the picture is newer than the file"},
-    {eFileRule::UpToDate, "up-to-date", "the picture is not newer than the file"},
-    {eFileRule::PlainColor, "plain-colour", "the plain colour, written in every run"},
-    {eFileRule::Procedural, "procedural", "a map without a file, written in every run"},
-    {eFileRule::SourceMissing, "source-missing", "the picture is missing"},
-    {eFileRule::SourceBroken, "source-broken", "the picture can't be read"},
+    {eFileRule::EveryRun, "every-run"},
+    {eFileRule::FirstRunOnly, "first-run-only"},
+    {eFileRule::IsThere, "is-there"},
+    {eFileRule::NoAnimations, "no-animations"},
+    {eFileRule::TargetMissing, "target-missing", ePhrase::TargetMissing},
+    {eFileRule::TargetEmpty, "target-empty", ePhrase::TargetEmpty},
+    {eFileRule::SourceNewer, "source-newer", ePhrase::SourceNewer},
+    {eFileRule::UpToDate, "up-to-date", ePhrase::SourceNotNewer},
+    {eFileRule::PlainColor, "plain-colour", ePhrase::PlainColor},
+    {eFileRule::Procedural, "procedural", ePhrase::Procedural},
+    {eFileRule::SourceMissing, "source-missing", ePhrase::SourceMissing},
+    {eFileRule::SourceBroken, "source-broken", ePhrase::SourceBroken},
 };
 
 const eRuleText& TextOf(eFileRule rule) {
     return *std::ranges::find(kRuleTexts, rule, &eRuleText::rule);
 }
 
-std::string Counted(std::ptrdiff_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-std::string SkeletonText(const eRunJournal& journal, const host::INode* model) {
+eBilingual SkeletonText(const eRunJournal& journal, const host::INode* model) {
     const auto count = [&](auto isMeant) {
         return std::ranges::count_if(journal.nodes, [&](const auto& entry) {
             const eNodeNote& note = entry.second;
             return note.leftOut == eLeftOut::No && note.model == model && isMeant(note);
         });
     };
-    std::string text = Counted(count([](const eNodeNote& note) { return note.isBone; }), "bone");
-    const auto add = [&](eNodeKind kind, const char* what) {
+    eBilingual text = Counted(count([](const eNodeNote& note) { return note.isBone; }), ePhrase::CountBone);
+    const auto add = [&](eNodeKind kind, ePhrase things) {
         const auto found = count([kind](const eNodeNote& note) { return note.kind == kind; });
-        text += found > 0 ? ", " + Counted(found, what) : "";
+        if (found > 0) {
+            text.AddToList(Counted(found, things));
+        }
     };
-    add(eNodeKind::Volume, "volume");
-    add(eNodeKind::Zone, "zone");
-    add(eNodeKind::SupportPoint, "support point");
-    add(eNodeKind::Preview, "preview group");
+    add(eNodeKind::Volume, ePhrase::CountVolume);
+    add(eNodeKind::Zone, ePhrase::CountZone);
+    add(eNodeKind::SupportPoint, ePhrase::CountSupportPoint);
+    add(eNodeKind::Preview, ePhrase::CountPreviewGroup);
     return text;
 }
 
-std::string PictureText(const eFileNote& file) {
+eBilingual MaterialList(const eFileNote& file) {
+    return NameList(file.materials, Utf8Words(ePhrase::NoMaterial));
+}
+
+eBilingual PictureText(const eFileNote& file, ePhrase rule) {
     const std::string source = file.source.empty() ? "" : " (" + ToUtf8(file.source) + ")";
-    return "texture of " + NameList(file.materials, "no material") + ": " + TextOf(file.rule).picture +
-           source;
+    return Utf8Words(ePhrase::ReasonTexture, MaterialList(file), Utf8Words(rule), source);
 }
 
 }  // namespace
 
-std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file) {
+eBilingual ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file) {
     const std::string model = ToUtf8(file.models.front()->GetName());
     const std::string extension = path.Part(eName::Extension).Text();
-    if (TextOf(file.rule).picture != nullptr) {
-        return PictureText(file);
+    if (const std::optional<ePhrase> picture = TextOf(file.rule).picture) {
+        return PictureText(file, *picture);
     }
     if (!file.animation.empty()) {
-        const auto nodes = static_cast<std::ptrdiff_t>(NodesOf(journal, path, file).size());
-        return "animation " + ToUtf8(file.animation) + " of " + model + ": " + Counted(nodes, "node");
+        const auto nodes = static_cast<std::int64_t>(NodesOf(journal, path, file).size());
+        return Utf8Words(ePhrase::ReasonAnimation, ToUtf8(file.animation), model,
+                         Counted(nodes, ePhrase::CountNode));
     }
     if (!file.meshes.empty()) {
-        return "meshes of " + NameList(file.meshes);
+        return Utf8Words(ePhrase::ReasonMeshes, NameList(file.meshes));
     }
     if (!file.materials.empty()) {
-        return "materials " + NameList(file.materials, "no material");
+        return Utf8Words(ePhrase::ReasonMaterials, MaterialList(file));
     }
     if (extension == ".txt") {
-        return file.rule == eFileRule::NoAnimations ? model + " has no animations" : "animations of " + model;
+        const bool hasNone = file.rule == eFileRule::NoAnimations;
+        return Utf8Words(hasNone ? ePhrase::ReasonNoAnimations : ePhrase::ReasonAnimations, model);
     }
     if (extension == ".def") {
-        return "entity of " + model + ": " +
-               (file.rule == eFileRule::IsThere ? "is there, so it stays as it is"
-                                                : "written once, then kept");
+        const bool isThere = file.rule == eFileRule::IsThere;
+        return Utf8Words(isThere ? ePhrase::ReasonEntityKept : ePhrase::ReasonEntity, model);
     }
-    return "skeleton of " + model + ": " + SkeletonText(journal, file.models.front());
+    return Utf8Words(ePhrase::ReasonSkeleton, model, SkeletonText(journal, file.models.front()));
 }
 
 const char* RuleWord(eFileRule rule) {

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <string>
-
+#include "base/bilingual.h"
 #include "io/name.h"
 #include "scene/run_journal.h"
 
 namespace answers {
 
 // Why a file of the run comes out as it does, UTF-8: what feeds it, and for a picture the rule that decided.
-std::string ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file);
+eBilingual ReasonOf(const eRunJournal& journal, const eName& path, const eFileNote& file);
 
 // The rule in one word, for machines.
 const char* RuleWord(eFileRule rule);

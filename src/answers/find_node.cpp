@@ -8,6 +8,7 @@
 #include "base/nearest_name.h"
 #include "base/number_text.h"
 #include "host/node_path.h"
+#include "messages/utf8_words.h"
 
 namespace answers {
 
@@ -46,7 +47,7 @@ std::size_t CutOrdinal(std::string& asked) {
     return static_cast<std::size_t>(ordinal > 0 ? ordinal : 0);
 }
 
-std::string NearestTo(const std::vector<eNamedNode>& nodes, const std::string& asked) {
+eBilingual NearestTo(const std::vector<eNamedNode>& nodes, const std::string& asked) {
     std::vector<std::string> known;
     known.reserve(2 * nodes.size());
     for (const eNamedNode& node : nodes) {
@@ -56,7 +57,7 @@ std::string NearestTo(const std::vector<eNamedNode>& nodes, const std::string& a
         known.push_back(node.path);
     }
     const std::string nearest = NearestName(asked, known);
-    return nearest.empty() ? nearest : "; did you mean '" + ToUtf8(nearest) + "'?";
+    return nearest.empty() ? eBilingual() : Utf8Words(ePhrase::DidYouMean, ToUtf8(nearest));
 }
 
 // Nodes of one path are told apart by their number.
@@ -84,11 +85,10 @@ eFoundNode FindNode(host::INode& sceneRoot, const std::string& asked) {
         matches = ordinal <= matches.size() ? std::vector{matches[ordinal - 1]} : std::vector<eNamedNode>();
     }
     if (matches.empty()) {
-        return {nullptr, "the scene has no node '" + ToUtf8(asked) + "'" + NearestTo(nodes, asked)};
+        return {nullptr, Utf8Words(ePhrase::NoSuchNode, ToUtf8(asked), NearestTo(nodes, asked))};
     }
     if (matches.size() > 1) {
-        return {nullptr,
-                "'" + ToUtf8(asked) + "' fits several nodes; name one by its path:" + PathsOf(matches)};
+        return {nullptr, Utf8Words(ePhrase::SeveralNodes, ToUtf8(asked), PathsOf(matches))};
     }
     return {matches.front().node, {}};
 }

@@ -2,13 +2,14 @@
 
 #include <string>
 
+#include "base/bilingual.h"
 #include "host/node.h"
 
 namespace answers {
 
 struct eFoundNode {
     host::INode* node = nullptr;  // null: see problem
-    std::string problem;          // UTF-8
+    eBilingual problem;           // UTF-8
 };
 
 // The node of that name, or of that path from the top of the scene ("tank/hull/turret"), letter case ignored;

@@ -3,19 +3,23 @@
 #include <algorithm>
 
 #include "base/ansi.h"
+#include "messages/utf8_words.h"
 
 namespace answers {
 
-std::string NameList(std::vector<std::string> names, const char* forEmpty) {
+eBilingual NameList(std::vector<std::string> names, const eBilingual& forEmpty) {
     constexpr std::size_t kShown = 3;
     std::ranges::sort(names);
     names.erase(std::unique(names.begin(), names.end()), names.end());
-    std::string text;
+    eBilingual list;
     for (std::size_t index = 0; index < std::min(names.size(), kShown); ++index) {
-        text += index > 0 ? ", " : "";
-        text += names[index].empty() ? forEmpty : ToUtf8(names[index]);
+        const std::string name = ToUtf8(names[index]);
+        list.AddToList(name.empty() ? forEmpty : eBilingual{name, name});
     }
-    return names.size() > kShown ? text + " and " + std::to_string(names.size() - kShown) + " more" : text;
+    if (names.size() > kShown) {
+        list += Utf8Words(ePhrase::AndMore, names.size() - kShown);
+    }
+    return list;
 }
 
 }  // namespace answers

@@ -5,9 +5,11 @@
 
 #include "answers/file_nodes.h"
 #include "answers/file_reason.h"
+#include "answers/labelled.h"
 #include "answers/left_over.h"
 #include "base/ansi.h"
 #include "inspect/same_content.h"
+#include "messages/utf8_words.h"
 #include "platform/path_lookup.h"
 #include "platform/utf8_path.h"
 #include "run/run_flags.h"
@@ -21,22 +23,21 @@ using platform::eEntryKind;
 using platform::eFileContent;
 using platform::eMemoryLayer;
 
-const char* StateWord(eFileState state) {
-    switch (state) {
-        case eFileState::New:
-            return "new";
-        case eFileState::Changed:
-            return "changed";
-        case eFileState::Same:
-            return "same";
-        case eFileState::Kept:
-            return "kept";
-        case eFileState::Deleted:
-            return "deleted";
-        case eFileState::LeftOver:
-            break;
-    }
-    return "leftover";
+struct eStateWord {
+    eFileState state;
+    ePhrase word;
+};
+
+// In the order of telling.
+constexpr eStateWord kStates[] = {
+    {eFileState::New, ePhrase::FileNew},         {eFileState::Changed, ePhrase::FileChanged},
+    {eFileState::Same, ePhrase::FileSame},       {eFileState::Kept, ePhrase::FileKept},
+    {eFileState::Deleted, ePhrase::FileDeleted}, {eFileState::LeftOver, ePhrase::FileLeftOver},
+};
+
+// For machines in English.
+std::string StateWord(eFileState state, eLanguage language = eLanguage::English) {
+    return Say(language, std::ranges::find(kStates, state, &eStateWord::state)->word);
 }
 
 std::optional<eFileContent> OnDisk(const std::string& path) {
@@ -83,7 +84,7 @@ void AddReason(ePlannedFile& file, const eRunJournal& journal, const eName& path
     file.rule = RuleWord(note.rule);
     file.why = ReasonOf(journal, path, note);
     if (file.differsInHead) {
-        file.why += "; same but for the comment line with time and user";
+        file.why += Utf8Words(ePhrase::ReasonHead);
     }
     for (const host::INode* node : NodesOf(journal, path, note)) {
         file.nodes.push_back(ToUtf8(node->GetName()));
@@ -103,7 +104,7 @@ void AddLeftOver(eRunPlan& plan, const eRunJournal& journal, const eExportOption
         file.state = eFileState::LeftOver;
         file.before = found.bytes;
         file.after = found.bytes;
-        file.why = "nothing in the scene writes it any more";
+        file.why = Utf8Words(ePhrase::ReasonLeftOver);
         plan.files.push_back(std::move(file));
     }
 }
@@ -114,18 +115,17 @@ inspect::eDescription SizeOrNull(std::optional<std::int64_t> bytes) {
 
 inspect::eDescription Summary(const eRunPlan& plan) {
     inspect::eDescription summary = inspect::eDescription::object();
-    for (const eFileState state : {eFileState::New, eFileState::Changed, eFileState::Same, eFileState::Kept,
-                                   eFileState::Deleted, eFileState::LeftOver}) {
-        summary[StateWord(state)] = plan.Count(state);
+    for (const eStateWord& each : kStates) {
+        summary[StateWord(each.state)] = plan.Count(each.state);
     }
     return summary;
 }
 
-std::string SummaryText(const eRunPlan& plan) {
-    const inspect::eDescription summary = Summary(plan);
+std::string SummaryText(const eRunPlan& plan, eLanguage language) {
     std::string text;
-    for (const auto& member : summary.items()) {
-        text += (text.empty() ? "" : ", ") + member.value().dump() + " " + member.key();
+    for (const eStateWord& each : kStates) {
+        text += (text.empty() ? "" : ", ") + std::to_string(plan.Count(each.state)) + " " +
+                StateWord(each.state, language);
     }
     return text;
 }
@@ -175,7 +175,7 @@ inspect::eDescription DescribePlan(const eRunPlan& plan) {
                          {"before", SizeOrNull(file.before)},
                          {"after", SizeOrNull(file.after)},
                          {"rule", file.rule},
-                         {"why", file.why},
+                         {"why", file.why.english},
                          {"nodes", file.nodes},
                          {"materials", file.materials},
                          {"source", file.source}});
@@ -187,19 +187,20 @@ inspect::eDescription DescribePlan(const eRunPlan& plan) {
             {"files", std::move(files)}};
 }
 
-std::string PlanText(const eRunPlan& plan) {
+std::string PlanText(const eRunPlan& plan, eLanguage language) {
     inspect::eDescription files = inspect::eDescription::array();
     for (const ePlannedFile& file : plan.files) {
-        files.push_back({{"state", StateWord(file.state)},
+        files.push_back({{"state", StateWord(file.state, language)},
                          {"before", SizeOrNull(file.before)},
                          {"after", SizeOrNull(file.after)},
                          {"file", BelowRoot(file.path, plan.root)},
-                         {"why", file.why}});
+                         {"why", file.why.In(language)}});
     }
-    return inspect::RenderText({{"scene", plan.scene},
-                                {"root", plan.root},
-                                {"plan", SummaryText(plan)},
-                                {"files", std::move(files)}});
+    return inspect::RenderText(Labelled({{"scene", plan.scene},
+                                         {"root", plan.root},
+                                         {"plan", SummaryText(plan, language)},
+                                         {"files", std::move(files)}},
+                                        language));
 }
 
 }  // namespace answers

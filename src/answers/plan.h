@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
 #include "inspect/description.h"
 #include "platform/memory_layer.h"
 #include "run/export.h"
@@ -28,8 +29,8 @@ struct ePlannedFile {
     bool differsInHead = false;          // the same but for the comment line with time and user
     std::optional<std::int64_t> before;  // bytes; nothing where there is no file
     std::optional<std::int64_t> after;
-    std::string rule;  // that decided, for machines; empty for a leftover
-    std::string why;
+    std::string rule;                // that decided, for machines; empty for a leftover
+    eBilingual why;                  // UTF-8
     std::vector<std::string> nodes;  // that feed it
     std::vector<std::string> materials;
     std::string source;  // of a picture
@@ -54,7 +55,7 @@ eRunPlan MakePlan(const Export& run, const platform::eMemoryLayer& files, const 
 inline constexpr int kPlanSchema = 1;
 
 inspect::eDescription DescribePlan(const eRunPlan& plan);
-// For people: a line for each file, with its path below the resource root.
-std::string PlanText(const eRunPlan& plan);
+// For people, UTF-8: a line for each file, with its path below the resource root.
+std::string PlanText(const eRunPlan& plan, eLanguage language);
 
 }  // namespace answers

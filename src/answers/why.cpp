@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "answers/file_nodes.h"
+#include "answers/labelled.h"
 #include "base/ansi.h"
 #include "host/node_path.h"
+#include "messages/utf8_words.h"
 #include "platform/path_lookup.h"
 
 namespace answers {
@@ -26,49 +29,57 @@ const eNodeNote* NoteIn(const eRunJournal& journal, const host::INode* node) {
 struct eRuleText {
     eLeftOut rule;
     const char* word;
-    const char* text;
+    ePhrase text;
 };
 
 constexpr eRuleText kRuleTexts[] = {
-    {eLeftOut::Hidden, "hidden", "it is hidden"},
-    {eLeftOut::DetailRoot, "detail-root",
-     "it stands at the top of the scene with a level of detail in its name"},
-    {eLeftOut::NoModel, "no-model", "it stands for no model: it has no property 'Model'"},
-    {eLeftOut::ModelRefused, "model-refused", "its model was left out for an error that is told above"},
-    {eLeftOut::LoneDetail, "lone-detail", "it is a level of detail, and no bone beside it has its name"},
-    {eLeftOut::NoNumber, "no-number", "it was passed by when the bones were numbered"},
-    {eLeftOut::OutOfGroup, "out-of-group", "it hangs inside a group that it is no part of"},
-    {eLeftOut::NoSource, "no-source", "its properties name a node that can't serve; the error is told above"},
-    {eLeftOut::SwitchedOff, "switched-off", "its 'Obstacle' is 0"},
-    {eLeftOut::NameTaken, "name-taken", "an earlier volume has its name"},
-    {eLeftOut::NoTriangles, "no-triangles",
-     "its object can't be turned into triangles, so its volume has no shape"},
-    {eLeftOut::TooLarge, "too-large",
-     "it has more vertices than a volume can number, so its volume has no shape"},
+    {eLeftOut::Hidden, "hidden", ePhrase::OutHidden},
+    {eLeftOut::DetailRoot, "detail-root", ePhrase::OutDetailRoot},
+    {eLeftOut::NoModel, "no-model", ePhrase::OutNoModel},
+    {eLeftOut::ModelRefused, "model-refused", ePhrase::OutModelRefused},
+    {eLeftOut::LoneDetail, "lone-detail", ePhrase::OutLoneDetail},
+    {eLeftOut::NoNumber, "no-number", ePhrase::OutNoNumber},
+    {eLeftOut::OutOfGroup, "out-of-group", ePhrase::OutOfGroup},
+    {eLeftOut::NoSource, "no-source", ePhrase::OutNoSource},
+    {eLeftOut::SwitchedOff, "switched-off", ePhrase::OutSwitchedOff},
+    {eLeftOut::NameTaken, "name-taken", ePhrase::OutNameTaken},
+    {eLeftOut::NoTriangles, "no-triangles", ePhrase::OutNoTriangles},
+    {eLeftOut::TooLarge, "too-large", ePhrase::OutTooLarge},
 };
 
-constexpr const char* kKindWords[] = {"bone",          "volume", "support point", "zone",  "body",
-                                      "preview group", "camera", "light",         "target"};
+// By eNodeKind.
+constexpr ePhrase kKindWords[] = {ePhrase::NodeBone,   ePhrase::NodeVolume, ePhrase::NodeSupportPoint,
+                                  ePhrase::NodeZone,   ePhrase::NodeBody,   ePhrase::NodePreviewGroup,
+                                  ePhrase::NodeCamera, ePhrase::NodeLight,  ePhrase::NodeTarget};
 
-const char* KindWord(eNodeKind kind) {
+ePhrase KindWord(eNodeKind kind) {
     return kKindWords[static_cast<std::size_t>(kind)];
 }
 
-const char* FateWord(const eNodeNote& note) {
+ePhrase FateWord(const eNodeNote& note) {
     if (note.kind != eNodeKind::Ordinary) {
         return KindWord(note.kind);
     }
     if (note.isBone) {
-        return note.level == 0 ? "bone" : "level of detail";
+        return note.level == 0 ? ePhrase::NodeBone : ePhrase::NodeDetailLevel;
     }
-    return note.number >= 0 ? "part of a group" : "no bone: only what is below it counts";
+    return note.number >= 0 ? ePhrase::NodeGroupPart : ePhrase::NodeNoBone;
 }
 
-// Blames the node: why it, or what is below it, is in no file.
-void Blame(eDescription& answer, const host::INode& node, const char* rule, const std::string& text) {
-    answer["rule"] = rule;
-    answer["why"] = text;
-    answer["blame"] = PathText(&node);
+ePhrase WhyNoMesh(const eNodeNote& note) {
+    switch (note.wish) {
+        case eMeshWish::None:
+            return ePhrase::MeshNotWanted;
+        case eMeshWish::NotRenderable:
+            return ePhrase::MeshOfHiddenNode;
+        case eMeshWish::NotSelected:
+            return ePhrase::MeshSelectedOnly;
+        case eMeshWish::Lines:
+            return ePhrase::MeshWithoutFaces;
+        case eMeshWish::Granted:
+            break;
+    }
+    return ePhrase::MeshNotWritten;
 }
 
 // The node at which the walk of a model ended, if it did not come to its end.
@@ -80,41 +91,8 @@ const host::INode* WalkEnd(const eRunJournal& journal, const host::INode* model)
     return found != journal.nodes.end() ? found->first : nullptr;
 }
 
-void DescribeRule(eDescription& answer, const host::INode& blamed, eLeftOut leftOut, bool isItself) {
-    const eRuleText& rule = *std::ranges::find(kRuleTexts, leftOut, &eRuleText::rule);
-    const std::string below = isItself ? "" : "the node " + PathText(&blamed) + " takes all below it along: ";
-    Blame(answer, blamed, rule.word, below + rule.text);
-}
-
-// The nearest ancestor that the run has come to tells why it has not come here.
-void DescribeAbsence(eDescription& answer, const eRunJournal& journal, const host::INode& node) {
-    answer["fate"] = "left out";
-    const host::INode* ancestor = &node;
-    while (ancestor != nullptr && NoteIn(journal, ancestor) == nullptr) {
-        ancestor = ancestor->GetParentNode();
-    }
-    if (ancestor == nullptr) {
-        answer["rule"] = "not-reached";
-        answer["why"] = "the run has ended before it came here";
-        return;
-    }
-    const eNodeNote& note = *NoteIn(journal, ancestor);
-    if (note.leftOut != eLeftOut::No) {
-        return DescribeRule(answer, *ancestor, note.leftOut, ancestor == &node);
-    }
-    if (note.kind != eNodeKind::Ordinary) {
-        const std::string decided = note.decidedBy.empty() ? "" : " by '" + ToUtf8(note.decidedBy) + "'";
-        return Blame(answer, *ancestor, "below-no-bone",
-                     "the node " + PathText(ancestor) + " is a " + KindWord(note.kind) + decided +
-                         ", and nothing below one is exported");
-    }
-    if (const host::INode* end = WalkEnd(journal, note.model)) {
-        DescribeRule(answer, *end, NoteIn(journal, end)->leftOut, true);
-        answer["why"] = "the walk of the model ended before it, at " + PathText(end) + ": " +
-                        answer["why"].get<std::string>();
-        return;
-    }
-    Blame(answer, *ancestor, "not-reached", "the run has ended before it came here");
+const eRuleText& RuleOf(eLeftOut rule) {
+    return *std::ranges::find(kRuleTexts, rule, &eRuleText::rule);
 }
 
 eDescription SubMeshes(const eNodeNote& note) {
@@ -141,43 +119,6 @@ void DescribeOwnMesh(eDescription& answer, const eNodeNote& note) {
     answer["subMeshes"] = SubMeshes(note);
 }
 
-const char* WhyNoMesh(const eNodeNote& note) {
-    switch (note.wish) {
-        case eMeshWish::None:
-            return "no property asks for one: neither 'Poly' nor 'CommonMesh'";
-        case eMeshWish::NotRenderable:
-            return "the node is not renderable";
-        case eMeshWish::NotSelected:
-            return "only selected nodes are exported";
-        case eMeshWish::Lines:
-            return "the node shows lines, which have no faces";
-        case eMeshWish::Granted:
-            break;
-    }
-    return "it was not written: an error told above, or an option that leaves meshes out";
-}
-
-void DescribeMesh(eDescription& answer, const eRunJournal& journal, const host::INode& node,
-                  const eNodeNote& note) {
-    if (note.wishedBy != nullptr) {
-        answer["meshBy"] = note.wishedBy;
-    }
-    const bool feedsAnother = note.fedMesh != nullptr && note.fedMesh != &node;
-    if (feedsAnother) {
-        answer["feeds"] = PathText(note.fedMesh);
-        answer["faces"] = note.faces;
-    }
-    if (note.isMeshWritten) {
-        DescribeOwnMesh(answer, note);
-    } else if (note.shownMesh != nullptr) {
-        answer["shows"] = PathText(note.shownMesh);
-        const eNodeNote* const shown = NoteIn(journal, note.shownMesh);
-        answer["mesh"] = shown != nullptr && shown->isMeshWritten ? MeshFile(*shown) : "not written";
-    } else if (note.isBone && !feedsAnother) {
-        answer["noMesh"] = WhyNoMesh(note);
-    }
-}
-
 eDescription FilesOf(const eRunJournal& journal, const host::INode& node) {
     eDescription files = eDescription::array();
     for (const auto& [path, file] : journal.files) {
@@ -200,44 +141,134 @@ const host::INode* BoneAbove(const eRunJournal& journal, const eNodeNote& note) 
     return above;
 }
 
-void DescribeBone(eDescription& answer, const eRunJournal& journal, const eNodeNote& note) {
-    const host::INode* const above = BoneAbove(journal, note);
-    answer["bone"] = note.number;
-    answer["parentBone"] = above != nullptr ? eDescription(PathText(above)) : eDescription();
-    if (note.level != 0) {
-        answer["level"] = note.level;
-    }
-}
+// What is said of one node.
+class eNodeAnswer {
+public:
+    eNodeAnswer(const eRunJournal& ownJournal, const host::INode& ownNode, eLanguage ownLanguage)
+        : journal(ownJournal), node(ownNode), language(ownLanguage), answer{{"node", PathText(&ownNode)}} {}
 
-void DescribePresence(eDescription& answer, const eRunJournal& journal, const host::INode& node,
-                      const eNodeNote& note) {
-    answer["fate"] = FateWord(note);
-    answer["decidedBy"] = note.decidedBy.empty() ? "its object" : ToUtf8(note.decidedBy);
-    if (note.isZoneToo) {
-        answer["also"] = KindWord(eNodeKind::Zone);
+    eDescription Describe() {
+        const eNodeNote* const note = NoteIn(journal, &node);
+        if (note != nullptr && note->leftOut == eLeftOut::No) {
+            DescribePresence(*note);
+        } else {
+            DescribeAbsence();
+        }
+        return std::move(answer);
     }
-    answer["model"] = PathText(note.model);
-    if (note.number >= 0 && note.kind == eNodeKind::Ordinary) {
-        DescribeBone(answer, journal, note);
+
+private:
+    // Blames the node: why it, or what is below it, is in no file.
+    void Blame(const host::INode& blamed, const char* rule, const eBilingual& text) {
+        answer["rule"] = rule;
+        answer["why"] = text.In(language);
+        answer["blame"] = PathText(&blamed);
     }
-    DescribeMesh(answer, journal, node, note);
-    eDescription animations = eDescription::array();
-    std::ranges::transform(note.animations, std::back_inserter(animations), ToUtf8);
-    answer["animations"] = std::move(animations);
-    answer["files"] = FilesOf(journal, node);
-}
+
+    void DescribeRule(const host::INode& blamed, eLeftOut leftOut) {
+        const eRuleText& rule = RuleOf(leftOut);
+        eBilingual text =
+            &blamed == &node ? eBilingual() : Utf8Words(ePhrase::OutTakenAlong, PathText(&blamed));
+        text += Utf8Words(rule.text);
+        Blame(blamed, rule.word, text);
+    }
+
+    void DescribeBelow(const host::INode& ancestor, const eNodeNote& note) {
+        const eBilingual decided =
+            note.decidedBy.empty() ? eBilingual() : Utf8Words(ePhrase::OutDecidedBy, ToUtf8(note.decidedBy));
+        Blame(ancestor, "below-no-bone",
+              Utf8Words(ePhrase::OutBelow, PathText(&ancestor), Utf8Words(KindWord(note.kind)), decided));
+    }
+
+    // The nearest ancestor that the run has come to tells why it has not come here.
+    void DescribeAbsence() {
+        answer["fate"] = Say(language, ePhrase::NodeLeftOut);
+        const host::INode* ancestor = &node;
+        while (ancestor != nullptr && NoteIn(journal, ancestor) == nullptr) {
+            ancestor = ancestor->GetParentNode();
+        }
+        if (ancestor == nullptr) {
+            answer["rule"] = "not-reached";
+            answer["why"] = Say(language, ePhrase::OutNotReached);
+            return;
+        }
+        const eNodeNote& note = *NoteIn(journal, ancestor);
+        if (note.leftOut != eLeftOut::No) {
+            return DescribeRule(*ancestor, note.leftOut);
+        }
+        if (note.kind != eNodeKind::Ordinary) {
+            return DescribeBelow(*ancestor, note);
+        }
+        if (const host::INode* end = WalkEnd(journal, note.model)) {
+            const eRuleText& rule = RuleOf(NoteIn(journal, end)->leftOut);
+            return Blame(*end, rule.word,
+                         Utf8Words(ePhrase::OutWalkEnded, PathText(end), Utf8Words(rule.text)));
+        }
+        Blame(*ancestor, "not-reached", Utf8Words(ePhrase::OutNotReached));
+    }
+
+    void DescribePresence(const eNodeNote& note) {
+        answer["fate"] = Say(language, FateWord(note));
+        answer["decidedBy"] =
+            note.decidedBy.empty() ? Say(language, ePhrase::ByObject) : ToUtf8(note.decidedBy);
+        if (note.isZoneToo) {
+            answer["also"] = Say(language, KindWord(eNodeKind::Zone));
+        }
+        answer["model"] = PathText(note.model);
+        if (note.number >= 0 && note.kind == eNodeKind::Ordinary) {
+            DescribeBone(note);
+        }
+        DescribeMesh(note);
+        eDescription animations = eDescription::array();
+        std::ranges::transform(note.animations, std::back_inserter(animations), ToUtf8);
+        answer["animations"] = std::move(animations);
+        answer["files"] = FilesOf(journal, node);
+    }
+
+    void DescribeBone(const eNodeNote& note) {
+        const host::INode* const above = BoneAbove(journal, note);
+        answer["bone"] = note.number;
+        answer["parentBone"] = above != nullptr ? eDescription(PathText(above)) : eDescription();
+        if (note.level != 0) {
+            answer["level"] = note.level;
+        }
+    }
+
+    void DescribeMesh(const eNodeNote& note) {
+        if (note.wishedBy != nullptr) {
+            answer["meshBy"] = note.wishedBy;
+        }
+        const bool feedsAnother = note.fedMesh != nullptr && note.fedMesh != &node;
+        if (feedsAnother) {
+            answer["feeds"] = PathText(note.fedMesh);
+            answer["faces"] = note.faces;
+        }
+        if (note.isMeshWritten) {
+            DescribeOwnMesh(answer, note);
+        } else if (note.shownMesh != nullptr) {
+            answer["shows"] = PathText(note.shownMesh);
+            const eNodeNote* const shown = NoteIn(journal, note.shownMesh);
+            answer["mesh"] = shown != nullptr && shown->isMeshWritten ? MeshFile(*shown)
+                                                                      : Say(language, ePhrase::NotWritten);
+        } else if (note.isBone && !feedsAnother) {
+            answer["noMesh"] = Say(language, WhyNoMesh(note));
+        }
+    }
+
+    const eRunJournal& journal;
+    const host::INode& node;
+    const eLanguage language;
+    eDescription answer;
+};
 
 }  // namespace
 
-eDescription DescribeNode(const eRunJournal& journal, const host::INode& node) {
-    eDescription answer{{"node", PathText(&node)}};
-    const eNodeNote* const note = NoteIn(journal, &node);
-    if (note != nullptr && note->leftOut == eLeftOut::No) {
-        DescribePresence(answer, journal, node, *note);
-    } else {
-        DescribeAbsence(answer, journal, node);
-    }
-    return answer;
+eDescription DescribeNode(const eRunJournal& journal, const host::INode& node, eLanguage language) {
+    return eNodeAnswer(journal, node, language).Describe();
+}
+
+std::string NodeText(const eRunJournal& journal, const host::INode& node, eLanguage language) {
+    return inspect::RenderText(Labelled(DescribeNode(journal, node, language), language));
 }
 
 }  // namespace answers

@@ -16,6 +16,7 @@
 #include "cli/export_run.h"
 #include "cli/language_flag.h"
 #include "cli/run_option_flags.h"
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace cli {
@@ -72,14 +73,20 @@ std::string Indented(const std::string& text) {
     return lines;
 }
 
-void PrintNode(const eNodeMessages& node, bool inRussian) {
-    std::printf("  %s\n", node.node.empty() ? "(the scene)" : node.node.c_str());
+ePhrase SeverityPhrase(eSeverity severity) {
+    constexpr ePhrase kWords[] = {ePhrase::SeverityError, ePhrase::SeverityWarning, ePhrase::SeverityAdvice,
+                                  ePhrase::SeverityFatal};
+    return kWords[static_cast<std::size_t>(severity)];
+}
+
+void PrintNode(const eNodeMessages& node, eLanguage language) {
+    std::printf("  %s\n", node.node.empty() ? Say(language, ePhrase::TheScene).c_str() : node.node.c_str());
     for (const eToldMessage* message : node.messages) {
         const eMessageRow& row = RowOf(message->id);
-        std::printf("    %s %s: %s\n      %s\n", SeverityWord(message->Severity()), row.code,
-                    Indented(inRussian ? message->text.russian : message->text.english).c_str(),
-                    (inRussian ? "что делать: " + ToUtf8(row.russianCure) : std::string("cure: ") + row.cure)
-                        .c_str());
+        const eBilingual cure{ToUtf8(row.russianCure), row.cure};
+        std::printf("    %s %s: %s\n      %s\n", Say(language, SeverityPhrase(message->Severity())).c_str(),
+                    row.code, Indented(message->text.In(language)).c_str(),
+                    Say(language, ePhrase::HeadCure, cure.In(language)).c_str());
     }
 }
 
@@ -115,12 +122,14 @@ public:
             all.push_back(Json(linted));
             return;
         }
-        std::printf("%s: %zu message%s\n", linted.scene.c_str(), linted.messages.size(),
-                    linted.messages.size() == 1 ? "" : "s");
+        const eLanguage language = LanguageOf(arguments.flags.language);
+        const auto count = static_cast<std::int64_t>(linted.messages.size());
+        std::printf("%s: %s\n", linted.scene.c_str(),
+                    Counted(count, ePhrase::CountMessage).In(language).c_str());
         for (const eNodeMessages& node : ByNode(linted.messages)) {
-            PrintNode(node, LanguageOf(arguments.flags.language) == eLanguage::Russian);
+            PrintNode(node, language);
         }
-        std::fputs(answers::AnimationText(linted.journal).c_str(), stdout);
+        std::fputs(answers::AnimationText(linted.journal, language).c_str(), stdout);
     }
     void Finish() const {
         if (arguments.asJson) {

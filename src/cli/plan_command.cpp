@@ -13,6 +13,7 @@
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
 #include "cli/export_run.h"
+#include "cli/language_flag.h"
 #include "cli/native_file.h"
 #include "cli/run_option_flags.h"
 #include "cli/terminal_text.h"
@@ -38,13 +39,13 @@ struct eArguments {
 // Prints the plans, for people at once, as JSON at the end.
 class ePlanOutput {
 public:
-    explicit ePlanOutput(bool json) : asJson(json) {}
+    ePlanOutput(bool json, eLanguage ownLanguage) : asJson(json), language(ownLanguage) {}
 
     void Add(const answers::eRunPlan& plan) {
         if (asJson) {
             all.push_back(answers::DescribePlan(plan));
         } else {
-            std::printf("%s%s", isFirst ? "" : "\n", answers::PlanText(plan).c_str());
+            std::printf("%s%s", isFirst ? "" : "\n", answers::PlanText(plan, language).c_str());
         }
         isFirst = false;
     }
@@ -59,6 +60,7 @@ public:
 
 private:
     bool asJson;
+    eLanguage language;
     bool isFirst = true;
     inspect::eDescription all = inspect::eDescription::array();
 };
@@ -131,7 +133,7 @@ int RunPlan(const eArguments& arguments) {
     if (!arguments.modelList.empty()) {
         return ListModels(arguments);
     }
-    ePlanOutput output(arguments.asJson);
+    ePlanOutput output(arguments.asJson, LanguageOf(arguments.flags.language));
     int exitCode = kExitDone;
     for (const std::string& scene : arguments.scenes) {
         eExportFlags flags = arguments.flags;

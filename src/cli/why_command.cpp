@@ -10,6 +10,7 @@
 #include "cli/dry_run.h"
 #include "cli/exit_code.h"
 #include "cli/export_run.h"
+#include "cli/language_flag.h"
 #include "cli/run_option_flags.h"
 #include "cli/terminal_text.h"
 #include "run/export.h"
@@ -24,26 +25,25 @@ struct eArguments {
     bool asJson = false;
 };
 
-void Print(const inspect::eDescription& answer, bool asJson) {
+std::string JsonText(const eRunJournal& journal, const host::INode& node) {
+    inspect::eDescription answer{{"schema", answers::kWhySchema}};
+    answer.update(answers::DescribeNode(journal, node, eLanguage::English));
     constexpr int kIndent = 2;
-    const auto handler = inspect::eDescription::error_handler_t::replace;
-    const std::string text =
-        asJson ? answer.dump(kIndent, ' ', false, handler) + "\n" : inspect::RenderText(answer);
-    std::fputs(text.c_str(), stdout);
-    std::fflush(stdout);
+    return answer.dump(kIndent, ' ', false, inspect::eDescription::error_handler_t::replace) + "\n";
 }
 
 int Answer(const Export& run, const eRunJournal& journal, const eArguments& arguments) {
+    const eLanguage language = LanguageOf(arguments.flags.language);
     const answers::eFoundNode found =
         answers::FindNode(*run.host->GetRootNode(), FromUtf8(arguments.node).text);
     if (found.node == nullptr) {
-        TellError(found.problem);
+        TellError(found.problem.In(language));
         return kExitUsage;
     }
-    inspect::eDescription answer = arguments.asJson ? inspect::eDescription{{"schema", answers::kWhySchema}}
-                                                    : inspect::eDescription::object();
-    answer.update(answers::DescribeNode(journal, *found.node));
-    Print(answer, arguments.asJson);
+    const std::string text =
+        arguments.asJson ? JsonText(journal, *found.node) : answers::NodeText(journal, *found.node, language);
+    std::fputs(text.c_str(), stdout);
+    std::fflush(stdout);
     return kExitDone;
 }
 

@@ -137,6 +137,12 @@ TEST_F(Plan, TellsWhatHasChangedSinceTheLastExport) {
     const std::string text = Run("plan", 2).output;
     EXPECT_THAT(text, HasSubstr("plan: 0 new, 1 changed, 4 same, 1 kept, 1 deleted, 1 leftover\n"));
     EXPECT_THAT(text, HasSubstr("same but for the comment line with time and user"));
+
+    const std::string russian = Run("plan", 2, "--language ru").output;
+    EXPECT_THAT(russian, HasSubstr("план: 0 новый, 1 изменен, 4 прежний, 1 не тронут, 1 удален, 1 лишний\n"));
+    EXPECT_THAT(russian, HasSubstr("текстура для wood: картинка новее файла ("));
+    EXPECT_THAT(russian, HasSubstr("скелет модели cart: костей: 3; отличается только строка комментария"));
+    EXPECT_THAT(russian, Not(testing::ContainsRegex("[a-z] [a-z]")));
 }
 
 // Would catch: a plan that promises files where the export ends with an error.

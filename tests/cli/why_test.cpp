@@ -117,6 +117,23 @@ TEST_F(Why, BlamesTheNodeThatLeavesItOut) {
                 HasSubstr("why: the node cart/shed takes all below it along: it is hidden\n"));
 }
 
+// Would catch a word that stays English, and names or codes of properties that are translated.
+TEST_F(Why, SpeaksRussian) {
+    const std::string bone = Ask("rope", "--language ru").output;
+    EXPECT_THAT(bone, HasSubstr("стал: кость\nрешило: его объект\nмодель: cart\n"));
+    EXPECT_THAT(
+        bone,
+        HasSubstr("части мэша:\n  - материал: tin\n    треугольников: 1\n    палитра: wheel_l wheel_r\n"));
+    EXPECT_THAT(bone, HasSubstr("анимации: нет\n"));
+    const std::string below = Ask("cart/hull/pin", "--language ru").output;
+    EXPECT_THAT(
+        below,
+        HasSubstr("почему: узел cart/hull: объем (по 'Volume=armor'), а ниже ничего не экспортируется\n"));
+    EXPECT_THAT(Ask("weel_r", "--language ru").errors,
+                HasSubstr("нет узла 'weel_r'; возможно, имелся в виду 'wheel_r'?"));
+    EXPECT_EQ(Ask("hull", "--json --language ru").output, Ask("hull", "--json").output);
+}
+
 TEST_F(Why, FindsTheNodeThatIsMeant) {
     const eProgramResult unknown = Ask("weel_r");
     EXPECT_EQ(unknown.exitCode, 2);
