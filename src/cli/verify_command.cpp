@@ -37,20 +37,20 @@ eBounds BoundsOf(verify::eTolerances& tolerances) {
     return {&tolerances.metres, &tolerances.degrees, &tolerances.decibels};
 }
 
-void Print(const verify::eVerification& verification, bool asJson) {
+void Print(const verify::eVerification& verification, const eArguments& arguments) {
     constexpr int kIndent = 2;
     const auto handler = inspect::eDescription::error_handler_t::replace;
-    const std::string text = asJson ? verify::Describe(verification).dump(kIndent, ' ', false, handler) + "\n"
-                                    : verify::SummaryOf(verification);
+    const std::string text = arguments.asJson
+                                 ? verify::Describe(verification).dump(kIndent, ' ', false, handler) + "\n"
+                                 : verify::SummaryOf(verification, LanguageOf(arguments.flags.language));
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
 }
 
 // The files of the run, against a host that has not seen it.
 std::optional<verify::eVerification> VerifyRun(const Export& run, const eArguments& arguments) {
-    standalone::eLoadResult loaded =
-        ReadScene(arguments.flags.scene, arguments.flags.sceneFlags, arguments.flags.quiet,
-                  LanguageOf(arguments.flags.language));
+    standalone::eLoadResult loaded = ReadScene(arguments.flags.scene, arguments.flags.sceneFlags,
+                                               arguments.flags.quiet, LanguageOf(arguments.flags.language));
     if (!loaded.scene) {
         return std::nullopt;
     }
@@ -79,7 +79,7 @@ int VerifyNewFiles(eArguments arguments) {
     if (!verification) {
         return exitCode;
     }
-    Print(*verification, arguments.asJson);
+    Print(*verification, arguments);
     return verification->IsClean() ? exitCode : kExitDiffers;
 }
 
@@ -97,7 +97,7 @@ int VerifyWrittenFiles(eArguments arguments, int exitCode) {
     if (!verification) {
         return optionsExit;
     }
-    Print(*verification, arguments.asJson);
+    Print(*verification, arguments);
     return verification->IsClean() ? exitCode : kExitDiffers;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
 #include "inspect/description.h"
 #include "verify/clip_verdict.h"
 #include "verify/mesh_verdict.h"
@@ -45,6 +46,6 @@ inline constexpr int kVerifySchema = 1;
 inspect::eDescription Describe(const eVerification& verification);
 
 // For people, in UTF-8: a table of the meshes and one of the clips for each model, the worst first.
-std::string SummaryOf(const eVerification& verification);
+std::string SummaryOf(const eVerification& verification, eLanguage language);
 
 }  // namespace verify
