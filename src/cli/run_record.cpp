@@ -101,7 +101,8 @@ ordered_json MessageJson(const eToldMessage& message) {
             {"title", message.title},
             {"text", message.text.russian},
             {"english", message.text.english},
-            {"cure", row.cure}};
+            {"cure", row.cure},
+            {"russianCure", ToUtf8(row.russianCure)}};
 }
 
 std::string ReportText(const eRunRecord& record) {
