@@ -523,7 +523,7 @@ def mistakes():
     return {
         "scene": 1,
         "range": [0, 100],
-        "selectionSets": [{"name": "all", "nodes": ["turning"]}],
+        "selectionSets": [{"name": "all", "nodes": ["turning"]}, {"name": "held", "nodes": ["rusty"]}],
         "materials": {
             "rust": {"type": "standard", "name": "rust"},
             "other rust": {"type": "standard", "name": "Rust", "diffuse": [0.5, 0.2, 0.1]},
@@ -534,7 +534,8 @@ def mistakes():
             node("crane", ["Model=units/crane", "animation=back,all,50-20", "animation=nobody,everyone,0-10",
                            "animation=late,all,90-140", "animation=first,all,20-30,same",
                            "animation=second,all,40-50,same", "animation=climb,all,60-70,../up",
-                           "animation=near,alll,80-82", "animation=slip,all,84-8G"],
+                           "animation=near,alll,80-82", "animation=slip,all,84-8G",
+                           "animation=frozen,held,10-18"],
                  object=HELPER, children=[
                      node("turning", keys=[{"frame": 0, "position": [0, 0, 0]}, {"frame": 100, "position": [0, 0, 9]}],
                           object=HELPER),

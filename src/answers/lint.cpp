@@ -1,5 +1,6 @@
 #include "answers/lint.h"
 
+#include "answers/lint_animations.h"
 #include "answers/lint_keys.h"
 #include "answers/lint_names.h"
 #include "answers/lint_size.h"
@@ -42,6 +43,7 @@ std::vector<eMessage> LintScene(Export& run) {
     host::INode& root = *run.host->GetRootNode();
     const eSceneNames names(root);
     eSceneLint{run, names, advice}.LintBelow(root);
+    LintAnimations(run, advice);
     return advice;
 }
 

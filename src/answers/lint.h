@@ -10,9 +10,9 @@ class Export;
 
 namespace answers {
 
-// Advice on all nodes of the run's scene, node by node in the order of the scene. Changes nothing; the host
-// and the options of the run must be settled. Cost: one pass over the properties and the meshes at the static
-// frame.
+// Advice on all nodes of the run's scene, node by node in the order of the scene, and on its animations.
+// Changes nothing; the host and the options of the run must be settled. Cost: one pass over the properties
+// and the meshes at the static frame.
 std::vector<eMessage> LintScene(Export& run);
 
 }  // namespace answers

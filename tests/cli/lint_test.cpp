@@ -57,6 +57,7 @@ const std::vector<std::string> kMistakes = {
     "lint.no-value at crane/no_layer, Layer",
     "lint.odd-key at crane/odd_key, rate?",
     "lint.repeated-key at crane/two_layers, Layer",
+    "lint.still-animation at crane, frozen",
     "lint.swapped-limits at crane/swapped, IKMin",
     "lint.unknown-node at crane/list_of_names, CollideWith",
     "lint.unknown-node at lamp/shade, Mesh",
@@ -106,6 +107,9 @@ TEST_F(Lint, EachMistakeIsToldAtItsNodeWithACure) {
     EXPECT_LT(text.find("  crane/voxels\n    error mesh.voxels: "),
               text.find("  crane/comb\n    advice lint."));
     EXPECT_FALSE(folder.Has("config"));
+    EXPECT_THAT(Run("mistakes/mistakes", "--language ru").output,
+                HasSubstr("  crane/voxels\n    ошибка mesh.voxels: 'voxels': Экспорт воксельных мэшей больше не "
+                          "поддерживается.\n      что делать: Замените Voxels на Poly.\n"));
 }
 
 // Would catch an animation with the wrong nodes, frames or file in the table.
@@ -118,6 +122,7 @@ TEST_F(Lint, TheTableSaysWhatEachAnimationMoves) {
     EXPECT_EQ(rise["bones"], nlohmann::json({"cabin", "rotor"}));
     EXPECT_EQ(rise["overlaps"], nlohmann::json::parse(R"([{"with": "turn", "first": 30, "last": 30}])"));
     EXPECT_THAT(Run("skinned_strip").output, HasSubstr("bones that move: 1 of 3: upper\n"));
+    EXPECT_THAT(Run("skinned_strip", "--language ru").output, HasSubstr("движутся кости: 1 из 3: upper\n"));
 }
 
 // Would catch a check that cries wolf, and a strict farm that lets advice pass.
