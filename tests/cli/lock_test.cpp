@@ -14,22 +14,24 @@ using support::eProgramResult;
 using testing::HasSubstr;
 using testing::Not;
 
-// Long enough to be stopped in the middle.
-std::string Walking(const std::string& model) {
-    return R"({"scene": 1, "range": [0, 3000], "nodes": [{"name": "root", "properties": ["Model=)" + model +
-           R"(", "animation=walk,all,0-3000"], "object": {"type": "helper"}, "children": [{"name": "part",
-        "properties": ["Poly", "IKType=revolute"], "object": {"type": "box", "width": 1, "length": 2,
-        "height": 3}, "keys": [{"frame": 0, "position": [0, 0, 0]}, {"frame": 3000, "position": [1, 0, 0]}]}]}]})";
+std::string Model(const std::string& folder) {
+    return R"({"name": "root", "properties": ["Model=units/)" + folder +
+           R"("], "object": {"type": "helper"}, "children": [{"name": "part", "properties": ["Poly"], "object":
+        {"type": "box", "width": 1, "length": 2, "height": 3}}]})";
+}
+
+std::string Scene(const std::string& models) {
+    return R"({"scene": 1, "nodes": [)" + models + "]}";
 }
 
 class Locks : public testing::Test {
 protected:
     Locks() {
-        folder.MakeFolder("game");
-        folder.Write("a.scene.json", Walking("units/a"));
-        folder.Write("b.scene.json", Walking("units/b"));
+        folder.Write("a.scene.json", Scene(Model("a")));
+        folder.Write("b.scene.json", Scene(Model("b")));
+        folder.Write("az.scene.json", Scene(Model("a") + ", " + Model("z")));
     }
-    ~Locks() override { Shell("[ ! -e pid ] || kill -KILL $(cat pid) 2> /dev/null"); }
+    ~Locks() override { Shell("rm -f hold; [ ! -e pid ] || kill -KILL $(cat pid) 2> /dev/null"); }
 
     int Shell(const std::string& words) const {
         return std::system(("cd '" + folder.Path() + "' || exit 1\n" + words).c_str());
@@ -38,12 +40,15 @@ protected:
         return "export '" + (folder / scene) + ".scene.json' --resource-root '" + (folder / "game") +
                "' --config '" + (folder / "config") + "' ";
     }
-    // Another process that has the folder of "a", as long as it is stopped.
-    void StopInTheMiddle() const {
-        ASSERT_EQ(Shell(ZYR_PROGRAM " " + Words("a") + R"(> first 2>&1 & echo $! > pid
-            while [ ! -s game/units/a/.zyrexport.lock ]; do kill -0 $(cat pid) || exit 1; done
-            kill -STOP $(cat pid))"),
-                  0);
+    // Another process that has the folder of "a" and waits for that of "z" as long as the file "hold" is
+    // there.
+    void BeginOther() const {
+        folder.MakeFolder("game/units/z");
+        Shell(R"(touch hold; rm -f held
+            flock game/units/z/.zyrexport.lock sh -c 'touch held; while [ -e hold ]; do sleep 0.05; done' &
+            until [ -e held ]; do sleep 0.02; done)");
+        Shell(ZYR_PROGRAM " " + Words("az") + R"(> first 2>&1 & echo $! > pid
+            until grep -q process game/units/a/.zyrexport.lock 2> /dev/null; do sleep 0.02; done)");
     }
     eProgramResult Export(const std::string& scene, const std::string& flags) const {
         return support::RunProgram(folder, Words(scene) + flags);
@@ -59,23 +64,25 @@ protected:
 // Would catch: two runs that write over one another, a run that does not say whose the folder is, one that is
 // held up by a run elsewhere, a wait without end or for a run that is gone, a lock that stays.
 TEST_F(Locks, LetOneRunAtATimeWriteAFolder) {
-    StopInTheMiddle();
+    BeginOther();
     const eProgramResult refused = Export("a", "--wait 0 --report '" + (folder / "report") + "'");
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_THAT(refused.errors, HasSubstr("(process " + std::to_string(std::stoi(folder.Read("pid"))) + ")"));
     EXPECT_EQ(nlohmann::json::parse(folder.Read("report"))["messages"][0]["code"], "run.folder-in-use");
-    EXPECT_FALSE(folder.Has("game/units/a/a.mdl"));
+    EXPECT_EQ(FilesIn("game/units/a"), 1u) << "the lock alone";
     EXPECT_EQ(Export("b", "--wait 0").exitCode, 0);
 
-    Shell("(sleep 0.5; kill -CONT $(cat pid)) &");
+    Shell("(sleep 0.5; rm hold) &");
     const eProgramResult waiting = Export("a", "--wait 60");
     EXPECT_EQ(waiting.exitCode, 0);
     EXPECT_THAT(waiting.errors, HasSubstr("this run waits"));
-    EXPECT_THAT(folder.Read("first"), HasSubstr(" 0 errors"));
+    EXPECT_EQ(
+        Shell("for i in $(seq 100); do grep -q '2 models written' first && exit; sleep 0.05; done; exit 1"),
+        0);
     const std::size_t files = FilesIn("game/units/b");
     EXPECT_EQ(FilesIn("game/units/a"), files);
 
-    StopInTheMiddle();
+    BeginOther();
     Shell("kill -KILL $(cat pid)");
     const eProgramResult next = Export("a", "--wait 0");
     EXPECT_EQ(next.exitCode, 0);

@@ -52,9 +52,11 @@ TEST_F(GatheredFiles, AreThereForTheRunAtOnceAndOnDiskAtTheEnd) {
     EXPECT_TRUE(xIo::CopyWholeFile(folder / "twice", folder / "copy") && Write("twice", "2"));
     EXPECT_TRUE(PathExists(folder / "twice") && RemovePath(folder / "gone"));
     EXPECT_FALSE(PathExists(folder / "gone"));
+    EXPECT_TRUE(xIo::WriteWholeFile(folder / "shared", {}, {}, xIo::eSharing::Shared));
+    EXPECT_FALSE(folder.Has("shared.tmp")) << "another run may write it now";
     files.Settle();
     EXPECT_EQ(folder.Read("Old") + folder.Read("twice") + folder.Read("copy"), "new21");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 3);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 4);
     EXPECT_THAT(messages.Lines(), IsEmpty());
 }
 
