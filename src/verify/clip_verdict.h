@@ -37,13 +37,13 @@ struct eClipVerdict {
     int frames = 0;
     std::vector<std::string> overwrittenBy{};  // later clips that have taken keys of this one
     std::vector<eBoneVerdict> bones{};
-    int frameMeshes = 0;  // meshes whose vertices the clip moves
-    eWorst vertices{};    // of theirs, metres along an axis
-    int skins = 0;        // skinned meshes that were bent in some of the frames
-    eWorst skin{};        // of their vertices, metres, what bones beyond the third would have done with it
-    double bind = 0;  // metres between the skin at rest and the pose of the static frame; beyond the bound
-                      // nothing says how the game bends it
-    int otherwiseBound = 0;  // so many of the skins
+    int frameMeshes = 0;     // meshes whose vertices the clip moves
+    eWorst vertices{};       // of theirs, metres along an axis
+    int skins = 0;           // skinned meshes that were bent in some of the frames
+    eWorst skin{};           // of their vertices, metres, what bones beyond the third would have done with it
+    double bind = 0;         // metres between the skin at rest and the pose of the static frame
+    int otherwiseBound = 0;  // skins that are so far off that they were bound in another pose
+    eWorst motion{};         // of the vertices of those, from where the bones of the scene would move them
     eFindings findings{};
 };
 

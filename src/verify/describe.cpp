@@ -29,6 +29,7 @@ void DescribeFindings(eDescription& place, const eFindings& findings) {
         list.push_back({{"kind", finding.kind},
                         {"count", finding.count},
                         {"worst", Rounded(finding.worst, 1e6)},
+                        {"unit", finding.Unit()},
                         {"place", ToUtf8(finding.place)}});
     }
     place["findings"] = std::move(list);
@@ -87,6 +88,7 @@ eDescription DescribeClip(const eVerification& all, const eClipVerdict& clip) {
         said["skin"] = DescribeWorst(clip.skin, Millimetres(clip.skin.amount));
         said["bind"] = Millimetres(clip.bind);
         said["otherwiseBound"] = clip.otherwiseBound;
+        said["motion"] = DescribeWorst(clip.motion, Millimetres(clip.motion.amount));
     }
     eDescription list = eDescription::array();
     std::ranges::transform(bones, std::back_inserter(list), DescribeBone);
@@ -103,6 +105,9 @@ eDescription DescribeModel(const eVerification& all, const eModelVerdict& model)
     }
     for (const auto& [reason, nodes] : model.lostNodes) {
         said["nodesWithoutMesh"][reason] = nodes;
+    }
+    for (const auto& [things, count] : model.compared) {
+        said["compared"][things] = count;
     }
     eDescription meshes = eDescription::array();
     for (const eMeshVerdict* mesh : WorstFirst(model.meshes)) {

@@ -13,6 +13,9 @@ struct eFinding {
     int count = 0;
     double worst = 0;   // in the kind's own measure; 0 where it has none
     std::string place;  // of the worst
+
+    // Of the measure: "m", "degrees", "dB", "of 255", "frames"; empty for a share, or without a measure.
+    std::string Unit() const;
 };
 
 // Gathers differences of one thing, each kind once.

@@ -19,12 +19,30 @@ bool IsDeclaration(std::string_view key) {
     return std::ranges::any_of(kKeys, [&](const char* known) { return EqualNoAsciiCase(key, known); });
 }
 
-// NAME,SET,FIRST-LAST,FILE,SPEED; a number alone in the place of the file is the speed.
-std::string FileNameIn(std::string_view rest, const std::string& name) {
-    const std::string_view file = TrimBlanks(rest.substr(0, rest.find(',')));
-    const bool isSpeed = rest.find(',') == std::string_view::npos && !rest.empty() && rest.front() >= '0' &&
-                         rest.front() <= '9';
-    return file.empty() || isSpeed ? name : std::string(file);
+// NAME,SET,FIRST-LAST,FILE,SPEED; a number alone in the place of the file is the speed, in per cent.
+struct eFileAndSpeed {
+    std::string file;
+    float speed = 0;
+};
+eFileAndSpeed ReadFileAndSpeed(std::string_view rest, const std::string& name) {
+    const std::size_t comma = rest.find(',');
+    const std::string_view file = TrimBlanks(rest.substr(0, comma));
+    const bool isSpeed =
+        comma == std::string_view::npos && !rest.empty() && rest.front() >= '0' && rest.front() <= '9';
+    const std::string_view speed = isSpeed                           ? rest
+                                   : comma != std::string_view::npos ? rest.substr(comma + 1)
+                                                                     : std::string_view();
+    return {file.empty() || isSpeed ? name : std::string(file), static_cast<float>(ReadReal(speed))};
+}
+
+// Nothing of a clip that is played as its file stands, when the game asks for it by the name of the file.
+std::string DefinitionOf(std::string_view key, const std::string& name, const eFileAndSpeed& played) {
+    constexpr float kPerCent = 100;
+    std::string text = played.file != name ? " name " + name : "";
+    text += played.speed > 0 ? " speed " + RealText(double{played.speed / kPerCent}) : "";
+    text += EqualNoAsciiCase(key, "animationresume") ? " resume" : "";
+    text += EqualNoAsciiCase(key, "animationauto") ? " autostart" : "";
+    return text.empty() ? text : "binary " + played.file + text;
 }
 
 void ReadSet(host::Interface& host, const std::string& name, eSceneClip& clip) {
@@ -94,8 +112,10 @@ std::vector<eSceneClip> FindClips(const eVerifiedScene& scene, const eSceneModel
         const std::string_view end = CutToken(rest, " ,-");
         clip.firstFrame = start.empty() ? first : ReadInteger(start);
         clip.lastFrame = end.empty() ? last : ReadInteger(end);
-        clip.file = model.folder / eName(FileNameIn(CutToken(rest, ";"), clip.name));
+        const eFileAndSpeed played = ReadFileAndSpeed(CutToken(rest, ";"), clip.name);
+        clip.file = model.folder / eName(played.file);
         clip.file.Append(".anm");
+        clip.inDefinition = DefinitionOf(TrimBlanks(pair.Key()), clip.name, played);
         if (IsWritten(scene, clip, first, last)) {
             std::erase_if(clips, [&](const eSceneClip& earlier) { return earlier.file == clip.file; });
             clips.push_back(std::move(clip));

@@ -19,6 +19,8 @@ struct eSceneClip {
     // Later clips that have frames and nodes of this one: an export keeps one key for a node and a frame,
     // that of the clip declared last.
     std::vector<std::string> overwrittenBy{};
+    // What the definition says of it, in words with blanks between; empty where all is as without a word.
+    std::string inDefinition{};
 
     int FrameCount() const { return lastFrame - firstFrame + 1; }
     // The scene's time at a frame of the file, counted from 0.

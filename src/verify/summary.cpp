@@ -87,14 +87,16 @@ private:
                 {"holds", mesh.findings.IsEmpty()}};
     }
 
-    // A skin that was bound in another pose than that of the static frame says nothing of the clip.
+    // A skin that was bound in another pose than that of the static frame is held against the scene's bones
+    // alone.
     eDescription SkinText(const eClipVerdict& clip) const {
         if (clip.skins == 0) {
             return "-";
         }
-        return clip.otherwiseBound > 0 ? eDescription(Say(language, ePhrase::ProofBound,
+        const eDescription worst = Millimetres(std::max(clip.skin.amount, clip.motion.amount));
+        return clip.otherwiseBound > 0 ? eDescription(Say(language, ePhrase::ProofBound, worst.dump(),
                                                           eDescription(Millimetres(clip.bind)).dump()))
-                                       : eDescription(Millimetres(clip.skin.amount));
+                                       : worst;
     }
 
     eDescription RowOf(const eClipVerdict& clip) const {
@@ -128,12 +130,22 @@ private:
                 {"holds", picture.findings.IsEmpty()}};
     }
 
+    // With its unit: lengths in millimetres as everywhere in the tables.
+    std::string AmountText(const eFinding& finding) const {
+        if (finding.worst == 0) {
+            return "-";
+        }
+        const std::string unit = finding.Unit() == "m" ? "mm" : finding.Unit();
+        const double amount = unit == "mm" ? Millimetres(finding.worst) : ToThousandths(finding.worst);
+        return eDescription(amount).dump() + (unit.empty() ? "" : " " + SummaryWord(unit, language));
+    }
+
     void AddFindings(eDescription& rows, const std::string& of, const eFindings& findings) const {
         for (const eFinding& finding : findings.List()) {
             rows.push_back({{"of", ToUtf8(of)},
                             {"what", SummaryWord(finding.kind, language)},
                             {"count", finding.count},
-                            {"worst", ToThousandths(finding.worst)},
+                            {"worst", AmountText(finding)},
                             {"at", ToUtf8(finding.place)}});
         }
     }
@@ -152,11 +164,26 @@ private:
         return rows;
     }
 
+    // What the texts hold, without kinds of which there is nothing.
+    std::string ComparedText(const eModelVerdict& model) const {
+        std::string text;
+        for (const auto& [things, count] : model.compared) {
+            if (count > 0) {
+                text +=
+                    (text.empty() ? "" : ", ") + std::to_string(count) + " " + SummaryWord(things, language);
+            }
+        }
+        return text;
+    }
+
     eDescription SummaryOf(const eModelVerdict& model) const {
         eDescription said = eDescription::object();
         if (!model.leftOut.empty()) {
             said["left out"] = ToUtf8(model.leftOut);
             return said;
+        }
+        if (!model.compared.empty()) {
+            said["in the texts"] = ComparedText(model);
         }
         for (const auto& [reason, nodes] : model.lostNodes) {
             said["nodes without a mesh"][reason] = nodes;

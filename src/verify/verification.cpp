@@ -9,7 +9,12 @@
 #include "verify/skin_poses.h"
 #include "verify/verify_clip.h"
 #include "verify/verify_mesh.h"
+#include "verify/verify_previews.h"
+#include "verify/verify_properties.h"
 #include "verify/verify_skeleton.h"
+#include "verify/verify_supports.h"
+#include "verify/verify_volumes.h"
+#include "verify/verify_zones.h"
 
 namespace verify {
 
@@ -42,7 +47,7 @@ private:
         eWrittenModel written;
         if (scene_.options.exportMesh != 0) {
             written = ReadWrittenModel(model.File(".mdl"));
-            CompareSkeleton(scene_, model, written, tolerances_, verdict.findings);
+            CompareTexts(model, written, verdict);
         }
         const eMeshSources sources = FindMeshSources(scene_, model);
         verdict.lostNodes.assign(sources.leftOut.begin(), sources.leftOut.end());
@@ -64,6 +69,26 @@ private:
             verdict.clips.push_back(VerifyClip(model, clip, moving, written));
         }
         return verdict;
+    }
+
+    // Of a model text that is not there nothing else is told.
+    void CompareTexts(const eSceneModel& model, const eWrittenModel& written, eModelVerdict& verdict) const {
+        eFindings& findings = verdict.findings;
+        CompareSkeleton(scene_, model, written, tolerances_, findings);
+        if (!written.problem.empty()) {
+            return;
+        }
+        const eSideNodes side = FindSideNodes(scene_, model);
+        CompareSupports(scene_, side.supports, written, findings);
+        CompareZones(scene_, model, side.zones, written, tolerances_, findings);
+        CompareVolumes(scene_, side.volumes, written, tolerances_, findings);
+        ComparePreviews(scene_, model, side.previews, written, tolerances_, findings);
+        CompareProperties(scene_, model, side, written, findings);
+        verdict.compared = {{"bones", model.bones.bones.size()},
+                            {"volumes", side.volumes.size()},
+                            {"zones", side.zones.size()},
+                            {"support points", side.supports.size()},
+                            {"previews", side.previews.size()}};
     }
 
     void ComparePictures(const eName& folder, const eVerifiedMesh& mesh) {

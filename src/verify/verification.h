@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/bilingual.h"
@@ -15,9 +16,10 @@
 namespace verify {
 
 struct eModelVerdict {
-    std::string root;     // name of the node
-    std::string folder;   // of its files
-    std::string leftOut;  // why it has none; empty if it has
+    std::string root;                                             // name of the node
+    std::string folder;                                           // of its files
+    std::string leftOut;                                          // why it has none; empty if it has
+    std::vector<std::pair<std::string, std::size_t>> compared{};  // things of the texts, by kind
     std::vector<eMeshVerdict> meshes{};
     std::vector<eClipVerdict> clips{};
     std::vector<ePictureVerdict> pictures{};

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "verify/bone_place.h"
+#include "verify/written_blocks.h"
 
 namespace verify {
 
@@ -46,8 +47,7 @@ private:
             wanted.rows[1][1] = -1;
         }
         const double metres = LargestDifference(wanted.rows[3], written.local.rows[3]);
-        const double slack = kTextStep + kTextDigits * Length(wanted.rows[3]);
-        if (metres > bounds_.metres + slack) {
+        if (metres > bounds_.metres + TextSlack(Length(wanted.rows[3]))) {
             findings_.Add("bone position", metres, bone.name);
         }
         if (!IsRotation(wanted)) {
@@ -75,9 +75,6 @@ private:
             findings_.Add("bone above", 0, bone.name + ": " + found + " instead of " + wanted);
         }
     }
-
-    static constexpr double kTextStep = 0.00005;     // what four decimals round away
-    static constexpr double kTextDigits = 0.000005;  // and what six digits do, of the number
 
     const eVerifiedScene& scene_;
     const eSceneModel& model_;

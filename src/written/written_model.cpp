@@ -34,18 +34,21 @@ int eWrittenModel::NumberOf(const std::string& name) const {
 
 eWrittenModel ReadWrittenModel(const eName& file) {
     eWrittenModel model;
-    const std::optional<platform::eFileContent> content = ReadWritten(file);
-    if (!content) {
-        model.problem = "there is no model text that can be read";
-        return model;
-    }
-    model.text = inspect::ReadSdlTree(
-        file.Text(), std::string(reinterpret_cast<const char*>(content->data()), content->size()),
-        model.problem);
+    model.text = ReadWrittenText(file, model.problem);
     if (const inspect::eSdlBlock* skeleton = model.text.Find("skeleton")) {
         ReadBones(*skeleton, -1, model.bones);
     }
     return model;
+}
+
+inspect::eSdlBlock ReadWrittenText(const eName& file, std::string& problem) {
+    const std::optional<platform::eFileContent> content = ReadWritten(file);
+    if (!content) {
+        problem = "there is no such text that can be read";
+        return {};
+    }
+    return inspect::ReadSdlTree(
+        file.Text(), std::string(reinterpret_cast<const char*>(content->data()), content->size()), problem);
 }
 
 }  // namespace written

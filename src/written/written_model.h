@@ -30,4 +30,7 @@ struct eWrittenModel {
 
 eWrittenModel ReadWrittenModel(const eName& file);
 
+// A whole text through the layer of files in use; the problem as above.
+inspect::eSdlBlock ReadWrittenText(const eName& file, std::string& problem);
+
 }  // namespace written

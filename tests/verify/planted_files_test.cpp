@@ -19,6 +19,8 @@ using testing::IsEmpty;
 constexpr char kMeshes[] = "units/tank/.mesh";
 constexpr char kModel[] = "units/tank/tank.mdl";
 constexpr char kClip[] = "units/tank/drive.anm";
+constexpr char kHouse[] = "units/house/house.mdl";
+constexpr char kHouseEntity[] = "units/house/house.def";
 
 // Pictures that lie beside all scenes of this file.
 std::string Picture(const char* name) {
@@ -78,6 +80,85 @@ standalone::eSceneData Tank() {
     return scene.Build();
 }
 
+// What hangs on bones beside meshes, each at an odd place: primitives and a polyhedron as volumes, zones of
+// all figures, support points, a view with camera and lights.
+standalone::eSceneData House() {
+    support::eSceneBuilder scene;
+    scene.Settings().unitMetres = 0.5;
+    scene.Settings().lastFrame = 9;
+    scene.Settings().ambient = {0.1F, 0.1F, 0.1F};
+    support::eNode house = scene.Node("house")
+                               .Property("Model=units/house")
+                               .Property("Hold=mast floor")
+                               .Property("animation=open,all,0-9,door,50");
+    house.Object(standalone::eHelperObject{}).Position(3, 4, 0).Rotation({0, 0, 1}, 20);
+    support::eNode wall = house.Child("wall")
+                              .Property("IKType=socket")
+                              .Property("IKLimit=1,5")
+                              .Property("speed=1,5")
+                              .Property("Color=3");
+    wall.Object(standalone::eHelperObject{}).Position(1, 2, 3).Rotation({1, 0, 0}, 30);
+    wall.Child("plate_vol")
+        .Property("Volume=armor")
+        .Property("bullet=2")
+        .Property("Thickness=0,4")
+        .Property("Tags=a,b")
+        .Position(0, 1, 2)
+        .Rotation({0, 1, 0}, 40)
+        .Object(standalone::eBoxObject{2, 3, 4});
+    wall.Child("ball_vol")
+        .Property("Volume")
+        .Property("Clear")
+        .Object(standalone::eSphereObject{.radius = 2});
+    wall.Child("barrel_vol").Property("Volume").Position(1, 0, 0).Object(standalone::eCylinderObject{1, 5});
+    house.Child("roof_vol")
+        .Property("Volume")
+        .Property("Obstacle")
+        .Property("Land")
+        .Scale(1, 2, 1)
+        .Position(0, 0, 6)
+        .Object(standalone::eMeshObject{support::TriangleMesh({{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2}},
+                                                              {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}})});
+    house.Child("yard")
+        .Property("Area")
+        .Property("Proper=cat")
+        .Rotation({0, 0, 1}, 33)
+        .Object(standalone::eBoxObject{8, 5, 1});
+    house.Child("pool")
+        .Property("Obstacle")
+        .Property("Move")
+        .Position(5, 1, 0)
+        .Scale(2, 2, 1)
+        .Object(standalone::eCircleObject{3});
+    house.Child("gate")
+        .Property("Area")
+        .Position(-3, 2, 0)
+        .Rotation({0, 0, 1}, 15)
+        .Object(standalone::eRectangleObject{4, 2});
+    house.Child("lawn").Property("Area").Position(1, 1, 0).Object(
+        standalone::eLineObject{.splines = {{.points = {{-6, -6, 0}, {6, -5, 0}, {4, 6, 0}}}}});
+    wall.Child("step").Property("SupportPoint").Position(3, -4, 9).Object(standalone::eHelperObject{});
+    wall.Child("rung").Property("SupportPoint").Position(0, 7, 2).Object(standalone::eHelperObject{});
+    support::eNode view = house.Child("view").Property("Preview").GroupHead();
+    view.Object(standalone::eHelperObject{});
+    support::eNode aim = view.Child("aim").GroupMember().Position(1, 9, 2);
+    aim.Object(standalone::eTargetObject{});
+    view.Child("eye")
+        .GroupMember()
+        .Target(aim)
+        .Position(0, -8, 3)
+        .Rotation({1, 0.2F, 0}, 70)
+        .Object(standalone::eCameraObject{.fov = 50});
+    view.Child("lamp")
+        .GroupMember()
+        .Position(0, 0, 8)
+        .Rotation({1, 0, 0}, 25)
+        .Object(standalone::eLightObject{.kind = standalone::eLightKind::Spot, .color = {1, 0.5F, 0}});
+    view.Child("sun").GroupMember().Object(
+        standalone::eLightObject{.kind = standalone::eLightKind::Directional});
+    return scene.Build();
+}
+
 std::span<const std::uint8_t> BytesOf(const std::string& file) {
     return {reinterpret_cast<const std::uint8_t*>(file.data()), file.size()};
 }
@@ -131,6 +212,15 @@ void Replace(std::string& file, const std::string& before, const std::string& af
     file.replace(file.find(before), before.size(), after);
 }
 
+// The number that stands behind the text, so much greater.
+void AddTo(std::string& file, const std::string& text, double more, std::size_t from = 0) {
+    const std::size_t place = file.find(text, from);
+    ASSERT_NE(place, std::string::npos) << file;
+    std::size_t length = 0;
+    const double number = std::stod(file.substr(place + text.size()), &length);
+    file.replace(place + text.size(), length, " " + std::to_string(number + more));
+}
+
 struct ePlantedFile {
     const char* name;
     const char* file;
@@ -142,7 +232,7 @@ class PlantedFile : public testing::TestWithParam<ePlantedFile> {};
 
 // Catches a verification that is blind to a fault, tells it as another one, or tells what is no fault.
 TEST_P(PlantedFile, IsTold) {
-    eVerifyRun run(Tank());
+    eVerifyRun run(std::string(GetParam().file).starts_with("units/house/") ? House() : Tank());
     run.Do();
     ASSERT_THAT(run.Findings(), IsEmpty());
     std::string content = run.Read(GetParam().file);
@@ -232,6 +322,82 @@ const ePlantedFile kPlantedFiles[] = {
      kClip,
      [](std::string& f) { Replace(f, "\3tip", "\3top"); },
      {"drive: missing bone 1", "drive: foreign bone 1"}},
+    {"VolumeScaled", kHouse, [](std::string& f) { AddTo(f, "{box 1 1.5", 0.1); }, {"house: volume size 1"}},
+    {"VolumeMoved",
+     kHouse,
+     [](std::string& f) { AddTo(f, "{Position", 0.003, f.find("{\"barrel\"")); },
+     {"house: volume position 1"}},
+    {"VolumeTurned",
+     kHouse,
+     [](std::string& f) { AddTo(f, "{matrix34", -0.01, f.find("{\"plate\"")); },
+     {"house: volume rotation 1"}},
+    {"PolyhedronCorner",
+     kHouse,
+     [](std::string& f) { Replace(f, "0000803f", "0000903f"); },
+     {"house: volume vertices 1"}},
+    {"VolumeBone",
+     kHouse,
+     [](std::string& f) { Replace(f, "{bone \"wall\"}", "{bone \"hall\"}"); },
+     {"house: volume bone 1"}},
+    {"ZoneCorner", kHouse, [](std::string& f) { AddTo(f, "{vertex", 0.003); }, {"house: zone position 1"}},
+    {"ZoneTurned", kHouse, [](std::string& f) { AddTo(f, "{axis", 0.01); }, {"house: zone axis 1"}},
+    {"ZoneLoose",
+     kHouse,
+     [](std::string& f) { AddTo(f, "{extent", 0.01, f.find("\"yard\"")); },
+     {"house: zone size 1"}},
+    {"ZoneRadius",
+     kHouse,
+     [](std::string& f) { AddTo(f, "{radius", 0.003, f.find("{circle2")); },
+     {"house: zone size 1"}},
+    {"ZoneKind",
+     kHouse,
+     [](std::string& f) { Replace(f, "{area \"yard\"", "{obstacle \"yard\""); },
+     {"house: zone kind 1"}},
+    {"ZoneTag", kHouse, [](std::string& f) { Replace(f, "{move}", ""); }, {"house: zone property 1"}},
+    {"SupportRenamed",
+     kHouse,
+     [](std::string& f) { f[f.find("\"wall\"", f.find("SupportPoints")) + 1] = 'h'; },
+     {"house: missing support points 1", "house: foreign support points 1"}},
+    {"SupportMoved", kHouse, [](std::string& f) { AddTo(f, "{point", 1); }, {"house: support point 1"}},
+    {"CameraMoved", kHouse, [](std::string& f) { AddTo(f, "{origin", 0.003); }, {"house: camera position 1"}},
+    {"CameraTurned", kHouse, [](std::string& f) { AddTo(f, "{horizon", 1); }, {"house: camera angle 1"}},
+    {"LightTurned",
+     kHouse,
+     [](std::string& f) { AddTo(f, "{direction", 0.01); },
+     {"house: light direction 1"}},
+    {"LightColour", kHouse, [](std::string& f) { AddTo(f, "{diffuse", 2); }, {"house: light colour 1"}},
+    {"AmbientLost",
+     kHouse,
+     [](std::string& f) { Replace(f, "{ambient", "{was"); },
+     {"house: light colour 1"}},
+    {"BoneProperty",
+     kHouse,
+     [](std::string& f) { Replace(f, "speed=1.5", "speed=2.5"); },
+     {"house: bone property 2"}},
+    {"JointLost",
+     kHouse,
+     [](std::string& f) { Replace(f, "bone socket", "bone"); },
+     {"house: bone property 1"}},
+    {"JointLimit",
+     kHouse,
+     [](std::string& f) { Replace(f, "limits 1.5", "limits 2.5"); },
+     {"house: bone property 2"}},
+    {"ClipSpeed",
+     kHouseEntity,
+     [](std::string& f) { Replace(f, "{speed 0.5}", ""); },
+     {"house: entity property 1"}},
+    {"VolumeProperty",
+     kHouseEntity,
+     [](std::string& f) { Replace(f, "{bullet 2}", ""); },
+     {"house: volume property 1"}},
+    {"EntityMark",
+     kHouseEntity,
+     [](std::string& f) { Replace(f, "\"mast\"", "\"mist\""); },
+     {"house: entity property 2"}},
+    {"DefinitionOfOthers",
+     kHouseEntity,
+     [](std::string& f) { Replace(f, "{entity", "{entity {gun 1}"); },
+     {}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Verify, PlantedFile, testing::ValuesIn(kPlantedFiles),
