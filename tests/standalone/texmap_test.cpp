@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/ansi.h"
+#include "host/map_row.h"
 #include "material/queries/shade_context.h"
 #include "standalone/pictures/picture_problem.h"
 #include "standalone/standalone_host.h"
@@ -42,7 +43,15 @@ protected:
     host::AColor At(host::Texmap& map, float u, float v, bool filtered = false) {
         context.uv = {u, v};
         context.filterMaps = filtered;
-        return map.EvalColor(context);
+        const host::AColor color = map.EvalColor(context);
+        auto* const rows = dynamic_cast<host::MapRow*>(&map);
+        if (rows != nullptr && !filtered) {
+            std::array<host::AColor, 2> row{};
+            rows->EvalRow(std::array<host::DPoint2, 2>{{{0, 0}, context.uv}}, row);
+            EXPECT_EQ(std::tie(row[1].r, row[1].g, row[1].b, row[1].a),
+                      std::tie(color.r, color.g, color.b, color.a));
+        }
+        return color;
     }
 
     support::eTempFolder folder;

@@ -43,20 +43,27 @@ void WriteHeader(std::vector<std::uint8_t>& bytes, const eTextureImage& image, i
     header.Put(static_cast<std::uint16_t>(bitsPerPixel));
 }
 
+// A known size is copied without a call.
+template <std::size_t bytesPerPixel>
+std::uint8_t* CopyRow(const std::uint8_t* pixel, int width, std::uint8_t* target) {
+    for (int x = 0; x < width; ++x, pixel += 4, target += bytesPerPixel) {
+        std::memcpy(target, pixel, bytesPerPixel);
+    }
+    return target;
+}
+
 }  // namespace
 
 std::vector<std::uint8_t> MakeBmp(const eTextureImage& image, int bitsPerPixel) {
     const std::size_t rowSize = RowSize(image.width, bitsPerPixel);
-    const auto bytesPerPixel = static_cast<std::size_t>(bitsPerPixel / 8);
     std::vector<std::uint8_t> bytes(kBmpHeaderSize + rowSize * static_cast<std::size_t>(image.height));
     WriteHeader(bytes, image, bitsPerPixel);
     for (int y = 0; y < image.height; ++y) {
         std::uint8_t* target = bytes.data() + kBmpHeaderSize + rowSize * static_cast<std::size_t>(y);
         std::uint8_t* const rowEnd = target + rowSize;
-        for (int x = 0; x < image.width; ++x) {
-            std::memcpy(target, image.Pixel(x, y), bytesPerPixel);
-            target += bytesPerPixel;
-        }
+        const std::uint8_t* const row = image.Pixel(0, y);
+        target =
+            bitsPerPixel == 32 ? CopyRow<4>(row, image.width, target) : CopyRow<3>(row, image.width, target);
         std::fill(target, rowEnd, kRowFill);
     }
     return bytes;

@@ -1,7 +1,10 @@
 #include "material/textures/texture_source.h"
 
 #include <algorithm>
+#include <span>
+#include <vector>
 
+#include "host/map_row.h"
 #include "material/queries/shade_context.h"
 #include "material/queries/shade_material.h"
 #include "run/export.h"
@@ -20,15 +23,21 @@ Point2 Rounded(const DPoint2& p) {
     return {static_cast<float>(p.x), static_cast<float>(p.y)};
 }
 
-// Calls `sample` with the sample point of every pixel, both coordinates between 0 and 1.
-template <class Sample>
-eTextureImage RenderPixels(int width, int height, Sample sample) {
+// Calls `shade` for each row with the sample points of its pixels, both coordinates between 0 and 1, and as
+// many colours to fill.
+template <class Shade>
+eTextureImage RenderRows(int width, int height, Shade shade) {
     eTextureImage image(width, height);
+    std::vector<DPoint2> points(static_cast<std::size_t>(width));
+    std::vector<AColor> colors(points.size());
     std::uint8_t* pixel = image.pixels.data();
     for (int y = 1; y <= height; ++y) {
         const double v = y / (height + 1.0);
         for (int x = 1; x <= width; ++x) {
-            const AColor color = sample(DPoint2{x / (width + 1.0), v});
+            points[static_cast<std::size_t>(x) - 1] = {x / (width + 1.0), v};
+        }
+        shade(std::span<const DPoint2>(points), std::span<AColor>(colors));
+        for (const AColor& color : colors) {
             *pixel++ = ColorByte(color.b);
             *pixel++ = ColorByte(color.g);
             *pixel++ = ColorByte(color.r);
@@ -38,6 +47,13 @@ eTextureImage RenderPixels(int width, int height, Sample sample) {
     return image;
 }
 
+template <class Sample>
+eTextureImage RenderPixels(int width, int height, Sample sample) {
+    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<AColor> colors) {
+        std::transform(points.begin(), points.end(), colors.begin(), sample);
+    });
+}
+
 // The context in which maps are evaluated alone: no lights, one per process.
 SContext& MapContext() {
     static const eSceneLights noLights;
@@ -45,9 +61,13 @@ SContext& MapContext() {
     return context;
 }
 
+bool IsOneChannel(const eTextureRole& role) {
+    return !role.isNormal && (role.isBump || role.isSpecular);
+}
+
 AColor EvalMap(const eTextureSource& source, SContext& context) {
     const eTextureRole& role = source.role;
-    if (role.isNormal || (!role.isBump && !role.isSpecular)) {
+    if (!IsOneChannel(role)) {
         return source.map->EvalColor(context);
     }
     const float mono = source.map->EvalMono(context);
@@ -58,13 +78,25 @@ AColor EvalMap(const eTextureSource& source, SContext& context) {
     return {level, level, level, 1};
 }
 
+eTextureImage RenderMapRows(host::MapRow& map, const host::DMatrix3& toMap, int width, int height) {
+    std::vector<DPoint2> places(static_cast<std::size_t>(width));
+    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<AColor> colors) {
+        std::ranges::transform(points, places.begin(), [&](const DPoint2& p) { return p * toMap; });
+        map.EvalRow(places, colors);
+    });
+}
+
 eTextureImage RenderMap(const eTextureSource& source, host::TimeValue t) {
+    const host::DMatrix3 toMap = ExactInverse(source.map->GetUVTransform());
+    auto* const rows = dynamic_cast<host::MapRow*>(source.map);
+    if (rows != nullptr && !IsOneChannel(source.role)) {
+        return RenderMapRows(*rows, toMap, source.width, source.height);
+    }
     SContext& context = MapContext();
     context.time = t;
     context.ambientLight = {1, 1, 1};
     context.duv = {0.01F, 0.01F};
     context.filterMaps = false;
-    const host::DMatrix3 toMap = ExactInverse(source.map->GetUVTransform());
     eTextureImage image = RenderPixels(source.width, source.height, [&](const DPoint2& p) {
         const Point2 place = Rounded(p);
         context.uv = p * toMap;

@@ -1,5 +1,6 @@
 #include "standalone/objects/bitmap_texmap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -50,7 +51,8 @@ eBitmapTexmap::eBitmapTexmap(eScene& ownScene, std::size_t place, const eMapData
     : eTexmap(ownScene, place, data),
       bitmap(bitmapMap),
       file(FileOf(ownScene.data, bitmapMap)),
-      isCropped(bitmap.cropOrigin != host::Point2{} || bitmap.cropSize != host::Point2{1, 1}) {}
+      isCropped(bitmap.cropOrigin != host::Point2{} || bitmap.cropSize != host::Point2{1, 1}),
+      isToned(bitmap.invert || bitmap.amount != 1) {}
 
 const eImage* eBitmapTexmap::Picture() {
     if (generation != scene.images.Generation()) {
@@ -65,17 +67,43 @@ host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
     if (image == nullptr) {
         return {0, 0, 0, 1};
     }
-    auto [u, v] = Coordinates(context);
+    const auto [u, v] = Cropped(Coordinates(context));
+    return Toned(context.filterMaps ? image->Bilinear(static_cast<float>(u), static_cast<float>(v))
+                                    : image->Nearest(u, v));
+}
+
+void eBitmapTexmap::EvalRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) {
+    const eImage* const image = Picture();
+    if (image == nullptr) {
+        std::ranges::fill(colors, host::AColor{0, 0, 0, 1});
+        return;
+    }
+    const host::Matrix3 onMap = GetUVTransform();
+    row.resize(places.size());
+    std::ranges::transform(places, row.begin(), [&](const host::DPoint2& place) { return place * onMap; });
     if (isCropped) {
-        u = bitmap.cropOrigin.x + (u - std::floor(u)) * bitmap.cropSize.x;
-        v = bitmap.cropOrigin.y + (v - std::floor(v)) * bitmap.cropSize.y;
+        std::ranges::transform(row, row.begin(), [&](const host::DPoint2& place) { return Cropped(place); });
     }
-    host::AColor color = context.filterMaps ? image->Bilinear(static_cast<float>(u), static_cast<float>(v))
-                                            : image->Nearest(u, v);
-    if (bitmap.invert) {
-        color = {1 - color.r, 1 - color.g, 1 - color.b, color.a};
+    image->NearestRow(row, colors);
+    if (isToned) {
+        std::ranges::transform(colors, colors.begin(),
+                               [&](const host::AColor& color) { return Toned(color); });
     }
-    return {color.r * bitmap.amount, color.g * bitmap.amount, color.b * bitmap.amount, color.a};
+}
+
+host::DPoint2 eBitmapTexmap::Cropped(const host::DPoint2& place) const {
+    if (!isCropped) {
+        return place;
+    }
+    const auto [u, v] = place;
+    return {bitmap.cropOrigin.x + (u - std::floor(u)) * bitmap.cropSize.x,
+            bitmap.cropOrigin.y + (v - std::floor(v)) * bitmap.cropSize.y};
+}
+
+host::AColor eBitmapTexmap::Toned(const host::AColor& color) const {
+    const host::AColor seen =
+        bitmap.invert ? host::AColor{1 - color.r, 1 - color.g, 1 - color.b, color.a} : color;
+    return {seen.r * bitmap.amount, seen.g * bitmap.amount, seen.b * bitmap.amount, seen.a};
 }
 
 std::string eBitmapTexmap::PictureSettings() const {

@@ -25,9 +25,10 @@ constexpr std::array<float, 256> MakeByteValues() {
 
 constexpr std::array<float, 256> byteValues = MakeByteValues();
 
+// Most places lie on the picture itself and need no floor.
 template <class Real>
 Real Fraction(Real value) {
-    return value - std::floor(value);
+    return value >= 0 && value < 1 ? value : value - std::floor(value);
 }
 
 host::AColor Between(const host::AColor& a, const host::AColor& b, float f) {
@@ -36,7 +37,7 @@ host::AColor Between(const host::AColor& a, const host::AColor& b, float f) {
 
 }  // namespace
 
-host::AColor eImage::Texel(int column, int row) const {
+inline host::AColor eImage::Texel(int column, int row) const {
     const std::size_t first = (static_cast<std::size_t>(height - 1 - row) * static_cast<std::size_t>(width) +
                                static_cast<std::size_t>(column)) *
                               4;
@@ -63,6 +64,12 @@ int TexelAt(Real place, int count) {
 
 host::AColor eImage::Nearest(double u, double v) const {
     return Texel(TexelAt(Fraction(u) * width, width), TexelAt(Fraction(v) * height, height));
+}
+
+void eImage::NearestRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) const {
+    std::ranges::transform(places, colors.begin(), [this](const host::DPoint2& place) {
+        return Texel(TexelAt(Fraction(place.x) * width, width), TexelAt(Fraction(place.y) * height, height));
+    });
 }
 
 host::AColor eImage::Bilinear(float u, float v) const {

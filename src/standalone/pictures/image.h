@@ -32,6 +32,8 @@ public:
 
     // In double precision: a place near a texel's edge stays in its texel on pictures of any width.
     host::AColor Nearest(double u, double v) const;
+    // The same for many places, to as many colours.
+    void NearestRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) const;
     // Between the middles of the four texels around.
     host::AColor Bilinear(float u, float v) const;
 
