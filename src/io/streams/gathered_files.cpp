@@ -61,9 +61,10 @@ void eGatheredFiles::Settle(bool asks) {
     if (!layer) {
         return;
     }
+    // Nothing is looked up any more, and each new name would cost a look at its folder.
+    platform::RememberFolders(false);
     const std::vector<platform::eUnsettledFile> unsettled = layer->Settle();
     platform::UseFileLayer(&beneath);
-    platform::RememberFolders(false);
     layer.reset();
     for (const platform::eUnsettledFile& file : unsettled) {
         if (asks && file.isOnDisk) {

@@ -38,16 +38,16 @@ void TurnSizeLimitIntoError() {
     static_cast<void>(previous);
 }
 
-// A resource is a file with an end: a scene that names a device or a pipe must not make the run read for
-// ever.
-bool IsResourceFile(int descriptor, const std::string& native) {
+// The kind of what stands behind a descriptor; 0 if nobody knows.
+mode_t ModeOf(int descriptor) {
     struct stat status;
-    return ::fstat(descriptor, &status) == 0 && (S_ISREG(status.st_mode) || IsNullDevice(native));
+    return ::fstat(descriptor, &status) == 0 ? status.st_mode : 0;
 }
 
-bool IsFolderDescriptor(int descriptor) {
-    struct stat status;
-    return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+// A resource is a file with an end: a scene that names a device or a pipe must not make the run read for
+// ever.
+bool IsRefused(mode_t mode, const std::string& native, ePathForm form) {
+    return form == ePathForm::Resource ? !S_ISREG(mode) && !IsNullDevice(native) : S_ISDIR(mode);
 }
 
 bool IsNativeFolder(const std::string& native) {
@@ -187,14 +187,15 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
     if (descriptor < 0) {
         return StatusFromErrno(errno);
     }
-    const bool refused =
-        form == ePathForm::Resource ? !IsResourceFile(descriptor, native) : IsFolderDescriptor(descriptor);
-    if (refused) {
+    const mode_t mode = ModeOf(descriptor);
+    if (IsRefused(mode, native, form)) {
         ::close(descriptor);
         return StatusFromErrno(EACCES);
     }
-    // Reads from a pipe that the user has named wait for its data.
-    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    // Reads from a pipe that the user has named wait for its data. To a file it is all the same.
+    if (!S_ISREG(mode)) {
+        ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    }
     file = std::make_unique<eDiskFile>(descriptor);
     if (access != eFileAccess::Read) {
         NoteMade(native);
