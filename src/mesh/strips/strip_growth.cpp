@@ -12,8 +12,8 @@ namespace {
 
 constexpr int samplesPerPass = 10;
 
-// To see whether two experiments start alike takes two strips.
-constexpr std::uint32_t fewestStripsToCompare = 4;
+// To see whether two experiments start alike takes two strips, and half of them do.
+constexpr std::uint32_t fewestStripsToCompare = 6;
 
 class eStripGrowth {
 public:
