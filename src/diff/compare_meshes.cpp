@@ -6,6 +6,7 @@
 #include "base/ansi.h"
 #include "base/number_text.h"
 #include "diff/vertex_changes.h"
+#include "mesh/file/mesh_check.h"
 #include "verify/triangle_grid.h"
 
 namespace diff {
@@ -61,11 +62,7 @@ std::vector<eFileTriangle> TrianglesOf(const eFileMesh& mesh) {
             eFileTriangle& triangle = triangles.emplace_back();
             triangle.subMesh = &subMesh;
             for (std::size_t c = 0; c < 3; ++c) {
-                const std::size_t number = mesh.indices[at + c];
-                if (number >= subMesh.firstVertex &&
-                    number < std::size_t{subMesh.firstVertex} + subMesh.vertexCount) {
-                    triangle.corners[c] = mesh.Vertex(subMesh, number);
-                }
+                triangle.corners[c] = mesh.Vertex(subMesh, mesh.indices[at + c]);
             }
         }
     }
@@ -181,6 +178,15 @@ private:
     std::string of_;
 };
 
+// Whose ranges must not be followed; the first of several is told.
+bool IsSound(const eFileMesh& mesh, std::string& problem) {
+    const std::vector<std::string> problems = CheckMesh(mesh);
+    if (!problems.empty() && problem.empty()) {
+        problem = "mesh " + ToUtf8(mesh.name) + ": " + problems.front();
+    }
+    return problems.empty();
+}
+
 const eFileMesh* Find(const std::vector<eFileMesh>& meshes, const std::string& name) {
     const auto found = std::ranges::find(meshes, name, &eFileMesh::name);
     return found != meshes.end() ? &*found : nullptr;
@@ -196,10 +202,11 @@ void CompareMeshes(std::span<const std::uint8_t> before, std::span<const std::ui
         return;
     }
     for (const eFileMesh& mesh : old->meshes) {
-        if (const eFileMesh* other = Find(now->meshes, mesh.name)) {
-            eMeshComparison(mesh, *other, tolerances).Compare(changes);
-        } else {
+        const eFileMesh* const other = Find(now->meshes, mesh.name);
+        if (other == nullptr) {
             changes.push_back(eChange::Plain("mesh " + ToUtf8(mesh.name), "removed"));
+        } else if (IsSound(mesh, problem) && IsSound(*other, problem)) {
+            eMeshComparison(mesh, *other, tolerances).Compare(changes);
         }
     }
     for (const eFileMesh& mesh : now->meshes) {

@@ -89,7 +89,7 @@ private:
         const std::vector<std::string> values = written.Values();
         const auto found = ReadPolyhedron(values.empty() ? "" : values.front(), problem);
         if (!found || found->vertices.size() != mesh.verts.size() ||
-            found->sides.size() != mesh.faces.size()) {
+            found->sides.size() != mesh.faces.size() || found->indices.size() != 3 * mesh.faces.size()) {
             return findings_.Add("volume shape", 0, name_ + " " + problem);
         }
         const host::DMatrix3 toNode =
