@@ -64,7 +64,7 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
     command.add_option("--drive", flags.drives, "Paths that begin with X:/ lie under DIR; may be repeated")
         ->type_name("X=DIR");
     command
-        .add_option("--wait", flags.longestWait,
+        .add_option("--lock-wait", flags.longestWait,
                     "Seconds that a run waits for a model's folder which another one is writing")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber)

@@ -65,15 +65,15 @@ protected:
 // held up by a run elsewhere, a wait without end or for a run that is gone, a lock that stays.
 TEST_F(Locks, LetOneRunAtATimeWriteAFolder) {
     BeginOther();
-    const eProgramResult refused = Export("a", "--wait 0 --report '" + (folder / "report") + "'");
+    const eProgramResult refused = Export("a", "--lock-wait 0 --report '" + (folder / "report") + "'");
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_THAT(refused.errors, HasSubstr("(process " + std::to_string(std::stoi(folder.Read("pid"))) + ")"));
     EXPECT_EQ(nlohmann::json::parse(folder.Read("report"))["messages"][0]["code"], "run.folder-in-use");
     EXPECT_EQ(FilesIn("game/units/a"), 1u) << "the lock alone";
-    EXPECT_EQ(Export("b", "--wait 0").exitCode, 0);
+    EXPECT_EQ(Export("b", "--lock-wait 0").exitCode, 0);
 
     Shell("(sleep 0.5; rm hold) &");
-    const eProgramResult waiting = Export("a", "--wait 60");
+    const eProgramResult waiting = Export("a", "--lock-wait 60");
     EXPECT_EQ(waiting.exitCode, 0);
     EXPECT_THAT(waiting.errors, HasSubstr("this run waits"));
     EXPECT_EQ(
@@ -84,7 +84,7 @@ TEST_F(Locks, LetOneRunAtATimeWriteAFolder) {
 
     BeginOther();
     Shell("kill -KILL $(cat pid)");
-    const eProgramResult next = Export("a", "--wait 0");
+    const eProgramResult next = Export("a", "--lock-wait 0");
     EXPECT_EQ(next.exitCode, 0);
     EXPECT_THAT(next.errors, Not(HasSubstr("waits")));
     EXPECT_EQ(FilesIn("game/units/a"), files);
