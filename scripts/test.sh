@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-packages
+scripts/install-packages chromium
 cmake --preset release > /dev/null
 cmake --build --preset release -- --quiet
 ctest --preset release -j "$(nproc)"

@@ -26,6 +26,7 @@
 #include "cli/options_command.h"
 #include "cli/pak_command.h"
 #include "cli/plan_command.h"
+#include "cli/preview_command.h"
 #include "cli/properties_command.h"
 #include "cli/terminal_text.h"
 #include "cli/verify_command.h"
@@ -57,6 +58,7 @@ constexpr eCommand kCommands[] = {
     {"convert", AddConvertCommand},
     {"inspect", AddInspectCommand},
     {"gltf", AddGltfCommand},
+    {"preview", AddPreviewCommand},
     {"pak", AddPakCommand},
     {"options", AddOptionsCommand},
     {"properties", AddPropertiesCommand},

@@ -28,12 +28,16 @@ TEST_F(GltfCommand, WritesAWholeFileOrNone) {
         Run("export '" + example + "' --config" + Quoted("config") + " --resource-root" + Quoted("game"))
             .exitCode,
         0);
-    const std::string model = Quoted("game/flagpole");
+    const std::string model = Quoted("game/props/flagpole");
     const eProgramResult done = Run("gltf" + model + Quoted("out.glb"));
     EXPECT_EQ(done.exitCode, 0) << done.errors;
     EXPECT_THAT(done.output, HasSubstr("8 triangles, 1 clips"));
     EXPECT_TRUE(folder.Read("out.glb").starts_with("glTF"));
-    folder.Write("game/flagpole/.mesh", "PMSH");
+    // A program without the page says so, and leaves none.
+    const eProgramResult page = Run("preview" + model + Quoted("out.html"));
+    EXPECT_EQ(page.exitCode == 0, folder.Read("out.html").ends_with("</html>\n")) << page.errors;
+    EXPECT_EQ(page.exitCode == 0, page.errors.empty()) << page.errors;
+    folder.Write("game/props/flagpole/.mesh", "PMSH");
     folder.Write("out.glb", "older");
     for (const std::string& broken : {model, Quoted("nowhere"), Quoted("config")}) {
         const eProgramResult refused = Run("gltf" + broken + Quoted("out.glb"));
