@@ -97,6 +97,7 @@ eSolid MakeWall(const std::vector<host::Point2>& line, float height) {
 std::vector<host::Point2> CircleLine(const host::Point2& center, float radius) {
     constexpr int kSides = 2 * kAround;
     std::vector<host::Point2> line;
+    line.reserve(kSides);
     for (int step = 0; step < kSides; ++step) {
         line.push_back({center.x + radius * std::cos(AngleOf(step, kSides)),
                         center.y + radius * std::sin(AngleOf(step, kSides))});
