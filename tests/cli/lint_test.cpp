@@ -107,9 +107,10 @@ TEST_F(Lint, EachMistakeIsToldAtItsNodeWithACure) {
     EXPECT_LT(text.find("  crane/voxels\n    error mesh.voxels: "),
               text.find("  crane/comb\n    advice lint."));
     EXPECT_FALSE(folder.Has("config"));
-    EXPECT_THAT(Run("mistakes/mistakes", "--language ru").output,
-                HasSubstr("  crane/voxels\n    ошибка mesh.voxels: 'voxels': Экспорт воксельных мэшей больше не "
-                          "поддерживается.\n      что делать: Замените Voxels на Poly.\n"));
+    EXPECT_THAT(
+        Run("mistakes/mistakes", "--language ru").output,
+        HasSubstr("  crane/voxels\n    ошибка mesh.voxels: 'voxels': Экспорт воксельных мэшей больше не "
+                  "поддерживается.\n      что делать: Замените Voxels на Poly.\n"));
 }
 
 // Would catch an animation with the wrong nodes, frames or file in the table.

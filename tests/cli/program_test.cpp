@@ -154,7 +154,8 @@ TEST_F(Program, TellsInTheLanguageOfTheUserAndReportsBoth) {
         R"({"code":"joints.unknown-type","kind":"error","place":{"node":"root/foot","property":"IKType"},)"
         R"("title":"Ошибка","text":"Неизвестный тип IK 'hinge' в кости 'foot'",)"
         R"("english":"Unknown IK type 'hinge' in the bone 'foot'",)"
-        R"("cure":"IKType is one of revolute, prizmatic, socket."})");
+        R"("cure":"IKType is one of revolute, prizmatic, socket.",)"
+        R"("russianCure":"IKType бывает revolute, prizmatic или socket."})");
     std::string advised = scene;
     advised.replace(advised.find("hinge"), 5, "socket");
     advised.replace(advised.find("walk,all"), 8, "walk");
