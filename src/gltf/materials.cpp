@@ -98,7 +98,9 @@ eJson eMaterials::Describe(const eName& folder, const inspect::eSdlBlock& block)
 }
 
 int eMaterials::Material(const written::ePlacedName& place, const eMaterialLook& look, std::string& problem) {
-    const auto [entry, isNew] = materials_.try_emplace({place.folder, place.name, look}, -1);
+    const std::string key = place.folder.Text() + "\n" + place.name + "\n" + (look.isTwoSided ? "2" : "1") +
+                            (look.isLit ? "lit" : "");
+    const auto [entry, isNew] = materials_.try_emplace(key, -1);
     if (!isNew) {
         return entry->second;
     }

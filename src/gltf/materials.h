@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "gltf/pictures.h"
@@ -16,8 +15,6 @@ namespace gltf {
 struct eMaterialLook {
     bool isTwoSided = false;
     bool isLit = true;  // else the light is in the colours of its vertices
-
-    auto operator<=>(const eMaterialLook&) const = default;
 };
 
 // The engine's materials as those of glTF: a rough surface that is no metal, with the first picture as its
@@ -49,7 +46,7 @@ private:
     ePictures& pictures_;
     std::vector<std::string>& warnings_;
     std::map<eName, eFile> files_;
-    std::map<std::tuple<eName, std::string, eMaterialLook>, int> materials_;
+    std::map<std::string, int> materials_;  // by path, name and look
 };
 
 }  // namespace gltf

@@ -107,7 +107,8 @@ int ePictures::Embed(const eName& file, const std::string& picture, ePictureUse 
 
 int ePictures::Texture(const eName& folder, const std::string& picture, ePictureUse use) {
     const std::optional<eName> file = FileOf(folder, picture);
-    const auto [entry, isNew] = textures_.try_emplace({file.value_or(folder / eName(picture)), use}, -1);
+    const eName path = file.value_or(folder / eName(picture));
+    const auto [entry, isNew] = textures_[use].try_emplace(path.Text(), -1);
     if (isNew) {
         entry->second = file ? Embed(*file, picture, use) : Warn(picture, "is not there");
     }

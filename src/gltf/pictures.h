@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "gltf/glb.h"
@@ -42,7 +41,7 @@ private:
     eGlb& glb_;
     eName commonFolder_;
     std::vector<std::string>& warnings_;
-    std::map<std::pair<eName, ePictureUse>, int> textures_;
+    std::map<ePictureUse, std::map<std::string, int>> textures_;  // by path
 };
 
 }  // namespace gltf
