@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+#include "cli/run/run_record.h"
+#include "platform/memory_layer.h"
+#include "scene/run_journal.h"
+
+class Export;
+
+namespace cli {
+
+// An export that touches nothing on disk, for whoever wants to say what it would do: its files stay in
+// memory, and its stages note what they decide.
+struct eDryRun {
+    platform::eMemoryLayer files;
+    eRunJournal journal;
+    bool isMute = false;           // whoever asks tells the messages himself
+    bool findsModelsOnly = false;  // the run ends when it knows which models the scene has
+    bool endsAtOptions = false;    // nothing is exported: only the options of the run are wanted
+    // Called once at the end of the run, also of one that a fatal error ends: the process ends after it.
+    std::function<void(Export&, const eRunRecord&)> tell;
+};
+
+}  // namespace cli
