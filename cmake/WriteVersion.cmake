@@ -3,7 +3,7 @@
 include(${CMAKE_CURRENT_LIST_DIR}/ZyrVersion.cmake)
 zyr_describe(${FOLDER} ${NUMBER} version commit)
 file(CONFIGURE OUTPUT ${OUTPUT} CONTENT [[
-#include "cli/version.h"
+#include "cli/terminal/version.h"
 
 namespace cli {
 
