@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "material/queries/material_queries.h"
 #include "mesh/build/bone_palettes.h"
@@ -123,12 +124,22 @@ void NoteSubMeshes(Export& run, const eExportBone& bone, const eSubMeshes& subMe
     }
 }
 
+// The file is made of the assembled vertices alone, and a model's meshes need not lie in memory side by side.
+// The first positions stay: a node that comes too late to feed the mesh asks for their bounds.
+void ForgetFaces(eExportMesh& mesh) {
+    eExportMesh kept;
+    kept.frames.emplace_back().positions = std::move(mesh.frames.front().positions);
+    kept.skinBones = std::move(mesh.skinBones);
+    mesh = std::move(kept);
+}
+
 void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const eMeshAssembly& assembly,
                    bool skinned) {
     TellStraySkinBones(run, bone);
     if (IsSharedMirrored(run, *bone.node)) {
         TellMirroredView(run, *bone.node);
     }
+    ForgetFaces(bone.mesh);
     const eAnimatedTextureBlock animatedTexture(run, *bone.node);
     eSubMeshes subMeshes = BuildSubMeshes(run, bone, assembly, skinned);
     if (subMeshes.lostTriangles) {

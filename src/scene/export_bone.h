@@ -13,7 +13,7 @@ enum eIkType { kIkNone = 0, kIkRevolute = 1, kIkPrizmatic = 2, kIkSocket = 3 };
 
 // One slot of Export::bones, addressed by a bone's number.
 struct eExportBone {
-    eExportMesh mesh;
+    eExportMesh mesh;             // of a written one the faces have gone, and the frames behind the first
     host::Box3 box;               // bounds of the positions of the first mesh frame; metres, bone space
     host::INode* node = nullptr;  // the bone's own node, also where another node has filled the slot
     host::Matrix3 matrix;         // world to the space in which the mesh is lit

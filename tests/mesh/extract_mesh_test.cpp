@@ -46,7 +46,7 @@ TEST(ExtractMesh, AMirroredNodeKeepsItsFacesVisible) {
     eMeshRun run(scene);
     // The bone's own space is mirrored too, so the winding shows in the world.
     const host::Matrix3 world = NoScale(run.host.GetINodeByName("hat")->GetNodeTM(0));
-    const eExportMesh& soup = run.Bone("hat").mesh;
+    const eExportMesh& soup = run.Faces("hat");
     const eExportMeshFrame& frame = soup.frames.front();
     EXPECT_THAT(soup.faces[0].v, ElementsAre(2, 1, 0));
     const host::Point3 p0 = frame.positions[soup.faces[0].v[0]] * world;
@@ -68,7 +68,7 @@ TEST(ExtractMesh, NormalsStayAtRightAnglesUnderUnevenScale) {
         Model(scene).Child("group").GroupHead().Property("Poly").Object(eMeshObject{TexturedTriangle()});
     group.Child("member").GroupMember().Scale(4, 1, 1).Object(eMeshObject{slope});
     eMeshRun run(scene);
-    const eExportMesh& soup = run.Bone("group").mesh;
+    const eExportMesh& soup = run.Faces("group");
     ASSERT_EQ(soup.faces.size(), 2U);
     const auto& v = soup.faces[1].v;
     const std::vector<host::Point3>& positions = soup.frames[0].positions;
@@ -86,7 +86,7 @@ TEST(ExtractMesh, HiddenFacesAreLeftOutAndTheirVerticesStay) {
     mesh.faces[1].flags |= host::Face::kHidden;
     MeshNode(Model(scene), "hat", mesh);
     eMeshRun run(scene);
-    const eExportMesh& soup = run.Bone("hat").mesh;
+    const eExportMesh& soup = run.Faces("hat");
     EXPECT_EQ(soup.faces.size(), 3U);
     EXPECT_EQ(soup.frames[0].positions.size(), 6U);
     EXPECT_EQ(soup.frames[0].mapCoords0.size(), 3U);
@@ -197,8 +197,8 @@ TEST(ExtractMesh, TheLeafMaterialIsFoundByIdModuloTheSlots) {
     MeshNode(root, "hat", mesh).Material(outer);
     MeshNode(root, "cap", mesh).Material(empty);
     eMeshRun run(scene);
-    EXPECT_EQ(run.Bone("cap").mesh.faceMaterials[3].first, nullptr);
-    const auto& found = run.Bone("hat").mesh.faceMaterials;
+    EXPECT_EQ(run.Faces("cap").faceMaterials[3].first, nullptr);
+    const auto& found = run.Faces("hat").faceMaterials;
     EXPECT_EQ(found[0].first->GetName(), "iron");
     EXPECT_EQ(found[1].first, nullptr);
     EXPECT_EQ(found[2].first->GetName(), "iron");

@@ -1,18 +1,22 @@
-// A whole export whose meshes a test looks into: the file, and the face soup of the last model.
+// A whole export whose meshes a test looks into: the file, and the face soup that it was made of.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "mesh/extract_node_mesh.h"
 #include "mesh/file/mesh_check.h"
 #include "mesh/file/mesh_reader.h"
+#include "run/export.h"
 #include "scene/bones/bone_tree.h"
 #include "scene/current_model.h"
 #include "scene/scene_as_read.h"
+#include "standalone/terminal/progress_sink.h"
 #include "support/export_run.h"
 #include "support/scene_builder.h"
 
@@ -22,12 +26,41 @@ inline std::span<const std::uint8_t> BytesOf(const std::string& file) {
     return {reinterpret_cast<const std::uint8_t*>(file.data()), file.size()};
 }
 
+// Copies the face soup of each mesh while its corners are welded, as it goes when they are.
+class eSoupKeeper : public standalone::eProgressSink {
+public:
+    explicit eSoupKeeper(const Export& ownRun) : run(ownRun) {}
+
+    const eExportMesh& Of(const host::INode* node) const { return soups.at(node); }
+
+    void Start(const std::string&) override { isComplete = false; }
+    void Update(int percent) override {
+        if (percent == 0 || std::exchange(isComplete, true)) {
+            return;
+        }
+        for (const eExportBone& bone : run.model->bones) {
+            if (bone.isWritten && !bone.mesh.faces.empty()) {
+                soups[bone.node] = bone.mesh;
+            }
+        }
+    }
+    void End() override {}
+
+private:
+    const Export& run;
+    std::map<const host::INode*, eExportMesh> soups;
+    bool isComplete = false;  // the stage has done its first percent
+};
+
 class eMeshRun : public support::eExportRun {
 public:
     explicit eMeshRun(const support::eSceneBuilder& scene) : eMeshRun(scene.Build()) {}
-    explicit eMeshRun(standalone::eSceneData scene) : eExportRun(std::move(scene)) { Do(); }
+    explicit eMeshRun(standalone::eSceneData scene) : eExportRun(std::move(scene)) {
+        host.SetProgressSink(&keeper);
+        Do();
+    }
 
-    // The slot of the bone, its soup still filled.
+    // The slot of the bone as the last model left it.
     eExportBone& Bone(const char* node) {
         for (std::size_t i = 0; i < exporter.model->bones.size(); ++i) {
             if (exporter.model->boneNames[i] == eName(node)) {
@@ -37,7 +70,8 @@ public:
         ADD_FAILURE() << "no bone " << node;
         return exporter.model->bones.front();
     }
-    eExportMeshFrame& Soup(const char* node) { return Bone(node).mesh.frames.front(); }
+    const eExportMesh& Faces(const char* node) { return keeper.Of(host.GetINodeByName(node)); }
+    const eExportMeshFrame& Soup(const char* node) { return Faces(node).frames.front(); }
 
     // A mesh of the file, which must be sound; an empty mesh if it is not there. What it points to lives as
     // long as the run.
@@ -56,6 +90,7 @@ public:
     }
 
 private:
+    eSoupKeeper keeper{exporter};
     std::string file;
 };
 

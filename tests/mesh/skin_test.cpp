@@ -187,7 +187,7 @@ TEST(Skin, PartsWithoutSkinInASkinnedGroupFollowNoBone) {
     const eFileMesh mesh = run.Mesh("hat");
     EXPECT_TRUE(mesh.skinned);
     EXPECT_EQ(mesh.indices.size(), 9U);
-    EXPECT_EQ(run.Bone("hat").mesh.faceSkins.size(), 3U);
+    EXPECT_EQ(run.Faces("hat").faceSkins.size(), 3U);
 }
 
 // Catches a skinned part that goes into a mesh without bone table.
