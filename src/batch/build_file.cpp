@@ -84,8 +84,8 @@ std::string ExportText(const eBuildWork& work, const eBatchScene& scene) {
            " --keep-options --quiet --report " + ShellWord(files.exports.result) + " --sources " +
            ShellWord(files.exports.sources) +
            (work.keepsManifests ? " --manifest " + ShellWord(files.manifest) : "") + " > " +
-           ShellWord(files.exports.log) +
-           " 2>&1 ); s=$?; [ $s -ge 128 ] || echo $s > " + ShellWord(files.done) + "; }";
+           ShellWord(files.exports.log) + " 2>&1 ); s=$?; [ $s -ge 128 ] || echo $s > " +
+           ShellWord(files.done) + "; }";
 }
 
 std::string BuildFileText(const eBuildWork& work) {
