@@ -221,6 +221,13 @@ void AddTo(std::string& file, const std::string& text, double more, std::size_t 
     file.replace(place + text.size(), length, " " + std::to_string(number + more));
 }
 
+// Other numbers behind the text, in place of two.
+void SetTwo(std::string& file, const std::string& text, const std::string& numbers, std::size_t from) {
+    const std::size_t place = file.find(text, from);
+    ASSERT_NE(place, std::string::npos) << file;
+    file.replace(place, file.find('}', place) - place, text + " " + numbers);
+}
+
 struct ePlantedFile {
     const char* name;
     const char* file;
@@ -345,6 +352,10 @@ const ePlantedFile kPlantedFiles[] = {
      kHouse,
      [](std::string& f) { AddTo(f, "{extent", 0.01, f.find("\"yard\"")); },
      {"house: zone size 1"}},
+    {"ZoneAxis",
+     kHouse,
+     [](std::string& f) { SetTwo(f, "{axis", "1 0", f.find("\"yard\"")); },
+     {"house: zone size 1", "house: zone axis 1"}},
     {"ZoneRadius",
      kHouse,
      [](std::string& f) { AddTo(f, "{radius", 0.003, f.find("{circle2")); },
