@@ -8,7 +8,7 @@
 //   NAME/*.log             what each of the two steps has printed
 //   NAME/*.sources         what each hangs on
 //   NAME/report.done       how an export has ended that the build does not know of yet
-//   farm/                  what a farm works on (farm.h)
+//   slurm/                 what a farm works on (farm_folder.h)
 #pragma once
 
 #include <string>

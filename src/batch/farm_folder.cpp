@@ -24,27 +24,11 @@ using platform::PathFromUtf8;
 // The size of nothing: to begin a run costs as much as this many bytes of a scene.
 constexpr std::uint64_t kLeastSize = 1 << 16;
 
-// A task that is begun again, because its machine was lost, goes on behind what it has done.
-constexpr const char* kTask = "#!/bin/sh\nexec sh %s/$SLURM_ARRAY_TASK_ID.sh\n";
-
-// Enters what the tasks have done, exports what they have not, and writes the summary.
-constexpr const char* kClosing =
-    "#!/bin/sh\ncd %b || exit 1\necho $(find . -name report.done | wc -l) scenes were exported by "
-    "tasks\nninja --quiet -k 0 exports\necho $? > farm/end.tmp\n"
-    "mv farm/end.tmp farm/end\nexec %p batch --state --build %b\n";
-
 bool Write(const std::string& file, const std::string& text) {
     std::ofstream stream(PathFromUtf8(file), std::ios::binary);
     stream << text;
     stream.close();
     return stream.good();
-}
-
-std::string Filled(std::string text, std::string_view mark, const std::string& value) {
-    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + value.size())) {
-        text.replace(at, mark.size(), value);
-    }
-    return text;
 }
 
 std::uint64_t SizeOf(const std::string& scene) {
@@ -64,10 +48,26 @@ std::string TaskText(const eBuildWork& work, const std::map<std::string, const e
     return text;
 }
 
+// A task that is begun again, because its machine was lost, goes on behind what it has done.
+std::string ArrayText(const std::string& farm) {
+    return "#!/bin/sh\nexec sh " + ShellWord(farm) + "$SLURM_ARRAY_TASK_ID.sh\n";
+}
+
+// Enters what the tasks have done, exports what they have not, and writes the summary.
+std::string ClosingText(const eBuildWork& work, const std::string& farm) {
+    const std::string build = ShellWord(work.buildFolder);
+    const std::string end = ShellWord(farm + "end");
+    const std::string soFar = ShellWord(farm + "end.tmp");
+    return "#!/bin/sh\ncd " + build + " || exit 1\n" +
+           "echo $(find . -name report.done | wc -l) scenes were exported by tasks\n" +
+           "ninja --quiet -k 0 exports\necho $? > " + soFar + "\nmv " + soFar + " " + end + "\nexec " +
+           ShellWord(work.program) + " batch --state --build " + build + "\n";
+}
+
 }  // namespace
 
 std::string FarmFile(const std::string& buildFolder, const std::string& name) {
-    return buildFolder + "/farm/" + name;
+    return buildFolder + "/slurm/" + name;
 }
 
 std::optional<std::size_t> WriteFarmScripts(const eBuildWork& work, const std::vector<std::string>& handed,
@@ -83,9 +83,8 @@ std::optional<std::size_t> WriteFarmScripts(const eBuildWork& work, const std::v
     std::vector<std::uint64_t> sizes;
     std::ranges::transform(handed, std::back_inserter(sizes), SizeOf);
     const std::vector<std::vector<std::size_t>> chunks = ShareOut(sizes, tasks);
-    bool isWritten = Write(farm + "task.sh", Filled(kTask, "%s", ShellWord(work.buildFolder + "/farm"))) &&
-                     Write(farm + "closing.sh", Filled(Filled(kClosing, "%b", ShellWord(work.buildFolder)),
-                                                       "%p", ShellWord(work.program)));
+    bool isWritten =
+        Write(farm + "task.sh", ArrayText(farm)) && Write(farm + "closing.sh", ClosingText(work, farm));
     for (std::size_t index = 0; isWritten && index < chunks.size(); ++index) {
         isWritten =
             Write(farm + std::to_string(index + 1) + ".sh", TaskText(work, scenes, handed, chunks[index]));

@@ -1,4 +1,4 @@
-// What a farm works on, as the build folder of a batch keeps it in its folder "farm".
+// What a farm works on, as the build folder of a batch keeps it in its folder "slurm".
 //
 //   run.json       which jobs work on which scenes
 //   N.sh           the exports of task N of the array, one after the other

@@ -135,7 +135,7 @@ TEST_F(Farm, ExportsWhatIsOutOfDate) {
     EXPECT_THAT(Run(Art(), flags + " --no-wait").output, HasSubstr("The farm works on 2 scenes"));
     EXPECT_THAT(Run("", "--state").output, HasSubstr("2 exported, 1 up to date"));
 
-    std::filesystem::remove(folder / "build/farm/end");
+    std::filesystem::remove(folder / "build/slurm/end");
     folder.Write("queue", "7 RUNNING\n7 PENDING\n8 PENDING\n");
     const support::eProgramResult atWork = Run("", "--state");
     EXPECT_EQ(atWork.exitCode, 6);
