@@ -55,7 +55,7 @@ public:
             (!json_.is_object() || !json_.contains("schema") || !json_.contains("files"))) {
             Report("it is no manifest of an export");
         } else if (problem_.empty() && json_["schema"] != kManifestSchema) {
-            Report("its schema is " + json_["schema"].dump() + ", and this program knows " +
+            Report("its schema is " + SchemaWord() + ", and this program knows " +
                    std::to_string(kManifestSchema));
         }
         eManifest manifest;
@@ -71,7 +71,14 @@ private:
             json_ = ordered_json::parse(text);
         } catch (const ordered_json::parse_error& error) {
             Report("it is no JSON, from byte " + std::to_string(error.byte) + " on");
+        } catch (const ordered_json::out_of_range&) {
+            Report("a number in it is too large");
         }
+    }
+
+    std::string SchemaWord() const {
+        const ordered_json& schema = json_["schema"];
+        return schema.is_number() ? schema.dump() : std::string("no number");
     }
 
     void ReadAll(eManifest& manifest, const std::string& folder) {

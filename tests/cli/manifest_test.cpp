@@ -136,6 +136,7 @@ TEST_F(Manifest, IsRefusedWhereItIsNone) {
     EXPECT_THAT(problemOf(whole.substr(0, whole.size() / 2)),
                 HasSubstr("cart.json: it is no JSON, from byte "));
     EXPECT_THAT(problemOf("{}"), HasSubstr("it is no manifest"));
+    EXPECT_THAT(problemOf(R"({"schema": 1e999})"), HasSubstr("a number in it is too large"));
     json other = json::parse(whole);
     other["files"][0]["sha256"] = "ABC";
     EXPECT_THAT(problemOf(other.dump()), HasSubstr("/files/0/sha256: "));
