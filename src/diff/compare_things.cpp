@@ -88,7 +88,7 @@ public:
         for (std::size_t i = 0; i < std::max(before_.size(), after_.size()); ++i) {
             const eFact* const old = i < before_.size() ? before_[i] : nullptr;
             const eFact* const now = i < after_.size() ? after_[i] : nullptr;
-            const std::string path = ToUtf8((old != nullptr ? old : now)->path);
+            const std::string path = ToUtf8((i < before_.size() ? before_[i] : after_[i])->path);
             if (old != nullptr && now != nullptr && path == "polyhedron") {
                 ComparePolyhedra(of_, *old, *now, bounds_, changes);
             } else {

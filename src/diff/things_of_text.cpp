@@ -32,8 +32,11 @@ void AddFacts(const eSdlBlock& block, const std::string& around, std::vector<eFa
         if (child->Blocks().empty()) {
             facts.push_back({path, child->Values()});
         } else {
-            const std::string values = Joined(child->Values());
-            AddFacts(*child, path + (values.empty() ? "" : " " + values) + "/", facts);
+            std::string below = path;
+            if (const std::string values = Joined(child->Values()); !values.empty()) {
+                below.append(" ").append(values);
+            }
+            AddFacts(*child, below.append("/"), facts);
         }
     }
 }

@@ -32,6 +32,7 @@ int eClipKeys::Times(const std::vector<int>& frames) {
     const auto [entry, isNew] = times_.try_emplace(frames, -1);
     if (isNew) {
         std::vector<float> seconds;
+        seconds.reserve(frames.size());
         for (const int frame : frames) {
             seconds.push_back(static_cast<float>(frame / framesPerSecond_));
         }
