@@ -6,6 +6,7 @@
 #include <random>
 
 #include "mesh/strip_runner.h"
+#include "mesh/strips/strip_experiment.h"
 #include "support/checksum.h"
 
 namespace {
@@ -80,6 +81,32 @@ TEST(StripOrder, OfVerticesWithManyPieces) {
     std::mt19937 random(22);
     const std::uint64_t sum = Added(0, Crowd(1800, 3000, 3, random), 8);
     EXPECT_EQ(Added(sum, Crowd(1800, 2000, 4, random), 24), 4893669935884174175U);
+}
+
+// Strips of some hundred passes use up the few numbers often; a mark that outlives them leaves out a face.
+TEST(StripOrder, StandsWhereNumbersBeginAnew) {
+    std::mt19937 random(3);
+    const eStripAdjacency adjacency = BuildStripifyInfo(Grid(12, true, random), 143);
+    const auto faces = static_cast<std::uint32_t>(adjacency.faces.size());
+    eStripExperiment plain(adjacency);
+    eStripExperiment scarce(adjacency, faces + 5);
+    eStripList strips, strips2;
+    std::vector<std::uint32_t> taken, taken2;
+    std::vector<bool> isTaken(faces);
+    for (std::uint32_t face = 0; face < faces; ++face) {
+        for (int side = 0; side < 3 && !isTaken[face]; ++side) {
+            const eStripSide start = MakeSide(face, side, false);
+            ASSERT_EQ(plain.Measure(start, faces, 0.0f).value, scarce.Measure(start, faces, 0.0f).value);
+            if (side == 2) {
+                plain.Commit(start, strips, taken);
+                scarce.Commit(start, strips2, taken2);
+                ASSERT_EQ(taken, taken2);
+                for (const std::uint32_t one : taken) {
+                    isTaken[one] = true;
+                }
+            }
+        }
+    }
 }
 
 }  // namespace

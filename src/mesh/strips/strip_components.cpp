@@ -44,7 +44,7 @@ void eStripComponents::FindComponents() {
     }
     for (const std::uint32_t face : faces) {
         for (const eStripSide across : adjacency.faces[face].across) {
-            if (across >= 0 && isTaken[FaceOf(across)] == 0) {
+            if (across >= 0 && FaceOf(across) < face && isTaken[FaceOf(across)] == 0) {
                 Join(face, FaceOf(across));
             }
         }

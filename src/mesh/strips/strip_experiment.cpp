@@ -17,9 +17,10 @@ struct eNoRecord {
 
 }  // namespace
 
-eStripExperiment::eStripExperiment(const eStripAdjacency& someAdjacency)
+eStripExperiment::eStripExperiment(const eStripAdjacency& someAdjacency, std::uint32_t someNumbers)
     : adjacency(someAdjacency),
       lanes(someAdjacency),
+      numbers(someNumbers),
       marks(someAdjacency.faces.size() + 1),
       seen(someAdjacency.firstSpoke.size()) {
     marks.back() = committedMark;
@@ -27,6 +28,23 @@ eStripExperiment::eStripExperiment(const eStripAdjacency& someAdjacency)
     for (const std::uint32_t place : adjacency.firstSpoke) {
         cursors.push_back({place, place, 0});
     }
+}
+
+void eStripExperiment::Begin() {
+    if (numbers - strip <= adjacency.faces.size()) {
+        NumberAnew();
+    }
+    firstStrip = strip + 1;
+}
+
+void eStripExperiment::NumberAnew() {
+    std::ranges::replace_if(
+        marks, [](std::uint32_t mark) { return mark != committedMark; }, 0u);
+    std::ranges::fill(seen, 0u);
+    for (eSpokeCursor& cursor : cursors) {
+        cursor.firstStrip = 0;
+    }
+    strip = 0;
 }
 
 eStripMeasure eStripExperiment::Measure(eStripSide start, std::size_t uncommitted, float toBeat) {
@@ -145,10 +163,10 @@ std::uint32_t eStripExperiment::Grow(eStripSide next, Record& record) {
 template <bool isBackward, int step, class Record>
 std::uint32_t eStripExperiment::Run(std::uint32_t place, Record& record) {
     // Copies, since for all that the compiler knows a mark that is written may lie over the originals.
-    const std::uint64_t mark = strip;
-    const std::uint64_t firstMark = firstStrip;
-    std::uint64_t* const lastTaken = marks.data();
-    std::uint64_t* const lastSeen = seen.data();
+    const std::uint32_t mark = strip;
+    const std::uint32_t firstMark = firstStrip;
+    std::uint32_t* const lastTaken = marks.data();
+    std::uint32_t* const lastSeen = seen.data();
     const eStripSide* side = lanes.Sides().data() + place;
     const std::uint16_t* vertex = lanes.Vertices().data() + place + step;
     while (lastTaken[FaceOf(*side)] < firstMark && !(isBackward && lastSeen[*vertex] == mark)) {

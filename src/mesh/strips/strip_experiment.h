@@ -20,14 +20,16 @@ struct eStripMeasure {
 //
 // Strips are numbered upwards over all experiments. A face's mark is the strip that last took it, so a face
 // is taken for the running experiment exactly if its mark is not below the experiment's first strip;
-// committed faces have a mark above all strips.
+// committed faces have a mark above all strips. The marks are what an experiment walks over, so they are as
+// short as they can be; before an experiment whose strips might run out of numbers they begin anew.
 //
 // A face reached over an edge holds both vertices of that edge, and no face has two equal vertices. So the
 // vertex that a strip runs to next is always the one opposite the edge, and a strip can't be derailed.
 class eStripExperiment {
 public:
-    // Reads `someAdjacency`, which outlives the experiments. 38 bytes per face and 24 per vertex.
-    explicit eStripExperiment(const eStripAdjacency& someAdjacency);
+    // Reads `someAdjacency`, which outlives the experiments. 34 bytes per face and 16 per vertex. There are
+    // `numbers` for strips, more than there are faces.
+    explicit eStripExperiment(const eStripAdjacency& someAdjacency, std::uint32_t numbers = committedMark);
 
     // Measures the experiment that starts over `start`, as long as it can come out above `toBeat`.
     // `uncommitted` is the number of faces that no committed strip has.
@@ -42,14 +44,14 @@ public:
     void Commit(eStripSide start, eStripList& strips, std::vector<std::uint32_t>& taken);
 
 private:
-    static constexpr std::uint64_t committedMark = ~std::uint64_t{0};
+    static constexpr std::uint32_t committedMark = ~std::uint32_t{0};
 
     // Where the search through the spokes of a vertex begins. Faces only become marked within an experiment,
     // and only become committed from one to the next, so the spokes before these places are passed just once.
     struct eSpokeCursor {
         std::uint32_t uncommitted;  // all before have two committed faces
         std::uint32_t unmarked;     // all before have two faces marked for the experiment
-        std::uint64_t firstStrip;   // of that experiment
+        std::uint32_t firstStrip;   // of that experiment
     };
 
     // What one direction of a strip takes, in the order in which it grows.
@@ -64,15 +66,16 @@ private:
 
     // Counts the faces that the strip before the present one took too.
     struct eOverlap {
-        const std::uint64_t* marks;
-        std::uint64_t strip;
+        const std::uint32_t* marks;
+        std::uint32_t strip;
         std::uint32_t faces;
 
         void Face(std::uint32_t number, const eStripFace&) { faces += marks[number] == strip ? 1 : 0; }
         void TurnOverLast(std::uint16_t, std::uint16_t) {}
     };
 
-    void Begin() { firstStrip = strip + 1; }
+    void Begin();
+    void NumberAnew();
     template <class Record>
     std::uint32_t BuildStrip(eStripSide start, Record& ahead, Record& behind);
     template <bool isBackward, class Record>
@@ -93,10 +96,11 @@ private:
 
     const eStripAdjacency& adjacency;
     const eStripLanes lanes;
-    std::vector<std::uint64_t> marks;  // per face, and one for the stops of the lanes, which nothing passes
-    std::uint64_t strip = 0;           // the strip under way
-    std::uint64_t firstStrip = 1;      // the first one of this experiment
-    std::vector<std::uint64_t> seen;   // per vertex the last strip that has it
+    const std::uint32_t numbers;
+    std::vector<std::uint32_t> marks;  // per face, and one for the stops of the lanes, which nothing passes
+    std::uint32_t strip = 0;           // the strip under way
+    std::uint32_t firstStrip = 1;      // the first one of this experiment
+    std::vector<std::uint32_t> seen;   // per vertex the last strip that has it
     std::vector<eSpokeCursor> cursors;
     eGrowthRecord forward;
     eGrowthRecord backward;
