@@ -10,7 +10,7 @@
 #include "mesh/build/bone_palettes.h"
 #include "mesh/mesh_run.h"
 #include "mesh/read/extract_mesh.h"
-#include "mesh/read/face_skin.h"
+#include "mesh/read/vertex_skin.h"
 
 namespace {
 

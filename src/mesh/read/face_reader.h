@@ -8,9 +8,9 @@
 #include "host/mesh.h"
 #include "mesh/read/corner_color.h"
 #include "mesh/read/face_material.h"
-#include "mesh/read/face_skin.h"
 #include "mesh/read/map_coords.h"
 #include "mesh/read/node_reading.h"
+#include "mesh/read/vertex_skin.h"
 
 // Appends the visible faces of one mesh to the face soup of its bone.
 class eFaceReader {

@@ -1,4 +1,4 @@
-#include "mesh/read/face_skin.h"
+#include "mesh/read/vertex_skin.h"
 
 #include <algorithm>
 #include <cmath>
