@@ -160,9 +160,7 @@ BENCHMARK(Extraction)->Unit(benchmark::kMillisecond);
 void Palettes(benchmark::State& state) {
     eTubeRun tube;
     tube.Extract();
-    const std::vector<eExportFaceSkin> faceSkins = tube.Bone().mesh.faceSkins;
     for (auto _ : state) {
-        tube.Bone().mesh.faceSkins = faceSkins;
         tube.Bone().palettes.clear();
         BuildBonePalettes(tube.Bone());
     }

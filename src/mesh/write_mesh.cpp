@@ -69,10 +69,10 @@ void CompleteFrames(eExportMesh& mesh) {
 // A mesh is skinned as a whole: the faces of nodes without skin then follow no bone.
 bool PrepareSkin(eExportBone& bone) {
     eExportMesh& mesh = bone.mesh;
-    if (mesh.faceSkins.empty() && FindSkin(*bone.node) == nullptr) {
+    if (mesh.vertexSkins.empty() && FindSkin(*bone.node) == nullptr) {
         return false;
     }
-    mesh.faceSkins.resize(mesh.faces.size(), eExportFaceSkin::WithoutBones());
+    mesh.vertexSkins.resize(mesh.frames.front().positions.size());
     BuildBonePalettes(bone);
     return true;
 }

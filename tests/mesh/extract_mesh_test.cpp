@@ -20,6 +20,10 @@ void ExpectNear(const host::Point3& actual, const host::Point3& expected) {
         << " " << expected.z;
 }
 
+void ExpectNear(const host::Point2& actual, const host::Point2& expected) {
+    ExpectNear({actual.x, actual.y, 0}, {expected.x, expected.y, 0});
+}
+
 // Catches positions that stay in scene units, or in the world's or the object's space.
 TEST(ExtractMesh, PositionsAreMetresInTheBonesSpace) {
     for (const float units : {1.0F, 100.0F}) {
@@ -53,11 +57,11 @@ TEST(ExtractMesh, AMirroredNodeKeepsItsFacesVisible) {
     const host::Point3 normal = host::CrossProd(frame.positions[soup.faces[0].v[1]] * world - p0,
                                                 frame.positions[soup.faces[0].v[2]] * world - p0);
     EXPECT_GT(host::DotProd(normal, VectorTransform(world, frame.cornerNormals[0][0])), 0);
-    ExpectNear(frame.mapCoords0[0][0], {0, 0, 0});
-    ExpectNear(frame.mapCoords0[0][1], {1, 1, 0});
-    ExpectNear(frame.mapCoords0[0][2], {0, 1, 0});
-    EXPECT_EQ(frame.colors[0][0].b, 1);
-    EXPECT_EQ(frame.colors[0][2].r, 1);
+    ExpectNear(frame.mapCoords0[0][0], {0, 0});
+    ExpectNear(frame.mapCoords0[0][1], {1, 1});
+    ExpectNear(frame.mapCoords0[0][2], {0, 1});
+    EXPECT_EQ(frame.colors[0][0], 0xFF0000FFU);
+    EXPECT_EQ(frame.colors[0][2], 0xFFFF0000U);
 }
 
 // Catches normals that go through the matrix of the positions: under an uneven scale they lean over.
@@ -94,7 +98,7 @@ TEST(ExtractMesh, HiddenFacesAreLeftOutAndTheirVerticesStay) {
 }
 
 // The triangle with a material whose map has these coordinates.
-eCorners<host::Point3> CoordinatesBy(const eMapCoordinates& uv) {
+eCorners<host::Point2> CoordinatesBy(const eMapCoordinates& uv) {
     support::eSceneBuilder scene;
     const int iron = scene.Material("iron", TexturedMaterial(scene.Map(eCheckerMap{}, uv)));
     MeshNode(Model(scene), "hat", TexturedTriangle()).Material(iron);
@@ -107,14 +111,14 @@ eCorners<host::Point3> CoordinatesBy(const eMapCoordinates& uv) {
 TEST(ExtractMesh, CoordinatesComeFromTheMapsChannelOrTheObjectsBox) {
     for (const eMapCoordinates& uv :
          {eMapCoordinates{.source = 1}, eMapCoordinates{.source = 0, .channel = 5}}) {
-        const eCorners<host::Point3> corners = CoordinatesBy(uv);
-        ExpectNear(corners[0], {0, 1, 0});
-        ExpectNear(corners[1], {1, 1, 0});
-        ExpectNear(corners[2], {0, 0, 0});
+        const eCorners<host::Point2> corners = CoordinatesBy(uv);
+        ExpectNear(corners[0], {0, 1});
+        ExpectNear(corners[1], {1, 1});
+        ExpectNear(corners[2], {0, 0});
     }
-    const eCorners<host::Point3> tiled = CoordinatesBy({.offset = {0.25F, 0.5F}, .tiling = {2, 3}});
-    ExpectNear(tiled[1], {2.25F, 0.5F, 0});
-    ExpectNear(tiled[2], {0.25F, -2.5F, 0});
+    const eCorners<host::Point2> tiled = CoordinatesBy({.offset = {0.25F, 0.5F}, .tiling = {2, 3}});
+    ExpectNear(tiled[1], {2.25F, 0.5F});
+    ExpectNear(tiled[2], {0.25F, -2.5F});
 }
 
 // Catches a face without material that asks a map all the same, and opacity and vertex alpha that replace
@@ -129,9 +133,9 @@ TEST(ExtractMesh, OpacityAndVertexAlphaMultiply) {
             node.Material(scene.Material("glass", eStandardMaterial{.opacity = opacity}));
         }
         eMeshRun run(scene);
-        ExpectNear(run.Soup("hat").mapCoords0[0][1], {0, 1, 0});
-        EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0.5F * opacity);
-        EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][1].a, 0.25F * opacity);
+        ExpectNear(run.Soup("hat").mapCoords0[0][1], {0, 1});
+        EXPECT_EQ(run.Soup("hat").colors[0][0], opacity == 1 ? 0x80FFFFFFU : 0x40FFFFFFU);
+        EXPECT_EQ(run.Soup("hat").colors[0][1], opacity == 1 ? 0x40FFFFFFU : 0x20FFFFFFU);
     }
 }
 
@@ -160,8 +164,7 @@ TEST(ExtractMesh, AMixByVertexColourPutsTheRedIntoAlpha) {
     const eExportMeshFrame& soup = run.Soup("hat");
     EXPECT_EQ(soup.mapCoords0[0][0].x, 10);
     EXPECT_EQ(soup.mapCoords1[0][0].x, 20);
-    EXPECT_FLOAT_EQ(soup.colors[0][0].a, 0.75F);
-    EXPECT_EQ(soup.colors[0][0].g, 1);
+    EXPECT_EQ(soup.colors[0][0], 0xBFFFFFFFU);
     const eFileMesh file = run.Mesh("hat");
     EXPECT_EQ(file.Vertex(file.subMeshes[0], 0).uv0.x, 10);
     EXPECT_EQ(file.Vertex(file.subMeshes[0], 0).uv1.x, 20);
@@ -177,8 +180,8 @@ TEST(ExtractMesh, AMixByAMapIsAskedAtTheCorner) {
     mesh.maps[0].verts = {{0.1F, 0.1F, 0}, {0.2F, 0.2F, 0}, {0.1F, 0.9F, 0}};
     MeshNode(Model(scene), "hat", mesh).Material(scene.Material("moss", TexturedMaterial(mix)));
     eMeshRun run(scene);
-    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][0].a, 0);
-    EXPECT_FLOAT_EQ(run.Soup("hat").colors[0][2].a, 1);
+    EXPECT_EQ(run.Soup("hat").colors[0][0], 0x00FFFFFFU);
+    EXPECT_EQ(run.Soup("hat").colors[0][2], 0xFFFFFFFFU);
 }
 
 // Catches ids beyond the list, a slot or a list that is empty, and a walk that stops one level down.
@@ -197,13 +200,16 @@ TEST(ExtractMesh, TheLeafMaterialIsFoundByIdModuloTheSlots) {
     MeshNode(root, "hat", mesh).Material(outer);
     MeshNode(root, "cap", mesh).Material(empty);
     eMeshRun run(scene);
-    EXPECT_EQ(run.Faces("cap").faceMaterials[3].first, nullptr);
-    const auto& found = run.Faces("hat").faceMaterials;
-    EXPECT_EQ(found[0].first->GetName(), "iron");
-    EXPECT_EQ(found[1].first, nullptr);
-    EXPECT_EQ(found[2].first->GetName(), "iron");
-    EXPECT_EQ(found[3].first->GetName(), "wood");  // id 3: slot 0 of the outer, 1 of the inner
-    EXPECT_EQ(found[3].second, 3U);
+    const auto found = [&run](const char* node, std::size_t face) {
+        const eExportMesh& soup = run.Faces(node);
+        return soup.materials[soup.faces[face].material];
+    };
+    EXPECT_EQ(found("cap", 3).first, nullptr);
+    EXPECT_EQ(found("hat", 0).first->GetName(), "iron");
+    EXPECT_EQ(found("hat", 1).first, nullptr);
+    EXPECT_EQ(found("hat", 2).first->GetName(), "iron");
+    EXPECT_EQ(found("hat", 3).first->GetName(), "wood");  // id 3: slot 0 of the outer, 1 of the inner
+    EXPECT_EQ(found("hat", 3).second, 3U);
 }
 
 // Catches specified normals that are taken without being explicit, or from the wrong corner of a mirrored

@@ -36,23 +36,24 @@ public:
     }
 };
 
-// The first corner of a face whose first vertex has the influences, and what the reading makes known.
-struct eReadCorner {
+// A vertex that has the influences, and what the reading makes known.
+struct eReadVertex {
     std::vector<std::pair<int, float>> influences;
     int bonesPerVertex = 0;
     std::set<int> leftOutBones;
 };
 
-eReadCorner ReadCorner(const std::vector<std::pair<int, float>>& assigned, int boneCount = 255) {
+eReadVertex ReadVertex(const std::vector<std::pair<int, float>>& assigned, int boneCount = 255) {
     eWeights weights;
     weights.ofVertex[0] = assigned;
     std::vector<std::uint8_t> numbers(static_cast<std::size_t>(boneCount));
     std::iota(numbers.begin(), numbers.end(), std::uint8_t{1});
-    eFaceSkinReader reader(weights, numbers);
-    eReadCorner result;
-    const eExportFaceSkin face = reader.ReadFaceSkin({0, 1, 2}, result.bonesPerVertex);
+    eVertexSkinReader reader(weights, numbers, 3);
+    eReadVertex result;
+    eExportVertexSkin skin;
+    reader.Read(0, skin, result.bonesPerVertex);
     for (int k = 0; k < kInfluencesPerCorner; ++k) {
-        result.influences.emplace_back(face.bones[0][k], face.weights[0][k]);
+        result.influences.emplace_back(skin.bones[k], skin.weights[k]);
     }
     result.leftOutBones = reader.LeftOutBones();
     return result;
@@ -60,61 +61,60 @@ eReadCorner ReadCorner(const std::vector<std::pair<int, float>>& assigned, int b
 
 // Catches a selection that is not the heaviest three, a sum that is not 1, an order of equal weights that
 // hangs on the sort, and one bone with the layout of one.
-TEST(FaceSkin, TheThreeHeaviestInfluencesStay) {
-    EXPECT_THAT(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.125F}, {7, 0.75F}, {8, 0.5F}}).influences,
+TEST(VertexSkin, TheThreeHeaviestInfluencesStay) {
+    EXPECT_THAT(ReadVertex({{4, 0.25F}, {5, 0.5F}, {6, 0.125F}, {7, 0.75F}, {8, 0.5F}}).influences,
                 ElementsAre(Pair(8, 0.75F / 1.75F), Pair(6, 0.5F / 1.75F), Pair(9, 0.5F / 1.75F)));
-    EXPECT_EQ(ReadCorner({{4, 0.25F}, {5, 0.5F}, {6, 0.25F}}).bonesPerVertex, 3);
-    const eReadCorner corner = ReadCorner({{0, 0.5F}});
-    EXPECT_THAT(corner.influences, ElementsAre(Pair(1, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_EQ(corner.bonesPerVertex, 2);
+    EXPECT_EQ(ReadVertex({{4, 0.25F}, {5, 0.5F}, {6, 0.25F}}).bonesPerVertex, 3);
+    const eReadVertex vertex = ReadVertex({{0, 0.5F}});
+    EXPECT_THAT(vertex.influences, ElementsAre(Pair(1, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_EQ(vertex.bonesPerVertex, 2);
 }
 
 // Catches divisions by nothing, and numbers that are none in the order of weights or in the file.
-TEST(FaceSkin, WorthlessWeightsLeaveTheCornerWithoutBones) {
+TEST(VertexSkin, WorthlessWeightsLeaveTheCornerWithoutBones) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinite = std::numeric_limits<float>::infinity();
-    EXPECT_THAT(ReadCorner({}).influences, ElementsAre(Pair(0, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_THAT(ReadCorner({{1, 0.0005F}, {2, 0.0009F}}).influences,
+    EXPECT_THAT(ReadVertex({}).influences, ElementsAre(Pair(0, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_THAT(ReadVertex({{1, 0.0005F}, {2, 0.0009F}}).influences,
                 ElementsAre(Pair(0, 0.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_THAT(ReadCorner({{1, nan}, {2, infinite}, {3, 0.5F}}).influences,
+    EXPECT_THAT(ReadVertex({{1, nan}, {2, infinite}, {3, 0.5F}}).influences,
                 ElementsAre(Pair(4, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_EQ(ReadCorner({{1, 0}}).bonesPerVertex, 0);
+    EXPECT_EQ(ReadVertex({{1, 0}}).bonesPerVertex, 0);
 }
 
 // Catches bone numbers that the table of the file lacks.
-TEST(FaceSkin, BonesOutsideTheTableAreLeftOut) {
-    const eReadCorner corner = ReadCorner({{2, 0.75F}, {1, 0.25F}, {-1, 0.5F}}, 2);
-    EXPECT_THAT(corner.influences, ElementsAre(Pair(2, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
-    EXPECT_THAT(corner.leftOutBones, ElementsAre(-1, 2));
+TEST(VertexSkin, BonesOutsideTheTableAreLeftOut) {
+    const eReadVertex vertex = ReadVertex({{2, 0.75F}, {1, 0.25F}, {-1, 0.5F}}, 2);
+    EXPECT_THAT(vertex.influences, ElementsAre(Pair(2, 1.0F), Pair(0, 0.0F), Pair(0, 0.0F)));
+    EXPECT_THAT(vertex.leftOutBones, ElementsAre(-1, 2));
 }
 
-eExportFaceSkin FaceWithBones(std::initializer_list<int> numbers) {
-    eExportFaceSkin face;
+void AddFaceWithBones(eExportMesh& mesh, std::initializer_list<int> numbers) {
+    const auto first = static_cast<std::uint32_t>(mesh.vertexSkins.size());
+    mesh.faces.push_back({.v = {first, first + 1, first + 2}});
     auto number = numbers.begin();
-    for (auto& corner : face.bones) {
-        for (std::uint8_t& bone : corner) {
+    for (int corner = 0; corner < 3; ++corner) {
+        for (std::uint8_t& bone : mesh.vertexSkins.emplace_back().bones) {
             bone = static_cast<std::uint8_t>(number == numbers.end() ? *numbers.begin() : *number++);
         }
     }
-    return face;
 }
 
 // Catches a pass that stops at the first face that does not fit, and a limit of 24 or 26.
 TEST(BonePalettes, ALaterFaceThatFitsStillGoesIn) {
     eExportBone bone;
-    bone.mesh.faceSkins = {FaceWithBones({0, 1, 2, 3, 4, 5, 6, 7, 8}),
-                           FaceWithBones({9, 10, 11, 12, 13, 14, 15, 16, 17}),
-                           FaceWithBones({18, 19, 20, 21, 22}),  // 23 in use
-                           FaceWithBones({23, 24, 25}),          // no room
-                           FaceWithBones({23}),
-                           FaceWithBones({24}),
-                           FaceWithBones({1, 9, 24})};
-    BuildBonePalettes(bone);
-    std::vector<int> palettes;
-    for (const eExportFaceSkin& face : bone.mesh.faceSkins) {
-        palettes.push_back(face.palette);
+    for (const auto& numbers :
+         std::initializer_list<std::initializer_list<int>>{{0, 1, 2, 3, 4, 5, 6, 7, 8},
+                                                           {9, 10, 11, 12, 13, 14, 15, 16, 17},
+                                                           {18, 19, 20, 21, 22},  // 23 in use
+                                                           {23, 24, 25},          // no room
+                                                           {23},
+                                                           {24},
+                                                           {1, 9, 24}}) {
+        AddFaceWithBones(bone.mesh, numbers);
     }
-    EXPECT_THAT(palettes, ElementsAre(0, 0, 0, 1, 0, 0, 0));
+    BuildBonePalettes(bone);
+    EXPECT_THAT(bone.mesh.facePalettes, ElementsAre(0, 0, 0, 1, 0, 0, 0));
     EXPECT_EQ(bone.palettes[0].count, 25);
     EXPECT_EQ(bone.palettes[1].count, 3);
     EXPECT_EQ(bone.palettes[1].entries[0], 23);
@@ -187,7 +187,7 @@ TEST(Skin, PartsWithoutSkinInASkinnedGroupFollowNoBone) {
     const eFileMesh mesh = run.Mesh("hat");
     EXPECT_TRUE(mesh.skinned);
     EXPECT_EQ(mesh.indices.size(), 9U);
-    EXPECT_EQ(run.Faces("hat").faceSkins.size(), 3U);
+    EXPECT_EQ(run.Faces("hat").vertexSkins.size(), run.Soup("hat").positions.size());
 }
 
 // Catches a skinned part that goes into a mesh without bone table.

@@ -1,7 +1,6 @@
 #include "mesh/build/bone_palettes.h"
 
 #include <bitset>
-#include <vector>
 
 #include "scene/export_bone.h"
 
@@ -9,20 +8,22 @@ namespace {
 
 using eBoneSet = std::bitset<kBonesPerSkin + 1>;
 
+constexpr std::int32_t kNoPalette = -1;
+
 template <class Visit>
-void ForEachNumber(eExportFaceSkin& face, Visit visit) {
-    for (auto& corner : face.bones) {
-        for (std::uint8_t& number : corner) {
+void ForEachNumber(const eExportMesh& mesh, const eExportFace& face, Visit visit) {
+    for (const std::uint32_t vertex : face.v) {
+        for (const std::uint8_t number : mesh.vertexSkins[vertex].bones) {
             visit(number);
         }
     }
 }
 
 // The numbers of a face that a palette lacks; 0, no bone, counts like any other.
-int CountFresh(eExportFaceSkin& face, const eBoneSet& used) {
+int CountFresh(const eExportMesh& mesh, const eExportFace& face, const eBoneSet& used) {
     std::uint8_t fresh[3 * kInfluencesPerCorner];
     int count = 0;
-    ForEachNumber(face, [&](std::uint8_t number) {
+    ForEachNumber(mesh, face, [&](std::uint8_t number) {
         bool isFresh = !used[number];
         for (int i = 0; isFresh && i < count; ++i) {
             isFresh = fresh[i] != number;
@@ -35,30 +36,31 @@ int CountFresh(eExportFaceSkin& face, const eBoneSet& used) {
 }
 
 // Gives the palette every unassigned face that fits; the number of faces left.
-std::size_t FillPalette(std::vector<eExportFaceSkin>& faces, int number, eBoneSet& used) {
+std::size_t FillPalette(eExportMesh& mesh, std::int32_t number, eBoneSet& used) {
     int capacity = kBonesPerPalette;
     std::size_t left = 0;
-    for (eExportFaceSkin& face : faces) {
-        if (face.palette >= 0) {
+    for (std::size_t face = 0; face < mesh.faces.size(); ++face) {
+        if (mesh.facePalettes[face] != kNoPalette) {
             continue;
         }
-        const int fresh = CountFresh(face, used);
+        const int fresh = CountFresh(mesh, mesh.faces[face], used);
         if (fresh > capacity) {
             ++left;
             continue;
         }
-        ForEachNumber(face, [&](std::uint8_t bone) { used.set(bone); });
-        capacity -= fresh;
-        face.palette = number;
+        if (fresh != 0) {
+            ForEachNumber(mesh, mesh.faces[face], [&](std::uint8_t bone) { used.set(bone); });
+            capacity -= fresh;
+        }
+        mesh.facePalettes[face] = number;
     }
     return left;
 }
 
-eBonePalette MakePalette(const eBoneSet& used, std::uint8_t (&placeOf)[kBonesPerSkin + 1]) {
+eBonePalette MakePalette(const eBoneSet& used) {
     eBonePalette palette;
     for (std::size_t number = 0; number < used.size(); ++number) {
         if (used[number]) {
-            placeOf[number] = palette.count;
             palette.entries[palette.count++] = static_cast<std::uint8_t>(number);
         }
     }
@@ -68,17 +70,10 @@ eBonePalette MakePalette(const eBoneSet& used, std::uint8_t (&placeOf)[kBonesPer
 }  // namespace
 
 void BuildBonePalettes(eExportBone& bone) {
-    std::vector<eExportFaceSkin>& faces = bone.mesh.faceSkins;
-    for (std::size_t left = faces.size(); left != 0;) {
-        const int number = static_cast<int>(bone.palettes.size());
+    bone.mesh.facePalettes.assign(bone.mesh.faces.size(), kNoPalette);
+    for (std::size_t left = bone.mesh.faces.size(); left != 0;) {
         eBoneSet used;
-        left = FillPalette(faces, number, used);
-        std::uint8_t placeOf[kBonesPerSkin + 1] = {};
-        bone.palettes.push_back(MakePalette(used, placeOf));
-        for (eExportFaceSkin& face : faces) {
-            if (face.palette == number) {
-                ForEachNumber(face, [&](std::uint8_t& entry) { entry = placeOf[entry]; });
-            }
-        }
+        left = FillPalette(bone.mesh, static_cast<std::int32_t>(bone.palettes.size()), used);
+        bone.palettes.push_back(MakePalette(used));
     }
 }

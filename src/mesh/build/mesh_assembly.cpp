@@ -14,17 +14,6 @@
 
 namespace {
 
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-
-// Cut to a byte; a value that is no number is black.
-std::uint32_t ColorByte(float value) {
-    return value > 0 ? static_cast<std::uint32_t>(std::min(value, 1.0F) * 255.0F + 0.5F) : 0;
-}
-
-std::uint32_t PackColor(const host::AColor& color) {
-    return ColorByte(color.a) << 24 | ColorByte(color.r) << 16 | ColorByte(color.g) << 8 | ColorByte(color.b);
-}
-
 class eMeshAssembler {
 public:
     eMeshAssembler(Export& ownRun, int ownBoneIndex, bool ownLit, bool ownSkinned)
@@ -52,18 +41,17 @@ public:
 private:
     // What a material and a palette mean for a face; asked of the host once for a run of alike faces.
     struct eFaceKind {
-        eExportMaterialKey key;
+        std::uint32_t material = 0;  // of the soup
+        std::int32_t palette = 0;
         eExportMaterialUse* use = nullptr;
-        VertexFormat format = 0;
         bool bump = false;
         int uvCount = 0;
+        eExportVertex blank;                           // what all vertices have in common
+        std::uint8_t placeOf[kBonesPerSkin + 1] = {};  // by bone number, in the palette
     };
 
     void AddFace(std::size_t face) {
-        ChooseKind(face);
-        if (VertexFormatSize(kind.format) > VertexFormatSize(assembly.format)) {
-            assembly.format = kind.format;
-        }
+        ChooseKind(mesh.faces[face].material, skinned ? mesh.facePalettes[face] : 0);
         eTriangle triangle{};
         for (std::size_t frame = 0; frame < mesh.frames.size(); ++frame) {
             if (mesh.frames[frame].positions.empty()) {
@@ -77,25 +65,42 @@ private:
         ++assembly.triangles;
     }
 
-    void ChooseKind(std::size_t face) {
-        const auto& [leaf, materialId] = mesh.faceMaterials[face];
-        const eExportMaterialKey key{leaf != nullptr ? leaf : &PlaceholderMaterial(),
-                                     skinned ? mesh.faceSkins[face].palette : 0};
-        if (kind.use != nullptr && kind.key.material == key.material && kind.key.group == key.group) {
+    void ChooseKind(std::uint32_t material, std::int32_t palette) {
+        if (kind.use != nullptr && kind.material == material && kind.palette == palette) {
             return;
         }
-        kind = {.key = key};
+        const auto& [leaf, materialId] = mesh.materials[material];
+        const eExportMaterialKey key{leaf != nullptr ? leaf : &PlaceholderMaterial(), palette};
+        kind = {};
+        kind.material = material;
+        kind.palette = palette;
+        kind.use = &UseOf(key, materialId);
         kind.bump = GetBumpAmount(key.material) != 0;
         const bool twoMaps = kind.bump || GetSpecularAmount(key.material) != 0;
         kind.uvCount = twoMaps ? 1 : std::min(GetSlotCount(key.material), 2);
-        kind.format =
+        kind.blank.subset = kind.use->index;
+        kind.blank.format =
             MakeVertexFormat(true, true, kind.uvCount, skinned ? bone.bonesPerVertex : 0, kind.bump);
+        if (VertexFormatSize(kind.blank.format) > VertexFormatSize(assembly.format)) {
+            assembly.format = kind.blank.format;
+        }
+        if (skinned) {
+            const eBonePalette& bones = bone.palettes[static_cast<std::size_t>(palette)];
+            for (std::uint8_t place = 0; place < bones.count; ++place) {
+                kind.placeOf[bones.entries[place]] = place;
+            }
+        }
+    }
+
+    // The entry of the material map, and a subset for it.
+    eExportMaterialUse& UseOf(const eExportMaterialKey& key, std::uint32_t materialId) {
         const eExportMaterialUse fresh{.index = static_cast<int>(run.materials->materialMap.size()),
                                        .materialId = static_cast<int>(materialId),
                                        .node = bone.node};
-        kind.use = &run.materials->materialMap.try_emplace(key, fresh).first->second;
-        const auto index = static_cast<std::size_t>(kind.use->index);
+        eExportMaterialUse& use = run.materials->materialMap.try_emplace(key, fresh).first->second;
+        const auto index = static_cast<std::size_t>(use.index);
         assembly.subsets.resize(std::max(assembly.subsets.size(), index + 1));
+        return use;
     }
 
     eCorners<host::Point3> PositionsOf(std::size_t face, const eExportMeshFrame& frame) const {
@@ -119,29 +124,28 @@ private:
     }
 
     eExportVertex MakeVertex(std::size_t face, std::size_t corner, const eExportMeshFrame& frame) {
-        eExportVertex vertex;
-        vertex.position = frame.positions[mesh.faces[face].v[corner]];
-        vertex.format = kind.format;
-        vertex.subset = kind.use->index;
+        const std::uint32_t number = mesh.faces[face].v[corner];
+        eExportVertex vertex = kind.blank;
+        vertex.position = frame.positions[number];
         vertex.smoothingGroup = mesh.faces[face].smGroup;
-        const host::Point3& uvw0 = frame.mapCoords0[face][corner];
-        vertex.uv0 = {uvw0.x, uvw0.y};
+        vertex.uv0 = frame.mapCoords0[face][corner];
         if (kind.uvCount > 1) {
-            const host::Point3& uvw1 = frame.mapCoords1[face][corner];
-            vertex.uv1 = {uvw1.x, uvw1.y};
+            vertex.uv1 = frame.mapCoords1[face][corner];
         }
         vertex.normal = lit ? host::Point3{0, 0, 1} : frame.cornerNormals[face][corner];
-        vertex.color = PackColor(frame.colors[face][corner]);
-        if (vertex.color != kWhite) {
+        vertex.color = frame.colors[face][corner];
+        if (vertex.color != kOpaqueWhite) {
             bone.colorsAllWhite = false;
         }
         if (kind.bump && face < frame.tangents.size()) {
             vertex.tangent = frame.tangents[face][corner];
         }
         if (skinned) {
-            const eExportFaceSkin& skin = mesh.faceSkins[face];
-            std::copy_n(skin.weights[corner], 2, vertex.weights);
-            std::copy_n(skin.bones[corner], kInfluencesPerCorner, vertex.boneIndices);
+            const eExportVertexSkin& skin = mesh.vertexSkins[number];
+            std::copy_n(skin.weights, 2, vertex.weights);
+            for (int k = 0; k < kInfluencesPerCorner; ++k) {
+                vertex.boneIndices[k] = kind.placeOf[skin.bones[k]];
+            }
         }
         return vertex;
     }
@@ -158,7 +162,7 @@ private:
         const std::size_t size = weld.Vertices().size();
         if (vertices.size() < size) {
             eExportVertex empty;
-            empty.format = kind.format;
+            empty.format = kind.blank.format;
             vertices.resize(size, empty);
         }
         vertices[number] = vertex;

@@ -27,8 +27,8 @@ bool IsFinite(const Point3& p) {
 // The directions in which u and v grow over a face (Lengyel, "Computing Tangent Space Basis Vectors for an
 // Arbitrary Mesh", 2001). Nothing if the face has no area in map space, or so little that a direction is
 // beyond the range of numbers.
-std::optional<eBasis> BasisOf(const host::Face& face, const eExportMeshFrame& frame, std::size_t index) {
-    const eCorners<Point3>& uv = frame.mapCoords0[index];
+std::optional<eBasis> BasisOf(const eExportFace& face, const eExportMeshFrame& frame, std::size_t index) {
+    const eCorners<host::Point2>& uv = frame.mapCoords0[index];
     const Point3& p0 = frame.positions[face.v[0]];
     const Point3 e1 = frame.positions[face.v[1]] - p0;
     const Point3 e2 = frame.positions[face.v[2]] - p0;
@@ -57,16 +57,10 @@ Point4 AnyTangentAt(const Point3& normal) {
     return {xyz.x, xyz.y, xyz.z, 1};
 }
 
-std::vector<bool> FacesWithBump(const eExportMesh& mesh) {
-    std::vector<bool> bumped(mesh.faces.size());
-    host::Mtl* material = nullptr;
-    bool hasBump = false;
-    for (std::size_t i = 0; i < mesh.faceMaterials.size(); ++i) {
-        if (mesh.faceMaterials[i].first != material) {
-            material = mesh.faceMaterials[i].first;
-            hasBump = GetBumpAmount(material) != 0;
-        }
-        bumped[i] = hasBump;
+std::vector<bool> MaterialsWithBump(const eExportMesh& mesh) {
+    std::vector<bool> bumped;
+    for (const auto& [leaf, id] : mesh.materials) {
+        bumped.push_back(leaf != nullptr && GetBumpAmount(leaf) != 0);
     }
     return bumped;
 }
@@ -77,7 +71,7 @@ eFrameResult ComputeFrame(const eExportMesh& mesh, const std::vector<bool>& bump
     eFrameResult result = eFrameResult::Complete;
     frame.tangents.assign(mesh.faces.size(), {});
     for (std::size_t i = mesh.faces.size(); i-- > 0;) {
-        if (!bumped[i]) {
+        if (!bumped[mesh.faces[i].material]) {
             continue;
         }
         if (i >= frame.mapCoords0.size() || i >= frame.cornerNormals.size()) {
@@ -97,13 +91,13 @@ eFrameResult ComputeFrame(const eExportMesh& mesh, const std::vector<bool>& bump
 
 void ComputeTangents(Export& run, eExportBone& bone) {
     eExportMesh& mesh = bone.mesh;
-    const std::vector<bool> bumped = FacesWithBump(mesh);
+    const std::vector<bool> bumped = MaterialsWithBump(mesh);
     if (std::find(bumped.begin(), bumped.end(), true) == bumped.end()) {
         return;
     }
     bool hasFlatFaces = false;
     for (std::size_t frame = bone.commonMesh ? mesh.frames.size() : 1; frame-- > 0;) {
-        if (mesh.frames[frame].faceNormals.empty()) {
+        if (mesh.frames[frame].cornerNormals.empty()) {
             continue;
         }
         const eFrameResult result = ComputeFrame(mesh, bumped, mesh.frames[frame]);

@@ -5,11 +5,14 @@
 
 namespace {
 
-float Ratio(float length, float difference) {
+bool IsTooSmall(float distance) {
     constexpr float kSmallestDifference = 0.01F;
+    return distance < kSmallestDifference;
+}
+
+float Ratio(float length, float distance) {
     constexpr float kLargestRatio = 256;
-    const float distance = std::fabs(difference);
-    return distance < kSmallestDifference ? 0 : std::min(length / distance, kLargestRatio);
+    return IsTooSmall(distance) ? 0 : std::min(length / distance, kLargestRatio);
 }
 
 void Blend(float& size, float ratio) {
@@ -21,13 +24,18 @@ void Blend(float& size, float ratio) {
 }  // namespace
 
 void EstimateTextureSize(eExportMaterialUse& use, const eCorners<host::Point3>& positions,
-                         const eCorners<host::Point3>& mapCoords) {
+                         const eCorners<host::Point2>& mapCoords) {
     float largestU = 0, largestV = 0;
     for (std::size_t from = 0; from < 3; ++from) {
         const std::size_t to = (from + 1) % 3;
+        const float u = std::fabs(mapCoords[to].x - mapCoords[from].x);
+        const float v = std::fabs(mapCoords[to].y - mapCoords[from].y);
+        if (IsTooSmall(u) && IsTooSmall(v)) {
+            continue;
+        }
         const float length = host::Length(positions[to] - positions[from]);
-        largestU = std::max(largestU, Ratio(length, mapCoords[to].x - mapCoords[from].x));
-        largestV = std::max(largestV, Ratio(length, mapCoords[to].y - mapCoords[from].y));
+        largestU = std::max(largestU, Ratio(length, u));
+        largestV = std::max(largestV, Ratio(length, v));
     }
     Blend(use.sizeU, largestU);
     Blend(use.sizeV, largestV);

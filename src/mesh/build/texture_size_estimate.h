@@ -8,4 +8,4 @@
 // of texture, from the lengths of the edges in metres. A running mean that favours the last triangles, below
 // 256.
 void EstimateTextureSize(eExportMaterialUse& use, const eCorners<host::Point3>& positions,
-                         const eCorners<host::Point3>& mapCoords);
+                         const eCorners<host::Point2>& mapCoords);

@@ -1,6 +1,17 @@
 #include "mesh/read/corner_color.h"
 
+#include <algorithm>
+
 namespace {
+
+// Cut to a byte; a value that is no number is black.
+std::uint32_t ColorByte(float value) {
+    return value > 0 ? static_cast<std::uint32_t>(std::min(value, 1.0F) * 255.0F + 0.5F) : 0;
+}
+
+std::uint32_t PackColor(const host::Color& color, float alpha) {
+    return ColorByte(alpha) << 24 | ColorByte(color.r) << 16 | ColorByte(color.g) << 8 | ColorByte(color.b);
+}
 
 // The context in which a blend map is evaluated for a corner; one for the process.
 SContext& BlendContext() {
@@ -25,24 +36,32 @@ eCornerColors::eCornerColors(const eNodeReading& ownReading, const eReadingSpace
     }
 }
 
-eCorners<host::AColor> eCornerColors::Of(int face, const eFaceMaterial& material,
-                                         const eCorners<host::Point3>& normals, eObjectBox& box) {
+eCorners<std::uint32_t> eCornerColors::Of(std::size_t face, const eFaceMaterial& material,
+                                          const eCorners<host::Point3>& normals, eObjectBox& box) {
+    if (IsEven(material)) {
+        const std::uint32_t color = PackColor({1, 1, 1}, material.opacity);
+        return {color, color, color};
+    }
     const eFaceMaps& maps = material.maps;
     eCorners<host::Point3> blend{};
     if (maps.blend != nullptr && !maps.vertexBlended) {
         blend = material.blend.Of(face, space.mirrored, box);
     }
-    eCorners<host::AColor> colors;
+    eCorners<std::uint32_t> colors;
     for (std::size_t c = 0; c < 3; ++c) {
-        const eHostCorner at{static_cast<std::size_t>(face), space.HostCorner(static_cast<int>(c))};
+        const eHostCorner at{face, space.HostCorner(static_cast<int>(c))};
         const host::Point3& position = mesh.verts[mesh.faces[at.face].v[at.corner]];
         const host::Color color = Tint(at, material) * light.At(position, normals[c]);
         const float alpha = maps.blend == nullptr ? PlainAlpha(at, material)
                             : maps.vertexBlended  ? 1 - VertexColor(at).r
                                                   : 1 - MapBlend(material, blend[c]);
-        colors[c] = {color.r, color.g, color.b, alpha};
+        colors[c] = PackColor(color, alpha);
     }
     return colors;
+}
+
+bool eCornerColors::IsEven(const eFaceMaterial& material) const {
+    return colorVerts.empty() && alphaVerts.empty() && material.maps.blend == nullptr && !light.AnyCounts();
 }
 
 // White for a mesh without vertex colours, as the host shows it.

@@ -9,8 +9,8 @@
 #include "mesh/read/node_reading.h"
 #include "mesh/read/vertex_light.h"
 
-// The colours of one mesh's corners: vertex colour times baked light, and alpha from the material's blend map
-// or from its opacity and the vertex alpha channel.
+// The colours of one mesh's corners, packed: vertex colour times baked light, and alpha from the material's
+// blend map or from its opacity and the vertex alpha channel.
 class eCornerColors {
 public:
     // All must outlive the object. `hasVertexAlpha`: the mesh has the channel, and it has been checked.
@@ -18,8 +18,8 @@ public:
                   bool hasVertexAlpha);
 
     // `normals` are those stored for the face.
-    eCorners<host::AColor> Of(int face, const eFaceMaterial& material, const eCorners<host::Point3>& normals,
-                              eObjectBox& box);
+    eCorners<std::uint32_t> Of(std::size_t face, const eFaceMaterial& material,
+                               const eCorners<host::Point3>& normals, eObjectBox& box);
 
 private:
     // A corner of the mesh as the host numbers it.
@@ -28,6 +28,8 @@ private:
         int corner;
     };
 
+    // Whether all corners of the material have one colour.
+    bool IsEven(const eFaceMaterial& material) const;
     host::Color VertexColor(const eHostCorner& at) const;
     host::Color Tint(const eHostCorner& at, const eFaceMaterial& material) const;
     float PlainAlpha(const eHostCorner& at, const eFaceMaterial& material) const;

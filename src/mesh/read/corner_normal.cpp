@@ -2,7 +2,28 @@
 
 #include <algorithm>
 
+#include "mesh/read/unit_normal.h"
+
 namespace {
+
+// Once for each normal, as many corners share it.
+std::vector<host::Point3> ArtistNormals(const eReadingSpace& space, const host::Mesh& mesh) {
+    std::vector<host::Point3> normals;
+    if (const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals()) {
+        normals.reserve(specified->normals.size());
+        for (const host::Point3& normal : specified->normals) {
+            normals.push_back(UnitNormal(VectorTransform(space.normalMatrix, normal), {}));
+        }
+    }
+    return normals;
+}
+
+bool HasArtistNormals(const host::Mesh& mesh) {
+    const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
+    return specified != nullptr && std::ranges::all_of(specified->faceNormals, [&](std::int32_t number) {
+               return number >= 0 && specified->GetNormalExplicit(number);
+           });
+}
 
 // With several normals the last one that shares a smoothing group counts; without any, which no built mesh
 // has, the face's own.
@@ -27,34 +48,52 @@ host::Point3 SmoothedNormal(const host::Mesh& mesh, std::size_t face, const host
     return normal;
 }
 
-bool HasArtistNormals(const host::Mesh& mesh) {
-    const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
-    return specified != nullptr && std::ranges::all_of(specified->faceNormals, [&](std::int32_t number) {
-               return number >= 0 && specified->GetNormalExplicit(number);
-           });
-}
-
 }  // namespace
 
-int ArtistNormal(const host::Mesh& mesh, int face, int corner) {
-    const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
-    const int number = specified != nullptr ? specified->GetNormalIndex(face, corner) : -1;
-    return number >= 0 && specified->GetNormalExplicit(number) ? number : -1;
+host::Point3 GetCornerNormal(const host::Mesh& mesh, std::size_t face, int corner) {
+    return SmoothedNormal(mesh, face, mesh.renderVerts[mesh.faces[face].v[corner]]);
 }
 
-void BuildCornerNormals(host::Mesh& mesh) {
-    if (HasArtistNormals(mesh)) {
-        mesh.buildNormals();
-    } else {
+eCornerNormals::eCornerNormals(host::Mesh& mesh, const eReadingSpace& space)
+    : mesh_(mesh),
+      space_(space),
+      artistNormals_(ArtistNormals(space, mesh)),
+      areAllSet_(HasArtistNormals(mesh)) {
+    Build(mesh);
+}
+
+void eCornerNormals::Build(host::Mesh& mesh) const {
+    if (!areAllSet_) {
         mesh.buildRenderNormals();
+    } else if (std::ranges::find(artistNormals_, host::Point3{}) != artistNormals_.end()) {
+        mesh.buildNormals();
     }
 }
 
-host::Point3 GetCornerNormal(const host::Mesh& mesh, int face, int corner) {
-    if (const int number = ArtistNormal(mesh, face, corner); number >= 0) {
-        return mesh.specifiedNormals->normals[static_cast<std::size_t>(number)];
+eCorners<host::Point3> eCornerNormals::Of(std::size_t face) const {
+    return {OfCorner(face, space_.HostCorner(0)), OfCorner(face, space_.HostCorner(1)),
+            OfCorner(face, space_.HostCorner(2))};
+}
+
+int eCornerNormals::ArtistNormal(std::size_t face, int corner) const {
+    if (artistNormals_.empty()) {
+        return -1;
     }
-    const auto faceIndex = static_cast<std::size_t>(face);
-    const std::uint32_t vertex = mesh.faces[faceIndex].v[corner];
-    return SmoothedNormal(mesh, faceIndex, mesh.renderVerts[vertex]);
+    const host::MeshNormalSpec& specified = *mesh_.specifiedNormals;
+    const int number = specified.GetNormalIndex(static_cast<int>(face), corner);
+    return areAllSet_ || (number >= 0 && specified.GetNormalExplicit(number)) ? number : -1;
+}
+
+host::Point3 eCornerNormals::OfCorner(std::size_t face, int corner) const {
+    const int number = ArtistNormal(face, corner);
+    const host::Point3 normal =
+        number >= 0
+            ? artistNormals_[static_cast<std::size_t>(number)]
+            : UnitNormal(VectorTransform(space_.normalMatrix, GetCornerNormal(mesh_, face, corner)), {});
+    return normal != host::Point3{} ? normal : OfFace(face);
+}
+
+// A face without area is seen by nobody; it is lit from above.
+host::Point3 eCornerNormals::OfFace(std::size_t face) const {
+    return UnitNormal(VectorTransform(space_.normalMatrix, mesh_.faceNormals[face]), {0, 0, 1});
 }

@@ -1,13 +1,35 @@
 #pragma once
 
+#include <vector>
+
+#include "geometry/export_mesh.h"
 #include "host/mesh.h"
+#include "mesh/read/node_reading.h"
 
-// The number of the normal that the artist has set for the corner, or -1.
-int ArtistNormal(const host::Mesh& mesh, int face, int corner);
+// The normal of a face's corner as the mesh has built it, in object space, not always of unit length: that of
+// the render vertex which serves the face's smoothing groups.
+host::Point3 GetCornerNormal(const host::Mesh& mesh, std::size_t face, int corner);
 
-// Builds the normals that GetCornerNormal looks at; those around vertices only where a corner needs them.
-void BuildCornerNormals(host::Mesh& mesh);
+// The normals of one mesh's corners in the bone's space, of unit length: the one set by the artist where it
+// is marked explicit, else the built one. A corner without a direction of its own takes the face's.
+class eCornerNormals {
+public:
+    // Builds those normals of the mesh that a corner needs: around vertices only where the artist has not set
+    // all. Both must outlive the object.
+    eCornerNormals(host::Mesh& mesh, const eReadingSpace& space);
 
-// The normal of a face's corner in object space, not always of unit length: the one set by the artist where
-// it is marked explicit, else that of the render vertex which serves the face's smoothing groups.
-host::Point3 GetCornerNormal(const host::Mesh& mesh, int face, int corner);
+    // In the order of the stored corners.
+    eCorners<host::Point3> Of(std::size_t face) const;
+
+private:
+    void Build(host::Mesh& mesh) const;
+    // The number of the normal that the artist has set for the corner, or -1.
+    int ArtistNormal(std::size_t face, int corner) const;
+    host::Point3 OfCorner(std::size_t face, int corner) const;
+    host::Point3 OfFace(std::size_t face) const;
+
+    const host::Mesh& mesh_;
+    const eReadingSpace& space_;
+    std::vector<host::Point3> artistNormals_;  // in the bone's space; zero without direction
+    bool areAllSet_;                           // by the artist
+};

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <optional>
 
-#include "mesh/read/corner_normal.h"
 #include "mesh/read/face_reader.h"
 #include "mesh/read/grow.h"
 #include "mesh/read/node_reading.h"
@@ -138,7 +137,6 @@ void ReadTriangles(const eNodeReading& reading) {
         return;
     }
     host::Mesh& mesh = triangles.Mesh();
-    BuildCornerNormals(mesh);
     const std::optional<bool> hasVertexAlpha = HasVertexAlpha(mesh);
     if (!hasVertexAlpha) {
         if (reading.IsFirstFrame()) {

@@ -67,6 +67,7 @@ const eFaceMaterial& eFaceMaterials::Of(const host::Face& face) {
                       .second = eFaceMapCoords(mesh_, maps.second, true),
                       .blend = eFaceMapCoords(mesh_, maps.blend, false),
                       .opacity = leaf != nullptr ? 1 - leaf->GetXParency(0, false) : 1.0F,
+                      .number = count_++,
                       .worldMaps = CheckMappingChannels(run_, material_, face)});
     return *entry;
 }

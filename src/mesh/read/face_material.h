@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -27,6 +28,7 @@ struct eFaceMaterial {
     eFaceMapCoords second;
     eFaceMapCoords blend;                        // without the map's transform
     float opacity;                               // of the leaf, 1 without
+    std::uint32_t number;                        // in the order in which they were first asked for
     std::vector<const host::Texmap*> worldMaps;  // with coordinates that the export can't take
     int faces = 1;                               // that have asked for it so far
 };
@@ -50,4 +52,5 @@ private:
     host::Mtl* material_;
     const host::Mesh& mesh_;
     std::vector<std::unique_ptr<eFaceMaterial>> byId_;
+    std::uint32_t count_ = 0;
 };

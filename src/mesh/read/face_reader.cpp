@@ -1,8 +1,6 @@
 #include "mesh/read/face_reader.h"
 
-#include "mesh/read/corner_normal.h"
 #include "mesh/read/grow.h"
-#include "mesh/read/unit_normal.h"
 #include "messages/phrase.h"
 #include "run/export.h"
 #include "run/tell.h"
@@ -14,22 +12,10 @@ const host::ISkin* SkinOf(const eNodeReading& reading) {
     return reading.skin != nullptr ? reading.skin->GetInterface(host::Modifier::kSkinInterface) : nullptr;
 }
 
-// Once for each normal, as many corners share it.
-std::vector<host::Point3> ArtistNormals(const eReadingSpace& space, const host::Mesh& mesh) {
-    std::vector<host::Point3> normals;
-    if (const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals()) {
-        normals.reserve(specified->normals.size());
-        for (const host::Point3& normal : specified->normals) {
-            normals.push_back(UnitNormal(VectorTransform(space.normalMatrix, normal), {}));
-        }
-    }
-    return normals;
-}
-
 }  // namespace
 
-eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ownSpace,
-                         const host::Mesh& ownMesh, bool hasVertexAlpha, std::size_t ownBase)
+eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ownSpace, host::Mesh& ownMesh,
+                         bool hasVertexAlpha, std::size_t ownBase)
     : reading(ownReading),
       space(ownSpace),
       mesh(ownMesh),
@@ -38,24 +24,29 @@ eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ow
       materials(reading.run, reading.node.GetMtl(), mesh),
       box(mesh),
       colors(reading, space, mesh, hasVertexAlpha),
-      artistNormals(ArtistNormals(space, mesh)) {
+      normals(ownMesh, space),
+      firstMaterial(static_cast<std::uint32_t>(reading.bone.mesh.materials.size())) {
     const host::ISkin* ownSkin = reading.IsFirstFrame() ? SkinOf(reading) : nullptr;
     // A node that its skin does not act on has no weights.
     const host::ISkinContextData* weights =
         ownSkin != nullptr ? ownSkin->GetContextInterface(reading.node) : nullptr;
     if (weights != nullptr) {
-        skin.emplace(*weights, NumbersInTable(*ownSkin, reading.bone.mesh.skinBones));
+        skin.emplace(*weights, NumbersInTable(*ownSkin, reading.bone.mesh.skinBones), mesh.verts.size());
     }
 }
 
 void eFaceReader::ReadFaces() {
     Reserve();
-    for (int i = 0; i < mesh.getNumFaces(); ++i) {
-        if (!mesh.faces[static_cast<std::size_t>(i)].Hidden()) {
+    const std::size_t before = reading.bone.mesh.faces.size();
+    for (std::size_t i = 0; i < mesh.faces.size(); ++i) {
+        if (!mesh.faces[i].Hidden()) {
             ReadFace(i);
         }
     }
     if (reading.IsFirstFrame()) {
+        if (reading.bone.mesh.faces.size() != before) {
+            reading.bone.mesh.faceNodes.push_back(&reading.node);
+        }
         materials.TellWorldMaps(reading.node);
     }
     TellBonesOutsideTable();
@@ -63,80 +54,53 @@ void eFaceReader::ReadFaces() {
 
 void eFaceReader::Reserve() {
     const std::size_t count = mesh.faces.size();
-    ReserveMore(frame.faceNormals, count);
     ReserveMore(frame.cornerNormals, count);
     ReserveMore(frame.mapCoords0, count);
-    ReserveMore(frame.mapCoords1, count);
-    ReserveMore(frame.colors, count);
+    frame.mapCoords1.Reserve(frame.mapCoords1.size() + count);
+    frame.colors.Reserve(frame.colors.size() + count);
     if (reading.IsFirstFrame()) {
-        eExportMesh& target = reading.bone.mesh;
-        ReserveMore(target.faceNodes, count);
-        ReserveMore(target.faces, count);
-        ReserveMore(target.faceMaterials, count);
-        ReserveMore(target.faceSkins, skin ? count : 0);
+        ReserveMore(reading.bone.mesh.faces, count);
     }
 }
 
-void eFaceReader::ReadFace(int index) {
-    const host::Face& face = mesh.faces[static_cast<std::size_t>(index)];
+void eFaceReader::ReadFace(std::size_t index) {
+    const host::Face& face = mesh.faces[index];
     const eFaceMaterial& material = materials.Of(face);
     if (reading.IsFirstFrame()) {
         StoreFace(face, material);
     }
-    const host::Point3 faceNormal = FaceNormal(index);
-    const eCorners<host::Point3> normals = CornerNormals(index, faceNormal);
-    frame.cornerNormals.push_back(normals);
-    frame.faceNormals.push_back(faceNormal);
-    frame.mapCoords0.push_back(material.first.Of(index, space.mirrored, box));
-    frame.mapCoords1.push_back(material.second.Of(index, space.mirrored, box));
-    frame.colors.push_back(colors.Of(index, material, normals, box));
+    frame.cornerNormals.push_back(normals.Of(index));
+    frame.mapCoords0.push_back(material.first.FlatOf(index, space.mirrored, box));
+    if (material.second.HasMap()) {
+        frame.mapCoords1.Add(material.second.FlatOf(index, space.mirrored, box));
+    } else {
+        frame.mapCoords1.AddUsual();
+    }
+    frame.colors.Add(colors.Of(index, material, frame.cornerNormals.back(), box));
 }
 
 void eFaceReader::StoreFace(const host::Face& face, const eFaceMaterial& material) {
     eExportMesh& target = reading.bone.mesh;
-    host::Face stored = face;
-    std::uint32_t vertices[3];
-    for (int c = 0; c < 3; ++c) {
-        vertices[c] = face.v[space.HostCorner(c)];
-        stored.v[c] = vertices[c] + base;
+    const auto stored = [&](int corner) { return face.v[space.HostCorner(corner)] + base; };
+    const std::uint32_t number = firstMaterial + material.number;
+    target.faces.push_back({{stored(0), stored(1), stored(2)}, face.smGroup, number});
+    if (number == target.materials.size()) {
+        target.materials.emplace_back(material.leaf, face.getMatID());
     }
-    target.faceNodes.push_back(&reading.node);
-    target.faces.push_back(stored);
-    target.faceMaterials.emplace_back(material.leaf, face.getMatID());
     if (reading.skin != nullptr) {
-        StoreSkin(vertices);
+        StoreSkin(face);
     }
 }
 
-// The record of the face just stored; faces that came before it from nodes without skin get records without
-// bones, so that the two lists run side by side.
-void eFaceReader::StoreSkin(const std::uint32_t (&vertices)[3]) {
-    eExportMesh& target = reading.bone.mesh;
-    target.faceSkins.resize(target.faces.size() - 1, eExportFaceSkin::WithoutBones());
-    target.faceSkins.push_back(skin ? skin->ReadFaceSkin(vertices, reading.bone.bonesPerVertex)
-                                    : eExportFaceSkin::WithoutBones());
-}
-
-// A face without area is seen by nobody; it is lit from above.
-host::Point3 eFaceReader::FaceNormal(int index) const {
-    const host::Point3& normal = mesh.faceNormals[static_cast<std::size_t>(index)];
-    return UnitNormal(VectorTransform(space.normalMatrix, normal), {0, 0, 1});
-}
-
-eCorners<host::Point3> eFaceReader::CornerNormals(int index, const host::Point3& faceNormal) const {
-    eCorners<host::Point3> normals;
-    for (int c = 0; c < 3; ++c) {
-        normals[static_cast<std::size_t>(c)] = CornerNormal(index, space.HostCorner(c), faceNormal);
+// Vertices without a face that is seen, and those of nodes without skin, keep records without bones.
+void eFaceReader::StoreSkin(const host::Face& face) {
+    std::vector<eExportVertexSkin>& skins = reading.bone.mesh.vertexSkins;
+    skins.resize(frame.positions.size());
+    for (const std::uint32_t vertex : face.v) {
+        if (skin) {
+            skin->Read(vertex, skins[vertex + base], reading.bone.bonesPerVertex);
+        }
     }
-    return normals;
-}
-
-host::Point3 eFaceReader::CornerNormal(int index, int corner, const host::Point3& faceNormal) const {
-    if (const int number = ArtistNormal(mesh, index, corner); number >= 0) {
-        const host::Point3& normal = artistNormals[static_cast<std::size_t>(number)];
-        return normal != host::Point3{} ? normal : faceNormal;
-    }
-    return UnitNormal(VectorTransform(space.normalMatrix, GetCornerNormal(mesh, index, corner)), faceNormal);
 }
 
 void eFaceReader::TellBonesOutsideTable() const {

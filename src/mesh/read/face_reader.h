@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "base/bilingual.h"
 #include "host/mesh.h"
 #include "mesh/read/corner_color.h"
+#include "mesh/read/corner_normal.h"
 #include "mesh/read/face_material.h"
 #include "mesh/read/map_coords.h"
 #include "mesh/read/node_reading.h"
@@ -16,20 +16,16 @@
 class eFaceReader {
 public:
     // `base` is the number that the mesh's vertex 0 has in the bone's frame. All must outlive the object.
-    eFaceReader(const eNodeReading& reading, const eReadingSpace& space, const host::Mesh& mesh,
+    eFaceReader(const eNodeReading& reading, const eReadingSpace& space, host::Mesh& mesh,
                 bool hasVertexAlpha, std::size_t base);
 
     void ReadFaces();
 
 private:
     void Reserve();
-    void ReadFace(int index);
+    void ReadFace(std::size_t index);
     void StoreFace(const host::Face& face, const eFaceMaterial& material);
-    void StoreSkin(const std::uint32_t (&vertices)[3]);
-    // Of unit length, in the bone's space. A corner without a direction of its own takes the face's.
-    host::Point3 FaceNormal(int index) const;
-    eCorners<host::Point3> CornerNormals(int index, const host::Point3& faceNormal) const;
-    host::Point3 CornerNormal(int index, int corner, const host::Point3& faceNormal) const;
+    void StoreSkin(const host::Face& face);
     void TellBonesOutsideTable() const;
     eBilingual NamesOfLeftOutBones() const;
 
@@ -41,6 +37,7 @@ private:
     eFaceMaterials materials;
     eObjectBox box;
     eCornerColors colors;
-    std::vector<host::Point3> artistNormals;  // of unit length, in the bone's space; zero without direction
-    std::optional<eFaceSkinReader> skin;
+    eCornerNormals normals;
+    std::optional<eVertexSkinReader> skin;
+    std::uint32_t firstMaterial;  // the place of the mesh's first material among those of the bone
 };

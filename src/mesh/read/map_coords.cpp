@@ -52,13 +52,11 @@ eFaceMapCoords::eFaceMapCoords(const host::Mesh& mesh, const host::Texmap* map, 
     }
 }
 
-eCorners<host::Point3> eFaceMapCoords::Of(int face, bool mirrored, eObjectBox& box) const {
+eCorners<host::Point3> eFaceMapCoords::Of(std::size_t face, bool mirrored, eObjectBox& box) const {
     eCorners<host::Point3> corners{};
-    const auto index = static_cast<std::size_t>(face);
     for (std::size_t corner = 0; hasMap_ && corner < 3; ++corner) {
-        const host::Point3 coordinates = hasChannel_
-                                             ? channelVerts_[channelFaces_[index].t[corner]]
-                                             : box.Relative(mesh_.verts[mesh_.faces[index].v[corner]]);
+        const host::Point3 coordinates = hasChannel_ ? channelVerts_[channelFaces_[face].t[corner]]
+                                                     : box.Relative(mesh_.verts[mesh_.faces[face].v[corner]]);
         corners[corner] = coordinates * transform_;
     }
     if (mirrored) {
@@ -68,4 +66,9 @@ eCorners<host::Point3> eFaceMapCoords::Of(int face, bool mirrored, eObjectBox& b
         corner.y = 1 - corner.y;
     }
     return corners;
+}
+
+eCorners<host::Point2> eFaceMapCoords::FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const {
+    const eCorners<host::Point3> corners = Of(face, mirrored, box);
+    return {{{corners[0].x, corners[0].y}, {corners[1].x, corners[1].y}, {corners[2].x, corners[2].y}}};
 }

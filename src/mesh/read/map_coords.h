@@ -30,9 +30,13 @@ public:
     // Without a map the coordinates are (0, 1, 0). `useTransform`: with the map's tiling, offset and angle.
     eFaceMapCoords(const host::Mesh& mesh, const host::Texmap* map, bool useTransform);
 
+    bool HasMap() const { return hasMap_; }
+
     // u, 1 - v, w of the three corners in the host's order; with `mirrored` in the reverse order. v is turned
     // over because textures in files run from the top down.
-    eCorners<host::Point3> Of(int face, bool mirrored, eObjectBox& box) const;
+    eCorners<host::Point3> Of(std::size_t face, bool mirrored, eObjectBox& box) const;
+    // The same without w.
+    eCorners<host::Point2> FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const;
 
 private:
     const host::Mesh& mesh_;

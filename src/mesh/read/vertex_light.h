@@ -21,6 +21,8 @@ public:
     // The run's lights must outlive the object.
     eVertexLight(Export& run, const host::INode& root, host::TimeValue time);
 
+    bool AnyCounts() const { return !lights.empty(); }
+
     // The light at a position with a unit normal, both in the space of PrepareLights: white where no light
     // counts for the root, else the sum of what reaches the position, and the scene's ambient share.
     host::Color At(const host::Point3& position, const host::Point3& normal);

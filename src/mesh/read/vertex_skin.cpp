@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -24,7 +25,11 @@ std::vector<std::uint8_t> NumbersInTable(const host::ISkin& skin, const std::vec
     return numbers;
 }
 
-void eFaceSkinReader::eHeaviest::Add(std::uint8_t bone, float weight) {
+eVertexSkinReader::eVertexSkinReader(const host::ISkinContextData& ownWeights,
+                                     std::vector<std::uint8_t> ownTableNumbers, std::size_t vertexCount)
+    : weights(ownWeights), tableNumbers(std::move(ownTableNumbers)), isRead(vertexCount) {}
+
+void eVertexSkinReader::eHeaviest::Add(std::uint8_t bone, float weight) {
     int place = count;
     while (place > 0 && weights[place - 1] < weight) {
         --place;
@@ -41,7 +46,7 @@ void eFaceSkinReader::eHeaviest::Add(std::uint8_t bone, float weight) {
     weights[place] = weight;
 }
 
-eFaceSkinReader::eHeaviest eFaceSkinReader::ReadCorner(int vertex) {
+eVertexSkinReader::eHeaviest eVertexSkinReader::HeaviestOf(int vertex) {
     eHeaviest heaviest;
     const int assigned = weights.GetNumAssignedBones(vertex);
     for (int i = 0; i < assigned; ++i) {
@@ -59,29 +64,25 @@ eFaceSkinReader::eHeaviest eFaceSkinReader::ReadCorner(int vertex) {
     return heaviest;
 }
 
-eExportFaceSkin eFaceSkinReader::ReadFaceSkin(const std::uint32_t (&vertices)[3], int& bonesPerVertex) {
-    eExportFaceSkin record;
-    for (int corner = 0; corner < 3; ++corner) {
-        const eHeaviest heaviest = ReadCorner(static_cast<int>(vertices[corner]));
-        float(&stored)[kInfluencesPerCorner] = record.weights[corner];
-        if (heaviest.count == 0) {
-            stored[0] = 1;
-            continue;
-        }
-        float sum = 0;
-        for (int k = 0; k < heaviest.count; ++k) {
-            if (std::fabs(heaviest.weights[k]) >= kSmallestWeight) {
-                record.bones[corner][k] = heaviest.bones[k];
-                stored[k] = heaviest.weights[k];
-                sum += stored[k];
-                bonesPerVertex = std::max({bonesPerVertex, kFewestBones, k + 1});
-            }
-        }
-        if (std::fabs(sum) >= kSmallestWeight) {
-            for (float& weight : stored) {
-                weight /= sum;
-            }
+void eVertexSkinReader::Read(std::uint32_t vertex, eExportVertexSkin& skin, int& bonesPerVertex) {
+    if (isRead[vertex]) {
+        return;
+    }
+    isRead[vertex] = true;
+    const eHeaviest heaviest = HeaviestOf(static_cast<int>(vertex));
+    skin = heaviest.count != 0 ? eExportVertexSkin{.weights = {}} : eExportVertexSkin();
+    float sum = 0;
+    for (int k = 0; k < heaviest.count; ++k) {
+        if (std::fabs(heaviest.weights[k]) >= kSmallestWeight) {
+            skin.bones[k] = heaviest.bones[k];
+            skin.weights[k] = heaviest.weights[k];
+            sum += skin.weights[k];
+            bonesPerVertex = std::max({bonesPerVertex, kFewestBones, k + 1});
         }
     }
-    return record;
+    if (std::fabs(sum) >= kSmallestWeight) {
+        for (float& weight : skin.weights) {
+            weight /= sum;
+        }
+    }
 }

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <set>
-#include <utility>
 #include <vector>
 
 #include "geometry/export_mesh.h"
@@ -12,23 +11,23 @@
 // for a bone that the table lacks. The two may list their bones in different orders.
 std::vector<std::uint8_t> NumbersInTable(const host::ISkin& skin, const std::vector<host::INode*>& table);
 
-// Reads the skin of faces: per corner the three heaviest influences of at least 0.001, brought to the sum 1.
-class eFaceSkinReader {
+// Reads the skin of vertices: the three heaviest influences of at least 0.001, brought to the sum 1.
+class eVertexSkinReader {
 public:
     // `tableNumbers`: the number in the mesh's bone table of each bone of the skin that the weights belong
     // to (NumbersInTable). `weights` must outlive the reader.
-    eFaceSkinReader(const host::ISkinContextData& ownWeights, std::vector<std::uint8_t> ownTableNumbers)
-        : weights(ownWeights), tableNumbers(std::move(ownTableNumbers)) {}
+    eVertexSkinReader(const host::ISkinContextData& weights, std::vector<std::uint8_t> tableNumbers,
+                      std::size_t vertexCount);
 
-    // `vertices` are the three numbers within the node's own mesh, in the stored corner order. Raises
-    // `bonesPerVertex` to 2 or 3 where a corner needs it.
-    eExportFaceSkin ReadFaceSkin(const std::uint32_t (&vertices)[3], int& bonesPerVertex);
+    // Fills the record at the first call for the vertex. `vertex` is its number within the node's own mesh.
+    // Raises `bonesPerVertex` to 2 or 3 where the vertex needs it.
+    void Read(std::uint32_t vertex, eExportVertexSkin& skin, int& bonesPerVertex);
 
     // The bones of the skin whose influences were left out because the table lacks them, in rising order.
     const std::set<int>& LeftOutBones() const { return leftOutBones; }
 
 private:
-    // One corner's influences, heaviest first; of equal weights the one that came first.
+    // The influences of a vertex, heaviest first; of equal weights the one that came first.
     struct eHeaviest {
         std::uint8_t bones[kInfluencesPerCorner];  // numbers in the table
         float weights[kInfluencesPerCorner];
@@ -37,9 +36,10 @@ private:
         void Add(std::uint8_t bone, float weight);
     };
 
-    eHeaviest ReadCorner(int vertex);
+    eHeaviest HeaviestOf(int vertex);
 
     const host::ISkinContextData& weights;
     std::vector<std::uint8_t> tableNumbers;
+    std::vector<bool> isRead;
     std::set<int> leftOutBones;
 };
