@@ -23,6 +23,7 @@ public:
           mesh(bone.mesh),
           lit(ownLit),
           skinned(ownSkinned),
+          lastAt(mesh.frames.front().positions.size(), eVertexWeld::kNone),
           weld(mesh.faces.size() * 3) {}
 
     eMeshAssembly Assemble() {
@@ -115,7 +116,7 @@ private:
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
             if (frame == 0) {
-                triangle[corner] = weld.FindOrAdd(vertex);
+                triangle[corner] = weld.FindOrAdd(vertex, lastAt[mesh.faces[face].v[corner]]);
             }
             if (kept != nullptr) {
                 KeepInFrameTable(*kept, triangle[corner], vertex);
@@ -174,6 +175,7 @@ private:
     const eExportMesh& mesh;
     bool lit;
     bool skinned;
+    std::vector<std::uint16_t> lastAt;  // by position: the vertex that the last corner there has become
     eVertexWeld weld;
     eFaceKind kind;
     eMeshAssembly assembly;

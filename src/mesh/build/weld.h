@@ -17,12 +17,16 @@
 //  - The tree is balanced by height (Adelson-Velsky and Landis, 1962): going back up from a new leaf, the
 //    first node whose subtrees differ by two in height is put right by a single or a double rotation.
 //
-// Nearly all corners are answered by the first rule, from a hash table. A node of the tree is 16 bytes: the
-// position, which decides nearly every comparison, and two 16-bit children.
+// Nearly all corners are answered by the first rule: most are the vertex of the corner that came before them
+// at their place, the others stand in a hash table. A node of the tree is 16 bytes: the position, which
+// decides nearly every comparison, and two 16-bit children.
 class eVertexWeld {
 public:
     // A mesh may have one vertex less; the last one that is kept shows that there are too many.
     static constexpr std::size_t kMostVertices = 65535;
+
+    // The number of no vertex.
+    static constexpr std::uint16_t kNone = 0xFFFF;
 
     // `corners` is how many will come; it decides the size of the tables, not the result.
     explicit eVertexWeld(std::size_t corners);
@@ -32,12 +36,13 @@ public:
     // else logarithmic; no allocation.
     std::uint16_t FindOrAdd(const eExportVertex& corner);
 
+    // The same for a corner that most likely is the vertex `last`, or kNone. `last` becomes the number.
+    std::uint16_t FindOrAdd(const eExportVertex& corner, std::uint16_t& last);
+
     const std::vector<eExportVertex>& Vertices() const { return vertices; }
     std::vector<eExportVertex> TakeVertices() { return std::move(vertices); }
 
 private:
-    static constexpr std::uint16_t kNone = 0xFFFF;
-
     struct eNode {
         host::Point3 position;
         std::uint16_t children[2] = {kNone, kNone};  // less, greater
