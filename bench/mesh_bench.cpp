@@ -198,7 +198,7 @@ void RenumberAndWrite(benchmark::State& state) {
     const eMeshAssembly assembly = AssembleMesh(tube.run, 0, false, true);
     eSubMeshes subMeshes = BuildSubMeshes(tube.run, tube.Bone(), assembly, true);
     for (auto _ : state) {
-        const eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices);
+        const eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices.size());
         xIo::eMemoryStream stream(256);
         WriteMeshBody(tube.run, stream,
                       {.bounds = {},
@@ -207,6 +207,7 @@ void RenumberAndWrite(benchmark::State& state) {
                        .absent = VF_COLOR,
                        .bone = tube.Bone(),
                        .subMeshes = subMeshes,
+                       .welded = assembly.vertices,
                        .mesh = mesh});
         benchmark::DoNotOptimize(stream.Size());
     }

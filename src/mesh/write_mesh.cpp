@@ -149,8 +149,8 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
         run.meshOrderObserver(MeasureOrder(CleanNodeName(bone.node->GetName(), true), assembly, subMeshes));
     }
     NoteSubMeshes(run, bone, subMeshes);
-    eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices);
-    bone.vertexCount = static_cast<int>(mesh.vertices.size());
+    eFinalMesh mesh = RenumberVertices(subMeshes, assembly.vertices.size());
+    bone.vertexCount = static_cast<int>(mesh.vertexCount);
     WriteMeshBody(run, stream,
                   {.bounds = BoundsOf(assembly.vertices),
                    .skinned = skinned,
@@ -158,6 +158,7 @@ void WriteAssembly(Export& run, xIo::eStream& stream, eExportBone& bone, const e
                    .absent = bone.colorsAllWhite ? VF_COLOR : 0,
                    .bone = bone,
                    .subMeshes = subMeshes,
+                   .welded = assembly.vertices,
                    .mesh = mesh});
     bone.mesh.vertexRemap = std::move(mesh.vertexRemap);
 }

@@ -58,15 +58,16 @@ void WriteSubMesh(const Export& run, xIo::eStream& stream, const eMeshBody& body
 }
 
 void WriteVertices(xIo::eStream& stream, const eMeshBody& body) {
-    const std::vector<eExportVertex>& vertices = body.mesh.vertices;
+    const std::size_t count = body.mesh.vertexCount;
     const auto stride = static_cast<std::size_t>(VertexFormatSize(body.format & ~body.absent));
     WriteTag(stream, mesh_format::kVerticesTag);
-    stream.WriteValue(static_cast<std::uint32_t>(vertices.size()));
+    stream.WriteValue(static_cast<std::uint32_t>(count));
     stream.WriteValue(static_cast<std::uint16_t>(stride));
     stream.WriteValue(std::uint16_t{0});
-    std::vector<std::uint8_t> packed(vertices.size() * stride);
+    std::vector<std::uint8_t> packed(count * stride);
     std::uint8_t* at = packed.data();
-    for (const eExportVertex& vertex : vertices) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const eExportVertex& vertex = body.welded[body.mesh.vertexRemap[i]];
         PackVertex(vertex, vertex.format & ~body.absent, at);
         at += stride;
     }

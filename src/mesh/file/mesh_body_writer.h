@@ -1,5 +1,8 @@
 #pragma once
 
+#include <vector>
+
+#include "geometry/export_vertex.h"
 #include "io/streams/stream.h"
 #include "mesh/strips/renumber.h"
 #include "mesh/strips/sub_mesh.h"
@@ -15,7 +18,8 @@ struct eMeshBody {
     VertexFormat absent = 0;  // channels that no vertex of the mesh has in the file
     const eExportBone& bone;  // its skin bones and palettes
     const eSubMeshes& subMeshes;
-    const eFinalMesh& mesh;
+    const std::vector<eExportVertex>& welded;
+    const eFinalMesh& mesh;  // which of them, and in which order
 };
 
 // Appends the body to the stream (mesh_format.h). The run gives the prefix of the material names.

@@ -1,20 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "geometry/export_vertex.h"
 #include "mesh/strips/sub_mesh.h"
 
-// A mesh as the file holds it.
+// The numbers of a mesh as the file holds it. A vertex is in the file if a triangle uses it.
 struct eFinalMesh {
-    std::vector<eExportVertex> vertices;  // those that a triangle uses, in order of first use
-    std::vector<std::uint16_t> indices;   // three per triangle, sub-mesh after sub-mesh
-    // By final vertex number, the number among the welded vertices; 0 behind the last one. As long as the
-    // welded list.
+    std::size_t vertexCount = 0;
+    // By final vertex number, in order of first use, the number among the welded vertices; 0 behind the last
+    // one. As long as the welded list.
     std::vector<std::uint16_t> vertexRemap;
+    std::vector<std::uint16_t> indices;  // three per triangle, sub-mesh after sub-mesh
 };
 
-// Renumbers the welded vertices in order of first use and gives each sub-mesh its range of them: sub-meshes
-// share no vertex, so the ranges are whole.
-eFinalMesh RenumberVertices(eSubMeshes& subMeshes, const std::vector<eExportVertex>& welded);
+// Renumbers the welded vertices, of which there are `welded`, in order of first use and gives each sub-mesh
+// its range of them: sub-meshes share no vertex, so the ranges are whole.
+eFinalMesh RenumberVertices(eSubMeshes& subMeshes, std::size_t welded);
