@@ -2,26 +2,32 @@
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
+
+namespace {
+
+// Instead of a component: the face has none yet, or is taken.
+constexpr std::uint32_t unknown = ~std::uint32_t{0};
+constexpr std::uint32_t gone = unknown - 1;
+
+}  // namespace
 
 eStripComponents::eStripComponents(const eStripAdjacency& someAdjacency)
     : adjacency(someAdjacency),
       faces(someAdjacency.faces.size()),
-      isTaken(faces.size()),
-      parent(faces.size()),
-      sizes(faces.size()),
+      componentOf(faces.size()),
       left(faces.size()) {
     std::iota(faces.begin(), faces.end(), 0u);
+    found.reserve(faces.size());
     FindComponents();
     LowerLargest();
 }
 
 void eStripComponents::Take(std::span<const std::uint32_t> taken) {
     for (const std::uint32_t face : taken) {
-        isTaken[face] = 1;
-        std::uint32_t& size = sizes[Root(face)];
+        std::uint32_t& size = components[Whole(componentOf[face])].size;
         --countOfSize[size];
         ++countOfSize[--size];
+        componentOf[face] = gone;
     }
     left -= taken.size();
     if (2 * left < faces.size()) {
@@ -37,44 +43,63 @@ void eStripComponents::LowerLargest() {
 }
 
 void eStripComponents::FindComponents() {
-    std::erase_if(faces, [this](std::uint32_t face) { return isTaken[face] != 0; });
+    std::erase_if(faces, [this](std::uint32_t face) { return componentOf[face] == gone; });
     for (const std::uint32_t face : faces) {
-        parent[face] = face;
-        sizes[face] = 1;
+        componentOf[face] = unknown;
     }
+    found.clear();
+    components.clear();
     for (const std::uint32_t face : faces) {
-        for (const eStripSide across : adjacency.faces[face].across) {
-            if (across >= 0 && FaceOf(across) < face && isTaken[FaceOf(across)] == 0) {
-                Join(face, FaceOf(across));
-            }
+        if (componentOf[face] == unknown) {
+            Flood(face);
         }
     }
+    faces.swap(found);
     countOfSize.assign(faces.size() + 1, 0);
-    for (const std::uint32_t face : faces) {
-        if (parent[face] == face) {
-            ++countOfSize[sizes[face]];
+    for (std::uint32_t component = 0; component < components.size(); ++component) {
+        if (Whole(component) == component) {
+            ++countOfSize[components[component].size];
         }
     }
     largest = static_cast<std::uint32_t>(faces.size());
 }
 
-void eStripComponents::Join(std::uint32_t a, std::uint32_t b) {
-    a = Root(a);
-    b = Root(b);
-    if (a == b) {
-        return;
+// Makes a component of all that is reached from the face. Where it reaches an earlier one, that one was not
+// left over this edge: a third face on an edge sees the first one, and is not seen by it.
+void eStripComponents::Flood(std::uint32_t face) {
+    const auto own = static_cast<std::uint32_t>(components.size());
+    components.push_back({own, 0});
+    const std::size_t first = found.size();
+    const auto add = [&](std::uint32_t reached) {
+        componentOf[reached] = own;
+        found.push_back(reached);
+    };
+    add(face);
+    for (std::size_t next = first; next < found.size(); ++next) {
+        for (const eStripSide across : adjacency.faces[found[next]].across) {
+            const std::uint32_t other = across < 0 ? gone : componentOf[FaceOf(across)];
+            if (other == unknown) {
+                add(FaceOf(across));
+            } else if (other != gone && other != own) {
+                Join(other, own);
+            }
+        }
     }
-    if (sizes[a] < sizes[b]) {
-        std::swap(a, b);
-    }
-    parent[b] = a;
-    sizes[a] += sizes[b];
+    components[own].size += static_cast<std::uint32_t>(found.size() - first);
 }
 
-std::uint32_t eStripComponents::Root(std::uint32_t face) {
-    while (parent[face] != face) {
-        parent[face] = parent[parent[face]];
-        face = parent[face];
+void eStripComponents::Join(std::uint32_t joined, std::uint32_t into) {
+    joined = Whole(joined);
+    if (joined != into) {
+        components[joined].partOf = into;
+        components[into].size += components[joined].size;
     }
-    return face;
+}
+
+std::uint32_t eStripComponents::Whole(std::uint32_t component) {
+    while (components[component].partOf != component) {
+        components[component].partOf = components[components[component].partOf].partOf;
+        component = components[component].partOf;
+    }
+    return component;
 }

@@ -44,6 +44,7 @@ void CutStrip(eStripFaces strip, std::size_t realFaces, std::size_t limit, eStri
 
 eStripList CutStrips(const eStripList& strips, std::size_t limit) {
     eStripList pieces;
+    pieces.Reserve(strips.FaceCount());
     for (std::size_t i = 0; i < strips.Size(); ++i) {
         const eStripFaces strip = strips[i];
         const auto realFaces = static_cast<std::size_t>(std::count_if(

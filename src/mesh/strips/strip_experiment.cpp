@@ -75,17 +75,13 @@ bool eStripExperiment::StartAlike(eStripSide start, eStripSide other) {
 void eStripExperiment::Commit(eStripSide start, eStripList& strips, std::vector<std::uint32_t>& taken) {
     Begin();
     taken.clear();
+    eGrowthRecord ahead{strips.Growing(), taken};
+    eGrowthRecord behind{backward, taken};
     for (; start != noStripSide; start = FindNextStart(start)) {
-        forward.Clear();
-        backward.Clear();
-        BuildStrip(start, forward, backward);
-        std::for_each(backward.triangles.rbegin(), backward.triangles.rend(),
-                      [&](const eStripTriangle& triangle) { strips.Add(triangle); });
-        std::for_each(forward.triangles.begin(), forward.triangles.end(),
-                      [&](const eStripTriangle& triangle) { strips.Add(triangle); });
+        backward.clear();
+        BuildStrip(start, ahead, behind);
+        strips.AddBefore(backward);
         strips.EndStrip();
-        taken.insert(taken.end(), backward.faces.begin(), backward.faces.end());
-        taken.insert(taken.end(), forward.faces.begin(), forward.faces.end());
     }
     for (const std::uint32_t face : taken) {
         marks[face] = committedMark;
@@ -98,18 +94,13 @@ void eStripExperiment::eGrowthRecord::Face(std::uint32_t number, const eStripFac
         adjoining += across >= 0 ? 1 : 0;
     }
     triangles.push_back({{face.v[0], face.v[1], face.v[2]}, static_cast<std::uint8_t>(adjoining), false});
-    faces.push_back(number);
+    taken.push_back(number);
 }
 
 // The fake face stands before the one over which the strip turns.
 void eStripExperiment::eGrowthRecord::TurnOverLast(std::uint16_t n0, std::uint16_t n1) {
     triangles.push_back(triangles.back());
     triangles[triangles.size() - 2] = {{n0, n1, n0}, sidesOfFakeFace, true};
-}
-
-void eStripExperiment::eGrowthRecord::Clear() {
-    triangles.clear();
-    faces.clear();
 }
 
 // Grows a strip from the face of `start` along its direction, then backward over the side of `start` itself.

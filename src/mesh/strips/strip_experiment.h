@@ -39,8 +39,7 @@ public:
     // follows is then the same, and so is the value.
     bool StartAlike(eStripSide start, eStripSide other);
 
-    // Makes the experiment, appends its strips to `strips`, and leaves its real faces in `taken`, in that
-    // order.
+    // Makes the experiment, appends its strips to `strips`, and leaves its real faces in `taken`.
     void Commit(eStripSide start, eStripList& strips, std::vector<std::uint32_t>& taken);
 
 private:
@@ -54,14 +53,13 @@ private:
         std::uint32_t firstStrip;   // of that experiment
     };
 
-    // What one direction of a strip takes, in the order in which it grows.
+    // Appends what one direction of a strip takes, in the order in which it grows.
     struct eGrowthRecord {
-        std::vector<eStripTriangle> triangles;
-        std::vector<std::uint32_t> faces;  // the real ones by number
+        std::vector<eStripTriangle>& triangles;
+        std::vector<std::uint32_t>& taken;  // the real ones by number
 
         void Face(std::uint32_t number, const eStripFace& face);
         void TurnOverLast(std::uint16_t n0, std::uint16_t n1);
-        void Clear();
     };
 
     // Counts the faces that the strip before the present one took too.
@@ -102,6 +100,5 @@ private:
     std::uint32_t firstStrip = 1;      // the first one of this experiment
     std::vector<std::uint32_t> seen;   // per vertex the last strip that has it
     std::vector<eSpokeCursor> cursors;
-    eGrowthRecord forward;
-    eGrowthRecord backward;
+    std::vector<eStripTriangle> backward;  // of a strip that is committed
 };

@@ -26,6 +26,13 @@ public:
     std::size_t FaceCount() const { return faces.size(); }
     void Reserve(std::size_t faceCount) { faces.reserve(faceCount); }
     void Add(const eStripTriangle& face) { faces.push_back(face); }
+    // All faces; those behind the last end are of the strip under way.
+    std::vector<eStripTriangle>& Growing() { return faces; }
+    // Puts faces before those of the strip under way, the last one foremost.
+    void AddBefore(std::span<const eStripTriangle> reversed) {
+        const std::size_t begin = ends.empty() ? 0 : ends.back();
+        faces.insert(faces.begin() + static_cast<std::ptrdiff_t>(begin), reversed.rbegin(), reversed.rend());
+    }
     void EndStrip() { ends.push_back(faces.size()); }
 
 private:
