@@ -8,9 +8,12 @@
 
 namespace {
 
+// Both sides run from `start` to `end`.
 struct eStripEdge {
-    eStripSide side0;  // of the first face
+    eStripSide side0;  // of the first face, which gives the direction
     eStripSide side1;  // of the second face, or `noStripSide`
+    std::uint16_t start;
+    std::uint16_t end;
 };
 
 // All edges by their pair of vertices; an edge is numbered by when it came up first. Each hangs on the one of
@@ -24,12 +27,17 @@ public:
         for (const std::uint16_t vertex : indices) {
             ++corners[vertex];
         }
-        edges.reserve(indices.size());
-        links.reserve(indices.size());
+        // Two faces share an edge; some have one.
+        const std::size_t likely = indices.size() / 2 + indices.size() / 16;
+        edges.reserve(likely);
+        links.reserve(likely);
     }
 
-    // The number of the edge between two vertices; a new edge gets `side` as its first.
-    std::uint32_t FindOrAdd(std::uint16_t a, std::uint16_t b, eStripSide side, bool& isNew) {
+    // The number of the edge between two vertices; a new edge gets `side`, which runs from `start` to `end`,
+    // as its first.
+    std::uint32_t FindOrAdd(std::uint16_t start, std::uint16_t end, eStripSide side, bool& isNew) {
+        std::uint16_t a = start;
+        std::uint16_t b = end;
         if (corners[b] < corners[a] || (corners[b] == corners[a] && b < a)) {
             std::swap(a, b);
         }
@@ -42,7 +50,7 @@ public:
         isNew = true;
         links.push_back({newest[a], b});
         newest[a] = static_cast<std::uint32_t>(edges.size());
-        edges.push_back({side, noStripSide});
+        edges.push_back({side, noStripSide, start, end});
         return newest[a];
     }
 
@@ -82,11 +90,6 @@ private:
     void LinkFaces();
     void ListSpokes();
 
-    std::uint16_t StartOf(eStripSide side) const { return result.faces[FaceOf(side)].v[SideOf(side)]; }
-    std::uint16_t EndOf(eStripSide side) const {
-        return result.faces[FaceOf(side)].v[NextCorner(SideOf(side))];
-    }
-
     std::span<const std::uint16_t> indices;
     int maxIndex;
     eEdgeTable table;
@@ -120,7 +123,7 @@ void eAdjacencyBuilder::AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_
             continue;
         }
         if (edge.side1 == noStripSide) {
-            edge.side1 = own;
+            edge.side1 = v[side] == edge.start ? own : Reversed(own);
             isSecond[side] = true;
         } else {
             stripMessageSink("BuildStripifyInfo: > 2 triangles on an edge... uncertain consequences\n");
@@ -144,14 +147,12 @@ void eAdjacencyBuilder::LinkFaces() {
         eStripFace& face = result.faces[f];
         for (int side = 0; side < 3; ++side) {
             const eStripEdge& edge = table.edges[edgesOfFace[f][static_cast<std::size_t>(side)]];
-            const bool isFirst = FaceOf(edge.side0) == f;
-            const eStripSide other = isFirst ? edge.side1 : edge.side0;
-            if (other == noStripSide) {
-                continue;
-            }
-            const bool against = StartOf(other) != face.v[side];
-            face.across[side] = against ? Reversed(other) : other;
-            if (!isFirst && against) {
+            if (FaceOf(edge.side0) == f) {
+                face.across[side] = edge.side1;
+            } else if (face.v[side] == edge.start) {
+                face.across[side] = edge.side0;
+            } else {
+                face.across[side] = Reversed(edge.side0);
                 face.againstEdge = static_cast<std::uint8_t>(face.againstEdge | 1 << side);
             }
         }
@@ -164,8 +165,8 @@ void eAdjacencyBuilder::ListSpokes() {
     result.firstSpoke.assign(static_cast<std::size_t>(maxIndex) + 2, 0);
     for (const eStripEdge& edge : table.edges) {
         if (edge.side1 != noStripSide) {
-            ++result.firstSpoke[StartOf(edge.side0)];
-            ++result.firstSpoke[EndOf(edge.side0)];
+            ++result.firstSpoke[edge.start];
+            ++result.firstSpoke[edge.end];
         }
     }
     std::uint32_t sum = 0;
@@ -175,10 +176,8 @@ void eAdjacencyBuilder::ListSpokes() {
     result.spokes.resize(sum);
     for (const eStripEdge& edge : table.edges) {
         if (edge.side1 != noStripSide) {
-            const std::uint16_t start = StartOf(edge.side0);
-            const eStripSide other = StartOf(edge.side1) == start ? edge.side1 : Reversed(edge.side1);
-            result.spokes[--result.firstSpoke[start]] = {edge.side0, other};
-            result.spokes[--result.firstSpoke[EndOf(edge.side0)]] = {Reversed(edge.side0), Reversed(other)};
+            result.spokes[--result.firstSpoke[edge.start]] = {edge.side0, edge.side1};
+            result.spokes[--result.firstSpoke[edge.end]] = {Reversed(edge.side0), Reversed(edge.side1)};
         }
     }
 }

@@ -2,8 +2,10 @@
 
 eStripLanes::eStripLanes(const eStripAdjacency& adjacency)
     : faces(adjacency.faces), places(faces.size(), {notPlaced, notPlaced, notPlaced}) {
-    sides.reserve(4 * faces.size());
-    vertices.reserve(4 * faces.size());
+    // Three of a face, and the stops of the lanes.
+    const std::size_t likely = 3 * faces.size() + faces.size() / 4;
+    sides.reserve(likely);
+    vertices.reserve(likely);
     for (std::size_t face = 0; face < faces.size(); ++face) {
         for (int side = 0; side < 3; ++side) {
             const eStripSide entered = MakeSide(face, side, false);
