@@ -113,10 +113,18 @@ private:
     // every frame.
     void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
         eExportFrame* const kept = mesh.frames.size() > 1 ? run.motion->frames.OfMeshFrame(frame) : nullptr;
+        const eExportFace& record = mesh.faces[face];
+        eExportVertex vertex = kind.blank;
+        vertex.smoothingGroup = record.smGroup;
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            const eExportVertex vertex = MakeVertex(face, corner, mesh.frames[frame]);
+            const std::uint32_t number = record.v[corner];
+            SetCorner(vertex, face, corner, mesh.frames[frame]);
+            vertex.position = mesh.frames[frame].positions[number];
+            if (skinned) {
+                SetSkin(vertex, mesh.vertexSkins[number]);
+            }
             if (frame == 0) {
-                triangle[corner] = weld.FindOrAdd(vertex, lastAt[mesh.faces[face].v[corner]]);
+                triangle[corner] = weld.FindOrAdd(vertex, lastAt[number]);
             }
             if (kept != nullptr) {
                 KeepInFrameTable(*kept, triangle[corner], vertex);
@@ -124,11 +132,9 @@ private:
         }
     }
 
-    eExportVertex MakeVertex(std::size_t face, std::size_t corner, const eExportMeshFrame& frame) {
-        const std::uint32_t number = mesh.faces[face].v[corner];
-        eExportVertex vertex = kind.blank;
-        vertex.position = frame.positions[number];
-        vertex.smoothingGroup = mesh.faces[face].smGroup;
+    // The same fields at every corner of a face.
+    void SetCorner(eExportVertex& vertex, std::size_t face, std::size_t corner,
+                   const eExportMeshFrame& frame) {
         vertex.uv0 = frame.mapCoords0[face][corner];
         if (kind.uvCount > 1) {
             vertex.uv1 = frame.mapCoords1[face][corner];
@@ -141,14 +147,13 @@ private:
         if (kind.bump && face < frame.tangents.size()) {
             vertex.tangent = frame.tangents[face][corner];
         }
-        if (skinned) {
-            const eExportVertexSkin& skin = mesh.vertexSkins[number];
-            std::copy_n(skin.weights, 2, vertex.weights);
-            for (int k = 0; k < kInfluencesPerCorner; ++k) {
-                vertex.boneIndices[k] = kind.placeOf[skin.bones[k]];
-            }
+    }
+
+    void SetSkin(eExportVertex& vertex, const eExportVertexSkin& skin) const {
+        std::copy_n(skin.weights, 2, vertex.weights);
+        for (int k = 0; k < kInfluencesPerCorner; ++k) {
+            vertex.boneIndices[k] = kind.placeOf[skin.bones[k]];
         }
-        return vertex;
     }
 
     void KeepInFrameTable(eExportFrame& frame, std::uint16_t number, const eExportVertex& vertex) {

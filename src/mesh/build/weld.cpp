@@ -45,11 +45,12 @@ constexpr std::uint32_t kFreeSlot = 0xFFFFFFFFU;
 
 eVertexWeld::eVertexWeld(std::size_t corners) {
     const std::size_t most = std::min(corners, kMostVertices);
-    vertices.reserve(most);
-    nodes.reserve(most);
-    balances.reserve(most);
     // Half of the slots stay free at the worst.
     slots.assign(std::bit_ceil(2 * most + 1), kFreeSlot);
+    nodes.reserve(most);
+    balances.reserve(most);
+    // Last, so that what is not needed of the largest table lies at the end of the heap and is never touched.
+    vertices.reserve(most);
 }
 
 std::uint16_t eVertexWeld::FindOrAdd(const eExportVertex& corner, std::uint16_t& last) {
@@ -88,7 +89,7 @@ std::uint16_t eVertexWeld::FindOrAddInTree(const eExportVertex& corner) {
         const float ahead = position.x - node.position.x;
         std::uint16_t side = ahead > 0;
         if (!(std::fabs(ahead) > kWeldTolerance)) {
-            int order = ComparePoints(position, node.position);
+            int order = ComparePointsBehindX(position, node.position);
             order = order != 0 ? order : CompareBehindPosition(corner, vertices[number]);
             if (order == 0) {
                 return number;

@@ -39,7 +39,7 @@ eCornerColors::eCornerColors(const eNodeReading& ownReading, const eReadingSpace
 eCorners<std::uint32_t> eCornerColors::Of(std::size_t face, const eFaceMaterial& material,
                                           const eCorners<host::Point3>& normals, eObjectBox& box) {
     if (IsEven(material)) {
-        const std::uint32_t color = PackColor({1, 1, 1}, material.opacity);
+        const std::uint32_t color = ColorByte(material.opacity) << 24 | kOpaqueWhite >> 8;
         return {color, color, color};
     }
     const eFaceMaps& maps = material.maps;

@@ -1,6 +1,7 @@
 #include "mesh/read/corner_normal.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "mesh/read/unit_normal.h"
 
@@ -20,9 +21,9 @@ std::vector<host::Point3> ArtistNormals(const eReadingSpace& space, const host::
 
 bool HasArtistNormals(const host::Mesh& mesh) {
     const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
-    return specified != nullptr && std::ranges::all_of(specified->faceNormals, [&](std::int32_t number) {
-               return number >= 0 && specified->GetNormalExplicit(number);
-           });
+    return specified != nullptr &&
+           std::ranges::all_of(specified->faceNormals, [](std::int32_t number) { return number >= 0; }) &&
+           std::ranges::all_of(specified->explicitNormals, std::identity());
 }
 
 // With several normals the last one that shares a smoothing group counts; without any, which no built mesh
@@ -71,8 +72,11 @@ void eCornerNormals::Build(host::Mesh& mesh) const {
 }
 
 eCorners<host::Point3> eCornerNormals::Of(std::size_t face) const {
-    return {OfCorner(face, space_.HostCorner(0)), OfCorner(face, space_.HostCorner(1)),
-            OfCorner(face, space_.HostCorner(2))};
+    eCorners<host::Point3> normals;
+    for (int corner = 0; corner < 3; ++corner) {
+        normals[static_cast<std::size_t>(corner)] = OfCorner(face, space_.HostCorner(corner));
+    }
+    return normals;
 }
 
 int eCornerNormals::ArtistNormal(std::size_t face, int corner) const {

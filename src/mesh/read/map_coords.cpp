@@ -69,6 +69,9 @@ eCorners<host::Point3> eFaceMapCoords::Of(std::size_t face, bool mirrored, eObje
 }
 
 eCorners<host::Point2> eFaceMapCoords::FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const {
+    if (!hasMap_) {
+        return {{{0, 1}, {0, 1}, {0, 1}}};
+    }
     const eCorners<host::Point3> corners = Of(face, mirrored, box);
     return {{{corners[0].x, corners[0].y}, {corners[1].x, corners[1].y}, {corners[2].x, corners[2].y}}};
 }
