@@ -40,16 +40,6 @@ std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t co
     return key;
 }
 
-std::size_t WeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
-    std::unordered_set<std::string> known;
-    for (const std::uint32_t face : faces) {
-        for (std::size_t corner = 0; corner < 3; ++corner) {
-            known.insert(CornerKey(mesh, face, corner));
-        }
-    }
-    return known.size();
-}
-
 // Corners are numbered through: three of a face.
 bool HaveOneVertex(const host::Mesh& mesh, std::uint32_t a, std::uint32_t b) {
     return std::ranges::all_of(mesh.maps,
@@ -60,19 +50,34 @@ bool HaveOneVertex(const host::Mesh& mesh, std::uint32_t a, std::uint32_t b) {
             mesh.specifiedNormals->faceNormals[a] == mesh.specifiedNormals->faceNormals[b]);
 }
 
-// At least as many as WeldedVertices, by the numbers alone, and most often the same: the corner that is met
-// first at a vertex stands for those with its numbers, and each of the others counts.
-std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
+// Visits the corner that is met first at a vertex, and those there that have other numbers.
+template <class Visit>
+void ForEachOtherCorner(const host::Mesh& mesh, const eFaces& faces, Visit visit) {
     constexpr std::uint32_t kNone = 0xFFFFFFFF;
     std::vector<std::uint32_t> first(mesh.verts.size(), kNone);
-    std::size_t count = 0;
     for (const std::uint32_t face : faces) {
         for (std::uint32_t corner = 3 * face; corner < 3 * face + 3; ++corner) {
             std::uint32_t& known = first[mesh.faces[face].v[corner % 3]];
-            count += known == kNone || !HaveOneVertex(mesh, known, corner) ? 1 : 0;
+            if (known == kNone || !HaveOneVertex(mesh, known, corner)) {
+                visit(face, corner % 3);
+            }
             known = known == kNone ? corner : known;
         }
     }
+}
+
+std::size_t WeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
+    std::unordered_set<std::string> known;
+    ForEachOtherCorner(mesh, faces, [&](std::uint32_t face, std::uint32_t corner) {
+        known.insert(CornerKey(mesh, face, corner));
+    });
+    return known.size();
+}
+
+// At least as many as WeldedVertices, by the numbers alone, and most often the same.
+std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
+    std::size_t count = 0;
+    ForEachOtherCorner(mesh, faces, [&](std::uint32_t, std::uint32_t) { ++count; });
     return count;
 }
 
