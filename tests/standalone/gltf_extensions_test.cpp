@@ -76,18 +76,21 @@ TEST(GltfExtensions, WholeNumberedMeshesGoToTheNodeAbove) {
     file.Shorts("VEC3", {0, 0, 0, 100, 0, 0, 0, 200, 300});
     file.Section("meshes", R"([{"primitives": [{"attributes": {"POSITION": 0}}]}])");
     const std::string carrier = R"("mesh": 0, "translation": [1, 2, 3], "scale": [0.5, 0.5, 0.5]})";
-    file.Section("nodes", R"([{"name": "hull", "children": [1], "extras": {"Poly": true}}, {)" + carrier +
-                              R"(, {"name": "box", "children": [3], "extras": {"shape": "box"}}, {)" +
-                              carrier + R"(, {"name": "two", "children": [5, 6]}, {)" + carrier + ", {" +
-                              carrier + "]");
+    file.Section("nodes",
+                 R"([{"name": "hull", "children": [1], "extras": {"Poly": true}},
+        {"extras": {"empty": []}, )" +
+                     carrier + R"(, {"name": "box", "children": [3], "extras": {"shape": "box"}}, {)" +
+                     carrier + R"(, {"name": "two", "children": [5, 6]}, {)" + carrier + ", {" + carrier +
+                     R"(, {"name": "told", "children": [8]}, {"extras": {"kind": [1]}, )" + carrier + "]");
     const eSceneData scene = SceneOf(file.Text());
-    EXPECT_EQ(scene.nodes.size(), 5U);
+    EXPECT_EQ(scene.nodes.size(), 7U);
     EXPECT_EQ(ObjectOf<eMeshObject>(scene, "hull").mesh.verts[2], (host::Point3{0, -300, 200}));
     EXPECT_EQ(NodeNamed(scene, "hull").offset.position, (host::Point3{1, -3, 2}));
     EXPECT_EQ(NodeNamed(scene, "hull").offset.scale, (host::Point3{0.5F, 0.5F, 0.5F}));
     EXPECT_EQ(ObjectOf<eBoxObject>(scene, "box"), (eBoxObject{100, 300, 200}));
     EXPECT_EQ(NodeNamed(scene, "box").offset.position, (host::Point3{26, -78, 2}));
     EXPECT_EQ(NodeNamed(scene, "two").children.size(), 2U);
+    EXPECT_EQ(NodeNamed(scene, "told").children.size(), 1U);
 }
 
 // Would catch a variant other than the first, and a picture that is left out without a word.

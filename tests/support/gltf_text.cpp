@@ -114,7 +114,8 @@ std::string eGltfText::Json(const std::string& bufferUri) const {
 }
 
 std::string eGltfText::Text() const {
-    return Json("\"uri\": \"data:application/octet-stream;base64," + Base64(buffer) + "\", ");
+    const std::string behind = "the buffer ends before this";
+    return Json("\"uri\": \"data:application/octet-stream;base64," + Base64(buffer + behind) + "\", ");
 }
 
 std::string eGltfText::Binary() const {

@@ -3,8 +3,10 @@
 #include "platform/file.h"
 
 namespace standalone {
+namespace {
 
-platform::eIoStatus ReadFileContent(const std::string& path, std::string& content) {
+template <class Content>
+platform::eIoStatus ReadInto(const std::string& path, Content& content) {
     platform::eFile file;
     std::int64_t length = 0;
     platform::eIoStatus status = file.Open(path, platform::eFileAccess::Read, platform::ePathForm::Native);
@@ -19,6 +21,16 @@ platform::eIoStatus ReadFileContent(const std::string& path, std::string& conten
     status = file.Read(content.data(), content.size(), got);
     content.resize(got);
     return status;
+}
+
+}  // namespace
+
+platform::eIoStatus ReadFileContent(const std::string& path, std::string& content) {
+    return ReadInto(path, content);
+}
+
+platform::eIoStatus ReadFileContent(const std::string& path, std::vector<std::uint8_t>& content) {
+    return ReadInto(path, content);
 }
 
 }  // namespace standalone

@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "standalone/loaders/gltf/file/gltf_library.h"
+#include "standalone/loaders/gltf/file/gltf_model.h"
+#include "standalone/loaders/shared/import_report.h"
 
 namespace standalone {
 

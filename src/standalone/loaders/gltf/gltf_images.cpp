@@ -51,13 +51,15 @@ eBitmapMap eGltfImages::InFile(int image) {
 eBitmapMap eGltfImages::Embedded(int image) {
     const tinygltf::Image& source = import.model.images[static_cast<std::size_t>(image)];
     std::vector<std::uint8_t> decoded;
-    if (IsDataUri(source.uri)) {
-        decoded = DecodeBase64(SplitDataUri(source.uri)->base64).value_or(decoded);
+    std::span<const std::uint8_t> content;
+    if (source.bufferView >= 0) {
+        content = import.accessors.View(source.bufferView);
+    } else if (IsDataUri(source.uri)) {
+        content = decoded = DecodeBase64(SplitDataUri(source.uri)->base64).value_or(decoded);
     }
     const std::string name =
         source.name.empty() ? "image_" + std::to_string(image) : import.report.Ansi(source.name);
-    return files.Embedded({name, source.mimeType, GltfPlace("images", image), import.path},
-                          decoded.empty() ? std::span(source.image) : std::span(decoded));
+    return files.Embedded({name, source.mimeType, GltfPlace("images", image), import.path}, content);
 }
 
 }  // namespace standalone

@@ -12,6 +12,7 @@
 #include "standalone/loaders/gltf/file/gltf_conditions.h"
 #include "standalone/loaders/gltf/file/gltf_container.h"
 #include "standalone/loaders/gltf/file/gltf_extensions.h"
+#include "standalone/loaders/gltf/file/gltf_model.h"
 #include "standalone/loaders/gltf/file/gltf_schema.h"
 #include "standalone/loaders/gltf/file/gltf_unpack.h"
 #include "standalone/loaders/gltf/file/gltf_uri.h"
@@ -33,7 +34,7 @@ namespace {
 
 constexpr double kDefaultFramesPerSecond = 30;
 
-// The library walks nested values by recursion.
+// Extensions become nested values, which are made by recursion.
 constexpr std::size_t kMostJsonLevels = 200;
 
 bool IsTooDeep(const eJsonTree& json) {
@@ -132,57 +133,42 @@ void MakeScene(eGltfImport& import, const eGltfOptions& options) {
     NoticeBindPoses(import.scene, import.report);
 }
 
-// A file as it is taken apart; what is read of it shows into `bytes`.
+// A file as it is taken apart; what is read of it shows into its bytes.
 struct eOpenGltf {
-    std::string_view bytes;
     eGltfContainer container{};
     eJsonTree json{};
-    std::vector<std::vector<std::uint8_t>> buffers{};
-    std::string unpacked{};  // what `bytes` shows of a file that was compressed
+    eGltfBuffers buffers{};
+    tinygltf::Model model{};
 };
 
-void Unpack(eOpenGltf& file, eImportReport& report) {
-    ePlainGltf plain = UnpackGltf(file.container, std::move(file.buffers), report);
-    file.unpacked = std::move(plain.file);
-    file.bytes = file.unpacked;
-    file.buffers = std::move(plain.buffers);
-    file.container = OpenGltfContainer(file.bytes, report);
-    file.json = {};
-    if (const std::optional<eLoadMessage> problem = ParseJson(file.container.json, file.json)) {
-        report.Problem(*problem);
-    }
-}
-
-std::optional<tinygltf::Model> ReadModel(eOpenGltf& file, const std::string& folder, eImportReport& report) {
-    file.container = OpenGltfContainer(file.bytes, report);
+// False, with problems, where the file is no use.
+bool ReadFile(std::string_view bytes, const std::string& folder, eOpenGltf& file, eImportReport& report) {
+    file.container = OpenGltfContainer(bytes, report);
     if (!ReadDocument(file.container, file.json, report)) {
-        return std::nullopt;
+        return false;
     }
     file.buffers = ReadGltfBuffers(file.json, file.container, folder, report);
-    if (!report.HasProblems() && NeedsUnpacking(file.json)) {
-        Unpack(file, report);
+    if (!report.HasProblems()) {
+        file.model = ReadGltfModel(file.json);
+        UnpackGltf(file.json, file.model, file.buffers, report);
     }
-    if (report.HasProblems()) {
-        return std::nullopt;
-    }
-    return ReadGltfModel(file.bytes, file.container, std::move(file.buffers), file.json, report);
+    return !report.HasProblems();
 }
 
-std::optional<eSceneData> ImportScene(const std::string& path, eOpenGltf& file, const eGltfOptions& options,
-                                      eImportReport& report) {
+std::optional<eSceneData> ImportScene(const std::string& path, std::string_view bytes, eOpenGltf& file,
+                                      const eGltfOptions& options, eImportReport& report) {
     const std::string folder = FolderOfFile(path);
-    const std::optional<tinygltf::Model> model = ReadModel(file, folder, report);
-    if (!model) {
+    if (!ReadFile(bytes, folder, file, report)) {
         return std::nullopt;
     }
-    const eGltfAccessors accessors(*model, report);
-    eGltfHierarchy hierarchy = ReadGltfHierarchy(*model, report);
+    const eGltfAccessors accessors(file.model, file.buffers, report);
+    eGltfHierarchy hierarchy = ReadGltfHierarchy(file.model, report);
     if (report.HasProblems()) {
         return std::nullopt;
     }
-    TakeOutMeshCarriers(*model, hierarchy);
-    NoticeExtensions(*model, report);
-    eGltfImport import{*model, file.json, accessors, hierarchy, report, path, folder};
+    TakeOutMeshCarriers(file.model, file.json, hierarchy);
+    NoticeExtensions(file.model, report);
+    eGltfImport import{file.model, file.json, accessors, hierarchy, report, path, folder};
     import.scene.file = PathTextOf(path);
     MakeScene(import, options);
     return report.HasProblems() ? std::nullopt : std::optional(std::move(import.scene));
@@ -193,9 +179,9 @@ std::optional<eSceneData> ImportScene(const std::string& path, eOpenGltf& file, 
 eLoadResult ImportGltf(const std::string& pathUtf8, std::string_view bytes, const eGltfOptions& options) {
     eLoadResult result;
     eImportReport report;
-    eOpenGltf file{bytes};
+    eOpenGltf file;
     try {
-        result.scene = ImportScene(pathUtf8, file, options, report);
+        result.scene = ImportScene(pathUtf8, bytes, file, options, report);
     } catch (const std::exception& failure) {
         // Memory that runs out on a file that really is as large as it says.
         report.Problem("", eMessageId::SceneImportFailed, failure.what());

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "standalone/loaders/gltf/file/gltf_json.h"
+
 namespace standalone {
 namespace {
 
@@ -21,10 +23,21 @@ bool OnlyMovesAndScales(const tinygltf::Node& node) {
 
 bool IsCarrier(const tinygltf::Model& model, const tinygltf::Node& node) {
     const bool holdsMeshAlone = node.name.empty() && node.children.empty() && node.extensions.empty() &&
-                                node.extras.Type() == tinygltf::NULL_TYPE && node.camera < 0 &&
-                                node.skin < 0 && node.mesh >= 0;
+                                node.camera < 0 && node.skin < 0 && node.mesh >= 0;
     return holdsMeshAlone && OnlyMovesAndScales(node) &&
            HasWholePositions(model, model.meshes[static_cast<std::size_t>(node.mesh)]);
+}
+
+// Lists and objects say nothing as long as no value stands in them.
+bool HasExtras(const eJsonTree& json, eJsonIndex node) {
+    const eJsonIndex extras = json.FindMember(node, "extras");
+    const eJsonIndex end = extras == kNoJson ? kNoJson : json.values[extras].end;
+    for (eJsonIndex value = extras; value != end; ++value) {
+        if (json.Is(value, eJsonKind::Boolean) || json.IsNumber(value) || json.Is(value, eJsonKind::Text)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool CanTakeMesh(const tinygltf::Node& node) {
@@ -52,15 +65,16 @@ std::vector<bool> NamedNodes(const tinygltf::Model& model) {
 
 }  // namespace
 
-void TakeOutMeshCarriers(const tinygltf::Model& model, eGltfHierarchy& hierarchy) {
+void TakeOutMeshCarriers(const tinygltf::Model& model, const eJsonTree& json, eGltfHierarchy& hierarchy) {
     constexpr int kNone = -1, kSeveral = -2;
+    const std::vector<eJsonIndex> entries = GltfEntries(json, "nodes");
     const std::vector<bool> named = NamedNodes(model);
     hierarchy.carriers.assign(model.nodes.size(), kNone);
     for (const int number : hierarchy.order) {
         const auto node = static_cast<std::size_t>(number);
         const int parent = hierarchy.parents[node];
         if (parent >= 0 && !named[node] && IsCarrier(model, model.nodes[node]) &&
-            CanTakeMesh(model.nodes[static_cast<std::size_t>(parent)])) {
+            CanTakeMesh(model.nodes[static_cast<std::size_t>(parent)]) && !HasExtras(json, entries[node])) {
             int& carrier = hierarchy.carriers[static_cast<std::size_t>(parent)];
             carrier = carrier == kNone ? number : kSeveral;
         }

@@ -36,12 +36,9 @@ bool Fits(const tinygltf::BufferView& view, std::size_t offset, std::size_t coun
 // Holds accessors against the views that they read from.
 class eAccessorCheck {
 public:
-    eAccessorCheck(const tinygltf::Model& checkedModel, eImportReport& ownReport)
-        : model(checkedModel), report(ownReport) {
-        for (const tinygltf::Buffer& buffer : model.buffers) {
-            allBytes += buffer.data.size();
-        }
-    }
+    eAccessorCheck(const tinygltf::Model& checkedModel, const eGltfBuffers& itsBuffers,
+                   eImportReport& ownReport)
+        : model(checkedModel), buffers(itsBuffers), report(ownReport), allBytes(buffers.Size()) {}
 
     void Check(const tinygltf::Accessor& accessor, const std::string& place) {
         if (accessor.bufferView < 0) {
@@ -95,8 +92,9 @@ private:
     void CheckSparseIndices(const tinygltf::Accessor& accessor, const std::string& place);
 
     const tinygltf::Model& model;
+    const eGltfBuffers& buffers;
     eImportReport& report;
-    std::size_t allBytes = 0;
+    std::size_t allBytes;
 };
 
 // --- The numbers in a buffer, little-endian.
@@ -159,23 +157,26 @@ void LoadAll(int componentType, const eElements& elements, Number* out) {
     }
 }
 
-const unsigned char* BytesOf(const tinygltf::Model& model, int bufferView, std::size_t offset) {
+std::span<const std::uint8_t> BytesOf(const tinygltf::Model& model, const eGltfBuffers& buffers,
+                                      int bufferView) {
     const tinygltf::BufferView& view = model.bufferViews[static_cast<std::size_t>(bufferView)];
-    return model.buffers[static_cast<std::size_t>(view.buffer)].data.data() + view.byteOffset + offset;
+    return buffers.Bytes(view.buffer).subspan(view.byteOffset, view.byteLength);
 }
 
-std::vector<std::uint32_t> SparseIndices(const tinygltf::Model& model, const tinygltf::Accessor& accessor) {
+std::vector<std::uint32_t> SparseIndices(std::span<const std::uint8_t> view,
+                                         const tinygltf::Accessor& accessor) {
     const auto& indices = accessor.sparse.indices;
     std::vector<std::uint32_t> numbers(static_cast<std::size_t>(accessor.sparse.count));
-    LoadAll(indices.componentType,
-            {BytesOf(model, indices.bufferView, static_cast<std::size_t>(indices.byteOffset)), numbers.size(),
-             ComponentSize(indices.componentType), 1, false},
-            numbers.data());
+    LoadAll(
+        indices.componentType,
+        {view.data() + indices.byteOffset, numbers.size(), ComponentSize(indices.componentType), 1, false},
+        numbers.data());
     return numbers;
 }
 
 void eAccessorCheck::CheckSparseIndices(const tinygltf::Accessor& accessor, const std::string& place) {
-    const std::vector<std::uint32_t> indices = SparseIndices(model, accessor);
+    const std::vector<std::uint32_t> indices =
+        SparseIndices(BytesOf(model, buffers, accessor.sparse.indices.bufferView), accessor);
     for (std::size_t i = 0; i < indices.size(); ++i) {
         if (indices[i] >= accessor.count || (i != 0 && indices[i] <= indices[i - 1])) {
             report.Problem(place, eMessageId::GltfSparseOrder, indices[i], i);
@@ -186,12 +187,17 @@ void eAccessorCheck::CheckSparseIndices(const tinygltf::Accessor& accessor, cons
 
 }  // namespace
 
-eGltfAccessors::eGltfAccessors(const tinygltf::Model& readModel, eImportReport& ownReport)
-    : model(readModel), report(ownReport) {
-    eAccessorCheck check(model, report);
+eGltfAccessors::eGltfAccessors(const tinygltf::Model& readModel, const eGltfBuffers& readBuffers,
+                               eImportReport& ownReport)
+    : model(readModel), buffers(readBuffers), report(ownReport) {
+    eAccessorCheck check(model, buffers, report);
     for (std::size_t i = 0; i < model.accessors.size(); ++i) {
         check.Check(model.accessors[i], GltfPlace("accessors", i));
     }
+}
+
+std::span<const std::uint8_t> eGltfAccessors::View(int bufferView) const {
+    return BytesOf(model, buffers, bufferView);
 }
 
 std::size_t eGltfAccessors::Width(int accessor) const {
@@ -218,7 +224,7 @@ std::vector<Number> eGltfAccessors::Read(const tinygltf::Accessor& accessor) con
             model.bufferViews[static_cast<std::size_t>(accessor.bufferView)].byteStride;
         LoadAll(
             accessor.componentType,
-            {BytesOf(model, accessor.bufferView, accessor.byteOffset), accessor.count,
+            {View(accessor.bufferView).data() + accessor.byteOffset, accessor.count,
              viewStride == 0 ? ElementSize(accessor) : viewStride, WidthOf(accessor), accessor.normalized},
             numbers.data());
     }
@@ -232,11 +238,12 @@ template <class Number>
 void eGltfAccessors::ReadSparse(const tinygltf::Accessor& accessor, std::vector<Number>& numbers) const {
     const auto& values = accessor.sparse.values;
     const std::size_t width = WidthOf(accessor);
-    const std::vector<std::uint32_t> indices = SparseIndices(model, accessor);
+    const std::vector<std::uint32_t> indices =
+        SparseIndices(View(accessor.sparse.indices.bufferView), accessor);
     std::vector<Number> replaced(indices.size() * width);
     LoadAll(accessor.componentType,
-            {BytesOf(model, values.bufferView, static_cast<std::size_t>(values.byteOffset)), indices.size(),
-             ElementSize(accessor), width, accessor.normalized},
+            {View(values.bufferView).data() + values.byteOffset, indices.size(), ElementSize(accessor), width,
+             accessor.normalized},
             replaced.data());
     for (std::size_t i = 0; i < indices.size(); ++i) {
         std::copy_n(replaced.begin() + static_cast<std::ptrdiff_t>(i * width), width,

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "host/values.h"
-#include "standalone/loaders/gltf/file/gltf_library.h"
+#include "standalone/loaders/gltf/file/gltf_buffers.h"
+#include "standalone/loaders/gltf/file/gltf_model.h"
 
 namespace standalone {
 
@@ -14,9 +16,12 @@ namespace standalone {
 // its user, and the result is empty; a good accessor is never empty.
 class eGltfAccessors {
 public:
-    // Both must outlive the object. Holds every accessor against its buffer views and reports what lies
+    // All must outlive the object. Holds every accessor against its buffer views and reports what lies
     // beyond them: the other operations may be called only if that went well.
-    eGltfAccessors(const tinygltf::Model& model, eImportReport& report);
+    eGltfAccessors(const tinygltf::Model& model, const eGltfBuffers& buffers, eImportReport& report);
+
+    // The bytes of a buffer view.
+    std::span<const std::uint8_t> View(int bufferView) const;
 
     std::size_t Count(int accessor) const {
         return model.accessors[static_cast<std::size_t>(accessor)].count;
@@ -37,9 +42,9 @@ private:
     std::vector<Number> Read(const tinygltf::Accessor& accessor) const;
     template <class Number>
     void ReadSparse(const tinygltf::Accessor& accessor, std::vector<Number>& numbers) const;
-    const unsigned char* Bytes(int bufferView, std::size_t offset) const;
 
     const tinygltf::Model& model;
+    const eGltfBuffers& buffers;
     eImportReport& report;
 };
 

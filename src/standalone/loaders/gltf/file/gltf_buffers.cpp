@@ -13,16 +13,20 @@ namespace {
 
 using eBytes = std::vector<std::uint8_t>;
 
+std::span<const std::uint8_t> BytesOf(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
 // Nothing, with a problem, where there are no bytes to be had.
 std::optional<eBytes> ReadFileBuffer(const std::string& file, const std::string& place,
                                      eImportReport& report) {
-    std::string content;
+    eBytes content;
     const platform::eIoStatus status = ReadFileContent(file, content);
     if (!status.IsOk()) {
         report.Problem(place, eMessageId::GltfBufferUnreadable, file, status.Text());
         return std::nullopt;
     }
-    return eBytes(content.begin(), content.end());
+    return content;
 }
 
 std::optional<eBytes> DecodeBuffer(std::string_view uri, const std::string& place, eImportReport& report) {
@@ -40,29 +44,52 @@ void CheckLength(std::size_t length, std::size_t told, const std::string& place,
     }
 }
 
+// What could be read of a buffer that is elsewhere than in the binary part.
+eBytes ReadUriBuffer(std::string_view uri, const std::string& folder, std::size_t told,
+                     const std::string& place, eImportReport& report) {
+    std::optional<eBytes> bytes = IsDataUri(uri) ? DecodeBuffer(uri, place, report)
+                                                 : ReadFileBuffer(FileOfUri(folder, uri), place, report);
+    if (!bytes) {
+        return {};
+    }
+    CheckLength(bytes->size(), told, place, report);
+    bytes->resize(std::min(bytes->size(), told));
+    return std::move(*bytes);
+}
+
 }  // namespace
 
-std::vector<eBytes> ReadGltfBuffers(const eJsonTree& json, const eGltfContainer& container,
-                                    const std::string& folder, eImportReport& report) {
-    std::vector<eBytes> buffers;
-    for (const eJsonIndex entry : GltfEntries(json, "buffers")) {
+std::size_t eGltfBuffers::Size() const {
+    std::size_t size = 0;
+    for (const std::span<const std::uint8_t> buffer : bytes) {
+        size += buffer.size();
+    }
+    return size;
+}
+
+int eGltfBuffers::Add(std::vector<std::uint8_t> own) {
+    bytes.push_back(kept.emplace_back(std::move(own)));
+    return static_cast<int>(bytes.size()) - 1;
+}
+
+eGltfBuffers ReadGltfBuffers(const eJsonTree& json, const eGltfContainer& container,
+                             const std::string& folder, eImportReport& report) {
+    eGltfBuffers buffers;
+    const std::vector<eJsonIndex> entries = GltfEntries(json, "buffers");
+    for (const eJsonIndex entry : entries) {
         const std::string place = json.PathOf(entry);
         const std::string_view uri = JsonText(json, entry, "uri");
         const auto told = static_cast<std::size_t>(JsonWhole(json, entry, "byteLength", 0));
-        eBytes& buffer = buffers.emplace_back();
         if (json.FindMember(entry, "uri") != kNoJson) {
-            std::optional<eBytes> bytes = IsDataUri(uri)
-                                              ? DecodeBuffer(uri, place, report)
-                                              : ReadFileBuffer(FileOfUri(folder, uri), place, report);
-            if (bytes) {
-                CheckLength(bytes->size(), told, place, report);
-                bytes->resize(std::min(bytes->size(), told));
-                buffer = std::move(*bytes);
-            }
-        } else if (buffers.size() == 1 && container.isBinary) {
+            buffers.Add(ReadUriBuffer(uri, folder, told, place, report));
+        } else if (entry == entries.front() && container.isBinary) {
             CheckLength(container.binary.size(), told, place, report);
-        } else if (FindJson(json, entry, {"extensions", "EXT_meshopt_compression"}) == kNoJson) {
-            report.Problem(place, eMessageId::GltfBufferWithoutUri);
+            buffers.Add(BytesOf(container.binary.substr(0, told)));
+        } else {
+            if (FindJson(json, entry, {"extensions", "EXT_meshopt_compression"}) == kNoJson) {
+                report.Problem(place, eMessageId::GltfBufferWithoutUri);
+            }
+            buffers.Add(eBytes());
         }
     }
     return buffers;

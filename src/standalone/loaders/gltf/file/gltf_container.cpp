@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <string>
 
 namespace standalone {
 namespace {
@@ -29,18 +28,6 @@ std::uint32_t ReadWord(std::string_view bytes, std::size_t offset) {
         word = word << 8 | static_cast<unsigned char>(bytes[offset + i]);
     }
     return word;
-}
-
-void AppendWord(std::string& bytes, std::size_t word) {
-    for (int shift = 0; shift < 32; shift += 8) {
-        bytes += static_cast<char>(word >> shift);
-    }
-}
-
-void AppendChunk(std::string& file, std::string_view type, std::string_view content, char padding) {
-    const std::size_t length = (content.size() + 3) / 4 * 4;
-    AppendWord(file, length);
-    file.append(type).append(content).append(length - content.size(), padding);
 }
 
 struct eChunk {
@@ -120,19 +107,6 @@ eGltfContainer OpenGltfContainer(std::string_view bytes, eImportReport& report) 
         return OpenBinary(bytes, report);
     }
     return {false, bytes, {}};
-}
-
-std::string FrameGltf(std::string_view json, std::string_view binary) {
-    std::string file(kMagic);
-    AppendWord(file, kVersion);
-    AppendWord(file, 0);
-    AppendChunk(file, kJsonChunk, json, ' ');
-    if (!binary.empty()) {
-        AppendChunk(file, kBinaryChunk, binary, '\0');
-    }
-    std::string length;
-    AppendWord(length, file.size());
-    return file.replace(8, length.size(), length);
 }
 
 }  // namespace standalone

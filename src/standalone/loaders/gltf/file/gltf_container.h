@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "standalone/loaders/shared/import_report.h"
@@ -17,8 +16,5 @@ struct eGltfContainer {
 // Takes the file apart. A file that does not begin as a binary one is JSON from start to end. Faults of the
 // binary frame are reported with the byte at which they stand.
 eGltfContainer OpenGltfContainer(std::string_view bytes, eImportReport& report);
-
-// A binary file of these two parts; an empty buffer has no chunk.
-std::string FrameGltf(std::string_view json, std::string_view binary);
 
 }  // namespace standalone
