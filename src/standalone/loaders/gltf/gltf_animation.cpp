@@ -61,12 +61,12 @@ public:
                 GltfPlace("animations", clip.animation) + "/samplers/" + std::to_string(channel.sampler);
             const tinygltf::AnimationSampler& sampler =
                 animation.samplers[static_cast<std::size_t>(channel.sampler)];
-            const std::optional<eGltfKeys> keys = ReadKeys(sampler, channel, clip.shift, place);
+            std::optional<eGltfKeys> keys = ReadKeys(sampler, channel, clip.shift, place);
             if (keys && Affords(*keys, place)) {
                 pieces.push_back({channel.node,
                                   channel.path,
                                   {static_cast<double>(clip.firstFrame), static_cast<double>(clip.lastFrame)},
-                                  CurveOf(*keys)});
+                                  CurveOf(std::move(*keys))});
             }
         }
     }
@@ -82,8 +82,10 @@ private:
             import.report.Problem(place, eMessageId::GltfWeightTarget, channel.node);
             return std::nullopt;
         }
-        for (const float seconds : import.accessors.Floats(sampler.input, 1, place)) {
-            keys.frames.push_back(GltfFrame(seconds, framesPerSecond) + shift);
+        const eGltfNumbers times = import.accessors.Numbers(sampler.input, 1, place);
+        keys.frames.reserve(times.Count());
+        for (std::size_t key = 0; key < times.Count(); ++key) {
+            keys.frames.push_back(GltfFrame(times.At<1>(key)[0], framesPerSecond) + shift);
         }
         const bool areWeights = channel.path == eGltfPath::Weights;
         keys.values = import.accessors.Floats(sampler.output, areWeights ? 1 : keys.width, place);
@@ -141,7 +143,7 @@ void JoinPieces(std::vector<ePiece>& pieces, std::vector<eGltfNodeCurves>& curve
             if (!isAlone) {
                 HoldWithin(piece->curve, piece->clip);
             }
-            AppendCurve(curve, piece->curve);
+            AppendCurve(curve, std::move(piece->curve));
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace standalone {
 namespace {
@@ -16,10 +17,6 @@ std::span<const float> ValueOf(const eGltfKeys& keys, std::size_t key) {
 
 std::span<const float> CubicPart(const eGltfKeys& keys, std::size_t key, std::size_t part) {
     return std::span(keys.values).subspan((key * 3 + part) * keys.width, keys.width);
-}
-
-eGltfCurve LinearCurve(const eGltfKeys& keys) {
-    return {keys.width, keys.frames, keys.values};
 }
 
 eGltfCurve StepCurve(const eGltfKeys& keys) {
@@ -78,10 +75,10 @@ std::size_t SplineSize(const eGltfKeys& keys) {
     return static_cast<std::size_t>(keys.frames.back() - keys.frames.front()) + 2;
 }
 
-eGltfCurve CurveOf(const eGltfKeys& keys) {
+eGltfCurve CurveOf(eGltfKeys keys) {
     switch (keys.motion) {
         case eGltfMotion::Linear:
-            return LinearCurve(keys);
+            return {keys.width, std::move(keys.frames), std::move(keys.values)};
         case eGltfMotion::Step:
             return StepCurve(keys);
         case eGltfMotion::Cubic:
@@ -104,8 +101,11 @@ void HoldWithin(eGltfCurve& curve, const eGltfSpan& clip) {
     }
 }
 
-void AppendCurve(eGltfCurve& curve, const eGltfCurve& behind) {
-    curve.width = behind.width;
+void AppendCurve(eGltfCurve& curve, eGltfCurve behind) {
+    if (curve.IsEmpty()) {
+        curve = std::move(behind);
+        return;
+    }
     curve.frames.insert(curve.frames.end(), behind.frames.begin(), behind.frames.end());
     curve.values.insert(curve.values.end(), behind.values.begin(), behind.values.end());
 }

@@ -50,7 +50,7 @@ std::size_t SplineSize(const eGltfKeys& keys);
 
 // The same motion as straight lines. Linear keys are taken over, steps become two keys at one frame, and
 // cubic splines are evaluated at their ends and at every whole frame in between, where nothing is lost.
-eGltfCurve CurveOf(const eGltfKeys& keys);
+eGltfCurve CurveOf(eGltfKeys keys);
 
 // Appends a piece of motion behind another on the timeline. Both hold still from their outer keys to the ends
 // of their clips, frames of the timeline, so that one does not glide into the other.
@@ -59,6 +59,6 @@ struct eGltfSpan {
     double last = 0;
 };
 void HoldWithin(eGltfCurve& curve, const eGltfSpan& clip);
-void AppendCurve(eGltfCurve& curve, const eGltfCurve& behind);
+void AppendCurve(eGltfCurve& curve, eGltfCurve behind);
 
 }  // namespace standalone

@@ -124,10 +124,17 @@ struct eElements {
     std::size_t stride = 0;
     std::size_t width = 0;
     bool isNormalised = false;
+
+    // Elements without gaps as one wide one, whose numbers can be taken several at a time.
+    eElements InOneRow(std::size_t componentSize) const {
+        const bool isDense = stride == width * componentSize;
+        return isDense ? eElements{first, 1, stride * count, width * count, isNormalised} : *this;
+    }
 };
 
 template <class Number, class Component>
-void LoadAll(const eElements& elements, Number* out) {
+void LoadAll(const eElements& all, Number* out) {
+    const eElements elements = all.InOneRow(sizeof(Component));
     const unsigned char* element = elements.first;
     for (std::size_t i = 0; i < elements.count; ++i, element += elements.stride) {
         for (std::size_t component = 0; component < elements.width; ++component) {
@@ -135,6 +142,20 @@ void LoadAll(const eElements& elements, Number* out) {
                                      elements.isNormalised);
         }
     }
+}
+
+bool AreFinite(const eElements& all) {
+    const eElements elements = all.InOneRow(sizeof(float));
+    constexpr std::uint32_t kMagnitude = 0x7FFFFFFF, kInfinite = 0x7F800000;
+    std::uint32_t greatest = 0;
+    const unsigned char* element = elements.first;
+    for (std::size_t i = 0; i < elements.count; ++i, element += elements.stride) {
+        for (std::size_t component = 0; component < elements.width; ++component) {
+            const auto bits = Load<std::uint32_t>(element + component * sizeof(float));
+            greatest = std::max(greatest, bits & kMagnitude);
+        }
+    }
+    return greatest < kInfinite;
 }
 
 template <class Number>
@@ -161,6 +182,19 @@ std::span<const std::uint8_t> BytesOf(const tinygltf::Model& model, const eGltfB
                                       int bufferView) {
     const tinygltf::BufferView& view = model.bufferViews[static_cast<std::size_t>(bufferView)];
     return buffers.Bytes(view.buffer).subspan(view.byteOffset, view.byteLength);
+}
+
+// Those that the accessor has in its view.
+eElements ElementsOf(const tinygltf::Model& model, const eGltfBuffers& buffers,
+                     const tinygltf::Accessor& accessor) {
+    const std::size_t stride = model.bufferViews[static_cast<std::size_t>(accessor.bufferView)].byteStride;
+    return {BytesOf(model, buffers, accessor.bufferView).data() + accessor.byteOffset, accessor.count,
+            stride == 0 ? ElementSize(accessor) : stride, WidthOf(accessor), accessor.normalized};
+}
+
+bool StandsAsFloats(const tinygltf::Accessor& accessor) {
+    return accessor.componentType == TINYGLTF_COMPONENT_TYPE_FLOAT && accessor.bufferView >= 0 &&
+           !accessor.sparse.isSparse;
 }
 
 std::vector<std::uint32_t> SparseIndices(std::span<const std::uint8_t> view,
@@ -220,13 +254,7 @@ template <class Number>
 std::vector<Number> eGltfAccessors::Read(const tinygltf::Accessor& accessor) const {
     std::vector<Number> numbers(accessor.count * WidthOf(accessor));
     if (accessor.bufferView >= 0) {
-        const std::size_t viewStride =
-            model.bufferViews[static_cast<std::size_t>(accessor.bufferView)].byteStride;
-        LoadAll(
-            accessor.componentType,
-            {View(accessor.bufferView).data() + accessor.byteOffset, accessor.count,
-             viewStride == 0 ? ElementSize(accessor) : viewStride, WidthOf(accessor), accessor.normalized},
-            numbers.data());
+        LoadAll(accessor.componentType, ElementsOf(model, buffers, accessor), numbers.data());
     }
     if (accessor.sparse.isSparse) {
         ReadSparse(accessor, numbers);
@@ -251,6 +279,18 @@ void eGltfAccessors::ReadSparse(const tinygltf::Accessor& accessor, std::vector<
     }
 }
 
+// Whatever is wrong is told where the numbers are unfolded.
+eGltfNumbers eGltfAccessors::Numbers(int accessor, std::size_t width, const std::string& place) const {
+    const tinygltf::Accessor& source = model.accessors[static_cast<std::size_t>(accessor)];
+    if (WidthOf(source) == width && StandsAsFloats(source)) {
+        const eElements elements = ElementsOf(model, buffers, source);
+        if (AreFinite(elements)) {
+            return {elements.first, elements.count, elements.stride};
+        }
+    }
+    return {Floats(accessor, width, place), width};
+}
+
 std::vector<float> eGltfAccessors::Floats(int accessor, std::size_t width, const std::string& place) const {
     if (!Expect(accessor, width, place)) {
         return {};
@@ -263,15 +303,6 @@ std::vector<float> eGltfAccessors::Floats(int accessor, std::size_t width, const
         return {};
     }
     return numbers;
-}
-
-std::vector<host::Point3> eGltfAccessors::Points(int accessor, const std::string& place) const {
-    const std::vector<float> numbers = Floats(accessor, 3, place);
-    std::vector<host::Point3> points(numbers.size() / 3);
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        points[i] = {numbers[3 * i], numbers[3 * i + 1], numbers[3 * i + 2]};
-    }
-    return points;
 }
 
 std::vector<std::uint32_t> eGltfAccessors::Wholes(int accessor, std::size_t width,

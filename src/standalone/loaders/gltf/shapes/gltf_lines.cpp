@@ -18,11 +18,13 @@ std::vector<eSpline> ReadGltfLines(eGltfImport& import, int mesh) {
             continue;
         }
         const std::string place = GltfPlace("meshes", mesh) + "/primitives/" + std::to_string(i);
-        const std::vector<host::Point3> points = import.accessors.Points(position->second, place);
+        const eGltfNumbers points = import.accessors.Numbers(position->second, 3, place);
         const std::vector<std::uint32_t> corners = GltfCorners(import, primitives[i], place);
-        if (!points.empty()) {
-            std::ranges::transform(corners, std::back_inserter(ends),
-                                   [&](std::uint32_t corner) { return ToHostPoint(points[corner]); });
+        if (!points.IsEmpty()) {
+            std::ranges::transform(corners, std::back_inserter(ends), [&](std::uint32_t corner) {
+                const std::array<float, 3> p = points.At<3>(corner);
+                return ToHostPoint({p[0], p[1], p[2]});
+            });
         }
     }
     return ChainSegments(ends);

@@ -1,15 +1,19 @@
 #include "standalone/loaders/gltf/shapes/gltf_mesh.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <optional>
 #include <set>
+#include <span>
 #include <string_view>
 
 #include "standalone/loaders/gltf/gltf_axes.h"
 
 namespace standalone {
 namespace {
+
+using eTriple = std::array<float, 3>;
 
 constexpr int kFirstTextureChannel = 1;
 constexpr int kLastTextureSet = 98;
@@ -37,7 +41,7 @@ void AddNormals(const eGltfVertices& vertices, host::Mesh& mesh) {
     const std::size_t count = mesh.verts.size();
     host::MeshNormalSpec spec{std::vector<host::Point3>(count), {}, std::vector<bool>(count, true)};
     std::vector<bool> hasNormal(count);
-    vertices.ForEach("NORMAL", 3, [&](std::size_t vertex, std::span<const float> n) {
+    vertices.ForEach<3>("NORMAL", [&](std::size_t vertex, const eTriple& n) {
         spec.normals[vertex] = Normalize(ToHostPoint({n[0], n[1], n[2]}));
         hasNormal[vertex] = spec.normals[vertex] != host::Point3{};
     });
@@ -90,10 +94,10 @@ void AddTextureSets(const eGltfVertices& vertices, host::Mesh& mesh) {
     }
     for (const int set : sets) {
         host::MapChannel& channel = AddChannel(mesh, set + kFirstTextureChannel, {0, 1, 0});
-        vertices.ForEach("TEXCOORD_" + std::to_string(set), 2,
-                         [&](std::size_t vertex, std::span<const float> uv) {
-                             channel.verts[vertex] = {uv[0], 1 - uv[1], 0};
-                         });
+        vertices.ForEach<2>("TEXCOORD_" + std::to_string(set),
+                            [&](std::size_t vertex, const std::array<float, 2>& uv) {
+                                channel.verts[vertex] = {uv[0], 1 - uv[1], 0};
+                            });
     }
 }
 
@@ -107,10 +111,14 @@ void AddColorChannel(const eGltfAccessors& accessors, const eGltfVertices& verti
         if (accessor < 0) {
             continue;
         }
-        const std::size_t width = accessors.Width(accessor) == 4 ? 4 : 3;
-        vertices.ForEachOf(block, accessor, width, [&](std::size_t vertex, std::span<const float> color) {
+        const auto take = [&](std::size_t vertex, std::span<const float> color) {
             channel.verts[vertex] = pick(color);
-        });
+        };
+        if (accessors.Width(accessor) == 4) {
+            vertices.ForEachOf<4>(block, accessor, take);
+        } else {
+            vertices.ForEachOf<3>(block, accessor, take);
+        }
     }
 }
 
@@ -144,7 +152,7 @@ void AddTarget(eImportReport& report, const eGltfVertices& vertices, const eGltf
                const std::map<std::string, int>& attributes, std::vector<host::Point3>& movements) {
     for (const auto& [name, accessor] : attributes) {
         if (name == "POSITION") {
-            vertices.ForEachOf(block, accessor, 3, [&](std::size_t vertex, std::span<const float> p) {
+            vertices.ForEachOf<3>(block, accessor, [&](std::size_t vertex, const eTriple& p) {
                 movements[vertex] = ToHostPoint({p[0], p[1], p[2]});
             });
         } else {
@@ -159,7 +167,7 @@ host::Mesh MakeGltfMesh(eImportReport& report, const eGltfAccessors& accessors,
                         const eGltfVertices& vertices) {
     host::Mesh mesh;
     mesh.verts.resize(vertices.Count());
-    vertices.ForEach("POSITION", 3, [&](std::size_t vertex, std::span<const float> p) {
+    vertices.ForEach<3>("POSITION", [&](std::size_t vertex, const eTriple& p) {
         mesh.verts[vertex] = ToHostPoint({p[0], p[1], p[2]});
     });
     AddFaces(vertices, mesh);

@@ -1,6 +1,7 @@
 #include "standalone/loaders/gltf/shapes/gltf_skin.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "standalone/loaders/gltf/file/gltf_place.h"
@@ -19,14 +20,13 @@ std::vector<host::Matrix3> ReadBindMatrices(eGltfImport& import, int skin) {
         return matrices;
     }
     const std::string place = GltfPlace("skins", skin) + "/inverseBindMatrices";
-    const std::vector<float> numbers = import.accessors.Floats(source.inverseBindMatrices, 16, place);
-    if (numbers.size() < 16 * matrices.size()) {
-        import.report.Problem(place, eMessageId::GltfSkinMatrices, numbers.size() / 16, matrices.size());
+    const eGltfNumbers numbers = import.accessors.Numbers(source.inverseBindMatrices, 16, place);
+    if (numbers.Count() < matrices.size()) {
+        import.report.Problem(place, eMessageId::GltfSkinMatrices, numbers.Count(), matrices.size());
         return matrices;
     }
     for (std::size_t joint = 0; joint < matrices.size(); ++joint) {
-        matrices[joint] =
-            ToHostMatrix(FileMatrix(std::span(numbers).subspan(16 * joint).first<16>()), eAxes{});
+        matrices[joint] = ToHostMatrix(FileMatrix(numbers.At<16>(joint)), eAxes{});
     }
     return matrices;
 }
@@ -150,20 +150,20 @@ void ReadInfluenceSet(eGltfImport& import, const eGltfVertices& vertices, const 
         return;
     }
     std::size_t beyond = 0;
-    vertices.ForEachOf(block, set.weights, kInfluencesPerSet,
-                       [&](std::size_t vertex, std::span<const float> weights) {
-                           const std::size_t inFile = block.kept[vertex - block.first] * kInfluencesPerSet;
-                           for (std::size_t i = 0; i < kInfluencesPerSet; ++i) {
-                               if (weights[i] == 0) {
-                                   continue;
-                               }
-                               if (joints[inFile + i] >= boneCount) {
-                                   ++beyond;
-                                   continue;
-                               }
-                               table.Add(vertex, {static_cast<int>(joints[inFile + i]), weights[i]});
-                           }
-                       });
+    vertices.ForEachOf<kInfluencesPerSet>(
+        block, set.weights, [&](std::size_t vertex, const std::array<float, kInfluencesPerSet>& weights) {
+            const std::size_t inFile = block.kept[vertex - block.first] * kInfluencesPerSet;
+            for (std::size_t i = 0; i < kInfluencesPerSet; ++i) {
+                if (weights[i] == 0) {
+                    continue;
+                }
+                if (joints[inFile + i] >= boneCount) {
+                    ++beyond;
+                    continue;
+                }
+                table.Add(vertex, {static_cast<int>(joints[inFile + i]), weights[i]});
+            }
+        });
     if (beyond != 0) {
         import.report.Problem(block.place, eMessageId::GltfSkinInfluences, beyond, boneCount);
     }

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <limits>
 #include <map>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -43,23 +42,24 @@ public:
     const std::vector<eGltfVertexBlock>& Blocks() const { return blocks; }
     const std::vector<eGltfFaceGroup>& Groups() const { return groups; }
 
-    // Calls take(vertex of the mesh, its `width` numbers) for each vertex whose block has the attribute.
-    template <class Take>
-    void ForEach(const std::string& attribute, std::size_t width, Take take) const {
+    // Calls take(vertex of the mesh, its `Width` numbers) for each vertex whose block has the attribute.
+    template <std::size_t Width, class Take>
+    void ForEach(const std::string& attribute, Take take) const {
         for (const eGltfVertexBlock& block : blocks) {
             if (const int accessor = block.Attribute(attribute); accessor >= 0) {
-                ForEachOf(block, accessor, width, take);
+                ForEachOf<Width>(block, accessor, take);
             }
         }
     }
     // The same for an accessor with an element per vertex of the block.
-    template <class Take>
-    void ForEachOf(const eGltfVertexBlock& block, int accessor, std::size_t width, Take take) const {
-        const std::vector<float> numbers = HasAllVertices(block, accessor)
-                                               ? accessors.Floats(accessor, width, block.place)
-                                               : std::vector<float>();
-        for (std::size_t i = 0; i < block.kept.size() && !numbers.empty(); ++i) {
-            take(block.first + i, std::span(numbers).subspan(block.kept[i] * width, width));
+    template <std::size_t Width, class Take>
+    void ForEachOf(const eGltfVertexBlock& block, int accessor, Take take) const {
+        if (!HasAllVertices(block, accessor)) {
+            return;
+        }
+        const eGltfNumbers numbers = accessors.Numbers(accessor, Width, block.place);
+        for (std::size_t i = 0; i < block.kept.size() && !numbers.IsEmpty(); ++i) {
+            take(block.first + i, numbers.At<Width>(block.kept[i]));
         }
     }
     // False, with a problem, where the accessor has another number of elements than the block has vertices.
