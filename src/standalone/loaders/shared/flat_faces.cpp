@@ -30,17 +30,19 @@ void DropFacesWithoutArea(eSceneData& scene, eImportReport& report) {
         if (mesh == nullptr) {
             continue;
         }
+        const std::vector<host::Face>& faces = mesh->mesh.faces;
         const bool isDeformed = !mesh->vertexKeys.empty() || !object.modifiers.empty();
+        const auto hasArea = [&](const host::Face& face) { return HasArea(*mesh, face, isDeformed); };
+        if (std::ranges::all_of(faces, hasArea)) {
+            continue;
+        }
         std::vector<std::uint32_t> kept;
-        for (std::uint32_t face = 0; face < mesh->mesh.faces.size(); ++face) {
-            if (HasArea(*mesh, mesh->mesh.faces[face], isDeformed)) {
+        for (std::uint32_t face = 0; face < faces.size(); ++face) {
+            if (hasArea(faces[face])) {
                 kept.push_back(face);
             }
         }
-        const std::size_t lost = mesh->mesh.faces.size() - kept.size();
-        if (lost == 0) {
-            continue;
-        }
+        const std::size_t lost = faces.size() - kept.size();
         report.Notice(eMessageId::ImportNoArea,
                       NameOfObject(scene, number) + " (" + std::to_string(lost) + ")");
         std::string id = object.id;

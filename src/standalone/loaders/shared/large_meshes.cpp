@@ -81,10 +81,31 @@ std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
     return count;
 }
 
+// Where all tables number their corners as the mesh does, its vertices are as many as can be.
+bool AreNumberedAlike(const host::Mesh& mesh) {
+    const auto isFace = [](const host::TVFace& corners, const host::Face& face) {
+        return std::ranges::equal(corners.t, face.v);
+    };
+    for (const host::MapChannel& channel : mesh.maps) {
+        if (!std::ranges::equal(channel.faces, mesh.faces, isFace)) {
+            return false;
+        }
+    }
+    const std::size_t normals = mesh.specifiedNormals ? mesh.specifiedNormals->faceNormals.size() : 0;
+    for (std::size_t corner = 0; corner < normals; ++corner) {
+        if (mesh.specifiedNormals->faceNormals[corner] !=
+            static_cast<std::int32_t>(mesh.faces[corner / 3].v[corner % 3])) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool Fits(const host::Mesh& mesh, const eFaces& faces) {
     return faces.size() <= kMostTriangles &&
-           (3 * faces.size() <= kMostVertices || MostWeldedVertices(mesh, faces) <= kMostVertices ||
-            WeldedVertices(mesh, faces) <= kMostVertices);
+           (3 * faces.size() <= kMostVertices ||
+            (mesh.verts.size() <= kMostVertices && AreNumberedAlike(mesh)) ||
+            MostWeldedVertices(mesh, faces) <= kMostVertices || WeldedVertices(mesh, faces) <= kMostVertices);
 }
 
 host::Point3 Middle(const host::Mesh& mesh, std::uint32_t face) {
@@ -104,7 +125,9 @@ int LongestAxis(const host::Mesh& mesh, const eFaces& faces) {
 // Halves the faces until each part fits; the order of the faces in a part is that of the mesh.
 void Part(const host::Mesh& mesh, eFaces faces, std::vector<eFaces>& parts) {
     if (Fits(mesh, faces)) {
-        std::ranges::sort(faces);
+        if (!std::ranges::is_sorted(faces)) {
+            std::ranges::sort(faces);
+        }
         parts.push_back(std::move(faces));
         return;
     }
