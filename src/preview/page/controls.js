@@ -81,6 +81,7 @@ export function bindKeys(player, fit) {
     '[': () => nextOption($('clips'), -1),
     ']': () => nextOption($('clips'), 1),
     KeyV: () => toggle('volumes'), KeyZ: () => toggle('zones'), KeyP: () => toggle('supports'),
+    KeyE: () => toggle('previews'), KeyS: () => toggle('shadows'),
     KeyK: () => toggle('skeleton'), KeyW: () => toggle('wire'), KeyG: () => toggle('grid'),
     KeyC: () => nextOption($('colours'), 1), KeyF: fit, KeyB: () => $('open-tree').click(),
     KeyL: switchLanguage, '?': () => $('help').click(),

@@ -7,6 +7,7 @@ import { $, bindColours, bindKeys, bindLevels, bindPanels, bindSwitch, translate
 import { Model } from './model.js';
 import { Picking } from './picking.js';
 import { Player } from './player.js';
+import { PreviewMarks } from './preview_marks.js';
 import { Selection } from './selection.js';
 import { Stage } from './stage.js';
 import { Timeline } from './timeline.js';
@@ -68,6 +69,7 @@ function showModel(model) {
 function bindView(model, stage, lines) {
   const wires = new Wires(model);
   const colouring = new Colouring(model);
+  const previews = new PreviewMarks(model, model.box().getSize(new THREE.Vector3()).length());
   const drawn = (apply) => (value) => {
     apply(value);
     stage.touch();
@@ -76,6 +78,8 @@ function bindView(model, stage, lines) {
   bindSwitch('volumes', false, volume.length > 0, drawn((isOn) => model.showMarks('volume', isOn)));
   bindSwitch('zones', false, zone.length > 0, drawn((isOn) => model.showMarks('zone', isOn)));
   bindSwitch('supports', false, support.length > 0, drawn((isOn) => model.showMarks('support point', isOn)));
+  bindSwitch('previews', false, previews.lines.length > 0, drawn((isOn) => previews.show(isOn)));
+  bindSwitch('shadows', false, model.meshes.length > 0, drawn((isOn) => stage.showShadows(isOn, model.box())));
   bindSwitch('skeleton', false, true, drawn((isOn) => lines.show(isOn)));
   bindSwitch('wire', false, model.meshes.length > 0, drawn((isOn) => wires.show(isOn)));
   bindSwitch('grid', true, true, drawn((isOn) => { stage.floor.visible = isOn; }));

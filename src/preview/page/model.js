@@ -59,16 +59,26 @@ export class Model {
     this.bones = [];
     this.shown = [];
     this.marks = { volume: [], zone: [], 'support point': [] };
+    this.cameras = [];
+    this.lights = [];
+    this.previewLines = [];
     this.root.traverse((node) => {
       const { kind } = node.userData;
       if (kind === 'bone') {
         this.bones.push(node);
       } else if (kind === 'mesh') {
         this.shown.push(node);
-        meshesOf(node).forEach((mesh, number) => Object.assign(mesh, { owner: node, subMesh: number }));
+        const { shadow_caster: casts, shadow_receiver: receives } = node.userData;
+        meshesOf(node).forEach((mesh, number) => Object.assign(mesh, {
+          owner: node, subMesh: number, castShadow: casts !== '0', receiveShadow: receives !== '0',
+        }));
       } else if (this.marks[kind]) {
         this.marks[kind].push(node);
-        meshesOf(node).forEach((mesh) => { mesh.owner = node; });
+        meshesOf(node).forEach((mesh) => Object.assign(mesh, { owner: node, visible: false }));
+      } else if (kind === 'camera' && node.isCamera) {
+        this.cameras.push(node);
+      } else if (kind === 'light') {
+        this.lights.push(node);
       }
     });
     // They lie within meshes as often as not.
@@ -97,11 +107,12 @@ export class Model {
     this.marks[kind].forEach((node) => meshesOf(node).forEach((mesh) => { mesh.visible = isShown; }));
   }
 
-  // What is seen of the meshes; of a model without any, its bones.
+  // What is seen of meshes and marks; where there is nothing, the bones.
   box() {
     const box = new THREE.Box3();
     this.root.updateMatrixWorld(true);
-    this.meshes.filter((mesh) => this.isVisible(mesh)).forEach((mesh) => box.expandByObject(mesh, true));
+    [...this.meshes, ...Object.values(this.marks).flat().flatMap(meshesOf), ...this.previewLines]
+      .filter((drawn) => this.isVisible(drawn)).forEach((drawn) => box.expandByObject(drawn, true));
     this.bones.filter(() => box.isEmpty()).forEach((bone) => {
       box.expandByPoint(new THREE.Vector3().setFromMatrixPosition(bone.matrixWorld).addScalar(0.5));
     });

@@ -4,11 +4,14 @@ import * as THREE from 'three';
 import { OrbitControls } from 'three/addons/controls/OrbitControls.js';
 
 const BACKGROUND = 0x16191d;
+const SUN = new THREE.Vector3(3, 6, 4);
+const SUN_OF_SHADOWS = new THREE.Vector3(-3, 5, 3);  // from aside, as behind the camera it would hide them
 
 export class Stage {
   constructor(canvas) {
     this.renderer = new THREE.WebGLRenderer({ canvas, antialias: true });
     this.renderer.setPixelRatio(Math.min(window.devicePixelRatio, 2));
+    this.renderer.shadowMap.enabled = true;
     this.scene = new THREE.Scene();
     this.scene.background = new THREE.Color(BACKGROUND);
     this.camera = new THREE.PerspectiveCamera(35, 1, 0.01, 1000);
@@ -24,11 +27,11 @@ export class Stage {
 
   addLight() {
     const sky = new THREE.HemisphereLight(0xdfe8f5, 0x5a544b, 2.1);
-    const sun = new THREE.DirectionalLight(0xfff1de, 2.9);
+    this.sun = new THREE.DirectionalLight(0xfff1de, 2.9);
     const fill = new THREE.DirectionalLight(0xbfd4ff, 0.9);
-    sun.position.set(3, 6, 4);
+    this.sun.position.copy(SUN);
     fill.position.set(-4, 2, -3);
-    this.scene.add(sky, sun, fill);
+    this.scene.add(sky, this.sun, this.sun.target, fill);
   }
 
   // A floor of squares of a metre, or as many metres as a large model needs.
@@ -37,6 +40,25 @@ export class Stage {
     const cells = Math.max(8, 2 * Math.ceil(size / cell));
     this.floor = new THREE.GridHelper(cells * cell, cells, 0x47505b, 0x2a3037);
     this.scene.add(this.floor);
+    this.ground = new THREE.Mesh(new THREE.PlaneGeometry(cells * cell, cells * cell).rotateX(-Math.PI / 2),
+      new THREE.MeshStandardMaterial({ color: 0x3c434b, roughness: 1, polygonOffset: true, polygonOffsetFactor: 1 }));
+    Object.assign(this.ground, { receiveShadow: true, visible: false });
+    this.scene.add(this.ground);
+  }
+
+  // The sun's shadows of all that lies in the box, on a ground, as the dark of the background shows none.
+  showShadows(isShown, box) {
+    this.ground.visible = this.sun.castShadow = isShown;
+    const radius = Math.max(box.getSize(new THREE.Vector3()).length(), 0.01);
+    box.getCenter(this.sun.target.position);
+    this.sun.position.copy(isShown ? SUN_OF_SHADOWS : SUN).setLength(2 * radius).add(this.sun.target.position);
+    const { shadow } = this.sun;
+    Object.assign(shadow.camera, {
+      left: -radius, right: radius, bottom: -radius, top: radius, near: radius / 10, far: 4 * radius,
+    });
+    shadow.camera.updateProjectionMatrix();
+    shadow.mapSize.set(2048, 2048);
+    shadow.normalBias = radius / 400;
   }
 
   touch() {

@@ -1,4 +1,4 @@
-// Opens the pages of two models in headless Chromium and works all that they have: no message in the console, a picture
+// Opens the pages of models in headless Chromium and works all that they have: no message in the console, a picture
 // that isn't empty, and each switch changes it.
 // Usage: test.mjs CHROMIUM PACKAGES PAGE... [--pictures FOLDER]; each page is NAME.html. Exits with 77 where Chromium
 // can't be started at all.
@@ -59,7 +59,7 @@ async function tryPage(browser, file) {
   const plain = await page.evaluate(look);
   const colours = await page.evaluate((number) => new Set(window.looks[number]).size, plain);
   expect(colours > 40, `${name}: the picture is empty`);
-  for (const id of ['volumes', 'zones', 'supports', 'skeleton', 'wire', 'grid']) {
+  for (const id of ['volumes', 'zones', 'supports', 'previews', 'shadows', 'skeleton', 'wire', 'grid']) {
     if (await page.$eval(`#${id}`, (box) => !box.disabled)) {
       await changes(page, `${name}: ${id}`, plain, () => page.click(`#${id}`));
       await page.click(`#${id}`);
