@@ -77,7 +77,7 @@ eJson eBoneNodes::Describe(const written::eWrittenBone& bone) const {
     }
     for (const inspect::eSdlBlock* block : bone.block->Blocks()) {
         if (!IsNode(block->Name())) {
-            extras[ToUtf8(block->Name())] = inspect::DescribeBlock(*block);
+            inspect::AddBlock(extras, *block);
         }
     }
     return {{"name", ToUtf8(bone.name)}, {"extras", extras}};

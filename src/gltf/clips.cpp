@@ -138,7 +138,7 @@ private:
                 continue;
             }
             for (const inspect::eSdlBlock* key : block->Blocks()) {
-                extras[ToUtf8(key->Name())] = inspect::DescribeBlock(*key);
+                inspect::AddBlock(extras, *key);
             }
         }
         return extras;

@@ -191,7 +191,7 @@ void eMarks::AddVolume(const eSdlBlock& volume) {
     const eSdlBlock* const tags = entity != nullptr ? entity->Find("volumes") : nullptr;
     if (const eSdlBlock* own = tags != nullptr ? tags->Find(volume.Name()) : nullptr) {
         for (const eSdlBlock* block : own->Blocks()) {
-            node["extras"][ToUtf8(block->Name())] = inspect::DescribeBlock(*block);
+            inspect::AddBlock(node["extras"], *block);
         }
     }
     bones_.AddChild(bone, glb_.Add("nodes", std::move(node)));
@@ -223,7 +223,7 @@ int eMarks::AddZone(const eSdlBlock& zone) {
     node["extras"] = {{"kind", "zone"}, {"zone", kind}};
     for (const eSdlBlock* block : zone.Blocks()) {
         if (block->Name() != "polygon2") {
-            node["extras"][ToUtf8(block->Name())] = inspect::DescribeBlock(*block);
+            inspect::AddBlock(node["extras"], *block);
         }
     }
     return glb_.Add("nodes", std::move(node));

@@ -92,7 +92,7 @@ eJson eMaterials::Describe(const eName& folder, const inspect::eSdlBlock& block)
     AddBlend(block, material);
     material["extras"] = {{"type", ToUtf8(block.Name())}};
     for (const inspect::eSdlBlock* key : block.Blocks()) {
-        material["extras"][ToUtf8(key->Name())] = inspect::DescribeBlock(*key);
+        inspect::AddBlock(material["extras"], *key);
     }
     return material;
 }

@@ -60,7 +60,7 @@ int eMeshNodes::MeshNode(int bone, const inspect::eSdlBlock& view, const std::st
                       {"mesh", ToUtf8(reference)},
                       {"level", level}};
     for (const inspect::eSdlBlock* block : view.Blocks()) {
-        node["extras"][ToUtf8(block->Name())] = inspect::DescribeBlock(*block);
+        inspect::AddBlock(node["extras"], *block);
     }
     nodes_.push_back({glb_.Add("nodes", std::move(node)), bone, mesh});
     return nodes_.back().node;

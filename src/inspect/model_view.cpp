@@ -21,16 +21,6 @@ std::string Joined(const std::vector<std::string>& words) {
     return text;
 }
 
-// Adds a block to what is said of the one around it. Values beside blocks go to the name, and so do those of
-// a second block of one name.
-void AddBlock(eDescription& description, const eSdlBlock& block) {
-    std::string name = ToUtf8(block.Name());
-    if ((!block.Blocks().empty() && !block.Values().empty()) || description.contains(name)) {
-        name += " " + Joined(block.Values());
-    }
-    description[name] = DescribeBlock(block);
-}
-
 eDescription DescribePolyhedron(const eSdlBlock& block) {
     std::string problem;
     const auto values = block.Values();
@@ -163,6 +153,14 @@ eDescription DescribeBlock(const eSdlBlock& block) {
         AddBlock(description, *child);
     }
     return description;
+}
+
+void AddBlock(eDescription& description, const eSdlBlock& block) {
+    std::string name = ToUtf8(block.Name());
+    if ((!block.Blocks().empty() && !block.Values().empty()) || description.contains(name)) {
+        name += " " + Joined(block.Values());
+    }
+    description[name] = DescribeBlock(block);
 }
 
 eDescription DescribeModel(const eSdlBlock& file) {

@@ -54,6 +54,7 @@ protected:
             .Skin({turret, tip}, {{{0, 1}}, {{0, 0.75F}, {1, 0.25F}}, {{1, 1}}, {{0, 0.5F}, {1, 0.5F}}});
         tank.Child("armour")
             .Property("Volume=plate")
+            .Property("Clear")
             .Property("bullet")
             .Position(0, 4, 0)
             .Object(standalone::eBoxObject{.width = 1, .length = 2, .height = 3});
@@ -105,6 +106,7 @@ TEST_F(MakeGlb, PutsEachThingWhereTheEngineSeesIt) {
     EXPECT_EQ(Numbers(glb.Node("twin")["scale"])[2], -1);
     EXPECT_THAT(Numbers(glb.Node("armour volume")["translation"]), ElementsAre(0, 4, 1.5F));
     EXPECT_EQ(glb.Node("armour volume")["extras"]["component"], "plate");
+    EXPECT_EQ(glb.Node("armour volume")["extras"]["able clear"]["bullet"], true);
     EXPECT_THAT(Numbers(glb.Node("support point")["translation"]), ElementsAre(1.5F, 0, 0));
     // A wall around 4 by 2 metres, flat on the floor.
     const auto zone = glb.Node("yard obstacle")["mesh"].get<std::size_t>();
