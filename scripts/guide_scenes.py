@@ -42,13 +42,13 @@ def scene(root, children, name="root", moving=()):
             "nodes": [node(name, root, object=HELPER, children=children)]}
 
 
-def tank(*beside, root=("Model=units/tank",), turret=("Poly",), rest=("Poly",)):
+def tank(*beside, root=("Model=units/tank",), turret=("Poly",), aim=(), rest=("Poly",)):
     """A tank of boxes that looks along x, with what stands beside."""
     barrel = node("barrel", turret, transform={"position": [0.7, 0, 0.25], "rotation": QUARTER},
                   object=cylinder(0.09, 1.7), material="dark")
     return scene(root, [
         part("hull", "green", box(3.4, 1.5, 0.6), (0, 0, 0.45), rest),
-        part("turret", "green", box(1.5, 1.2, 0.5), (-0.2, 0, 1.05), turret, children=[barrel]),
+        part("turret", "green", box(1.5, 1.2, 0.5), (-0.2, 0, 1.05), [*turret, *aim], children=[barrel]),
         part("left_track", "dark", box(4, 0.5, 0.8), (0, 1, 0), rest),
         part("right_track", "dark", box(4, 0.5, 0.8), (0, -1, 0), rest),
         *beside])
@@ -152,10 +152,15 @@ def stand(lines):
 
 class Drawing(typing.NamedTuple):
     """How a row is seen: its scene by the lines that the row's node has, with the example and without; the switches of
-    the preview that are on; how much of the clip has gone by."""
+    the preview that are on; how much of the clip has gone by; a bone, or "volume" or "zone", of which the page tells."""
     scene: typing.Callable
     show: list = []
     moment: float | None = None
+    choose: str | None = None
+
+    def of(self, page):
+        """A page as draw-pages.mjs takes it."""
+        return {"page": page, "show": self.show, "moment": self.moment, "choose": self.choose}
 
 
 DRAWN = {
@@ -180,6 +185,16 @@ DRAWN = {
     "OldSkin": Drawing(bending),
     "NoCastShadows": Drawing(in_the_sun, ["shadows"]),
     "NoGetShadows": Drawing(in_the_shade, ["shadows"]),
+}
+
+# Drawn once for all rows of a kind, with all their examples at one node: what the preview tells of it.
+CHOSEN = {
+    "joint": Drawing(lambda lines: tank(turret=["Poly"], aim=["IKType=revolute", *lines]), choose="turret"),
+    "zone": Drawing(lambda lines: tank(node("yard", ["Area", *lines], object={"type": "circle", "radius": 2.6})),
+                    ["zones"], choose="zone"),
+    "volume": Drawing(lambda lines: tank(node("armor_vol", ["Volume=armor", *lines], transform=at(0, 0, -0.1),
+                                              object=box(4.2, 2.7, 1.2))), ["volumes"],
+                      choose="volume"),
 }
 
 BOX = box(1, 1, 1)

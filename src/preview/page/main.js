@@ -63,7 +63,7 @@ function showModel(model) {
     selection.refresh();
     timeline.refresh();
   });
-  return { stage, player, model };
+  return { stage, player, model, choose };
 }
 
 function bindView(model, stage, lines) {

@@ -8,7 +8,9 @@ function textOf(value) {
   if (value === true) {
     return '✓';
   }
-  return typeof value === 'object' ? JSON.stringify(value).replace(/[{}"[\]]/g, '').replace(/[,:]/g, '$& ') : String(value);
+  // Of what is only there, the name is enough.
+  return typeof value !== 'object' ? String(value)
+    : JSON.stringify(value).replace(/:true/g, '').replace(/[{}"[\]]/g, '').replace(/[,:]/g, '$& ');
 }
 
 function extrasOf(node, left = []) {
