@@ -8,8 +8,8 @@ from written_models import MARKS, make_examples
 
 HELPER, at, box, node = make_examples.HELPER, make_examples.at, make_examples.box, make_examples.node
 
-# | `Key` | kind | `example` | what it does<br>what comes of it |
-ROW = re.compile(r"^(\| `(\w+)` \| (\w+) \| `([^`]+)` \| .*?)(?:<br>.*)? \|$")
+# | `Key` | kind | `example` | what it does <br>what comes of it |
+ROW = re.compile(r"^(\| `(\w+)` \| (\w+) \| `([^`]+)` \| .*?)(?: <br>.*)? \|$")
 
 PAINT = {
     "green": {"type": "standard", "name": "green", "diffuse": [0.36, 0.43, 0.24]},
