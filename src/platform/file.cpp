@@ -72,4 +72,10 @@ eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm
     return status;
 }
 
+eIoStatus DiscardFile(std::string_view path, ePathForm form) {
+    std::string native;
+    const eIoStatus status = MakeNativeForWriting(path, form, native);
+    return status.IsOk() ? Files().Discard(native) : status;
+}
+
 }  // namespace platform

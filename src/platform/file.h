@@ -51,4 +51,7 @@ private:
 // observer that target was written.
 eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm form = ePathForm::Resource);
 
+// Removes a file that never had its final name, and tells nobody.
+eIoStatus DiscardFile(std::string_view path, ePathForm form = ePathForm::Resource);
+
 }  // namespace platform

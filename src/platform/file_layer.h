@@ -41,6 +41,9 @@ public:
     // True if what is written outlasts the process, so that it is worth while to bring it to the disk.
     virtual bool IsLasting() const { return false; }
 
+    // True if a file that has its bytes already is to be left as it is instead of being written again.
+    virtual bool LeavesSame() const { return false; }
+
     // A path of the form Resource must be a file with an end: no device, no pipe.
     virtual eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                            std::unique_ptr<eOpenFile>& file) = 0;
@@ -57,6 +60,10 @@ public:
     virtual eIoStatus MakeFolder(const std::string& native) = 0;
     // A folder with all its content; links are not followed. Tells the file observer of each file.
     virtual eIoStatus Remove(const std::string& native) = 0;
+    // A file that never had its final name: the observer is told nothing.
+    virtual eIoStatus Discard(const std::string& native) = 0;
+    // Makes the present time that of the file's last write. Refused for a link.
+    virtual eIoStatus Touch(const std::string& native) = 0;
 
     virtual eEntryKind KindOf(const std::string& native) const = 0;
     // Nanoseconds since 1970-01-01 UTC; nothing if the file can't be reached.

@@ -27,6 +27,8 @@ public:
 
     // Nothing that is written waits for the disk before Settle.
     bool IsLasting() const override { return false; }
+    // A run that finds its results there changes nothing but the times that somebody asks for.
+    bool LeavesSame() const override { return true; }
 
     // Brings all contents to the disk, then gives all names, then brings those to the disk, each folder once.
     // Whatever happens meanwhile, a final name holds its old file or the whole new one.
@@ -40,6 +42,7 @@ public:
     void SyncNames(const std::string&) override {}  // Settle does it
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus Remove(const std::string& native) override;
+    eIoStatus Touch(const std::string& native) override { return below.Touch(Standing(native)); }
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
 

@@ -12,6 +12,7 @@ namespace platform {
 class eLayerOver : public eFileLayer {
 public:
     bool IsLasting() const override { return below.IsLasting(); }
+    bool LeavesSame() const override { return below.LeavesSame(); }
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override {
         return below.Open(native, access, form, file);
@@ -24,6 +25,8 @@ public:
     }
     eIoStatus MakeFolder(const std::string& native) override { return below.MakeFolder(native); }
     eIoStatus Remove(const std::string& native) override { return below.Remove(native); }
+    eIoStatus Discard(const std::string& native) override { return below.Discard(native); }
+    eIoStatus Touch(const std::string& native) override { return below.Touch(native); }
     eEntryKind KindOf(const std::string& native) const override { return below.KindOf(native); }
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override {
         return below.LastWriteTime(native);

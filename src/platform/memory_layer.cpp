@@ -148,6 +148,18 @@ eIoStatus eMemoryLayer::Remove(const std::string& native) {
     return {};
 }
 
+eIoStatus eMemoryLayer::Discard(const std::string& native) {
+    Forget(native);
+    return {};
+}
+
+// Whoever opens a file to write has its content in memory, with the time of it.
+eIoStatus eMemoryLayer::Touch(const std::string& native) {
+    std::unique_ptr<eOpenFile> file;
+    return KindOf(native) == eEntryKind::None ? NotFound()
+                                              : Open(native, eFileAccess::Write, ePathForm::Native, file);
+}
+
 eEntryKind eMemoryLayer::KindOf(const std::string& native) const {
     const eEntry* entry = Find(native);
     return entry != nullptr ? entry->kind : below.KindOf(native);

@@ -35,6 +35,8 @@ public:
     eIoStatus MakeFolder(const std::string& native) override;
     // Files alone: a run removes no folder, and one is refused.
     eIoStatus Remove(const std::string& native) override;
+    eIoStatus Discard(const std::string& native) override;
+    eIoStatus Touch(const std::string& native) override;
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
     eIoStatus CheckFolder(const std::string& native) const override;

@@ -6,8 +6,8 @@
 #include "base/ansi.h"
 #include "io/streams/file_failure.h"
 #include "io/streams/stream_file.h"
+#include "platform/file.h"
 #include "platform/file_events.h"
-#include "platform/folder.h"
 #include "platform/folder_memory.h"
 #include "platform/path_text.h"
 
@@ -23,7 +23,7 @@ std::string Shown(const std::string& path) {
 void GiveUp(const platform::eUnsettledFile& file) {
     platform::TellFileEvent(platform::eFileAction::Lost, file.target, native);
     TellWriteFailure(Shown(file.target), file.status);
-    platform::RemoveTree(file.temporary, native);
+    platform::DiscardFile(file.temporary, native);
 }
 
 void AskForName(const platform::eUnsettledFile& file) {

@@ -8,8 +8,8 @@
 namespace xIo {
 
 // As long as it lives, the files that are written on disk get their final names together, at the latest at
-// its end or when a fatal error ends the process, and folders are remembered. In front of files in memory it
-// does nothing. One at a time.
+// its end or when a fatal error ends the process, and folders are remembered. A file that holds its bytes
+// already stays as it is. In front of files in memory it does nothing. One at a time.
 class eGatheredFiles : private eEventable {
 public:
     eGatheredFiles();

@@ -11,8 +11,8 @@
 #include "io/streams/file_failure.h"
 #include "messages/tell.h"
 #include "platform/file_events.h"
-#include "platform/folder.h"
 #include "platform/path_text.h"
+#include "platform/same_file.h"
 
 namespace xIo {
 namespace {
@@ -137,6 +137,10 @@ bool eFileStream::Close() {
         eFileStream::Flush();  // by name: the destructor closes, too
     }
     if (UsesTemporary() && status.IsOk()) {
+        if (platform::HoldsAlready(diskPath, file)) {
+            KeepStandingFile();
+            return true;
+        }
         Remember(file.Sync());
     }
     Remember(file.Close());
@@ -154,8 +158,15 @@ void eFileStream::Abandon() {
     }
     Remember(file.Close());
     if (UsesTemporary()) {
-        platform::RemoveTree(diskPath + temporarySuffix, platform::ePathForm::Native);
+        platform::DiscardFile(diskPath + temporarySuffix, platform::ePathForm::Native);
     }
+}
+
+void eFileStream::KeepStandingFile() {
+    constexpr platform::ePathForm form = platform::ePathForm::Native;
+    file.Close();
+    platform::DiscardFile(diskPath + temporarySuffix, form);
+    platform::TellFileEvent(platform::eFileAction::Kept, diskPath, form);
 }
 
 void eFileStream::GiveFinalName() {

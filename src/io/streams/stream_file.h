@@ -12,8 +12,9 @@ namespace xIo {
 inline constexpr int fileBufferSize = 0x8000;
 
 // A file on disk. A file that is written has its name with ".tmp" behind until it is closed, and takes its
-// final name then in one step: the final name always holds a complete file. The null device and streams with
-// streamDirect go without that step.
+// final name then in one step: the final name always holds a complete file. Where the file there has the
+// same bytes and such files are left as they are (gathered_files.h), the .tmp goes instead, and the file is
+// told as kept. The null device and streams with streamDirect go without that step.
 //
 // The first failed read, write or close is remembered and ends the work on the disk. When a file that was
 // written is closed with a failure, the user is told the file and the reason, the .tmp stays as it is and the
@@ -52,6 +53,7 @@ private:
     const char* OpenSuffix() const { return UsesTemporary() ? temporarySuffix : ""; }
     void SetBuffer(int length);
     void GiveFinalName();
+    void KeepStandingFile();
     bool UsesTemporary() const;
     bool IsWorking() const { return file.IsOpen() && status.IsOk(); }
     bool SeekMedium(std::int64_t position);

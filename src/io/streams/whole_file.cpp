@@ -6,7 +6,8 @@
 #include "io/streams/temporary_name.h"
 #include "platform/file.h"
 #include "platform/file_events.h"
-#include "platform/folder.h"
+#include "platform/file_time.h"
+#include "platform/same_file.h"
 #include "platform/user.h"
 
 namespace xIo {
@@ -23,16 +24,28 @@ public:
     ~eNewFile() {
         if (isPending) {
             file.Close();
-            platform::RemoveTree(TemporaryPath(), native);
+            platform::DiscardFile(TemporaryPath(), native);
         }
     }
 
-    platform::eIoStatus Open(const std::string& path) {
-        platform::eIoStatus status = platform::FindOnDisk(path, diskPath);
-        if (status.IsOk()) {
-            status = file.Open(TemporaryPath(), platform::eFileAccess::WriteNew, native);
-            isPending = status.IsOk();
+    platform::eIoStatus Find(const std::string& path) { return platform::FindOnDisk(path, diskPath); }
+
+    // True if the file that stands there has the content and has got the present time: nothing is left to do.
+    // One whose time may not be set is written anew.
+    template <class Content>
+    bool Renew(Content& content) const {
+        const bool isRenewed =
+            platform::HoldsAlready(diskPath, content) && platform::TouchFile(diskPath, native).IsOk();
+        if (isRenewed) {
+            platform::TellFileEvent(platform::eFileAction::Written, diskPath, native);
         }
+        return isRenewed;
+    }
+
+    platform::eIoStatus Open() {
+        const platform::eIoStatus status =
+            file.Open(TemporaryPath(), platform::eFileAccess::WriteNew, native);
+        isPending = status.IsOk();
         return status;
     }
     platform::eIoStatus Write(const void* data, std::size_t count) { return file.Write(data, count); }
@@ -77,7 +90,7 @@ struct eCopyStatus {
 eCopyStatus CopyContent(platform::eFile& from, eNewFile& to) {
     constexpr std::size_t pieceSize = 0x40000;
     std::vector<std::uint8_t> piece(pieceSize);
-    eCopyStatus status;
+    eCopyStatus status{.read = from.Seek(0), .write = {}};
     for (std::size_t got = pieceSize; status.IsOk() && got == pieceSize;) {
         status.read = from.Read(piece.data(), pieceSize, got);
         if (status.read.IsOk()) {
@@ -92,8 +105,12 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
     eCopyStatus status;
     status.read = from.Open(source, platform::eFileAccess::Read);
     if (status.read.IsOk()) {
-        status.write = to.Open(target);
+        status.write = to.Find(target);
     }
+    if (!status.IsOk() || to.Renew(from)) {
+        return status;
+    }
+    status.write = to.Open();
     if (status.IsOk()) {
         status = CopyContent(from, to);
     }
@@ -107,7 +124,11 @@ eCopyStatus Copy(const std::string& source, eNewFile& to, const std::string& tar
 
 platform::eIoStatus Store(const std::string& path, std::span<const std::uint8_t> content, eSharing sharing) {
     eNewFile file(sharing);
-    platform::eIoStatus status = file.Open(path);
+    platform::eIoStatus status = file.Find(path);
+    if (!status.IsOk() || file.Renew(content)) {
+        return status;
+    }
+    status = file.Open();
     if (status.IsOk()) {
         status = file.Write(content.data(), content.size());
     }

@@ -1,6 +1,7 @@
 // Files that are written in one go, through the .tmp step of eFileStream: the final name always holds a
-// complete file. On a failure the user is told the file and the reason and the result is false; `owner` is
-// the material and the map that the file was for, if any.
+// complete file. Where the file of a run (gathered_files.h) has the bytes already it only gets the time of
+// the writing, by which textures are kept or made again. On a failure the user is told the file and the
+// reason and the result is false; `owner` is the material and the map that the file was for, if any.
 #pragma once
 
 #include <cstdint>

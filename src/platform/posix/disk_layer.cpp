@@ -55,10 +55,17 @@ bool IsNativeFolder(const std::string& native) {
     return ::lstat(native.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-eIoStatus RemoveFileNatively(const std::string& native) {
+eIoStatus DiscardNatively(const std::string& native) {
     const eIoStatus status = StatusOf(::unlink(native.c_str()));
     if (status.IsOk()) {
         NoteGone(native);
+    }
+    return status;
+}
+
+eIoStatus RemoveFileNatively(const std::string& native) {
+    const eIoStatus status = DiscardNatively(native);
+    if (status.IsOk()) {
         TellFileEvent(eFileAction::Deleted, native, ePathForm::Native);
     }
     return status;
@@ -170,6 +177,8 @@ public:
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override { return RemoveNatively(native); }
+    eIoStatus Discard(const std::string& native) override { return DiscardNatively(native); }
+    eIoStatus Touch(const std::string& native) override;
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
     eIoStatus CheckFolder(const std::string& native) const override {
@@ -231,6 +240,17 @@ eIoStatus eDiskLayer::MakeFolder(const std::string& native) {
         NoteFolderMade(native);
     }
     return status;
+}
+
+// What a link leads to may lie anywhere.
+eIoStatus eDiskLayer::Touch(const std::string& native) {
+    struct stat status;
+    if (::lstat(native.c_str(), &status) != 0) {
+        return StatusFromErrno(errno);
+    }
+    return S_ISREG(status.st_mode)
+               ? StatusOf(::utimensat(AT_FDCWD, native.c_str(), nullptr, AT_SYMLINK_NOFOLLOW))
+               : StatusFromErrno(EACCES);
 }
 
 eEntryKind eDiskLayer::KindOf(const std::string& native) const {

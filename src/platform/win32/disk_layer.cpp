@@ -171,6 +171,10 @@ public:
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override;
+    eIoStatus Discard(const std::string& native) override {
+        return StatusOf(::DeleteFileW(WidePath(native).c_str()));
+    }
+    eIoStatus Touch(const std::string& native) override;
     eEntryKind KindOf(const std::string& native) const override;
     std::optional<std::int64_t> LastWriteTime(const std::string& native) const override;
     // Only a try tells what the rights to a folder allow here.
@@ -213,6 +217,20 @@ eIoStatus eDiskLayer::MakeFolder(const std::string& native) {
 eIoStatus eDiskLayer::Remove(const std::string& native) {
     const DWORD attributes = ::GetFileAttributesW(WidePath(native).c_str());
     return attributes == INVALID_FILE_ATTRIBUTES ? StatusOf(false) : RemoveNatively(native, attributes);
+}
+
+// What a link leads to may lie anywhere.
+eIoStatus eDiskLayer::Touch(const std::string& native) {
+    constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    const DWORD attributes = ::GetFileAttributesW(WidePath(native).c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNoFile) != 0) {
+        return StatusFromError(ERROR_ACCESS_DENIED);
+    }
+    const eHandle file(::CreateFileW(WidePath(native).c_str(), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    FILETIME now;
+    ::GetSystemTimeAsFileTime(&now);
+    return StatusOf(file.IsOpen() && ::SetFileTime(file.Get(), nullptr, nullptr, &now));
 }
 
 eEntryKind eDiskLayer::KindOf(const std::string& native) const {

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -58,6 +59,39 @@ TEST_F(GatheredFiles, AreThereForTheRunAtOnceAndOnDiskAtTheEnd) {
     EXPECT_EQ(folder.Read("Old") + folder.Read("twice") + folder.Read("copy"), "new21");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 4);
     EXPECT_THAT(messages.Lines(), IsEmpty());
+}
+
+// Would catch: a file that is written for nothing, a texture whose time stays so that each run makes it
+// again, one that is taken for the same by its length, and a link through which a run changes what lies
+// elsewhere.
+TEST_F(GatheredFiles, LeaveWhatHasItsBytesAlready) {
+    namespace fs = std::filesystem;
+    const fs::file_time_type old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* name : {"Text", "texture", "other", "elsewhere/target"}) {
+        folder.Write(name, "same");
+        fs::last_write_time(folder / name, old);
+    }
+    fs::create_symlink(folder / "elsewhere/target", folder / "link");
+    std::string told;
+    const auto previous =
+        platform::SetFileObserver([&](platform::eFileAction action, const std::string& path) {
+            told +=
+                fs::path(path).filename().string() + (action == platform::eFileAction::Kept ? " kept," : ",");
+        });
+    xIo::eGatheredFiles files;
+    eFileStream text;
+    ASSERT_TRUE(text.Open(folder / "text", streamWrite | streamTruncate));
+    text.Write("same", 4);
+    EXPECT_TRUE(text.Close() && Write("texture", "same") && Write("other", "sama") && Write("link", "same"));
+    EXPECT_FALSE(folder.Has("Text.tmp") || folder.Has("texture.tmp"));
+    files.Settle();
+    platform::SetFileObserver(previous);
+    EXPECT_EQ(told, "Text kept,texture,other,link,");
+    EXPECT_EQ(fs::last_write_time(folder / "Text"), old);
+    EXPECT_GT(fs::last_write_time(folder / "texture"), old);
+    EXPECT_EQ(folder.Read("other"), "sama");
+    EXPECT_FALSE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(fs::last_write_time(folder / "elsewhere/target"), old);
 }
 
 // Would catch: files that were complete and are lost with the process, or a report of what is not there.
