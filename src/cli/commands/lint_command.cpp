@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -17,7 +16,6 @@
 #include "cli/run/export_run.h"
 #include "cli/terminal/exit_code.h"
 #include "messages/utf8_words.h"
-#include "platform/utf8_path.h"
 
 namespace cli {
 
@@ -166,15 +164,11 @@ int ExitCodeOf(const eRunRecord& record, const std::vector<eToldMessage>& messag
     return isStrict && !messages.empty() ? kExitAdvice : kExitDone;
 }
 
-// A scene's faults hang on no resource tree, and what lies in one must not hide a fault of a texture.
-std::string NoFolder() {
-    return platform::Utf8FromPath(std::filesystem::temp_directory_path() / "zyrexport-lint");
-}
-
 int LintOne(const eArguments& arguments, const std::string& scene, eLintOutput& output) {
     eExportFlags flags = arguments.flags;
     flags.scene = scene;
     flags.quiet = true;
+    // A scene's faults hang on no resource tree, and what lies in one must not hide a fault of a texture.
     if (!flags.silent && !flags.resourceRoot) {
         flags.resourceRoot = NoFolder();
     }

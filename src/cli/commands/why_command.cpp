@@ -51,6 +51,7 @@ int Answer(const Export& run, const eRunJournal& journal, const eArguments& argu
 // its options keep from beginning has decided nothing.
 int RunWhy(const eArguments& arguments) {
     eDryRun dry;
+    dry.needsNoRoot = true;
     std::optional<int> answered;
     dry.tell = [&](const Export& run, const eRunRecord& record) {
         if (record.exitCode != kExitUsage) {

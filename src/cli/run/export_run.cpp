@@ -88,6 +88,16 @@ bool IsReachable(const eName& resourceRoot) {
     return false;
 }
 
+// Lets a folder stand in for the drive of the path if that is not there; true if it does.
+bool LendDrive(const std::string& path) {
+    std::string onDisk;
+    const bool isMissing = platform::FindOnDisk(path, onDisk).reason == platform::eIoReason::NoDrive;
+    if (isMissing) {
+        platform::MapDrive(path[0], NoFolder());
+    }
+    return isMissing;
+}
+
 // False if it can't be written; the user has been told.
 bool KeepText(const char* what, const std::string& path, const std::string& text) {
     const std::string problem = WriteNativeFile(path, text);
@@ -321,6 +331,7 @@ private:
 
     // Nothing is written anywhere else: a scene is data from outside.
     bool PrepareRoot(const eName& resourceRoot) {
+        isDriveLent = dry != nullptr && dry->needsNoRoot && LendDrive(resourceRoot.Text());
         if (!IsReachable(resourceRoot)) {
             return false;
         }
@@ -361,6 +372,9 @@ private:
         record.exitCode = exitCode;
         platform::ClearWriteRoots();
         if (dry != nullptr) {
+            if (isDriveLent) {
+                platform::ClearDrives();  // paths are told as the options have them
+            }
             dry->tell(*exporter, record);
             KeepDependencies(flags, record, watch, OtherSources());
             return;
@@ -416,6 +430,7 @@ private:
     standalone::StandaloneHost host;
     const std::unique_ptr<Export> exporter = std::make_unique<Export>();  // with a module: for the options
     eFatalReport fatalReport;
+    bool isDriveLent = false;
     platform::eFileObserver previousObserver;
     const eStripMessageSink previousStripSink = stripMessageSink;
     xDebug::eLogSink previousLog;
