@@ -30,6 +30,7 @@
 #include "platform/dependency_layer.h"
 #include "platform/drive_table.h"
 #include "platform/file_layer.h"
+#include "platform/folder.h"
 #include "platform/native_path.h"
 #include "platform/own_program.h"
 #include "platform/path_lookup.h"
@@ -88,11 +89,12 @@ bool IsReachable(const eName& resourceRoot) {
     return false;
 }
 
-// Lets a folder stand in for the drive of the path if that is not there; true if it does.
+// Lets a folder in memory stand in for the drive of the path if that is not there; true if it does.
 bool LendDrive(const std::string& path) {
     std::string onDisk;
     const bool isMissing = platform::FindOnDisk(path, onDisk).reason == platform::eIoReason::NoDrive;
     if (isMissing) {
+        platform::MakeFolder(NoFolder(), kNative);
         platform::MapDrive(path[0], NoFolder());
     }
     return isMissing;
