@@ -1,6 +1,5 @@
 #include "answers/left_over.h"
 
-#include <algorithm>
 #include <set>
 #include <string_view>
 
@@ -8,18 +7,11 @@
 #include "platform/folder.h"
 #include "platform/native_path.h"
 #include "platform/path_lookup.h"
+#include "run/file_kinds.h"
 
 namespace answers {
 
 namespace {
-
-constexpr std::string_view kMeshKinds[] = {".mdl", ".def", ".mesh", ".material", ".bmp", ".tga", ".dds"};
-constexpr std::string_view kAnimationKinds[] = {".anm", "anim.txt"};
-
-template <std::size_t Count>
-bool EndsWithOneOf(std::string_view name, const std::string_view (&kinds)[Count]) {
-    return std::ranges::any_of(kinds, [&](std::string_view kind) { return name.ends_with(kind); });
-}
 
 // A kind that the options switch off is written by other runs.
 bool IsOfTheRun(std::string name, const eExportOptions& options) {
@@ -27,9 +19,8 @@ bool IsOfTheRun(std::string name, const eExportOptions& options) {
     if (name.ends_with(".tmp")) {
         name.resize(name.size() - std::string_view(".tmp").size());
     }
-    return (options.exportMesh != 0 && options.exportGeometry != 0 && EndsWithOneOf(name, kMeshKinds)) ||
-           (options.exportAnimation != 0 && !options.currentRangeOnly &&
-            EndsWithOneOf(name, kAnimationKinds));
+    return (options.exportMesh != 0 && options.exportGeometry != 0 && IsOfKind(name, kMeshKinds)) ||
+           (options.exportAnimation != 0 && !options.currentRangeOnly && IsOfKind(name, kAnimationKinds));
 }
 
 // Textures that models share lie elsewhere: what one scene does not need another one may.

@@ -2,6 +2,7 @@
 #include "base/numeric_locale.h"
 #include "export/common_resources.h"
 #include "export/common_set.h"
+#include "export/left_files.h"
 #include "export/model_locks.h"
 #include "export/model_loop.h"
 #include "export/options_file.h"
@@ -79,6 +80,7 @@ int Export::DoExport(const char*, host::ExpInterface*, host::Interface* hostInte
             ExportModels(*this);
             FlushCommonResources(*this);
             EndRendering(*this);
+            RemoveLeftFiles(*this, locks);
         }
         ForgetScene(*this);
         files.Settle();

@@ -23,6 +23,8 @@ using Clock = std::chrono::steady_clock;
 struct eModelLock {
     platform::eFolderLock lock;
     std::size_t model = 0;
+    std::string folder;
+    bool isLocked = false;
 };
 
 // Not of the run, so that they are let go of too where a fatal error ends the process.
@@ -56,7 +58,7 @@ void TellOfLock(Export& run, eMessageId id, std::size_t model, const std::string
 bool Take(Export& run, const std::string& folder, std::size_t model, Clock::time_point end) {
     constexpr std::chrono::milliseconds kAtOnce(0);
     constexpr std::chrono::milliseconds kBetweenTwoPolls(200);
-    eModelLock taken{.lock = {}, .model = model};
+    eModelLock taken{.lock = {}, .model = model, .folder = folder};
     std::string owner;
     platform::eLockAnswer answer = taken.lock.Take(folder, kAtOnce, owner);
     if (answer == platform::eLockAnswer::InUse && Clock::now() < end) {
@@ -72,6 +74,7 @@ bool Take(Export& run, const std::string& folder, std::size_t model, Clock::time
         TellOfLock(run, eMessageId::RunFolderInUse, model, owner);
         return false;
     }
+    taken.isLocked = answer == platform::eLockAnswer::Held;
     Held().push_back(std::move(taken));
     return true;
 }
@@ -95,4 +98,14 @@ eModelLocks::~eModelLocks() {
         }
     }
     Held().clear();
+}
+
+std::vector<std::string> eModelLocks::OlderFolders() const {
+    std::vector<std::string> folders;
+    for (const eModelLock& held : Held()) {
+        if (held.isLocked && !held.lock.HasMadeFolders()) {
+            folders.push_back(held.folder);
+        }
+    }
+    return folders;
 }

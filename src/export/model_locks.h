@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 class Export;
 
 // The folders of a run's models, for this run alone as long as it lives. All are taken before anything is
@@ -16,6 +19,9 @@ public:
     // False if another run has kept a folder for too long, which has been told, or the user has cancelled
     // while this one waited: then nothing may be written.
     bool AreHeld() const { return areHeld; }
+
+    // Those of the folders (native) that were there before the run and that no other run writes.
+    std::vector<std::string> OlderFolders() const;
 
 private:
     Export& run;

@@ -35,6 +35,10 @@ eIoStatus MakeFolder(std::string_view path, ePathForm form = ePathForm::Resource
 eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries,
                      ePathForm form = ePathForm::Resource, std::vector<std::string>* nameless = nullptr);
 
+// All names in a folder (native) but "." and "..", native too. Costs nothing where the names are remembered
+// (folder_memory.h). Empty if it can't be read.
+std::vector<std::string> NamesIn(const std::string& native);
+
 // Removes a file, or a folder with all its content. Links are removed, not followed. Tells the file observer
 // of each file. Stops at the first failure.
 eIoStatus RemoveTree(std::string_view path, ePathForm form = ePathForm::Resource);

@@ -29,6 +29,8 @@ public:
     // answer is InUse, `owner` says who has the folder, in code page 1251: "anna@station7 (process 4711)".
     eLockAnswer Take(const std::string& folder, std::chrono::milliseconds longest, std::string& owner);
 
+    // True if the folder, or one above it, was not there before.
+    bool HasMadeFolders() const { return !made.empty(); }
     // The folder stays, empty or not.
     void KeepFolder() { made.clear(); }
 

@@ -17,6 +17,14 @@ std::string MachineName();
 // The number by which the system knows this process.
 std::uint32_t ProcessNumber();
 
+// This process under a name that no other one has ever had, on whatever machine or in whatever container;
+// UTF-8: "station7-5f3a09c1-4026531836-4711".
+std::string ProcessName();
+
+// True if the text ends in the name of a process, behind a dot, that is known to have ended: one of this
+// machine since its last start, and of this container. Never on Windows, which does not tell of its start.
+bool EndsInEndedProcess(std::string_view text);
+
 // The universal (UNC) form of a path on a network drive; nothing for a local file, and always nothing on
 // POSIX, where no such form exists.
 std::optional<std::string> NetworkPath(std::string_view path);

@@ -1,10 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
+#include "platform/user.h"
+#include "support/pictures.h"
 #include "support/program.h"
 #include "support/temp_folder.h"
 
@@ -60,6 +65,38 @@ protected:
 
     support::eTempFolder folder;
 };
+
+// Would catch: what a killed run has left and stays for ever, and a file that is taken from a hand, a run at
+// work or another machine.
+TEST_F(Locks, ClearAwayWhatKilledRunsHaveLeft) {
+    folder.Write("art/wall.bmp", support::Bmp({8, 8, 3, std::vector<std::uint8_t>(192)}));
+    folder.Write("c.scene.json", R"({"scene": 1, "materials": {"m": {"type": "standard", "name": "m", "maps":
+        {"diffuse": {"map": {"type": "bitmap", "file": "art/wall.bmp"}}}}}, "nodes": [
+        {"name": "root", "properties": ["Model=c", "Poly"], "material": "m", "object":
+            {"type": "box", "width": 1, "length": 2, "height": 3}}]})");
+    const std::string flags = "--common-source '" + (folder / "art/") + "' --common-target tex/";
+    const std::string self = platform::ProcessName();
+    const std::string family = self.substr(0, self.rfind('-') + 1);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    for (int run = 0; run < 2; ++run) {
+        for (const char* name : {"c/Walk.anm.tmp", "c/notes.tmp"}) {
+            folder.Write(std::string("game/") + name, "left");
+        }
+        for (const std::string& process : {family + std::to_string(child), self, "x" + self, family + "1"}) {
+            folder.Write("game/tex/old.bmp." + process + ".tmp", "left");
+        }
+        std::filesystem::remove(folder / "game/tex/wall.bmp");
+        EXPECT_EQ(Export("c", flags).exitCode, 0);
+        EXPECT_TRUE(folder.Has("game/tex/wall.bmp"));
+        EXPECT_FALSE(folder.Has("game/c/Walk.anm.tmp"));
+        EXPECT_TRUE(folder.Has("game/c/notes.tmp"));
+        EXPECT_EQ(FilesIn("game/tex"), 4u) << "one of the four has ended";
+    }
+}
 
 // Would catch: two runs that write over one another, a run that does not say whose the folder is, one that is
 // held up by a run elsewhere, a wait without end or for a run that is gone, a lock that stays.

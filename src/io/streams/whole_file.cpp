@@ -67,10 +67,7 @@ public:
 
 private:
     static std::string SuffixFor(eSharing sharing) {
-        return (sharing == eSharing::Own
-                    ? std::string()
-                    : "." + platform::MachineName() + "-" + std::to_string(platform::ProcessNumber())) +
-               temporarySuffix;
+        return (sharing == eSharing::Own ? std::string() : "." + platform::ProcessName()) + temporarySuffix;
     }
     std::string TemporaryPath() const { return diskPath + suffix; }
 

@@ -14,7 +14,7 @@
 namespace xIo {
 
 // Whether other runs may write the file at the same time. Then its .tmp has a name of this process's own:
-// "wood.bmp.station7-4711.tmp".
+// "wood.bmp.station7-5f3a09c1-4026531836-4711.tmp".
 enum class eSharing { Own, Shared };
 
 bool WriteWholeFile(const std::string& path, std::span<const std::uint8_t> content,

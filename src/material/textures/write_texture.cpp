@@ -264,6 +264,9 @@ void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
     if (!plan) {
         return;
     }
+    if (texture.inCommon) {
+        run.materials->sharedFolders.insert(texture.file.Part(eName::Folder));
+    }
     if (texture.isCopied) {
         xIo::CopyWholeFile(plan->source, texture.file, request.Owner(), request.Sharing());
     } else {

@@ -7,6 +7,7 @@
 #include "platform/code_page.h"
 #include "platform/native_path.h"
 #include "platform/posix/folder_names.h"
+#include "platform/posix/known_folders.h"
 
 namespace platform {
 namespace {
@@ -56,6 +57,16 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, 
         }
     }
     return status;
+}
+
+std::vector<std::string> NamesIn(const std::string& native) {
+    std::vector<std::string> names;
+    if (const auto* const known = KnownNames(native)) {
+        names.assign(known->begin(), known->end());
+    } else {
+        ListNames(native, names);
+    }
+    return names;
 }
 
 }  // namespace platform

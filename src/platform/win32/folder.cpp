@@ -50,4 +50,14 @@ eIoStatus ListFolder(std::string_view path, std::vector<eFolderEntry>& entries, 
     return status;
 }
 
+std::vector<std::string> NamesIn(const std::string& native) {
+    std::vector<eFoundName> found;
+    ListNames(native, found);
+    std::vector<std::string> names;
+    for (const eFoundName& entry : found) {
+        names.push_back(Utf8FromWide(entry.name));
+    }
+    return names;
+}
+
 }  // namespace platform

@@ -46,6 +46,14 @@ std::uint32_t ProcessNumber() {
     return ::GetCurrentProcessId();
 }
 
+std::string ProcessName() {
+    return MachineName() + "-" + std::to_string(::GetCurrentProcessId());
+}
+
+bool EndsInEndedProcess(std::string_view) {
+    return false;
+}
+
 std::optional<std::string> NetworkPath(std::string_view path) {
     std::string native;
     if (!MakeNative(path, ePathForm::Resource, native).IsOk()) {
