@@ -19,6 +19,7 @@ class eFileLayer;
 struct eWriteRoot {
     std::string path;
     ePathForm form = ePathForm::Resource;
+    std::string found;  // its NativeCaseKey, once it is there
 };
 
 struct eProcessState {

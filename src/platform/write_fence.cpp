@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/file_layer.h"
 #include "platform/native_fence.h"
 #include "platform/native_path.h"
 #include "platform/process_state.h"
@@ -14,10 +15,18 @@ std::vector<eWriteRoot>& Roots() {
     return ProcessState().writeRoots;
 }
 
-// A root is looked up each time: it may have been created under another spelling since.
-std::string NativeRoot(const eWriteRoot& root) {
+// Empty if it lies nowhere. A root is looked up until it is there: it may be created under another spelling.
+std::string NativeRoot(eWriteRoot& root) {
+    if (!root.found.empty()) {
+        return root.found;
+    }
     std::string native;
-    return MakeNative(root.path, root.form, native).IsOk() ? NativeCaseKey(native) : std::string();
+    if (!MakeNative(root.path, root.form, native).IsOk()) {
+        return {};
+    }
+    std::string key = NativeCaseKey(native);
+    root.found = DiskLayer().KindOf(native) != eEntryKind::None ? key : std::string();
+    return key;
 }
 
 bool LiesIn(const std::string& path, const std::string& root) {
@@ -35,7 +44,7 @@ bool IsTemporaryOf(const std::string& path, const std::string& root) {
 }  // namespace
 
 void AddWriteRoot(std::string_view path, ePathForm form) {
-    Roots().push_back({std::string(path), form});
+    Roots().push_back({.path = std::string(path), .form = form, .found = {}});
 }
 
 void ClearWriteRoots() {
@@ -51,7 +60,7 @@ bool IsNativeWriteAllowed(const std::string& native) {
         return true;
     }
     const std::string key = NativeCaseKey(native);
-    for (const eWriteRoot& root : Roots()) {
+    for (eWriteRoot& root : Roots()) {
         const std::string nativeRoot = NativeRoot(root);
         if (LiesIn(key, nativeRoot) || IsTemporaryOf(key, nativeRoot)) {
             return true;
@@ -64,7 +73,7 @@ bool IsNativeFolderAllowed(const std::string& native) {
     if (IsNativeWriteAllowed(native)) {
         return true;
     }
-    for (const eWriteRoot& root : Roots()) {
+    for (eWriteRoot& root : Roots()) {
         if (LiesIn(NativeRoot(root), NativeCaseKey(native))) {
             return true;
         }
