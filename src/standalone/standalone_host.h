@@ -24,6 +24,8 @@ public:
 
     // The folder of plug-in configurations, code page 1251, without a slash at the end.
     void SetConfigFolder(const std::string& folder) { configFolder = folder; }
+    // Spares this host to decode what the other one has decoded already.
+    void TakePictures(StandaloneHost& other) { scene.images.TakeFrom(other.scene.images); }
     // Not owned; null shows nothing.
     void SetProgressSink(eProgressSink* sink) { progress = sink; }
     // Asked at every poll; without one the user never cancels.

@@ -55,6 +55,9 @@ std::optional<verify::eVerification> VerifyRun(const Export& run, const eArgumen
         return std::nullopt;
     }
     standalone::StandaloneHost host(std::move(*loaded.scene));
+    if (auto* const exporting = dynamic_cast<standalone::StandaloneHost*>(run.host)) {
+        host.TakePictures(*exporting);
+    }
     return verify::Verify({host, run.options, arguments.flags.exportSelected}, arguments.tolerances);
 }
 

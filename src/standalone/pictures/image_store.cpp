@@ -43,6 +43,11 @@ const eImage* eImageStore::Find(const eImageFile& file, eBilingual* problem) {
     return decoded.image.get();
 }
 
+void eImageStore::TakeFrom(eImageStore& other) {
+    entries.splice(entries.end(), other.entries);
+    ++other.generation;
+}
+
 void eImageStore::MakeRoom() {
     constexpr std::size_t kBudget = std::size_t{128} << 20;
     constexpr std::size_t kKept = 8;

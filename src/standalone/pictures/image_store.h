@@ -27,6 +27,8 @@ public:
     // Null if the file can't be read as a picture; `problem`, if given, then says why. The
     // picture stays valid while Generation stays the same.
     const eImage* Find(const eImageFile& file, eBilingual* problem = nullptr);
+    // What the other store has decoded goes over to this one; that one decodes it anew if it is asked again.
+    void TakeFrom(eImageStore& other);
     // Rises when a picture is given up.
     unsigned Generation() const { return generation; }
 
