@@ -2,11 +2,13 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace standalone {
 namespace {
 
 constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::uint8_t kLastDigit = 63;
 constexpr std::uint8_t kNoDigit = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> kDigitValues = [] {
@@ -17,6 +19,19 @@ constexpr std::array<std::uint8_t, 256> kDigitValues = [] {
     }
     return values;
 }();
+
+// Up to four digits as the upper of 24 bits. `seen` gathers all bits of digits, and those of what is none.
+std::uint32_t BitsOf(std::string_view digits, std::uint8_t& seen) {
+    std::uint32_t bits = 0;
+    int shift = 18;
+    for (const char digit : digits) {
+        const std::uint8_t value = kDigitValues[static_cast<unsigned char>(digit)];
+        seen |= value;
+        bits |= std::uint32_t{value} << shift;
+        shift -= 6;
+    }
+    return bits;
+}
 
 }  // namespace
 
@@ -66,23 +81,19 @@ std::optional<std::vector<std::uint8_t>> DecodeBase64(std::string_view text) {
     if (text.size() % 4 == 1) {
         return std::nullopt;
     }
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(text.size() / 4 * 3 + 2);
-    std::uint32_t bits = 0;
-    int bitCount = 0;
-    for (const char digit : text) {
-        const std::uint8_t value = kDigitValues[static_cast<unsigned char>(digit)];
-        if (value == kNoDigit) {
-            return std::nullopt;
-        }
-        bits = bits << 6 | value;
-        bitCount += 6;
-        if (bitCount >= 8) {
-            bitCount -= 8;
-            bytes.push_back(static_cast<std::uint8_t>(bits >> bitCount));
-        }
+    std::vector<std::uint8_t> bytes(text.size() * 3 / 4);
+    std::uint8_t seen = 0;
+    std::size_t done = 0;
+    for (; text.size() >= 4; text.remove_prefix(4), done += 3) {
+        const std::uint32_t bits = BitsOf(text.substr(0, 4), seen);
+        bytes[done] = static_cast<std::uint8_t>(bits >> 16);
+        bytes[done + 1] = static_cast<std::uint8_t>(bits >> 8);
+        bytes[done + 2] = static_cast<std::uint8_t>(bits);
     }
-    return bytes;
+    for (std::uint32_t rest = BitsOf(text, seen); done < bytes.size(); rest <<= 8) {
+        bytes[done++] = static_cast<std::uint8_t>(rest >> 16);
+    }
+    return seen <= kLastDigit ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 }  // namespace standalone
