@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/ansi.h"
@@ -211,9 +212,8 @@ void TellSides(const eTextureRequest& request, const eTexturePlan& plan) {
 
 // A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
 // own texture for it.
-void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, const eTextureImage& image) {
-    const eTextureImage normals =
-        plan.picture.role.isNormal ? NormalsFromPicture(image) : NormalsFromHeights(image);
+void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, eTextureImage image) {
+    image = plan.picture.role.isNormal ? NormalsFromPicture(image) : NormalsFromHeights(image);
     std::vector<std::uint8_t> content;
     const auto append = [&content](const void* buffer, std::size_t byteCount, const eMipInfo*,
                                    std::intptr_t) {
@@ -224,9 +224,9 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
     CompressionOptions options;
     options.g_texture_format = kDxt5Format;
     options.rescaleFilter = 2;
-    const int result = CompressImage(normals.pixels.data(), static_cast<unsigned>(normals.width),
-                                     static_cast<unsigned>(normals.height), normals.width * 4,
-                                     pixelLayoutBgra, options, append);
+    const int result =
+        CompressImage(image.pixels.data(), static_cast<unsigned>(image.width),
+                      static_cast<unsigned>(image.height), image.width * 4, pixelLayoutBgra, options, append);
     if (result != compressDone) {
         content.clear();
         if (HasSize(plan)) {
@@ -240,9 +240,9 @@ void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (!HasSize(plan)) {
         request.Tell(eMessageId::TexturesNoSize, request.texture.file);
     }
-    const eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
+    eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {
-        WriteNormalMap(request, plan, image);
+        WriteNormalMap(request, plan, std::move(image));
     } else {
         xIo::WriteWholeFile(request.texture.file, MakeBmp(image, plan.bitsPerPixel), request.Owner(),
                             request.Sharing());
