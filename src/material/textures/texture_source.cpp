@@ -15,42 +15,36 @@ using host::AColor;
 using host::DPoint2;
 using host::Point2;
 
-std::uint8_t ColorByte(float channel) {
-    return static_cast<std::uint8_t>(std::clamp(channel, 0.0F, 1.0F) * 255.0F + 0.5F);
-}
-
 Point2 Rounded(const DPoint2& p) {
     return {static_cast<float>(p.x), static_cast<float>(p.y)};
 }
 
-// Calls `shade` for each row with the sample points of its pixels, both coordinates between 0 and 1, and as
-// many colours to fill.
+// Calls `shade` for each row with the sample points of its pixels, both coordinates between 0 and 1, and
+// their bytes to fill.
 template <class Shade>
 eTextureImage RenderRows(int width, int height, Shade shade) {
     eTextureImage image(width, height);
     std::vector<DPoint2> points(static_cast<std::size_t>(width));
-    std::vector<AColor> colors(points.size());
-    std::uint8_t* pixel = image.pixels.data();
+    for (int x = 1; x <= width; ++x) {
+        points[static_cast<std::size_t>(x) - 1].x = x / (width + 1.0);
+    }
     for (int y = 1; y <= height; ++y) {
-        const double v = y / (height + 1.0);
-        for (int x = 1; x <= width; ++x) {
-            points[static_cast<std::size_t>(x) - 1] = {x / (width + 1.0), v};
+        for (DPoint2& point : points) {
+            point.y = y / (height + 1.0);
         }
-        shade(std::span<const DPoint2>(points), std::span<AColor>(colors));
-        for (const AColor& color : colors) {
-            *pixel++ = ColorByte(color.b);
-            *pixel++ = ColorByte(color.g);
-            *pixel++ = ColorByte(color.r);
-            *pixel++ = ColorByte(color.a);
-        }
+        shade(std::span<const DPoint2>(points), std::span(image.Pixel(0, y - 1), 4 * points.size()));
     }
     return image;
 }
 
 template <class Sample>
 eTextureImage RenderPixels(int width, int height, Sample sample) {
-    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<AColor> colors) {
-        std::transform(points.begin(), points.end(), colors.begin(), sample);
+    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<std::uint8_t> pixels) {
+        std::uint8_t* pixel = pixels.data();
+        for (const DPoint2& point : points) {
+            host::PutPixel(sample(point), pixel);
+            pixel += 4;
+        }
     });
 }
 
@@ -79,10 +73,12 @@ AColor EvalMap(const eTextureSource& source, SContext& context) {
 }
 
 eTextureImage RenderMapRows(host::MapRow& map, const host::DMatrix3& toMap, int width, int height) {
-    std::vector<DPoint2> places(static_cast<std::size_t>(width));
-    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<AColor> colors) {
-        std::ranges::transform(points, places.begin(), [&](const DPoint2& p) { return p * toMap; });
-        map.EvalRow(places, colors);
+    const bool isIdentity = toMap.rows == host::DMatrix3().rows;
+    std::vector<DPoint2> places(static_cast<std::size_t>(isIdentity ? 0 : width));
+    return RenderRows(width, height, [&](std::span<const DPoint2> points, std::span<std::uint8_t> pixels) {
+        std::transform(points.begin(), points.begin() + std::ssize(places), places.begin(),
+                       [&](const DPoint2& p) { return p * toMap; });
+        map.EvalRow(isIdentity ? points : places, pixels);
     });
 }
 

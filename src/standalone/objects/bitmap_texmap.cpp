@@ -14,6 +14,8 @@ namespace standalone {
 
 namespace {
 
+constexpr host::AColor kNoPicture = {0, 0, 0, 1};
+
 eImageFile FileOf(const eSceneData& scene, const eBitmapMap& bitmap) {
     if (!bitmap.onDisk.empty()) {
         return {bitmap.onDisk, platform::ePathForm::Native};
@@ -65,30 +67,38 @@ const eImage* eBitmapTexmap::Picture() {
 host::AColor eBitmapTexmap::EvalColor(host::ShadeContext& context) {
     const eImage* const image = Picture();
     if (image == nullptr) {
-        return {0, 0, 0, 1};
+        return kNoPicture;
     }
     const auto [u, v] = Cropped(Coordinates(context));
     return Toned(context.filterMaps ? image->Bilinear(static_cast<float>(u), static_cast<float>(v))
                                     : image->Nearest(u, v));
 }
 
-void eBitmapTexmap::EvalRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) {
+void eBitmapTexmap::EvalRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) {
     const eImage* const image = Picture();
-    if (image == nullptr) {
-        std::ranges::fill(colors, host::AColor{0, 0, 0, 1});
+    if (image != nullptr && !isToned) {
+        image->NearestRow(OnPicture(places), pixels);
         return;
     }
+    std::uint8_t* pixel = pixels.data();
+    for (const host::DPoint2& place : OnPicture(places)) {
+        host::PutPixel(image == nullptr ? kNoPicture : Toned(image->Nearest(place.x, place.y)), pixel);
+        pixel += 4;
+    }
+}
+
+// The places themselves where the map shows the picture as it is.
+std::span<const host::DPoint2> eBitmapTexmap::OnPicture(std::span<const host::DPoint2> places) {
     const host::Matrix3 onMap = GetUVTransform();
+    if (onMap == host::Matrix3() && !isCropped) {
+        return places;
+    }
     row.resize(places.size());
     std::ranges::transform(places, row.begin(), [&](const host::DPoint2& place) { return place * onMap; });
     if (isCropped) {
         std::ranges::transform(row, row.begin(), [&](const host::DPoint2& place) { return Cropped(place); });
     }
-    image->NearestRow(row, colors);
-    if (isToned) {
-        std::ranges::transform(colors, colors.begin(),
-                               [&](const host::AColor& color) { return Toned(color); });
-    }
+    return row;
 }
 
 host::DPoint2 eBitmapTexmap::Cropped(const host::DPoint2& place) const {

@@ -20,12 +20,13 @@ public:
     // Filtered where the context says so. The picture is decoded when it is first asked for: most maps are
     // only asked where their file is.
     host::AColor EvalColor(host::ShadeContext& context) override;
-    void EvalRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) override;
+    void EvalRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) override;
     std::string PictureSettings() const override;
     void EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const override;
 
 private:
     const eImage* Picture();
+    std::span<const host::DPoint2> OnPicture(std::span<const host::DPoint2> places);
     host::DPoint2 Cropped(const host::DPoint2& place) const;
     host::AColor Toned(const host::AColor& color) const;
 
@@ -38,7 +39,7 @@ private:
     const eImage* picture = nullptr;
     std::optional<unsigned> generation;
 
-    std::vector<host::DPoint2> row;  // scratch of EvalRow
+    std::vector<host::DPoint2> row;  // scratch of OnPicture
 };
 
 }  // namespace standalone

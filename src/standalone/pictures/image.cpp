@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "host/map_row.h"
 #include "standalone/pictures/image_readers.h"
 
 namespace standalone {
@@ -37,10 +38,14 @@ host::AColor Between(const host::AColor& a, const host::AColor& b, float f) {
 
 }  // namespace
 
+inline std::size_t eImage::FirstValue(int column, int row) const {
+    return (static_cast<std::size_t>(height - 1 - row) * static_cast<std::size_t>(width) +
+            static_cast<std::size_t>(column)) *
+           4;
+}
+
 inline host::AColor eImage::Texel(int column, int row) const {
-    const std::size_t first = (static_cast<std::size_t>(height - 1 - row) * static_cast<std::size_t>(width) +
-                               static_cast<std::size_t>(column)) *
-                              4;
+    const std::size_t first = FirstValue(column, row);
     if (has16Bits) {
         const auto* const values = static_cast<const std::uint16_t*>(texels.get()) + first;
         constexpr float kFull = 65535;
@@ -66,10 +71,32 @@ host::AColor eImage::Nearest(double u, double v) const {
     return Texel(TexelAt(Fraction(u) * width, width), TexelAt(Fraction(v) * height, height));
 }
 
-void eImage::NearestRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) const {
-    std::ranges::transform(places, colors.begin(), [this](const host::DPoint2& place) {
-        return Texel(TexelAt(Fraction(place.x) * width, width), TexelAt(Fraction(place.y) * height, height));
-    });
+// A texel of bytes is its pixel but for the order: its fractions of 255 round to the bytes that they come
+// from.
+void eImage::NearestRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) const {
+    std::uint8_t* pixel = pixels.data();
+    if (has16Bits) {
+        for (const host::DPoint2& place : places) {
+            host::PutPixel(Nearest(place.x, place.y), pixel);
+            pixel += 4;
+        }
+        return;
+    }
+    const auto* const values = static_cast<const std::uint8_t*>(texels.get());
+    const std::uint8_t* row = nullptr;
+    double v = 0;
+    for (const host::DPoint2& place : places) {
+        if (row == nullptr || place.y != v) {
+            v = place.y;
+            row = values + FirstValue(0, TexelAt(Fraction(v) * height, height));
+        }
+        const std::uint8_t* const texel = row + 4 * TexelAt(Fraction(place.x) * width, width);
+        pixel[0] = texel[2];
+        pixel[1] = texel[1];
+        pixel[2] = texel[0];
+        pixel[3] = texel[3];
+        pixel += 4;
+    }
 }
 
 host::AColor eImage::Bilinear(float u, float v) const {

@@ -32,13 +32,15 @@ public:
 
     // In double precision: a place near a texel's edge stays in its texel on pictures of any width.
     host::AColor Nearest(double u, double v) const;
-    // The same for many places, to as many colours.
-    void NearestRow(std::span<const host::DPoint2> places, std::span<host::AColor> colors) const;
+    // The same for many places, as pixels (host/map_row.h). Least is done where places follow one another in
+    // a row of texels.
+    void NearestRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) const;
     // Between the middles of the four texels around.
     host::AColor Bilinear(float u, float v) const;
 
 private:
     // Row 0 is the lowest.
+    std::size_t FirstValue(int column, int row) const;
     host::AColor Texel(int column, int row) const;
 
     int width;
