@@ -48,6 +48,7 @@ host::MapChannel ChannelOf(const host::MapChannel& channel, const std::vector<st
     }
     numbers.Close();
     host::MapChannel some{channel.channel, numbers.Kept(channel.verts), {}};
+    some.faces.reserve(faces.size());
     for (const std::uint32_t face : faces) {
         const auto& t = channel.faces[face].t;
         some.faces.push_back({{numbers[t[0]], numbers[t[1]], numbers[t[2]]}});
@@ -71,6 +72,7 @@ host::MeshNormalSpec NormalsOf(const host::MeshNormalSpec& spec, const std::vect
     });
     numbers.Close();
     host::MeshNormalSpec some{numbers.Kept(spec.normals), {}, numbers.Kept(spec.explicitNormals)};
+    some.faceNormals.reserve(3 * faces.size());
     forEach([&](std::int32_t normal) {
         some.faceNormals.push_back(
             normal < 0 ? normal : static_cast<std::int32_t>(numbers[static_cast<std::uint32_t>(normal)]));
@@ -79,9 +81,8 @@ host::MeshNormalSpec NormalsOf(const host::MeshNormalSpec& spec, const std::vect
 }
 
 eSkinModifier SkinOf(const eSkinModifier& skin, const eRenumbering& vertices) {
-    eSkinModifier some = skin;
-    some.firstWeight.clear();
-    some.weights.clear();
+    eSkinModifier some{.bones = skin.bones, .bindFrame = skin.bindFrame, .bindMatrices = skin.bindMatrices};
+    some.firstWeight.reserve(vertices.kept.size() + 1);
     for (const std::uint32_t vertex : vertices.kept) {
         some.firstWeight.push_back(static_cast<std::uint32_t>(some.weights.size()));
         if (std::size_t{vertex} + 1 < skin.firstWeight.size()) {
@@ -106,6 +107,7 @@ eObjectData SubsetOf(const eObjectData& object, const std::vector<std::uint32_t>
     vertices.Close();
     eMeshObject some;
     some.mesh.verts = vertices.Kept(source.mesh.verts);
+    some.mesh.faces.reserve(faces.size());
     for (const std::uint32_t face : faces) {
         host::Face& made = some.mesh.faces.emplace_back(source.mesh.faces[face]);
         for (std::uint32_t& vertex : made.v) {
@@ -121,11 +123,10 @@ eObjectData SubsetOf(const eObjectData& object, const std::vector<std::uint32_t>
     for (const eVertexKey& key : source.vertexKeys) {
         some.vertexKeys.push_back({key.frame, vertices.Kept(key.vertices)});
     }
-    eObjectData result{{}, std::move(some), object.modifiers};
-    for (eModifierKind& modifier : result.modifiers) {
-        if (const auto* skin = std::get_if<eSkinModifier>(&modifier)) {
-            modifier = SkinOf(*skin, vertices);
-        }
+    eObjectData result{{}, std::move(some), {}};
+    for (const eModifierKind& modifier : object.modifiers) {
+        const auto* skin = std::get_if<eSkinModifier>(&modifier);
+        result.modifiers.push_back(skin != nullptr ? SkinOf(*skin, vertices) : modifier);
     }
     return result;
 }

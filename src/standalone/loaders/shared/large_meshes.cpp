@@ -21,12 +21,10 @@ constexpr std::size_t kMostTriangles = 65535;
 
 // What a corner is welded by, as bytes: equal corners become one vertex.
 std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t corner) {
-    std::string key;
+    std::vector<float> key;
+    key.reserve(3 * (mesh.maps.size() + 2));
     const auto append = [&](const host::Point3& point) {
-        for (const float part : {point.x, point.y, point.z}) {
-            const float value = part + 0.0F;
-            key.append(reinterpret_cast<const char*>(&value), sizeof value);
-        }
+        key.insert(key.end(), {point.x + 0.0F, point.y + 0.0F, point.z + 0.0F});
     };
     append(mesh.verts[mesh.faces[face].v[corner]]);
     for (const host::MapChannel& channel : mesh.maps) {
@@ -37,7 +35,7 @@ std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t co
         append(normal < 0 ? host::Point3{}
                           : mesh.specifiedNormals->normals[static_cast<std::size_t>(normal)]);
     }
-    return key;
+    return {reinterpret_cast<const char*>(key.data()), key.size() * sizeof(float)};
 }
 
 // Corners are numbered through: three of a face.
