@@ -26,6 +26,12 @@ bool HasArtistNormals(const host::Mesh& mesh) {
            std::ranges::all_of(specified->explicitNormals, std::identity());
 }
 
+// The number of the normal that the artist has set for the corner, or -1.
+int ArtistNormal(const host::MeshNormalSpec& specified, std::size_t face, int corner, bool areAllSet) {
+    const int number = specified.GetNormalIndex(static_cast<int>(face), corner);
+    return areAllSet || (number >= 0 && specified.GetNormalExplicit(number)) ? number : -1;
+}
+
 // With several normals the last one that shares a smoothing group counts; without any, which no built mesh
 // has, the face's own.
 host::Point3 SmoothedNormal(const host::Mesh& mesh, std::size_t face, const host::RVertex& vertex) {
@@ -72,29 +78,18 @@ void eCornerNormals::Build(host::Mesh& mesh) const {
 }
 
 eCorners<host::Point3> eCornerNormals::Of(std::size_t face) const {
+    const host::MeshNormalSpec* specified = mesh_.GetSpecifiedNormals();
     eCorners<host::Point3> normals;
-    for (int corner = 0; corner < 3; ++corner) {
-        normals[static_cast<std::size_t>(corner)] = OfCorner(face, space_.HostCorner(corner));
+    for (std::size_t c = 0; c < 3; ++c) {
+        const int corner = space_.HostCorner(static_cast<int>(c));
+        const int number = specified != nullptr ? ArtistNormal(*specified, face, corner, areAllSet_) : -1;
+        const host::Point3 normal =
+            number >= 0
+                ? artistNormals_[static_cast<std::size_t>(number)]
+                : UnitNormal(VectorTransform(space_.normalMatrix, GetCornerNormal(mesh_, face, corner)), {});
+        normals[c] = normal != host::Point3{} ? normal : OfFace(face);
     }
     return normals;
-}
-
-int eCornerNormals::ArtistNormal(std::size_t face, int corner) const {
-    if (artistNormals_.empty()) {
-        return -1;
-    }
-    const host::MeshNormalSpec& specified = *mesh_.specifiedNormals;
-    const int number = specified.GetNormalIndex(static_cast<int>(face), corner);
-    return areAllSet_ || (number >= 0 && specified.GetNormalExplicit(number)) ? number : -1;
-}
-
-host::Point3 eCornerNormals::OfCorner(std::size_t face, int corner) const {
-    const int number = ArtistNormal(face, corner);
-    const host::Point3 normal =
-        number >= 0
-            ? artistNormals_[static_cast<std::size_t>(number)]
-            : UnitNormal(VectorTransform(space_.normalMatrix, GetCornerNormal(mesh_, face, corner)), {});
-    return normal != host::Point3{} ? normal : OfFace(face);
 }
 
 // A face without area is seen by nobody; it is lit from above.

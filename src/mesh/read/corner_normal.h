@@ -23,9 +23,6 @@ public:
 
 private:
     void Build(host::Mesh& mesh) const;
-    // The number of the normal that the artist has set for the corner, or -1.
-    int ArtistNormal(std::size_t face, int corner) const;
-    host::Point3 OfCorner(std::size_t face, int corner) const;
     host::Point3 OfFace(std::size_t face) const;
 
     const host::Mesh& mesh_;
