@@ -43,11 +43,11 @@ eBilingual SkeletonText(const eRunJournal& journal, const host::INode* model) {
             return note.leftOut == eLeftOut::No && note.model == model && isMeant(note);
         });
     };
-    eBilingual text = Counted(count([](const eNodeNote& note) { return note.isBone; }), ePhrase::CountBone);
+    eBilingual text = Utf8Words(ePhrase::CountBone, count([](const eNodeNote& note) { return note.isBone; }));
     const auto add = [&](eNodeKind kind, ePhrase things) {
         const auto found = count([kind](const eNodeNote& note) { return note.kind == kind; });
         if (found > 0) {
-            text.AddToList(Counted(found, things));
+            text.AddToList(Utf8Words(things, found));
         }
     };
     add(eNodeKind::Volume, ePhrase::CountVolume);
@@ -75,9 +75,8 @@ eBilingual ReasonOf(const eRunJournal& journal, const eName& path, const eFileNo
         return PictureText(file, *picture);
     }
     if (!file.animation.empty()) {
-        const auto nodes = static_cast<std::int64_t>(NodesOf(journal, path, file).size());
         return Utf8Words(ePhrase::ReasonAnimation, ToUtf8(file.animation), model,
-                         Counted(nodes, ePhrase::CountNode));
+                         Utf8Words(ePhrase::CountNode, NodesOf(journal, path, file).size()));
     }
     if (!file.meshes.empty()) {
         return Utf8Words(ePhrase::ReasonMeshes, NameList(file.meshes));

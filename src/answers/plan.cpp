@@ -26,13 +26,17 @@ using platform::eMemoryLayer;
 struct eStateWord {
     eFileState state;
     ePhrase word;
+    ePhrase count;
 };
 
 // In the order of telling.
 constexpr eStateWord kStates[] = {
-    {eFileState::New, ePhrase::FileNew},         {eFileState::Changed, ePhrase::FileChanged},
-    {eFileState::Same, ePhrase::FileSame},       {eFileState::Kept, ePhrase::FileKept},
-    {eFileState::Deleted, ePhrase::FileDeleted}, {eFileState::LeftOver, ePhrase::FileLeftOver},
+    {eFileState::New, ePhrase::FileNew, ePhrase::CountNew},
+    {eFileState::Changed, ePhrase::FileChanged, ePhrase::CountChanged},
+    {eFileState::Same, ePhrase::FileSame, ePhrase::CountSame},
+    {eFileState::Kept, ePhrase::FileKept, ePhrase::CountKept},
+    {eFileState::Deleted, ePhrase::FileDeleted, ePhrase::CountDeleted},
+    {eFileState::LeftOver, ePhrase::FileLeftOver, ePhrase::CountLeftOver},
 };
 
 // For machines in English.
@@ -122,12 +126,11 @@ inspect::eDescription Summary(const eRunPlan& plan) {
 }
 
 std::string SummaryText(const eRunPlan& plan, eLanguage language) {
-    std::string text;
+    eBilingual text;
     for (const eStateWord& each : kStates) {
-        text += (text.empty() ? "" : ", ") + std::to_string(plan.Count(each.state)) + " " +
-                StateWord(each.state, language);
+        text.AddToList(Utf8Words(each.count, plan.Count(each.state)));
     }
-    return text;
+    return text.In(language);
 }
 
 std::string BelowRoot(const std::string& path, const std::string& root) {

@@ -1,11 +1,13 @@
 // A message with its values filled in.
 #pragma once
 
+#include <array>
 #include <string>
 #include <utility>
 
 #include "base/bilingual.h"
 #include "base/format.h"
+#include "base/plural_form.h"
 #include "messages/message_place.h"
 #include "messages/message_table.h"
 
@@ -31,11 +33,18 @@ inline const std::string& InEnglish(const eBilingual& value) {
     return value.english;
 }
 
+// The text with its values in their places, and the words beside numbers in the form that goes with them.
+template <class... Values>
+std::string Fill(const char* text, eLanguage language, const Values&... values) {
+    const std::array<std::string, sizeof...(Values)> printed{(format("%1%") % values).Text()...};
+    return (format(WithForms(text, language, printed)) % ... % values).Text();
+}
+
 // Fills the placeholders of both texts with the same values.
 template <class... Values>
 eBilingual FillBoth(const char* russian, const char* english, const Values&... values) {
-    return {(format(russian) % ... % InRussian(values)).Text(),
-            (format(english) % ... % InEnglish(values)).Text()};
+    return {Fill(russian, eLanguage::Russian, InRussian(values)...),
+            Fill(english, eLanguage::English, InEnglish(values)...)};
 }
 
 template <class... Values>

@@ -24,7 +24,9 @@ enum class eMessageId {
 struct eMessageRow {
     const char* code;  // stable: scripts may hang on it
     eMessageKind kind;
-    const char* russian;  // code page 1251; placeholders as in base/format.h, the same ones in both texts
+    // Code page 1251. Placeholders as in base/format.h, the same ones in both texts; forms of words as in
+    // base/plural_form.h.
+    const char* russian;
     const char* english;
     const char* cure;         // one sentence, English
     const char* russianCure;  // the same, code page 1251

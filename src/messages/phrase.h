@@ -14,7 +14,9 @@ enum class ePhrase {
 #undef ZYR_PHRASE
 
 struct ePhraseRow {
-    const char* russian;  // code page 1251; placeholders as in base/format.h, the same ones in both texts
+    // Code page 1251. Placeholders as in base/format.h, the same ones in both texts; forms of words as in
+    // base/plural_form.h.
+    const char* russian;
     const char* english;
 };
 

@@ -2,7 +2,6 @@
 // code page 1251.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "base/ansi.h"
@@ -26,7 +25,3 @@ template <class... Values>
 std::string Say(eLanguage language, ePhrase id, const Values&... values) {
     return Utf8Words(id, values...).In(language);
 }
-
-// "3 bones", UTF-8; in Russian "костей: 3", which suits any number. `things` is a phrase of the counted
-// things.
-eBilingual Counted(std::int64_t count, ePhrase things);

@@ -135,9 +135,9 @@ private:
         if (finding.worst == 0) {
             return "-";
         }
-        const std::string unit = finding.Unit() == "m" ? "mm" : finding.Unit();
-        const double amount = unit == "mm" ? Millimetres(finding.worst) : ToThousandths(finding.worst);
-        return eDescription(amount).dump() + (unit.empty() ? "" : " " + SummaryWord(unit, language));
+        const std::string unit = finding.Unit();
+        const double amount = unit == "m" ? Millimetres(finding.worst) : ToThousandths(finding.worst);
+        return Counted(eDescription(amount).dump(), unit, language);
     }
 
     void AddFindings(eDescription& rows, const std::string& of, const eFindings& findings) const {
@@ -169,8 +169,7 @@ private:
         std::string text;
         for (const auto& [things, count] : model.compared) {
             if (count > 0) {
-                text +=
-                    (text.empty() ? "" : ", ") + std::to_string(count) + " " + SummaryWord(things, language);
+                text += (text.empty() ? "" : ", ") + Counted(std::to_string(count), things, language);
             }
         }
         return text;
@@ -224,23 +223,23 @@ private:
 
 std::string SummaryOf(const eVerification& verification, eLanguage language) {
     std::string text;
-    std::int64_t meshes = 0;
+    std::size_t meshes = 0;
+    std::size_t clips = 0;
     std::int64_t triangles = 0;
-    std::int64_t clips = 0;
     const eModelSummary summary(language);
     for (const eModelVerdict& model : verification.models) {
         text += ToUtf8(model.root) + "  " + ToUtf8(verification.FromRoot(model.folder)) + "\n";
         text += inspect::RenderText(summary.Of(model)) + "\n";
-        meshes += static_cast<std::int64_t>(model.meshes.size());
-        clips += static_cast<std::int64_t>(model.clips.size());
+        meshes += model.meshes.size();
+        clips += model.clips.size();
         for (const eMeshVerdict& mesh : model.meshes) {
             triangles += mesh.found;
         }
     }
-    eBilingual counts = Counted(static_cast<std::int64_t>(verification.models.size()), ePhrase::CountModel);
-    counts.AddToList(Counted(meshes, ePhrase::CountMesh));
-    counts.AddToList(Counted(triangles, ePhrase::CountTriangle));
-    counts.AddToList(Counted(clips, ePhrase::CountClip));
+    eBilingual counts = Utf8Words(ePhrase::CountModel, verification.models.size());
+    counts.AddToList(Utf8Words(ePhrase::CountMesh, meshes));
+    counts.AddToList(Utf8Words(ePhrase::CountTriangle, triangles));
+    counts.AddToList(Utf8Words(ePhrase::CountClip, clips));
     const ePhrase verdict = verification.IsClean() ? ePhrase::ProofHolds : ePhrase::ProofDiffers;
     return text + Say(language, verdict, counts.In(language)) + "\n";
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
+#include <utility>
 
 #include "messages/utf8_words.h"
 
@@ -97,12 +99,17 @@ constexpr ePhrase kWords[] = {ePhrase::FoundBentSkin,
                               ePhrase::FoundBoneProperty,
                               ePhrase::FoundVolumeProperty,
                               ePhrase::FoundZoneProperty,
-                              ePhrase::ProofInTexts,
-                              ePhrase::ProofVolumes,
-                              ePhrase::ProofZones,
-                              ePhrase::ProofSupportPoints,
-                              ePhrase::ProofPreviews,
-                              ePhrase::ProofOf255};
+                              ePhrase::ProofInTexts};
+
+// Things and units by the words of the JSON.
+constexpr std::pair<std::string_view, ePhrase> kCounted[] = {
+    {"bones", ePhrase::CountBone},       {"volumes", ePhrase::CountVolume},
+    {"zones", ePhrase::CountZone},       {"support points", ePhrase::CountSupportPoint},
+    {"previews", ePhrase::CountPreview}, {"frames", ePhrase::CountFrame},
+    {"m", ePhrase::SizeMillimetres},  // as everywhere in the tables
+    {"degrees", ePhrase::SizeDegrees},   {"dB", ePhrase::SizeDecibels},
+    {"of 255", ePhrase::SizeOf255},
+};
 
 }  // namespace
 
@@ -110,6 +117,12 @@ std::string SummaryWord(const std::string& english, eLanguage language) {
     const ePhrase* const word =
         std::ranges::find_if(kWords, [&](ePhrase id) { return RowOf(id).english == english; });
     return word != std::end(kWords) ? Say(language, *word) : english;
+}
+
+std::string Counted(const std::string& number, const std::string& english, eLanguage language) {
+    const auto* const counted =
+        std::ranges::find(kCounted, english, &std::pair<std::string_view, ePhrase>::first);
+    return counted != std::end(kCounted) ? Say(language, counted->second, number) : number;
 }
 
 }  // namespace verify

@@ -10,4 +10,8 @@ namespace verify {
 // comes back as it is.
 std::string SummaryWord(const std::string& english, eLanguage language);
 
+// A number with the things that it counts, or with its unit, whose English word is given; with nothing behind
+// it for any other word.
+std::string Counted(const std::string& number, const std::string& english, eLanguage language);
+
 }  // namespace verify

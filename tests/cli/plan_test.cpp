@@ -139,9 +139,9 @@ TEST_F(Plan, TellsWhatHasChangedSinceTheLastExport) {
     EXPECT_THAT(text, HasSubstr("same but for the comment line with time and user"));
 
     const std::string russian = Run("plan", 2, "--language ru").output;
-    EXPECT_THAT(russian, HasSubstr("план: 0 новый, 1 изменен, 4 прежний, 1 не тронут, 1 удален, 1 лишний\n"));
+    EXPECT_THAT(russian, HasSubstr("план: 0 новых, 1 изменен, 4 прежних, 1 не тронут, 1 удален, 1 лишний\n"));
     EXPECT_THAT(russian, HasSubstr("текстура для wood: картинка новее файла ("));
-    EXPECT_THAT(russian, HasSubstr("скелет модели cart: костей: 3; отличается только строка комментария"));
+    EXPECT_THAT(russian, HasSubstr("скелет модели cart: 3 кости; отличается только строка комментария"));
     EXPECT_THAT(russian, Not(testing::ContainsRegex("[a-z] [a-z]")));
 }
 

@@ -12,12 +12,23 @@
 namespace {
 
 std::vector<std::string> Placeholders(const std::string& text) {
-    static const std::regex kPlaceholder("%[0-9]%|%[a-z]");
+    static const std::regex kPlaceholder("%[0-9]%|%[.0-9]*[a-z]");
     return {std::sregex_token_iterator(text.begin(), text.end(), kPlaceholder), {}};
 }
 
 bool HasForeignLetters(const std::string& text) {
     return std::ranges::any_of(text, [](char byte) { return static_cast<signed char>(byte) < 0; });
+}
+
+// Would catch a word whose form hangs on a value that is not there, or that has a form too few.
+void ExpectWholeForms(const std::string& text) {
+    static const std::regex kForms("\\{([1-9]):[^{}|]*(\\|[^{}|]*){1,2}\\}");
+    const auto places = static_cast<int>(Placeholders(text).size());
+    for (auto form = std::sregex_iterator(text.begin(), text.end(), kForms); form != std::sregex_iterator();
+         ++form) {
+        EXPECT_LE(std::stoi((*form)[1]), places) << text;
+    }
+    EXPECT_EQ(std::regex_replace(text, kForms, "").find('|'), std::string::npos) << text;
 }
 
 // Would catch a code that stands for two messages, a translation that swaps or loses a name, a text that is
@@ -29,6 +40,8 @@ TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
         EXPECT_TRUE(codes.insert(row.code).second);
         EXPECT_TRUE(std::regex_match(row.code, std::regex("[a-z]+(-[a-z]+)*\\.[a-z]+(-[a-z]+)*")));
         EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english));
+        ExpectWholeForms(row.russian);
+        ExpectWholeForms(row.english);
         EXPECT_STRNE(row.english, "");
         EXPECT_TRUE(HasForeignLetters(row.russian) || std::string(row.russian) == row.english);
         EXPECT_FALSE(HasForeignLetters(row.english) || HasForeignLetters(row.cure));
@@ -40,6 +53,8 @@ TEST(MessageTable, EveryMessageIsTheSameInBothLanguages) {
     EXPECT_EQ(FindMessage("bones"), nullptr);
     for (const ePhraseRow& row : AllPhrases()) {
         EXPECT_EQ(Placeholders(row.russian), Placeholders(row.english)) << row.english;
+        ExpectWholeForms(row.russian);
+        ExpectWholeForms(row.english);
         EXPECT_TRUE(HasForeignLetters(row.russian) && !HasForeignLetters(row.english)) << row.english;
     }
 }
@@ -55,11 +70,22 @@ TEST(MessageTable, APhraseFollowsTheLanguageOfItsMessage) {
               "Кость 'b' показывает мэш кости 'c', но этот мэш не записан: кость 'd' скрыта.");
 }
 
-// Would catch names beyond code page 1251 that are lost on the way to a terminal, and "1 meshes".
-TEST(MessageTable, WordsForTerminalsTakeNamesOfAnyAlphabet) {
+// Would catch names beyond code page 1251 that are lost on the way to a terminal, and a word that does
+// not go with its number.
+TEST(MessageTable, WordsForTerminalsTakeNamesAndNumbers) {
     EXPECT_EQ(Say(eLanguage::Russian, ePhrase::ReasonNoAnimations, "木"), "у модели 木 нет анимаций");
-    EXPECT_EQ(Counted(1, ePhrase::CountMesh).english, "1 mesh");
-    EXPECT_EQ(Counted(2, ePhrase::CountMesh), (eBilingual{"мэшей: 2", "2 meshes"}));
+    const std::pair<int, const char*> kFiles[] = {
+        {0, "изменено 0 файлов"}, {1, "изменен 1 файл"},        {4, "изменены 4 файла"},
+        {5, "изменено 5 файлов"}, {11, "изменено 11 файлов"},   {12, "изменено 12 файлов"},
+        {21, "изменен 21 файл"},  {111, "изменено 111 файлов"}, {102, "изменены 102 файла"},
+    };
+    for (const auto& [number, text] : kFiles) {
+        EXPECT_EQ(Say(eLanguage::Russian, ePhrase::SumChanged, number), text);
+    }
+    EXPECT_EQ(Utf8Words(ePhrase::SumSeconds, "0.05"), (eBilingual{"0.05 секунды", "0.05 seconds"}));
+    EXPECT_EQ(Utf8Words(ePhrase::CountNew, 2), (eBilingual{"2 новых", "2 new"}));
+    EXPECT_EQ(Say(eLanguage::English, ePhrase::CountMesh, 1), "1 mesh");
+    EXPECT_EQ(Say(eLanguage::English, ePhrase::CountMesh, 21), "21 meshes");
 }
 
 }  // namespace

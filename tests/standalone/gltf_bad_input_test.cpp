@@ -118,7 +118,7 @@ TEST(GltfBadInput, GeometryMustFitItself) {
     EXPECT_EQ(problems({0, 0, 0, 1, 0, 0, 0, std::nanf(""), 0}, {0, 1, 2}, ""),
               "/meshes/0/primitives/0: element 2 of accessor 0 is no number\n");
     EXPECT_EQ(problems(three, {0, 1, 2}, R"(, "NORMAL": 2)"),
-              "/meshes/0/primitives/0: accessor 2 has 1 elements for 3 vertices\n");
+              "/meshes/0/primitives/0: accessor 2 has 1 element for 3 vertices\n");
     EXPECT_EQ(problems(three, {0, 1, 2}, R"(, "TEXCOORD_0": 0)"),
               "/meshes/0/primitives/0: accessor 0 has 3 numbers per element, and 2 are expected\n");
 }

@@ -207,7 +207,7 @@ TEST(GltfSkin, BrokenSkinsAreTold) {
     EXPECT_EQ(problems(R"({"joints": [0]})", 1),
               "/meshes/0/primitives/0: 3 influences name joints beyond the 1 of the skin\n");
     EXPECT_EQ(problems(R"({"joints": [0, 0], "inverseBindMatrices": 3})", 0),
-              "/skins/0/inverseBindMatrices: 1 matrices for 2 joints\n");
+              "/skins/0/inverseBindMatrices: 1 matrix for 2 joints\n");
     EXPECT_EQ(problems(R"({"joints": [2]})", 0), "/skins/0/joints: node 2 lies outside the scene\n");
 }
 

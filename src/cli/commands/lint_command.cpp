@@ -121,9 +121,8 @@ public:
             return;
         }
         const eLanguage language = LanguageOf(arguments.flags.language);
-        const auto count = static_cast<std::int64_t>(linted.messages.size());
         std::printf("%s: %s\n", linted.scene.c_str(),
-                    Counted(count, ePhrase::CountMessage).In(language).c_str());
+                    Say(language, ePhrase::CountMessage, linted.messages.size()).c_str());
         for (const eNodeMessages& node : ByNode(linted.messages)) {
             PrintNode(node, language);
         }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/ansi.h"
+#include "base/plural_form.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/terminal_text.h"
 #include "messages/message_table.h"
@@ -56,18 +57,26 @@ std::string Quoted(const std::string& text) {
     return quoted;
 }
 
+// The texts with their places, as they are for many.
+std::string English(const eMessageRow& row) {
+    return WithForms(row.english, eLanguage::English, {});
+}
+std::string Russian(const eMessageRow& row) {
+    return WithForms(ToUtf8(row.russian), eLanguage::Russian, {});
+}
+
 void PrintPage() {
     std::fputs(kPageHead, stdout);
     for (const eMessageRow& row : AllMessages()) {
         std::printf("\n## %s\n\n%s\n\n%s\n\nCure: %s\n\n%s\n\nЧто делать: %s\n", row.code, KindWord(row.kind),
-                    Quoted(row.english).c_str(), row.cure, Quoted(ToUtf8(row.russian)).c_str(),
+                    Quoted(English(row)).c_str(), row.cure, Quoted(Russian(row)).c_str(),
                     ToUtf8(row.russianCure).c_str());
     }
 }
 
 void PrintRow(const eMessageRow& row) {
-    std::printf("%s (%s)\n%s\ncure: %s\n%s\nчто делать: %s\n", row.code, KindWord(row.kind), row.english,
-                row.cure, ToUtf8(row.russian).c_str(), ToUtf8(row.russianCure).c_str());
+    std::printf("%s (%s)\n%s\ncure: %s\n%s\nчто делать: %s\n", row.code, KindWord(row.kind),
+                English(row).c_str(), row.cure, Russian(row).c_str(), ToUtf8(row.russianCure).c_str());
 }
 
 int PrintCodes(const std::vector<std::string>& codes) {

@@ -7,18 +7,19 @@ namespace cli {
 eBilingual SummaryOf(const eRunRecord& record, bool knowsModels) {
     eBilingual line;
     if (knowsModels) {
-        line += Utf8Words(ePhrase::SumWritten, Counted(record.WrittenModels(), ePhrase::CountModel));
+        line.AddToList(Utf8Words(ePhrase::SumWritten, record.WrittenModels()));
     }
-    line += Utf8Words(ePhrase::SumChanged, Counted(record.ChangedFiles(), ePhrase::CountFile));
-    eBilingual told = Counted(record.CountErrors(), ePhrase::CountError);
-    told.AddToList(Counted(record.Count(eSeverity::Warning), ePhrase::CountWarning));
-    line += told;
+    line.AddToList(Utf8Words(ePhrase::SumChanged, record.ChangedFiles()));
+    line.AddToList(Utf8Words(ePhrase::CountError, record.CountErrors()));
+    line.AddToList(Utf8Words(ePhrase::CountWarning, record.Count(eSeverity::Warning)));
     if (const int advice = record.Count(eSeverity::Advice); advice > 0) {
-        line += Utf8Words(ePhrase::SumAdvice, advice);
+        line.AddToList(Utf8Words(ePhrase::CountAdvice, advice));
     }
-    const std::string seconds = (format("%.2f") % record.seconds).Text();
-    return line += Utf8Words(ePhrase::SumSeconds, seconds,
-                             record.cancelled ? Utf8Words(ePhrase::SumCancelled) : eBilingual());
+    line.AddToList(Utf8Words(ePhrase::SumSeconds, (format("%.2f") % record.seconds).Text()));
+    if (record.cancelled) {
+        line.AddToList(Utf8Words(ePhrase::SumCancelled));
+    }
+    return line;
 }
 
 }  // namespace cli
