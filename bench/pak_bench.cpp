@@ -39,7 +39,7 @@ public:
             const std::string number = std::to_string(file);
             folder.Write("game/units/" + number.substr(0, 2) + "/mesh_" + number + ".mesh", text);
         }
-        if (!xIo::WritePak(folder / "game", Path()).problem.empty()) {
+        if (!xIo::WritePak(folder / "game", Path()).problem.IsEmpty()) {
             std::abort();
         }
     }

@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     constexpr const char* kNames[] = {"a.mdl", "a.def", ".material", ".mesh", "a.anm", "a.tga"};
     const char* const name = kNames[data[0] % std::size(kNames)];
     const std::uint8_t* const middle = data + 1 + (size - 1) / 2;
-    std::string problem;
+    eBilingual problem;
     diff::CompareFiles(diff::ReadFile(name, {data + 1, middle}), diff::ReadFile(name, {middle, data + size}),
                        {}, problem);
     return 0;

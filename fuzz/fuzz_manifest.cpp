@@ -7,9 +7,9 @@
 #include "answers/manifest_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::string problem;
+    eBilingual problem;
     const auto manifest = answers::ReadManifest({reinterpret_cast<const char*>(data), size}, "/a/b", problem);
-    if (manifest.has_value() != problem.empty()) {
+    if (manifest.has_value() != problem.IsEmpty()) {
         std::abort();
     }
     if (manifest && !answers::ReadManifest(answers::ManifestText(*manifest, "/a/b"), "/a/b", problem)) {

@@ -3,22 +3,31 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <optional>
 
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace answers {
 
 namespace {
 
-constexpr std::pair<eStanding, const char*> kStandings[] = {
-    {eStanding::Sound, "sound"},
-    {eStanding::Missing, "missing"},
-    {eStanding::Changed, "changed"},
-    {eStanding::Stale, "stale"},
+struct eStandingWords {
+    eStanding standing;
+    const char* word;             // for machines
+    std::optional<ePhrase> text;  // of one file that is not sound
+    ePhrase count;
 };
 
-const char* WordOf(eStanding standing) {
-    return std::ranges::find(kStandings, standing, &std::pair<eStanding, const char*>::first)->second;
+constexpr eStandingWords kStandings[] = {
+    {eStanding::Sound, "sound", {}, ePhrase::CountSound},
+    {eStanding::Missing, "missing", ePhrase::StandsMissing, ePhrase::CountMissing},
+    {eStanding::Changed, "changed", ePhrase::FileChanged, ePhrase::CountChanged},
+    {eStanding::Stale, "stale", ePhrase::StandsStale, ePhrase::CountStale},
+};
+
+const eStandingWords& WordsOf(eStanding standing) {
+    return *std::ranges::find(kStandings, standing, &eStandingWords::standing);
 }
 
 std::string NameOf(const std::string& path) {
@@ -26,26 +35,26 @@ std::string NameOf(const std::string& path) {
 }
 
 // What has come of the sources, by path: nothing of those that are as they were.
-std::map<std::string, std::string> ChangesOf(const std::vector<eManifestSource>& sources) {
-    std::map<std::string, std::string> changes;
+std::map<std::string, eBilingual> ChangesOf(const std::vector<eManifestSource>& sources) {
+    std::map<std::string, eBilingual> changes;
     for (const eManifestSource& source : sources) {
         const std::optional<eContentMark> now = MarkOf(source.path);
         if (!now) {
-            changes[source.path] = NameOf(source.path) + " is gone";
+            changes[source.path] = Utf8Words(ePhrase::WhySourceGone, NameOf(source.path));
         } else if (*now != source.content) {
-            changes[source.path] = NameOf(source.path) + " has changed";
+            changes[source.path] = Utf8Words(ePhrase::WhySourceChanged, NameOf(source.path));
         }
     }
     return changes;
 }
 
 // The first of those that were looked for in vain that is there now; empty if none is.
-std::string NewlyCome(const std::vector<std::string>& missing) {
+eBilingual NewlyCome(const std::vector<std::string>& missing) {
     const auto come = std::ranges::find_if(missing, [](const std::string& path) {
         std::error_code ignored;
         return std::filesystem::is_regular_file(platform::PathFromUtf8(path), ignored);
     });
-    return come != missing.end() ? NameOf(*come) + " has come, which was missing" : std::string();
+    return come != missing.end() ? Utf8Words(ePhrase::WhySourceCome, NameOf(*come)) : eBilingual();
 }
 
 class eChecker {
@@ -61,20 +70,20 @@ public:
         const std::optional<eContentMark> now = MarkOf(platform::Utf8FromPath(
             platform::PathFromUtf8(manifest_.root) / platform::PathFromUtf8(file.path)));
         if (!now) {
-            return {file.path, eStanding::Missing, "there is no such file that can be read"};
+            return {file.path, eStanding::Missing, Utf8Words(ePhrase::WhyUnreadable)};
         }
         if (*now != file.content) {
             return {file.path, eStanding::Changed,
-                    now->bytes == file.content.bytes ? "its content is another"
-                                                     : std::to_string(now->bytes) + " bytes instead of " +
-                                                           std::to_string(file.content.bytes)};
+                    now->bytes == file.content.bytes
+                        ? Utf8Words(ePhrase::WhyOtherContent)
+                        : Utf8Words(ePhrase::WhyOtherSize, now->bytes, file.content.bytes)};
         }
-        const std::string change = ChangeBehind(file);
-        return {file.path, change.empty() ? eStanding::Sound : eStanding::Stale, change};
+        const eBilingual change = ChangeBehind(file);
+        return {file.path, change.IsEmpty() ? eStanding::Sound : eStanding::Stale, change};
     }
 
 private:
-    std::string ChangeBehind(const eManifestFile& file) const {
+    eBilingual ChangeBehind(const eManifestFile& file) const {
         for (const std::string& source : file.sources) {
             if (const auto change = changes_.find(source); change != changes_.end()) {
                 return change->second;
@@ -84,14 +93,14 @@ private:
     }
 
     const eManifest& manifest_;
-    std::map<std::string, std::string> changes_;
-    std::string come_;
+    std::map<std::string, eBilingual> changes_;
+    eBilingual come_;
 };
 
 inspect::eDescription Summary(const eManifestCheck& check) {
     inspect::eDescription summary;
-    for (const auto& [standing, word] : kStandings) {
-        summary[word] = check.Count(standing);
+    for (const eStandingWords& each : kStandings) {
+        summary[each.word] = check.Count(each.standing);
     }
     return summary;
 }
@@ -114,25 +123,25 @@ eManifestCheck CheckManifest(const eManifest& manifest, bool doSourcesCount) {
 inspect::eDescription DescribeCheck(const eManifestCheck& check) {
     inspect::eDescription files = inspect::eDescription::array();
     for (const eCheckedFile& file : check.files) {
-        files.push_back({{"path", file.path}, {"state", WordOf(file.standing)}, {"why", file.why}});
+        files.push_back(
+            {{"path", file.path}, {"state", WordsOf(file.standing).word}, {"why", file.why.english}});
     }
     return {{"schema", kCheckSchema},   {"manifest", check.manifest}, {"root", check.root},
             {"sound", check.IsSound()}, {"summary", Summary(check)},  {"files", std::move(files)}};
 }
 
-std::string CheckText(const eManifestCheck& check) {
+std::string CheckText(const eManifestCheck& check, eLanguage language) {
     std::string text;
     for (const eCheckedFile& file : check.files) {
-        if (file.standing != eStanding::Sound) {
-            text += std::string(WordOf(file.standing)) + ": " + file.path + ": " + file.why + "\n";
+        if (const std::optional<ePhrase> standing = WordsOf(file.standing).text) {
+            text += Say(language, *standing) + ": " + file.path + ": " + file.why.In(language) + "\n";
         }
     }
-    const inspect::eDescription summary = Summary(check);
-    std::string counts;
-    for (const auto& [word, count] : summary.items()) {
-        counts += (counts.empty() ? "" : ", ") + count.dump() + " " + word;
+    eBilingual counts;
+    for (const eStandingWords& each : kStandings) {
+        counts.AddToList(Utf8Words(each.count, check.Count(each.standing)));
     }
-    return text + counts + "\n";
+    return text + counts.In(language) + "\n";
 }
 
 }  // namespace answers

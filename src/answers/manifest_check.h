@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "answers/manifest.h"
+#include "base/bilingual.h"
 #include "inspect/description.h"
 
 namespace answers {
@@ -18,7 +19,7 @@ enum class eStanding {
 struct eCheckedFile {
     std::string path;  // from the resource root
     eStanding standing = eStanding::Sound;
-    std::string why;  // UTF-8; empty where it is sound
+    eBilingual why;  // UTF-8; empty where it is sound
 };
 
 struct eManifestCheck {
@@ -38,6 +39,6 @@ inline constexpr int kCheckSchema = 1;
 
 inspect::eDescription DescribeCheck(const eManifestCheck& check);
 // For people: a line for each file that is not sound, and the counts.
-std::string CheckText(const eManifestCheck& check);
+std::string CheckText(const eManifestCheck& check, eLanguage language);
 
 }  // namespace answers

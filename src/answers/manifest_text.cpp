@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace answers {
@@ -47,22 +48,21 @@ ordered_json FileJson(const eManifestFile& file, const std::string& folder) {
 // Reads a manifest key by key; the first that is not as it should be is the problem.
 class eManifestReader {
 public:
-    explicit eManifestReader(std::string& problem) : problem_(problem) {}
+    explicit eManifestReader(eBilingual& problem) : problem_(problem) {}
 
     std::optional<eManifest> Read(std::string_view text, const std::string& folder) {
         Parse(text);
-        if (problem_.empty() &&
+        if (problem_.IsEmpty() &&
             (!json_.is_object() || !json_.contains("schema") || !json_.contains("files"))) {
-            Report("it is no manifest of an export");
-        } else if (problem_.empty() && json_["schema"] != kManifestSchema) {
-            Report("its schema is " + SchemaWord() + ", and this program knows " +
-                   std::to_string(kManifestSchema));
+            Report(ePhrase::ManifestNone);
+        } else if (problem_.IsEmpty() && json_["schema"] != kManifestSchema) {
+            Report(ePhrase::ManifestSchema, SchemaWord(), kManifestSchema);
         }
         eManifest manifest;
-        if (problem_.empty()) {
+        if (problem_.IsEmpty()) {
             ReadAll(manifest, folder);
         }
-        return problem_.empty() ? std::optional(manifest) : std::nullopt;
+        return problem_.IsEmpty() ? std::optional(manifest) : std::nullopt;
     }
 
 private:
@@ -70,15 +70,16 @@ private:
         try {
             json_ = ordered_json::parse(text);
         } catch (const ordered_json::parse_error& error) {
-            Report("it is no JSON, from byte " + std::to_string(error.byte) + " on");
+            Report(ePhrase::ManifestNoJson, error.byte);
         } catch (const ordered_json::out_of_range&) {
-            Report("a number in it is too large");
+            Report(ePhrase::ManifestLargeNumber);
         }
     }
 
-    std::string SchemaWord() const {
+    eBilingual SchemaWord() const {
         const ordered_json& schema = json_["schema"];
-        return schema.is_number() ? schema.dump() : std::string("no number");
+        return schema.is_number() ? eBilingual{schema.dump(), schema.dump()}
+                                  : Utf8Words(ePhrase::ManifestSchemaWord);
     }
 
     void ReadAll(eManifest& manifest, const std::string& folder) {
@@ -105,7 +106,7 @@ private:
     void ReadList(const char* key, Take take) {
         const ordered_json& list = Member(json_, key);
         if (!list.is_array()) {
-            return Report(std::string("/") + key + ": a list is wanted");
+            return Report(ePhrase::WantedList, std::string("/") + key);
         }
         for (std::size_t i = 0; i < list.size(); ++i) {
             take(list[i], std::string("/") + key + "/" + std::to_string(i));
@@ -120,7 +121,7 @@ private:
     std::string Text(const ordered_json& object, const char* key, const std::string& place) {
         const ordered_json& value = Member(object, key);
         if (!value.is_string()) {
-            Report(place + "/" + key + ": a text is wanted");
+            Report(ePhrase::WantedText, place + "/" + key);
             return {};
         }
         return value.get<std::string>();
@@ -130,7 +131,7 @@ private:
         const ordered_json& list = Member(object, key);
         if (!list.is_array() ||
             !std::ranges::all_of(list, [](const auto& text) { return text.is_string(); })) {
-            Report(place + "/" + key + ": a list of texts is wanted");
+            Report(ePhrase::WantedTexts, place + "/" + key);
             return {};
         }
         return list.get<std::vector<std::string>>();
@@ -148,20 +149,24 @@ private:
     eContentMark Mark(const ordered_json& object, const std::string& place) {
         const ordered_json& bytes = Member(object, "bytes");
         if (!bytes.is_number_unsigned()) {
-            Report(place + "/bytes: a whole number is wanted");
+            Report(ePhrase::WantedWhole, place + "/bytes");
             return {};
         }
         const std::string digest = Text(object, "sha256", place);
         if (digest.size() != 64 || digest.find_first_not_of("0123456789abcdef") != std::string::npos) {
-            Report(place + "/sha256: 64 hexadecimal digits are wanted");
+            Report(ePhrase::WantedDigest, place + "/sha256");
         }
         return {bytes.get<std::uint64_t>(), digest};
     }
 
-    void Report(const std::string& text) { problem_ = problem_.empty() ? text : problem_; }
+    // The first one counts.
+    template <class... Values>
+    void Report(ePhrase id, const Values&... values) {
+        problem_ = problem_.IsEmpty() ? Utf8Words(id, values...) : problem_;
+    }
 
     ordered_json json_;
-    std::string& problem_;
+    eBilingual& problem_;
 };
 
 }  // namespace
@@ -186,9 +191,8 @@ std::string ManifestText(const eManifest& manifest, const std::string& folder) {
     return json.dump(kIndent, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }
 
-std::optional<eManifest> ReadManifest(std::string_view text, const std::string& folder,
-                                      std::string& problem) {
-    problem.clear();
+std::optional<eManifest> ReadManifest(std::string_view text, const std::string& folder, eBilingual& problem) {
+    problem = {};
     return eManifestReader(problem).Read(text, folder);
 }
 

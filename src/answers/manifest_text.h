@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "answers/manifest.h"
+#include "base/bilingual.h"
 
 namespace answers {
 
@@ -18,6 +19,6 @@ inline constexpr int kManifestSchema = 1;
 std::string ManifestText(const eManifest& manifest, const std::string& folder);
 
 // Reads such a text; nothing, with the reason in `problem`, UTF-8, if it is none.
-std::optional<eManifest> ReadManifest(std::string_view text, const std::string& folder, std::string& problem);
+std::optional<eManifest> ReadManifest(std::string_view text, const std::string& folder, eBilingual& problem);
 
 }  // namespace answers

@@ -19,6 +19,8 @@ struct eBilingual {
         english += more.english;
         return *this;
     }
+    // Behind the place that it tells of.
+    eBilingual At(const std::string& place) const { return {place + ": " + russian, place + ": " + english}; }
     // With a comma in front unless it is the first.
     void AddToList(const eBilingual& item) {
         if (!IsEmpty()) {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "batch/build_folder.h"
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace batch {
@@ -27,25 +28,25 @@ std::set<std::string> ModelFolders(const std::string& listFile) {
     return folders;
 }
 
-std::string ConflictText(const std::string& folder, const std::vector<std::string>& scenes) {
-    std::string text = folder + " is written by " + std::to_string(scenes.size()) + " scenes:";
+eBilingual ConflictText(const std::string& folder, const std::vector<std::string>& scenes) {
+    std::string list;
     for (const std::string& scene : scenes) {
-        text += "\n  " + scene;
+        list += "\n  " + scene;
     }
-    return text;
+    return Utf8Words(ePhrase::BatchConflict, folder, scenes.size(), list);
 }
 
 }  // namespace
 
-std::vector<std::string> FindConflicts(const std::string& buildFolder,
-                                       const std::vector<eBatchScene>& scenes) {
+std::vector<eBilingual> FindConflicts(const std::string& buildFolder,
+                                      const std::vector<eBatchScene>& scenes) {
     std::map<std::string, std::vector<std::string>> writers;
     for (const eBatchScene& scene : scenes) {
         for (const std::string& folder : ModelFolders(FilesOf(buildFolder, scene.path).models.result)) {
             writers[folder].push_back(scene.path);
         }
     }
-    std::vector<std::string> conflicts;
+    std::vector<eBilingual> conflicts;
     for (const auto& [folder, writing] : writers) {
         if (writing.size() > 1) {
             conflicts.push_back(ConflictText(folder, writing));

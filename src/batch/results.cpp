@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "batch/build_folder.h"
+#include "messages/utf8_words.h"
 #include "platform/folder.h"
 #include "platform/folder_memory.h"
 #include "platform/path_text.h"
@@ -25,13 +26,15 @@ using nlohmann::ordered_json;
 using platform::PathFromUtf8;
 
 constexpr std::array kKinds = {"fatal", "error", "warning", "advice"};
+constexpr std::array kCounts = {ePhrase::CountFatal, ePhrase::CountError, ePhrase::CountWarning,
+                                ePhrase::CountAdvice};
 
 // What a batch asks of a report.
 struct eReport {
     struct eTold {
         std::string kind;
         std::string code;
-        std::string text;
+        eBilingual text;
     };
 
     int exitCode = 0;
@@ -52,9 +55,10 @@ eReport ReportFrom(const ordered_json& json) {
         }
     }
     for (const ordered_json& message : json.at("messages")) {
-        report.messages.push_back({message.at("kind").get<std::string>(),
-                                   message.at("code").get<std::string>(),
-                                   message.at("english").get<std::string>()});
+        report.messages.push_back(
+            {message.at("kind").get<std::string>(),
+             message.at("code").get<std::string>(),
+             {message.at("text").get<std::string>(), message.at("english").get<std::string>()}});
     }
     return report;
 }
@@ -70,13 +74,13 @@ std::optional<eReport> ReadReport(const std::string& file) {
     }
 }
 
-std::string LastLine(const std::string& file) {
+eBilingual LastLine(const std::string& file) {
     std::ifstream stream(PathFromUtf8(file), std::ios::binary);
     std::string last;
     for (std::string line; std::getline(stream, line);) {
         last = line.empty() ? last : line;
     }
-    return last.empty() ? "has left no report" : last;
+    return last.empty() ? Utf8Words(ePhrase::BatchNoReport) : eBilingual{last, last};
 }
 
 bool HasLostFile(const eReport& report) {
@@ -112,7 +116,7 @@ void TakeMessages(eSceneResult& result, const eReport& report) {
     for (const char* kind : kKinds) {
         const auto worst = std::ranges::find(report.messages, kind, &eReport::eTold::kind);
         if (worst != report.messages.end()) {
-            result.worst = worst->code + ": " + worst->text;
+            result.worst = worst->text.At(worst->code);
             return;
         }
     }
@@ -144,14 +148,14 @@ std::size_t Rank(const eSceneResult& result) {
     return 1 + static_cast<std::size_t>(kind - kKinds.begin());
 }
 
-std::string Counts(const eSceneResult& result) {
-    std::string text;
-    for (const char* kind : kKinds) {
-        if (const auto count = result.messages.find(kind); count != result.messages.end()) {
-            text += (text.empty() ? "" : ", ") + std::to_string(count->second) + " " + kind;
+eBilingual Counts(const eSceneResult& result) {
+    eBilingual counts;
+    for (std::size_t i = 0; i < kKinds.size(); ++i) {
+        if (const auto count = result.messages.find(kKinds[i]); count != result.messages.end()) {
+            counts.AddToList(Utf8Words(kCounts[i], count->second));
         }
     }
-    return text.empty() ? "no export" : text;
+    return counts.IsEmpty() ? Utf8Words(ePhrase::BatchNoExport) : counts;
 }
 
 std::string FirstLine(const std::string& text) {
@@ -207,19 +211,19 @@ std::vector<eSceneResult> ReadResults(const std::string& buildFolder, const std:
     return results;
 }
 
-std::string ResultText(const std::vector<eSceneResult>& results) {
+std::string ResultText(const std::vector<eSceneResult>& results, eLanguage language) {
     std::string text;
     for (const eSceneResult& result : results) {
         if (Rank(result) <= kKinds.size()) {
-            text += result.scene + ": " + Counts(result) + "\n  " + FirstLine(result.worst) + "\n";
+            text += Counts(result).At(result.scene).In(language) + "\n  " +
+                    FirstLine(result.worst.In(language)) + "\n";
         }
     }
     const auto exported = std::ranges::count(results, true, &eSceneResult::IsExported);
     const auto now = std::ranges::count_if(
         results, [](const eSceneResult& result) { return result.hasRun && result.IsExported(); });
-    return text + std::to_string(results.size()) + " scenes: " + std::to_string(now) + " exported, " +
-           std::to_string(exported - now) + " up to date, " +
-           std::to_string(static_cast<std::ptrdiff_t>(results.size()) - exported) + " not exported\n";
+    const std::ptrdiff_t all = std::ssize(results);
+    return text + Say(language, ePhrase::BatchScenes, all, now, exported - now, all - exported) + "\n";
 }
 
 ordered_json ResultJson(const std::vector<eSceneResult>& results) {
@@ -232,7 +236,7 @@ ordered_json ResultJson(const std::vector<eSceneResult>& results) {
             result.exitCode == eSceneResult::kNoReport ? ordered_json() : ordered_json(result.exitCode);
         scene["models"] = result.models;
         scene["messages"] = result.messages;
-        scene["worst"] = result.worst;
+        scene["worst"] = result.worst.english;
     }
     return {{"schema", kBatchSchema}, {"scenes", scenes}};
 }

@@ -19,7 +19,7 @@ struct eSceneResult {
     int exitCode = 0;                     // of its last export; kNoReport where that left none
     int models = 0;                       // written
     std::map<std::string, int> messages;  // by kind: "fatal", "error", "warning", "advice"
-    std::string worst;  // code and English text of its first message of the worst kind, or the end of its log
+    eBilingual worst;                     // its first message of the worst kind, or the end of its log
 
     static constexpr int kNoReport = -1;
     // With or without errors to mend.
@@ -42,7 +42,7 @@ std::vector<eSceneResult> ReadResults(const std::string& buildFolder, const std:
                                       const eReportTimes& before);
 
 // A line for each scene that has told something, and one for all.
-std::string ResultText(const std::vector<eSceneResult>& results);
+std::string ResultText(const std::vector<eSceneResult>& results, eLanguage language);
 nlohmann::ordered_json ResultJson(const std::vector<eSceneResult>& results);
 
 }  // namespace batch

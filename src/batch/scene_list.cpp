@@ -8,6 +8,7 @@
 #include <set>
 
 #include "batch/wildcards.h"
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace batch {
@@ -74,14 +75,18 @@ public:
         } else if (fs::exists(path, ignored)) {
             AddScene(Utf8FromPath(path), flags);
         } else {
-            list.problems.push_back(word + ": there is no such file or folder");
+            Tell(ePhrase::PathNothing, word);
         }
         if (before == list.scenes.size() + list.problems.size() + known) {
-            list.problems.push_back(word + ": no scenes are there");
+            Tell(ePhrase::ListNoScenes, word);
         }
     }
 
 private:
+    void Tell(ePhrase problem, const std::string& place) {
+        list.problems.push_back(Utf8Words(problem, place));
+    }
+
     void AddScene(const std::string& path, const std::vector<std::string>& flags) {
         if (paths.insert(path).second) {
             list.scenes.push_back({path, flags});
@@ -105,7 +110,7 @@ private:
         const std::string place = Utf8FromPath(path);
         if (!content.is_object() || content.value("schema", json()) != kListSchema ||
             !content.contains("scenes") || !content["scenes"].is_array()) {
-            list.problems.push_back(place + ": not a list of scenes, {\"schema\": 1, \"scenes\": [...]}");
+            Tell(ePhrase::ListForm, place);
             return;
         }
         TellUnknownKeys(content, {"schema", "flags", "scenes"}, place);
@@ -124,7 +129,7 @@ private:
             TellUnknownKeys(entry, {"scene", "flags"}, place);
             AddWord(entry["scene"].get<std::string>(), folder, Joined(flags, entry, place));
         } else {
-            list.problems.push_back(place + R"(: a path or {"scene": path, "flags": [...]} is wanted)");
+            Tell(ePhrase::ListEntry, place);
         }
     }
 
@@ -132,7 +137,7 @@ private:
                                     const std::string& place) {
         const json own = object.value("flags", json::array());
         if (!own.is_array() || !std::ranges::all_of(own, [](const json& flag) { return flag.is_string(); })) {
-            list.problems.push_back(place + "/flags: a list of texts is wanted");
+            Tell(ePhrase::WantedTexts, place + "/flags");
             return flags;
         }
         for (const json& flag : own) {
@@ -144,7 +149,7 @@ private:
     void TellUnknownKeys(const json& object, const std::set<std::string>& keys, const std::string& place) {
         for (const auto& member : object.items()) {
             if (!keys.contains(member.key())) {
-                list.problems.push_back(place + "/" + member.key() + ": this key has no meaning");
+                Tell(ePhrase::KeyUnknown, place + "/" + member.key());
             }
         }
     }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
+
 namespace batch {
 
 struct eBatchScene {
@@ -15,8 +17,8 @@ struct eBatchScene {
 };
 
 struct eSceneList {
-    std::vector<eBatchScene> scenes;  // in the order of the words, those of one word by path; each path once
-    std::vector<std::string> problems;  // what in the words can't be used, with its place
+    std::vector<eBatchScene> scenes;   // in the order of the words, those of one word by path; each path once
+    std::vector<eBilingual> problems;  // what in the words can't be used, with its place; UTF-8
 };
 
 // Each word is one of

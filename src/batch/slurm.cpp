@@ -6,6 +6,7 @@
 
 #include "batch/farm_folder.h"
 #include "batch/shell_word.h"
+#include "messages/utf8_words.h"
 #include "platform/run_program.h"
 #include "platform/utf8_path.h"
 
@@ -22,7 +23,7 @@ std::string Read(const std::string& file) {
 
 // What a command of Slurm answers; nothing, and what it says to that, where it fails.
 std::optional<std::string> Ask(const std::string& buildFolder, const std::string& command,
-                               std::string& problem) {
+                               eBilingual& problem) {
     const std::string answer = FarmFile(buildFolder, "answer");
     const std::string words = FarmFile(buildFolder, "problem");
     const std::string whole = command + " > " + ShellWord(answer) + " 2> " + ShellWord(words);
@@ -30,7 +31,8 @@ std::optional<std::string> Ask(const std::string& buildFolder, const std::string
     if (status == 0) {
         return Read(answer);
     }
-    problem = status ? Read(words) : "sh can't be started";
+    const std::string said = Read(words);
+    problem = status ? eBilingual{said, said} : Utf8Words(ePhrase::ShellMissing);
     return std::nullopt;
 }
 
@@ -50,7 +52,7 @@ std::string JobNumber(const std::string& answer) {
 
 }  // namespace
 
-std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, std::string& problem) {
+std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, eBilingual& problem) {
     const std::string atATime = order.atATime > 0 ? "%" + std::to_string(order.atATime) : std::string();
     const std::optional<std::string> array =
         Ask(order.buildFolder,
@@ -67,7 +69,7 @@ std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, std::string& proble
                 ShellWord(FarmFile(order.buildFolder, "closing.sh")),
             problem);
     if (!closing) {
-        std::string ignored;
+        eBilingual ignored;
         Ask(order.buildFolder, "scancel " + jobs.array, ignored);
         return std::nullopt;
     }
@@ -75,7 +77,7 @@ std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, std::string& proble
     return jobs;
 }
 
-std::optional<eSlurmQueue> AskQueue(const std::string& buildFolder, std::string& problem) {
+std::optional<eSlurmQueue> AskQueue(const std::string& buildFolder, eBilingual& problem) {
     const std::optional<std::string> answer =
         Ask(buildFolder, "squeue --me --noheader --array --format='%F %T'", problem);
     if (!answer) {

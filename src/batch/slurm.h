@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
+
 namespace batch {
 
 struct eSlurmOrder {
@@ -23,7 +25,7 @@ struct eSlurmJobs {
 // Hands the scripts of the farm's folder over: an array of tasks, which is begun again where a machine is
 // lost, and the job behind them. Nothing, and why, if Slurm takes them not; then none of both is left in its
 // queue.
-std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, std::string& problem);
+std::optional<eSlurmJobs> HandOver(const eSlurmOrder& order, eBilingual& problem);
 
 // What the queue holds of a job: how many tasks by their state, as Slurm spells it ("RUNNING").
 using eSlurmStates = std::map<std::string, int>;
@@ -35,6 +37,6 @@ struct eSlurmQueue {
 };
 
 // Nothing, and why, while the queue can't be asked.
-std::optional<eSlurmQueue> AskQueue(const std::string& buildFolder, std::string& problem);
+std::optional<eSlurmQueue> AskQueue(const std::string& buildFolder, eBilingual& problem);
 
 }  // namespace batch

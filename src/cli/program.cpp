@@ -26,11 +26,13 @@
 #include "cli/commands/properties_command.h"
 #include "cli/commands/verify_command.h"
 #include "cli/commands/why_command.h"
+#include "cli/flags/language_flag.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/help_format.h"
 #include "cli/terminal/known_names.h"
 #include "cli/terminal/malformed_name.h"
 #include "cli/terminal/terminal_text.h"
+#include "cli/terminal/usage_error.h"
 #include "cli/terminal/version.h"
 #include "platform/utf8_path.h"
 
@@ -87,7 +89,7 @@ bool AreNamesReadable(const std::vector<std::string>& arguments) {
     std::error_code error;
     names.push_back(platform::Utf8FromPath(std::filesystem::current_path(error)));
     for (const std::string& name : names) {
-        if (const std::string problem = MalformedNameProblem(name); !problem.empty()) {
+        if (const eBilingual problem = MalformedNameProblem(name); !problem.IsEmpty()) {
             TellError(problem);
             return false;
         }
@@ -98,6 +100,7 @@ bool AreNamesReadable(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int RunProgram(std::vector<std::string> arguments) {
+    UseLanguage(LanguageOf(arguments));
     if (!AreNamesReadable(arguments)) {
         return kExitUsage;
     }
@@ -107,6 +110,7 @@ int RunProgram(std::vector<std::string> arguments) {
     // A word that begins with a slash is a path.
     program.allow_windows_style_options(false);
     program.formatter(std::make_shared<eHelpFormat>());
+    program.failure_message(UsageErrorText);
     eAction action;
     AddCommands(program, action, arguments);
     // The parser takes them from the back.

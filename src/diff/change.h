@@ -3,7 +3,11 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "base/bilingual.h"
+#include "messages/utf8_words.h"
 
 namespace diff {
 
@@ -15,22 +19,26 @@ struct eTolerances {
 };
 
 struct eChange {
-    std::string of;      // the thing in the file, "bone turret"; empty: the file as a whole
-    std::string what;    // "moved", or the path of a value in the thing
-    std::string before;  // empty where there was none
-    std::string after;
+    eBilingual of;      // the thing in the file, "bone turret"; empty: the file as a whole
+    eBilingual what;    // "moved", or the path of a value in the thing
+    eBilingual before;  // empty where there was none
+    eBilingual after;
     std::optional<double> amount;  // the farthest, in the unit
     std::string unit;              // "m", "degrees" or "dB"
     int count = 0;                 // of what has changed, where it is counted
 
-    static eChange Value(std::string of, std::string what, std::string before, std::string after) {
+    static eChange Value(eBilingual of, eBilingual what, eBilingual before, eBilingual after) {
         return {std::move(of), std::move(what), std::move(before), std::move(after), {}, {}, 0};
     }
-    static eChange Amount(std::string of, std::string what, double amount, std::string unit, int count = 0) {
+    // Of values that are the same in both languages.
+    static eChange Value(eBilingual of, ePhrase what, const std::string& before, const std::string& after) {
+        return Value(std::move(of), Utf8Words(what), {before, before}, {after, after});
+    }
+    static eChange Amount(eBilingual of, eBilingual what, double amount, std::string unit, int count = 0) {
         return {std::move(of), std::move(what), {}, {}, amount, std::move(unit), count};
     }
-    static eChange Plain(std::string of, std::string what, int count = 0) {
-        return {std::move(of), std::move(what), {}, {}, {}, {}, count};
+    static eChange Plain(eBilingual of, ePhrase what, int count = 0) {
+        return {std::move(of), Utf8Words(what), {}, {}, {}, {}, count};
     }
 };
 

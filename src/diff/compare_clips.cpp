@@ -65,24 +65,26 @@ public:
 
     void Compare() {
         if (before_.file.frameCount != after_.file.frameCount) {
-            changes_.push_back(eChange::Value("", "frames", std::to_string(before_.file.frameCount),
+            changes_.push_back(eChange::Value({}, ePhrase::ChangeFrames,
+                                              std::to_string(before_.file.frameCount),
                                               std::to_string(after_.file.frameCount)));
         }
         for (std::size_t bone = 0; bone < before_.file.bones.size(); ++bone) {
             const auto found = std::ranges::find(after_.file.bones, before_.file.bones[bone]);
             found == after_.file.bones.end()
-                ? changes_.push_back(eChange::Plain(TitleOf(before_.file.bones[bone]), "removed"))
+                ? changes_.push_back(
+                      eChange::Plain(TitleOf(before_.file.bones[bone]), ePhrase::ChangeRemoved))
                 : CompareBone(bone, static_cast<std::size_t>(found - after_.file.bones.begin()));
         }
         for (const std::string& bone : after_.file.bones) {
             if (std::ranges::find(before_.file.bones, bone) == before_.file.bones.end()) {
-                changes_.push_back(eChange::Plain(TitleOf(bone), "added"));
+                changes_.push_back(eChange::Plain(TitleOf(bone), ePhrase::ChangeAdded));
             }
         }
     }
 
 private:
-    static std::string TitleOf(const std::string& bone) { return "bone " + ToUtf8(bone); }
+    static eBilingual TitleOf(const std::string& bone) { return Utf8Words(ePhrase::OfBone, ToUtf8(bone)); }
 
     void CompareBone(std::size_t old, std::size_t now) {
         eFarthest moved;
@@ -98,27 +100,26 @@ private:
             seen.Meet(a.visible != b.visible ? 1 : 0, 0, frame);
             mirrored.Meet(a.mirrored != b.mirrored ? 1 : 0, 0, frame);
         }
-        const std::string bone = TitleOf(before_.file.bones[old]);
-        TellAmount(bone, "moved", "m", moved);
-        TellAmount(bone, "turned", "degrees", turned);
-        TellFrames(bone, "visibility", seen);
-        TellFrames(bone, "mirrored", mirrored);
+        const eBilingual bone = TitleOf(before_.file.bones[old]);
+        TellAmount(bone, ePhrase::ChangeMovedInFrame, "m", moved);
+        TellAmount(bone, ePhrase::ChangeTurnedInFrame, "degrees", turned);
+        TellFrames(bone, ePhrase::ChangeSeen, seen);
+        TellFrames(bone, ePhrase::ChangeMirroredFrames, mirrored);
         if (VertexSections(before_.file, static_cast<int>(old)) !=
             VertexSections(after_.file, static_cast<int>(now))) {
-            changes_.push_back(eChange::Plain(bone, "vertices by frames"));
+            changes_.push_back(eChange::Plain(bone, ePhrase::ChangeVertexFrames));
         }
     }
 
-    void TellAmount(const std::string& bone, const char* what, const char* unit, const eFarthest& farthest) {
+    void TellAmount(const eBilingual& bone, ePhrase what, const char* unit, const eFarthest& farthest) {
         if (farthest.count > 0) {
-            changes_.push_back(eChange::Amount(
-                bone, std::string(what) + ", farthest in frame " + std::to_string(farthest.frame),
-                farthest.amount, unit, farthest.count));
+            changes_.push_back(eChange::Amount(bone, Utf8Words(what, farthest.frame), farthest.amount, unit,
+                                               farthest.count));
         }
     }
-    void TellFrames(const std::string& bone, const char* what, const eFarthest& counted) {
+    void TellFrames(const eBilingual& bone, ePhrase what, const eFarthest& counted) {
         if (counted.count > 0) {
-            changes_.push_back(eChange::Plain(bone, std::string(what) + " in frames", counted.count));
+            changes_.push_back(eChange::Plain(bone, what, counted.count));
         }
     }
 
@@ -131,9 +132,11 @@ private:
 }  // namespace
 
 void CompareClips(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
-                  const eTolerances& tolerances, eChanges& changes, std::string& problem) {
-    std::optional<eAnimation> old = ReadAnimation(before, problem);
-    std::optional<eAnimation> now = old ? ReadAnimation(after, problem) : std::nullopt;
+                  const eTolerances& tolerances, eChanges& changes, eBilingual& problem) {
+    std::string broken;
+    std::optional<eAnimation> old = ReadAnimation(before, broken);
+    std::optional<eAnimation> now = old ? ReadAnimation(after, broken) : std::nullopt;
+    problem = {broken, broken};
     if (now) {
         eClipComparison(ePlayedClip(std::move(*old)), ePlayedClip(std::move(*now)), tolerances, changes)
             .Compare();

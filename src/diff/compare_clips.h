@@ -11,6 +11,6 @@ namespace diff {
 // was in the bone above it, how far it is turned, and whether it is seen; and the vertices of meshes animated
 // by frames. The problem says why a side can't be read, and is empty if both can.
 void CompareClips(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
-                  const eTolerances& tolerances, eChanges& changes, std::string& problem);
+                  const eTolerances& tolerances, eChanges& changes, eBilingual& problem);
 
 }  // namespace diff

@@ -49,23 +49,24 @@ eKind KindOf(const std::string& name) {
 }
 
 void CompareTexts(const eFile& before, const eFile& after, const eTolerances& tolerances, eChanges& changes,
-                  std::string& problem) {
-    problem = before.problem.empty() ? after.problem : before.problem;
-    if (problem.empty()) {
+                  eBilingual& problem) {
+    const std::string& broken = before.problem.empty() ? after.problem : before.problem;
+    problem = {broken, broken};
+    if (problem.IsEmpty()) {
         CompareThings(ThingsOf(before.text), ThingsOf(after.text), tolerances, changes);
     }
 }
 
 // Where only bytes can be told apart.
 void CompareBytes(const eFile& before, const eFile& after, eChanges& changes) {
-    const auto sizes = [](const eFile& file) { return std::to_string(file.content.size()) + " bytes"; };
+    const auto size = [](const eFile& file) { return Utf8Words(ePhrase::CountByte, file.content.size()); };
     before.content.size() == after.content.size()
-        ? changes.push_back(eChange::Plain("", "content"))
-        : changes.push_back(eChange::Value("", "content", sizes(before), sizes(after)));
+        ? changes.push_back(eChange::Plain({}, ePhrase::ChangeContent))
+        : changes.push_back(eChange::Value({}, Utf8Words(ePhrase::ChangeContent), size(before), size(after)));
 }
 
 void CompareByKind(const eFile& before, const eFile& after, const eTolerances& tolerances, eChanges& changes,
-                   std::string& problem) {
+                   eBilingual& problem) {
     switch (KindOf(after.name)) {
         case eKind::Text:
             return CompareTexts(before, after, tolerances, changes, problem);
@@ -96,7 +97,7 @@ eFile ReadFile(const std::string& name, platform::eFileContent content) {
 }
 
 eFileDifference CompareFiles(const eFile& before, const eFile& after, const eTolerances& tolerances,
-                             std::string& problem) {
+                             eBilingual& problem) {
     eFileDifference difference{.path = ToUtf8(after.name), .state = eState::Same, .changes = {}};
     const inspect::eSameness sameness = inspect::CompareContent(before.content, after.content);
     if (sameness == inspect::eSameness::Same) {

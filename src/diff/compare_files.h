@@ -14,13 +14,13 @@ struct eFile {
     std::string name;  // below the tree, code page 1251
     platform::eFileContent content;
     inspect::eSdlBlock text;  // of a text that the export writes
-    std::string problem;      // why the text can't be read, UTF-8; empty if it can
+    std::string problem;      // why the text can't be read, English; empty if it can
 };
 
 eFile ReadFile(const std::string& name, platform::eFileContent content);
 
 // The state and the changes between two files of one name; the problem as that of the file.
 eFileDifference CompareFiles(const eFile& before, const eFile& after, const eTolerances& tolerances,
-                             std::string& problem);
+                             eBilingual& problem);
 
 }  // namespace diff

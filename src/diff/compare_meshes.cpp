@@ -21,15 +21,17 @@ std::string PointText(const host::Point3& p) {
 }
 
 // How many triangles each material has, in the order of the names.
-std::string MaterialsText(const eFileMesh& mesh) {
+eBilingual MaterialsText(const eFileMesh& mesh) {
     std::map<std::string, int> counts;
     for (const eFileSubMesh& subMesh : mesh.subMeshes) {
         counts[ToUtf8(subMesh.material)] += subMesh.triangleCount;
     }
-    std::string text;
+    eBilingual text;
     for (const auto& [material, count] : counts) {
-        text += (text.empty() ? "" : ", ") + (material.empty() ? "none" : material) + " (" +
-                std::to_string(count) + ")";
+        const std::string number = " (" + std::to_string(count) + ")";
+        eBilingual name =
+            material.empty() ? Utf8Words(ePhrase::MaterialNone) : eBilingual{material, material};
+        text.AddToList(name += {number, number});
     }
     return text;
 }
@@ -85,32 +87,40 @@ public:
         : before_(before), after_(after), bounds_(tolerances), vertices_(tolerances) {}
 
     void Compare(eChanges& changes) {
-        of_ = "mesh " + ToUtf8(before_.name);
-        CompareText("triangles", std::to_string(before_.indices.size() / 3),
+        of_ = Utf8Words(ePhrase::OfMesh, ToUtf8(before_.name));
+        CompareText(ePhrase::ChangeTriangles, std::to_string(before_.indices.size() / 3),
                     std::to_string(after_.indices.size() / 3), changes);
         CompareBounds(changes);
-        CompareText("materials", MaterialsText(before_), MaterialsText(after_), changes);
-        CompareText("bones of the skin", BonesText(before_), BonesText(after_), changes);
+        CompareMaterials(changes);
+        CompareText(ePhrase::ChangeSkinBones, BonesText(before_), BonesText(after_), changes);
         JoinTheSame(before_, after_) ? CompareByNumber() : CompareByPlace(changes);
         vertices_.Tell(of_, changes);
     }
 
 private:
-    void CompareText(const char* what, const std::string& before, const std::string& after,
+    void CompareText(ePhrase what, const std::string& before, const std::string& after,
                      eChanges& changes) const {
         if (before != after) {
             changes.push_back(eChange::Value(of_, what, before, after));
         }
     }
 
+    void CompareMaterials(eChanges& changes) const {
+        const eBilingual before = MaterialsText(before_);
+        const eBilingual after = MaterialsText(after_);
+        if (before != after) {
+            changes.push_back(eChange::Value(of_, Utf8Words(ePhrase::ChangeMaterials), before, after));
+        }
+    }
+
     void CompareBounds(eChanges& changes) const {
-        const auto compare = [&](const char* what, const host::Point3& a, const host::Point3& b) {
+        const auto compare = [&](ePhrase what, const host::Point3& a, const host::Point3& b) {
             if (written::Length(written::Exact(a) - written::Exact(b)) > bounds_.metres) {
                 changes.push_back(eChange::Value(of_, what, PointText(a), PointText(b)));
             }
         };
-        compare("lowest corner of the bounds", before_.bounds.pmin, after_.bounds.pmin);
-        compare("highest corner of the bounds", before_.bounds.pmax, after_.bounds.pmax);
+        compare(ePhrase::ChangeLowest, before_.bounds.pmin, after_.bounds.pmin);
+        compare(ePhrase::ChangeHighest, before_.bounds.pmax, after_.bounds.pmax);
     }
 
     void CompareByNumber() {
@@ -138,8 +148,8 @@ private:
             added += isFound ? 0 : 1;
         }
         const auto removed = static_cast<int>(std::ranges::count(old, false, &eFileTriangle::IsTaken));
-        TellCount("triangles are gone", removed, changes);
-        TellCount("triangles are new", added, changes);
+        TellCount(ePhrase::ChangeTrianglesGone, removed, changes);
+        TellCount(ePhrase::ChangeTrianglesNew, added, changes);
     }
 
     bool Take(eFileTriangle& candidate, const eFileTriangle& triangle) {
@@ -165,7 +175,7 @@ private:
         return false;
     }
 
-    void TellCount(const char* what, int count, eChanges& changes) const {
+    void TellCount(ePhrase what, int count, eChanges& changes) const {
         if (count > 0) {
             changes.push_back(eChange::Plain(of_, what, count));
         }
@@ -175,14 +185,15 @@ private:
     const eFileMesh& after_;
     eTolerances bounds_;
     eVertexChanges vertices_;
-    std::string of_;
+    eBilingual of_;
 };
 
 // Whose ranges must not be followed; the first of several is told.
-bool IsSound(const eFileMesh& mesh, std::string& problem) {
+bool IsSound(const eFileMesh& mesh, eBilingual& problem) {
     const std::vector<std::string> problems = CheckMesh(mesh);
-    if (!problems.empty() && problem.empty()) {
-        problem = "mesh " + ToUtf8(mesh.name) + ": " + problems.front();
+    if (!problems.empty() && problem.IsEmpty()) {
+        const std::string behind = ": " + problems.front();
+        problem = Utf8Words(ePhrase::OfMesh, ToUtf8(mesh.name)) += {behind, behind};
     }
     return problems.empty();
 }
@@ -195,23 +206,27 @@ const eFileMesh* Find(const std::vector<eFileMesh>& meshes, const std::string& n
 }  // namespace
 
 void CompareMeshes(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
-                   const eTolerances& tolerances, eChanges& changes, std::string& problem) {
-    const std::optional<eMeshFileContent> old = ReadMeshFile(before, problem);
-    const std::optional<eMeshFileContent> now = old ? ReadMeshFile(after, problem) : std::nullopt;
+                   const eTolerances& tolerances, eChanges& changes, eBilingual& problem) {
+    std::string broken;
+    const std::optional<eMeshFileContent> old = ReadMeshFile(before, broken);
+    const std::optional<eMeshFileContent> now = old ? ReadMeshFile(after, broken) : std::nullopt;
+    problem = {broken, broken};
     if (!now) {
         return;
     }
     for (const eFileMesh& mesh : old->meshes) {
         const eFileMesh* const other = Find(now->meshes, mesh.name);
         if (other == nullptr) {
-            changes.push_back(eChange::Plain("mesh " + ToUtf8(mesh.name), "removed"));
+            changes.push_back(
+                eChange::Plain(Utf8Words(ePhrase::OfMesh, ToUtf8(mesh.name)), ePhrase::ChangeRemoved));
         } else if (IsSound(mesh, problem) && IsSound(*other, problem)) {
             eMeshComparison(mesh, *other, tolerances).Compare(changes);
         }
     }
     for (const eFileMesh& mesh : now->meshes) {
         if (Find(old->meshes, mesh.name) == nullptr) {
-            changes.push_back(eChange::Plain("mesh " + ToUtf8(mesh.name), "added"));
+            changes.push_back(
+                eChange::Plain(Utf8Words(ePhrase::OfMesh, ToUtf8(mesh.name)), ePhrase::ChangeAdded));
         }
     }
 }

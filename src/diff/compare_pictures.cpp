@@ -43,19 +43,21 @@ double Decibels(const eImage& before, const eImage& after) {
 }  // namespace
 
 void ComparePictures(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
-                     const eTolerances& tolerances, eChanges& changes, std::string& problem) {
+                     const eTolerances& tolerances, eChanges& changes, eBilingual& problem) {
     const standalone::eDecodedImage old = standalone::DecodeImage(before);
     const standalone::eDecodedImage now = standalone::DecodeImage(after);
     if (old.image == nullptr || now.image == nullptr) {
-        problem = ToUtf8((old.image == nullptr ? old : now).problem.english);
+        const eBilingual& broken = (old.image == nullptr ? old : now).problem;
+        problem = {ToUtf8(broken.russian), ToUtf8(broken.english)};
         return;
     }
     if (SizeText(*old.image) != SizeText(*now.image)) {
-        return changes.push_back(eChange::Value("", "size", SizeText(*old.image), SizeText(*now.image)));
+        return changes.push_back(
+            eChange::Value({}, ePhrase::ChangeSize, SizeText(*old.image), SizeText(*now.image)));
     }
     const double decibels = Decibels(*old.image, *now.image);
     if (decibels < tolerances.decibels) {
-        changes.push_back(eChange::Amount("", "picture", decibels, "dB"));
+        changes.push_back(eChange::Amount({}, Utf8Words(ePhrase::ChangePicture), decibels, "dB"));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "base/ansi.h"
 #include "base/number_text.h"
 #include "diff/thing.h"
+#include "messages/phrase_match.h"
 #include "verify/bone_place.h"
 #include "volume/polyhedron_image.h"
 
@@ -32,29 +33,41 @@ bool AreAlike(const std::string& before, const std::string& after, double bound)
     return before == after || (first && second && std::fabs(*first - *second) <= bound);
 }
 
-std::string TextOf(const eFact& fact) {
+eBilingual TextOf(const eFact* fact) {
+    if (fact == nullptr) {
+        return {};
+    }
     std::string text;
-    for (const std::string& word : fact.words) {
+    for (const std::string& word : fact->words) {
         text += (text.empty() ? "" : " ") + ToUtf8(word);
     }
-    return text.empty() ? "there" : text;  // a mark says all by being there
+    // A mark says all by being there.
+    return text.empty() ? Utf8Words(ePhrase::MarkThere) : eBilingual{text, text};
+}
+
+// The path of a value; those that no file has are words of ours.
+eBilingual TitleOf(const std::string& path) {
+    constexpr ePhrase kOwn[] = {ePhrase::ChangeHangsFrom, ePhrase::ChangeJoint, ePhrase::ChangeKind};
+    return ByPhrase(path, kOwn);
 }
 
 // The solid of a volume, whose numbers stand in one long word.
-void ComparePolyhedra(const std::string& of, const eFact& before, const eFact& after,
+void ComparePolyhedra(const eBilingual& of, const eFact& before, const eFact& after,
                       const eTolerances& tolerances, eChanges& changes) {
     std::string problem;
     const auto first = ReadPolyhedron(before.words.empty() ? "" : before.words.front(), problem);
     const auto second = ReadPolyhedron(after.words.empty() ? "" : after.words.front(), problem);
     if (!first || !second) {
-        return changes.push_back(eChange::Plain(of, "broken polyhedron"));
+        return changes.push_back(eChange::Plain(of, ePhrase::ChangeBrokenSolid));
     }
     const auto sizes = [](const ePolyhedron& solid) {
-        return std::to_string(solid.vertices.size()) + " vertices, " + std::to_string(solid.sides.size()) +
-               " faces";
+        eBilingual text = Utf8Words(ePhrase::CountVertex, solid.vertices.size());
+        text.AddToList(Utf8Words(ePhrase::CountFace, solid.sides.size()));
+        return text;
     };
     if (sizes(*first) != sizes(*second)) {
-        return changes.push_back(eChange::Value(of, "polyhedron", sizes(*first), sizes(*second)));
+        return changes.push_back(
+            eChange::Value(of, Utf8Words(ePhrase::ChangeSolid), sizes(*first), sizes(*second)));
     }
     double farthest = 0;
     int moved = 0;
@@ -65,17 +78,17 @@ void ComparePolyhedra(const std::string& of, const eFact& before, const eFact& a
         farthest = std::max(farthest, metres);
     }
     if (moved > 0) {
-        changes.push_back(eChange::Amount(of, "vertices of the polyhedron moved", farthest, "m", moved));
+        changes.push_back(eChange::Amount(of, Utf8Words(ePhrase::ChangeSolidVertices), farthest, "m", moved));
     }
     if (first->indices != second->indices || first->sides != second->sides) {
-        changes.push_back(eChange::Plain(of, "faces of the polyhedron"));
+        changes.push_back(eChange::Plain(of, ePhrase::ChangeSolidFaces));
     }
 }
 
 // Facts of one path: those that both have are set aside; what is left over is told in pairs.
 class eFactLists {
 public:
-    eFactLists(const std::string& of, const eTolerances& tolerances) : of_(of), bounds_(tolerances) {}
+    eFactLists(const eBilingual& of, const eTolerances& tolerances) : of_(of), bounds_(tolerances) {}
 
     void AddBefore(const eFact& fact) { before_.push_back(&fact); }
     void AddAfter(const eFact& fact) {
@@ -92,14 +105,13 @@ public:
             if (old != nullptr && now != nullptr && path == "polyhedron") {
                 ComparePolyhedra(of_, *old, *now, bounds_, changes);
             } else {
-                changes.push_back(eChange::Value(of_, path, old != nullptr ? TextOf(*old) : "",
-                                                 now != nullptr ? TextOf(*now) : ""));
+                changes.push_back(eChange::Value(of_, TitleOf(path), TextOf(old), TextOf(now)));
             }
         }
     }
 
 private:
-    std::string of_;
+    eBilingual of_;
     eTolerances bounds_;
     std::vector<const eFact*> before_;
     std::vector<const eFact*> after_;
@@ -127,8 +139,9 @@ void CompareFacts(const eThing& before, const eThing& after, const eTolerances& 
     }
 }
 
-std::string TextOf(const written::eVector& place) {
-    return RealText(place[0]) + " " + RealText(place[1]) + " " + RealText(place[2]);
+eBilingual TextOf(const written::eVector& place) {
+    const std::string text = RealText(place[0]) + " " + RealText(place[1]) + " " + RealText(place[2]);
+    return {text, text};
 }
 
 void ComparePlaces(const eThing& before, const eThing& after, const eTolerances& tolerances,
@@ -138,16 +151,17 @@ void ComparePlaces(const eThing& before, const eThing& after, const eTolerances&
     }
     const double metres = written::Length(after.place->rows[3] - before.place->rows[3]);
     if (metres > tolerances.metres) {
-        changes.push_back(eChange::Amount(before.title, "moved", metres, "m"));
+        changes.push_back(eChange::Amount(before.title, Utf8Words(ePhrase::ChangeMoved), metres, "m"));
         changes.back().before = TextOf(before.place->rows[3]);
         changes.back().after = TextOf(after.place->rows[3]);
     }
     if (verify::IsMirrored(*before.place) != verify::IsMirrored(*after.place)) {
-        return changes.push_back(eChange::Plain(before.title, "mirrored"));
+        return changes.push_back(eChange::Plain(before.title, ePhrase::ChangeMirrored));
     }
     const double degrees = verify::AngleBetween(*before.place, *after.place);
     if (degrees > tolerances.degrees) {
-        changes.push_back(eChange::Amount(before.title, "turned", degrees, "degrees"));
+        changes.push_back(
+            eChange::Amount(before.title, Utf8Words(ePhrase::ChangeTurned), degrees, "degrees"));
     }
 }
 
@@ -158,7 +172,7 @@ eIndex IndexOf(const std::vector<eThing>& things) {
     eIndex index;
     std::map<std::string, int> counts;
     for (const eThing& thing : things) {
-        index[{thing.title, counts[thing.title]++}] = &thing;
+        index[{thing.title.english, counts[thing.title.english]++}] = &thing;
     }
     return index;
 }
@@ -178,7 +192,7 @@ void CompareThings(const std::vector<eThing>& before, const std::vector<eThing>&
     for (const auto& [key, thing] : old) {
         const auto found = now.find(key);
         if (found == now.end()) {
-            changes.push_back(eChange::Plain(key.first, "removed"));
+            changes.push_back(eChange::Plain(thing->title, ePhrase::ChangeRemoved));
             continue;
         }
         ComparePlaces(*thing, *found->second, tolerances, changes);
@@ -186,7 +200,7 @@ void CompareThings(const std::vector<eThing>& before, const std::vector<eThing>&
     }
     for (const auto& [key, thing] : now) {
         if (!old.contains(key)) {
-            changes.push_back(eChange::Plain(key.first, "added"));
+            changes.push_back(eChange::Plain(thing->title, ePhrase::ChangeAdded));
         }
     }
 }

@@ -13,17 +13,18 @@ using inspect::eDescription;
 struct eStateWord {
     eState state;
     const char* word;  // for machines
-    const char* text;
+    ePhrase text;      // of one file
+    ePhrase count;
 };
 
 constexpr std::array kStateWords = {
-    eStateWord{eState::Same, "same", "same"},
-    eStateWord{eState::SameButHead, "head", "only the comment line with time and user"},
-    eStateWord{eState::SameButComments, "comments", "only comments, as the path of the scene"},
-    eStateWord{eState::SameMeaning, "equal", "equal within the tolerances"},
-    eStateWord{eState::Changed, "changed", "changed"},
-    eStateWord{eState::Added, "added", "added"},
-    eStateWord{eState::Removed, "removed", "removed"},
+    eStateWord{eState::Same, "same", ePhrase::FileSame, ePhrase::CountSame},
+    eStateWord{eState::SameButHead, "head", ePhrase::DiffersInHead, ePhrase::CountInHead},
+    eStateWord{eState::SameButComments, "comments", ePhrase::DiffersInComments, ePhrase::CountInComments},
+    eStateWord{eState::SameMeaning, "equal", ePhrase::DiffersWithin, ePhrase::CountWithin},
+    eStateWord{eState::Changed, "changed", ePhrase::FileChanged, ePhrase::CountChanged},
+    eStateWord{eState::Added, "added", ePhrase::DiffersByComing, ePhrase::CountComing},
+    eStateWord{eState::Removed, "removed", ePhrase::DiffersByGoing, ePhrase::CountGoing},
 };
 
 const eStateWord& WordOf(eState state) {
@@ -35,10 +36,10 @@ double Rounded(double value) {
 }
 
 eDescription Describe(const eChange& change) {
-    eDescription said{{"of", change.of}, {"what", change.what}};
-    if (!change.before.empty() || !change.after.empty()) {
-        said["before"] = change.before;
-        said["after"] = change.after;
+    eDescription said{{"of", change.of.english}, {"what", change.what.english}};
+    if (!change.before.IsEmpty() || !change.after.IsEmpty()) {
+        said["before"] = change.before.english;
+        said["after"] = change.after.english;
     }
     if (change.amount) {
         said["amount"] = Rounded(*change.amount);
@@ -54,30 +55,43 @@ std::string NumberText(double value) {
     return eDescription(Rounded(value)).dump();
 }
 
-std::string LineOf(const eChange& change) {
-    std::string line = change.of.empty() ? change.what : change.of + ": " + change.what;
-    if (change.count > 0) {
-        line += ", " + std::to_string(change.count);
+eBilingual AmountText(const eChange& change) {
+    const std::string number = NumberText(*change.amount);
+    return change.unit == "m"         ? Utf8Words(ePhrase::SizeMetres, number)
+           : change.unit == "degrees" ? Utf8Words(ePhrase::SizeDegrees, number)
+           : change.unit == "dB"      ? Utf8Words(ePhrase::SizeDecibels, number)
+                                      : eBilingual{number, number};
+}
+
+// How much of what has changed, how far.
+eBilingual WhatText(const eChange& change) {
+    if (!change.amount) {
+        return change.count > 0 ? Utf8Words(ePhrase::ChangeCounted, change.what, change.count) : change.what;
     }
-    if (change.amount) {
-        line += (change.count > 0 ? ", by up to " : " by ") + NumberText(*change.amount) +
-                (change.unit.empty() ? "" : " " + change.unit);
-    }
-    if (!change.before.empty() || !change.after.empty()) {
-        const auto shown = [](const std::string& text) { return text.empty() ? "nothing" : text; };
+    return change.count > 0 ? Utf8Words(ePhrase::ChangeUpTo, change.what, change.count, AmountText(change))
+                            : Utf8Words(ePhrase::ChangeBy, change.what, AmountText(change));
+}
+
+std::string LineOf(const eChange& change, eLanguage language) {
+    const std::string what = WhatText(change).In(language);
+    std::string line = change.of.IsEmpty() ? what : change.of.In(language) + ": " + what;
+    if (!change.before.IsEmpty() || !change.after.IsEmpty()) {
+        const auto shown = [language](const eBilingual& text) {
+            return text.IsEmpty() ? Say(language, ePhrase::NothingThere) : text.In(language);
+        };
         line += ": " + shown(change.before) + " -> " + shown(change.after);
     }
     return line;
 }
 
-std::string TextOf(const eFileDifference& file) {
+std::string TextOf(const eFileDifference& file, eLanguage language) {
     constexpr std::size_t kShown = 40;
-    std::string text = file.path + ": " + WordOf(file.state).text + "\n";
+    std::string text = file.path + ": " + Say(language, WordOf(file.state).text) + "\n";
     for (std::size_t i = 0; i < std::min(file.changes.size(), kShown); ++i) {
-        text += "  " + LineOf(file.changes[i]) + "\n";
+        text += "  " + LineOf(file.changes[i], language) + "\n";
     }
     if (file.changes.size() > kShown) {
-        text += "  and " + std::to_string(file.changes.size() - kShown) + " more\n";
+        text += "  " + Say(language, ePhrase::MoreChanges, file.changes.size() - kShown) + "\n";
     }
     return text;
 }
@@ -121,19 +135,19 @@ eDescription Describe(const eDifference& difference) {
             {"files", std::move(files)}};
 }
 
-std::string TextOf(const eDifference& difference) {
+std::string TextOf(const eDifference& difference, eLanguage language) {
     std::string text;
     for (const eFileDifference& file : difference.files) {
-        text += TextOf(file);
+        text += TextOf(file, language);
     }
     std::string counts;
     for (const eStateWord& word : kStateWords) {
         const int count = difference.Count(word.state);
         if (count > 0) {
-            counts += (counts.empty() ? "" : "; ") + std::to_string(count) + " " + word.text;
+            counts += (counts.empty() ? "" : "; ") + Say(language, word.count, count);
         }
     }
-    return text + (counts.empty() ? "no files" : counts) + "\n";
+    return text + (counts.empty() ? Say(language, ePhrase::NoFiles) : counts) + "\n";
 }
 
 }  // namespace diff

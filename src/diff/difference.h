@@ -26,6 +26,6 @@ inline constexpr int kDiffSchema = 1;
 
 inspect::eDescription Describe(const eDifference& difference);
 // For people: each file with its changes, the farthest first, long lists cut short; and the counts.
-std::string TextOf(const eDifference& difference);
+std::string TextOf(const eDifference& difference, eLanguage language);
 
 }  // namespace diff

@@ -19,7 +19,7 @@ struct eFact {
 // What has a name of its own in a text: a bone, a volume, a zone, the support points of a bone, a preview, a
 // material; or the entity of a definition.
 struct eThing {
-    std::string title;                    // its kind and name, "bone turret"
+    eBilingual title;                     // its kind and name, "bone turret"
     std::optional<host::DMatrix3> place;  // in what it hangs from, metres
     std::vector<eFact> facts;             // in the order of the text
 };

@@ -47,8 +47,8 @@ std::vector<eFact> FactsOf(const eSdlBlock& block) {
     return facts;
 }
 
-eThing Thing(const char* kind, const std::string& name, const eSdlBlock& block) {
-    return {.title = std::string(kind) + " " + ToUtf8(name), .place = {}, .facts = FactsOf(block)};
+eThing Thing(ePhrase kind, const std::string& name, const eSdlBlock& block) {
+    return {.title = Utf8Words(kind, ToUtf8(name)), .place = {}, .facts = FactsOf(block)};
 }
 
 // `{bone revolute "name" ...}`: the joint word stands in front of the name.
@@ -58,7 +58,7 @@ void AddBones(const eSdlBlock& around, const std::string& above, std::vector<eTh
         const std::string name = words.empty() ? std::string() : words.back();
         words.resize(words.empty() ? 0 : words.size() - 1);
         eThing& thing = things.emplace_back();
-        thing.title = "bone " + ToUtf8(name);
+        thing.title = Utf8Words(ePhrase::OfBone, ToUtf8(name));
         thing.place = inspect::PlacementOf(*bone);
         thing.facts = {{"hangs from", {above}}, {"joint", {Joined(words)}}};
         for (const eSdlBlock* block : bone->Blocks()) {
@@ -75,7 +75,7 @@ void AddBones(const eSdlBlock& around, const std::string& above, std::vector<eTh
 void AddVolumes(const eSdlBlock& around, std::vector<eThing>& things) {
     const eSdlBlock* const volumes = around.Find("volumes");
     for (const eSdlBlock* volume : volumes != nullptr ? volumes->Blocks() : std::vector<const eSdlBlock*>()) {
-        eThing& thing = things.emplace_back(Thing("volume", volume->Name(), *volume));
+        eThing& thing = things.emplace_back(Thing(ePhrase::OfVolume, volume->Name(), *volume));
         thing.place = inspect::PlacementOf(*volume);
         std::erase_if(thing.facts,
                       [](const eFact& fact) { return fact.path != "bone" && IsToldElsewhere(fact.path); });
@@ -84,7 +84,7 @@ void AddVolumes(const eSdlBlock& around, std::vector<eThing>& things) {
 
 // Everything in the block of that name, told as one kind; the last value of each is its name, or its own name
 // if it has none.
-void AddList(const eSdlBlock& file, const char* block, const char* kind, std::vector<eThing>& things) {
+void AddList(const eSdlBlock& file, const char* block, ePhrase kind, std::vector<eThing>& things) {
     const eSdlBlock* const list = file.Find(block);
     for (const eSdlBlock* entry : list != nullptr ? list->Blocks() : std::vector<const eSdlBlock*>()) {
         const eWords words = entry->Values();
@@ -98,16 +98,16 @@ void AddList(const eSdlBlock& file, const char* block, const char* kind, std::ve
 
 void AddModel(const eSdlBlock& file, std::vector<eThing>& things) {
     AddBones(*file.Find("skeleton"), "", things);
-    AddList(file, "SupportPoints", "support points of", things);
-    AddList(file, "zones", "zone", things);
+    AddList(file, "SupportPoints", ePhrase::OfSupportPoints, things);
+    AddList(file, "zones", ePhrase::OfZone, things);
     AddVolumes(file, things);
-    AddList(file, "preview", "preview", things);
+    AddList(file, "preview", ePhrase::OfPreview, things);
 }
 
 // An entity has its volumes, and all else as values.
 void AddEntity(const eSdlBlock& entity, std::vector<eThing>& things) {
     AddVolumes(entity, things);
-    eThing whole{.title = "entity", .place = {}, .facts = FactsOf(entity)};
+    eThing whole{.title = Utf8Words(ePhrase::OfEntity), .place = {}, .facts = FactsOf(entity)};
     std::erase_if(whole.facts, [](const eFact& fact) { return fact.path.starts_with("volumes/"); });
     things.push_back(std::move(whole));
 }
@@ -124,7 +124,7 @@ std::vector<eThing> ThingsOf(const eSdlBlock& file) {
         for (const eSdlBlock* material : file.Blocks()) {
             const eWords words = material->Values();
             eThing& thing =
-                things.emplace_back(Thing("material", words.empty() ? "" : words.back(), *material));
+                things.emplace_back(Thing(ePhrase::OfMaterial, words.empty() ? "" : words.back(), *material));
             thing.facts.insert(thing.facts.begin(), {"kind", {material->Name()}});
         }
     }

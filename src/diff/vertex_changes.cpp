@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <string>
 
 #include "geometry/vertex_layout.h"
 #include "written/exact_space.h"
@@ -58,11 +59,8 @@ double ShareDistance(const eSeenVertex& before, const eSeenVertex& after) {
     return largest;
 }
 
-constexpr const char* kMoved = "vertices moved";
-constexpr const char* kNormals = "normals turned";
-
-const char* UnitOf(const std::string& what) {
-    return what == kMoved ? "m" : what == kNormals ? "degrees" : "";
+const char* UnitOf(ePhrase what) {
+    return what == ePhrase::ChangeVertices ? "m" : what == ePhrase::ChangeNormals ? "degrees" : "";
 }
 
 }  // namespace
@@ -71,29 +69,30 @@ void eVertexChanges::Meet(const eSeenVertex& before, const eSeenVertex& after) {
     const eExportVertex& a = before.vertex;
     const eExportVertex& b = after.vertex;
     const VertexFormat both = a.format & b.format;
-    Count(kMoved, written::Length(written::Exact(a.position) - written::Exact(b.position)), bounds_.metres);
+    Count(ePhrase::ChangeVertices, written::Length(written::Exact(a.position) - written::Exact(b.position)),
+          bounds_.metres);
     if ((both & VF_NORMAL) != 0) {
-        Count(kNormals, written::AngleBetween(written::Exact(a.normal), written::Exact(b.normal)),
-              bounds_.degrees);
+        Count(ePhrase::ChangeNormals,
+              written::AngleBetween(written::Exact(a.normal), written::Exact(b.normal)), bounds_.degrees);
     }
     const int maps = std::min(UvCount(a.format), UvCount(b.format));
     const double map = maps > 0 ? MapDistance(a.uv0, b.uv0) : 0;
-    Count("map coordinates", maps > 1 ? std::max(map, MapDistance(a.uv1, b.uv1)) : map, kMapStep);
+    Count(ePhrase::ChangeMapping, maps > 1 ? std::max(map, MapDistance(a.uv1, b.uv1)) : map, kMapStep);
     if ((both & VF_COLOR) != 0) {
-        Count("colours", ColorDistance(a.color, b.color), kColorStep);
+        Count(ePhrase::ChangeColours, ColorDistance(a.color, b.color), kColorStep);
     }
     if (before.mesh->skinned && after.mesh->skinned) {
-        Count("weights", ShareDistance(before, after), kWeightStep);
+        Count(ePhrase::ChangeWeights, ShareDistance(before, after), kWeightStep);
     }
 }
 
-void eVertexChanges::Tell(const std::string& of, eChanges& changes) const {
+void eVertexChanges::Tell(const eBilingual& of, eChanges& changes) const {
     for (const auto& [what, counted] : found_) {
-        changes.push_back(eChange::Amount(of, what, counted.largest, UnitOf(what), counted.count));
+        changes.push_back(eChange::Amount(of, Utf8Words(what), counted.largest, UnitOf(what), counted.count));
     }
 }
 
-void eVertexChanges::Count(const char* what, double amount, double bound) {
+void eVertexChanges::Count(ePhrase what, double amount, double bound) {
     if (amount > bound) {
         eCounted& counted = found_[what];
         ++counted.count;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <string>
 
 #include "diff/change.h"
 #include "geometry/export_vertex.h"
@@ -22,17 +21,17 @@ public:
     explicit eVertexChanges(const eTolerances& tolerances) : bounds_(tolerances) {}
 
     void Meet(const eSeenVertex& before, const eSeenVertex& after);
-    void Tell(const std::string& of, eChanges& changes) const;
+    void Tell(const eBilingual& of, eChanges& changes) const;
 
 private:
     struct eCounted {
         int count = 0;
         double largest = 0;
     };
-    void Count(const char* what, double amount, double bound);
+    void Count(ePhrase what, double amount, double bound);
 
     eTolerances bounds_;
-    std::map<std::string, eCounted> found_;
+    std::map<ePhrase, eCounted> found_;
 };
 
 }  // namespace diff

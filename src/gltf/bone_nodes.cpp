@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "inspect/model_view.h"
+#include "messages/utf8_words.h"
 
 namespace gltf {
 
@@ -54,8 +55,7 @@ eBoneNodes::eBoneNodes(eGlb& glb, eModelFiles& files) : glb_(glb), files_(files)
             PutPlacement(placement, node);
         }
         if (placement.isSheared && isMoved) {
-            files.warnings.push_back("the bone " + ToUtf8(bone.name) +
-                                     " is sheared at rest, which a moved node can't be");
+            files.warnings.push_back(Utf8Words(ePhrase::ShearedBone, ToUtf8(bone.name)));
         }
         glb.Add("nodes", std::move(node));
         if (bone.above >= 0) {

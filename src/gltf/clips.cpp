@@ -6,6 +6,7 @@
 #include "base/ansi.h"
 #include "gltf/key_track.h"
 #include "inspect/model_view.h"
+#include "messages/utf8_words.h"
 
 namespace gltf {
 
@@ -27,7 +28,7 @@ public:
         for (std::size_t entry = 0; entry < played_.file.bones.size(); ++entry) {
             const int bone = bones_.NumberOf(played_.file.bones[entry]);
             if (bone < 0) {
-                Warn("moves the bone " + ToUtf8(played_.file.bones[entry]) + ", which is not there");
+                Warn(ePhrase::LacksClipBone, played_.file.bones[entry]);
             } else {
                 AddBone(bone, entry);
                 AddVisibility(bone, entry);
@@ -42,8 +43,8 @@ public:
     }
 
 private:
-    void Warn(const std::string& what) {
-        files_.warnings.push_back("the clip " + ToUtf8(files_.clips[clip_].name) + " " + what);
+    void Warn(ePhrase what, const std::string& name) {
+        files_.warnings.push_back(Utf8Words(what, ToUtf8(files_.clips[clip_].name), ToUtf8(name)));
     }
 
     const eBonePose& Pose(int frame, std::size_t entry) const { return played_.At(frame)[entry]; }
@@ -97,7 +98,7 @@ private:
                 continue;
             }
             if (node.mesh->skinned) {
-                Warn("hides the skinned mesh " + ToUtf8(node.mesh->name) + ", which stays visible here");
+                Warn(ePhrase::HiddenSkin, node.mesh->name);
             } else {
                 keys_.Put(scales, node.node, "scale", eInterpolation::Step);
             }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ansi.h"
+#include "messages/utf8_words.h"
 #include "written/played_vertices.h"
 
 namespace gltf {
@@ -36,9 +37,9 @@ void eFrameShapes::Play(std::size_t clip, const std::string& bone, std::size_t e
     const int number = files.model.NumberOf(bone);
     const auto& views = files.model.bones[static_cast<std::size_t>(std::max(number, 0))].views;
     const eFileMesh* const mesh = number < 0 || views.empty() ? nullptr : files.MeshOf(views.front());
-    const std::string place = "the clip " + ToUtf8(files.clips[clip].name) + ", bone " + ToUtf8(bone);
+    const std::string name = ToUtf8(files.clips[clip].name);
     if (mesh == nullptr) {
-        files.warnings.push_back(place + ": vertices of a mesh that is not there");
+        files.warnings.push_back(Utf8Words(ePhrase::LacksClipMesh, name, ToUtf8(bone)));
         return;
     }
     const eAnimation& animation = files.clips[clip].played.file;
@@ -50,8 +51,7 @@ void eFrameShapes::Play(std::size_t clip, const std::string& bone, std::size_t e
             continue;
         }
         if (!played.Take(key->vertexSection) || found.shapes.size() == kMostShapes) {
-            files.warnings.push_back(place + ", frame " + std::to_string(frame) +
-                                     ": vertices that can't be shown; the mesh stands still in this clip");
+            files.warnings.push_back(Utf8Words(ePhrase::UnplayableVertices, name, ToUtf8(bone), frame));
             return;
         }
         found.numbers[{clip, frame}] = found.shapes.size();

@@ -60,9 +60,9 @@ private:
         glb_.Root()["scene"] = 0;
     }
 
-    static std::vector<std::string> Once(const std::vector<std::string>& warnings) {
-        std::vector<std::string> once;
-        for (const std::string& warning : warnings) {
+    static std::vector<eBilingual> Once(const std::vector<eBilingual>& warnings) {
+        std::vector<eBilingual> once;
+        for (const eBilingual& warning : warnings) {
             if (std::ranges::find(once, warning) == once.end()) {
                 once.push_back(warning);
             }

@@ -16,9 +16,9 @@ struct eGlbOptions {
 };
 
 struct eGlbFile {
-    std::string content;                // empty where there is a problem
-    std::string problem;                // UTF-8
-    std::vector<std::string> warnings;  // UTF-8: what is named and not there, and what glTF can't say
+    std::string content;               // empty where there is a problem
+    eBilingual problem;                // UTF-8. What a reader finds broken is English
+    std::vector<eBilingual> warnings;  // UTF-8: what is named and not there, and what glTF can't say
     std::size_t bones = 0;
     std::size_t meshes = 0;
     std::size_t triangles = 0;

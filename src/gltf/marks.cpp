@@ -10,6 +10,7 @@
 #include "gltf/solid.h"
 #include "inspect/model_view.h"
 #include "inspect/placement.h"
+#include "messages/utf8_words.h"
 #include "volume/polyhedron_image.h"
 
 namespace gltf {
@@ -169,7 +170,7 @@ void eMarks::AddVolume(const eSdlBlock& volume) {
     const std::optional<eSolid> solid = SolidOf(volume);
     const int bone = std::max(bones_.NumberOf(volume.ValueOf("bone")), 0);
     if (!solid) {
-        files_.warnings.push_back("the volume " + name + " has no shape that can be read");
+        files_.warnings.push_back(Utf8Words(ePhrase::BrokenVolume, name));
         return;
     }
     eJson node{{"name", name + " volume"},

@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "inspect/model_view.h"
+#include "messages/utf8_words.h"
 #include "platform/path_lookup.h"
 
 namespace gltf {
@@ -36,10 +37,12 @@ eMaterials::eFile& eMaterials::FileIn(const eName& folder) {
     const eName path = folder / ".material";
     const auto content = isNew ? written::ReadWritten(path) : std::nullopt;
     if (content) {
-        std::string& problem = entry->second.problem;
+        std::string broken;
         entry->second.text =
-            inspect::ReadSdlTree(path, std::string(content->begin(), content->end()), problem);
-        problem = problem.empty() ? "" : platform::DiskPath(path.Text()) + ": " + problem;
+            inspect::ReadSdlTree(path, std::string(content->begin(), content->end()), broken);
+        if (!broken.empty()) {
+            entry->second.problem = eBilingual{broken, broken}.At(platform::DiskPath(path.Text()));
+        }
     }
     return entry->second;
 }
@@ -97,7 +100,7 @@ eJson eMaterials::Describe(const eName& folder, const inspect::eSdlBlock& block)
     return material;
 }
 
-int eMaterials::Material(const written::ePlacedName& place, const eMaterialLook& look, std::string& problem) {
+int eMaterials::Material(const written::ePlacedName& place, const eMaterialLook& look, eBilingual& problem) {
     const std::string key = place.folder.Text() + "\n" + place.name + "\n" + (look.isTwoSided ? "2" : "1") +
                             (look.isLit ? "lit" : "");
     const auto [entry, isNew] = materials_.try_emplace(key, -1);
@@ -105,10 +108,10 @@ int eMaterials::Material(const written::ePlacedName& place, const eMaterialLook&
         return entry->second;
     }
     const inspect::eSdlBlock* const block = BlockOf(place);
-    if (const std::string& broken = FileIn(place.folder).problem; !broken.empty()) {
+    if (const eBilingual& broken = FileIn(place.folder).problem; !broken.IsEmpty()) {
         problem = broken;
     } else if (block == nullptr) {
-        warnings_.push_back("the material \"" + ToUtf8(place.name) + "\" is not there");
+        warnings_.push_back(Utf8Words(ePhrase::LacksMaterial, ToUtf8(place.name)));
     }
     eJson material{{"name", ToUtf8(place.name)}};
     material.update(block != nullptr ? Describe(place.folder, *block) : eJson::object());

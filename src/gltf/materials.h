@@ -22,19 +22,19 @@ struct eMaterialLook {
 // an environment, adding and subtracting) stands in the extras in the engine's words.
 class eMaterials {
 public:
-    eMaterials(eGlb& glb, ePictures& pictures, std::vector<std::string>& warnings)
+    eMaterials(eGlb& glb, ePictures& pictures, std::vector<eBilingual>& warnings)
         : glb_(glb), pictures_(pictures), warnings_(warnings) {}
 
     // True if the folder's file has it.
     bool Has(const written::ePlacedName& place) { return BlockOf(place) != nullptr; }
     // The number of the material. `problem` tells of a broken file.
-    int Material(const written::ePlacedName& place, const eMaterialLook& look, std::string& problem);
+    int Material(const written::ePlacedName& place, const eMaterialLook& look, eBilingual& problem);
     bool HasNormalMap(int material) { return glb_.At("materials", material).contains("normalTexture"); }
 
 private:
     struct eFile {
         inspect::eSdlBlock text;
-        std::string problem;
+        eBilingual problem;
     };
     eFile& FileIn(const eName& folder);
     const inspect::eSdlBlock* BlockOf(const written::ePlacedName& place);
@@ -44,7 +44,7 @@ private:
 
     eGlb& glb_;
     ePictures& pictures_;
-    std::vector<std::string>& warnings_;
+    std::vector<eBilingual>& warnings_;
     std::map<eName, eFile> files_;
     std::map<std::string, int> materials_;  // by path, name and look
 };

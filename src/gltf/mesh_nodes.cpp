@@ -7,6 +7,7 @@
 #include "gltf/primitive.h"
 #include "inspect/model_view.h"
 #include "mesh/strips/sub_mesh.h"
+#include "messages/utf8_words.h"
 
 namespace gltf {
 
@@ -23,8 +24,8 @@ int LevelOf(const inspect::eSdlBlock& view) {
 eMeshNodes::eMeshNodes(eGlb& glb, eModelFiles& files, const eBoneNodes& bones, eMaterials& materials)
     : glb_(glb), files_(files), bones_(bones), materials_(materials), shapes_(files) {}
 
-bool eMeshNodes::Add(eBoneNodes& bones, std::string& problem) {
-    for (std::size_t i = 0; i < files_.model.bones.size() && problem.empty(); ++i) {
+bool eMeshNodes::Add(eBoneNodes& bones, eBilingual& problem) {
+    for (std::size_t i = 0; i < files_.model.bones.size() && problem.IsEmpty(); ++i) {
         const written::eWrittenBone& bone = files_.model.bones[i];
         const std::vector<const inspect::eSdlBlock*> views = bone.block->Blocks("view");
         std::vector<int> levels;
@@ -36,11 +37,11 @@ bool eMeshNodes::Add(eBoneNodes& bones, std::string& problem) {
         }
         Place(bones, static_cast<int>(i), levels);
     }
-    return problem.empty();
+    return problem.IsEmpty();
 }
 
 int eMeshNodes::MeshNode(int bone, const inspect::eSdlBlock& view, const std::string& reference,
-                         std::string& problem) {
+                         eBilingual& problem) {
     const eFileMesh* const mesh = files_.MeshOf(reference);
     const int number = mesh != nullptr ? Mesh(reference, *mesh, problem) : -1;
     if (number < 0) {
@@ -73,7 +74,7 @@ written::ePlacedName eMeshNodes::PlaceOf(const std::string& material, const eNam
     return materials_.Has(place) ? place : written::ePlacedName{meshFolder, place.name};
 }
 
-int eMeshNodes::Mesh(const std::string& reference, const eFileMesh& mesh, std::string& problem) {
+int eMeshNodes::Mesh(const std::string& reference, const eFileMesh& mesh, eBilingual& problem) {
     const auto [entry, isNew] = meshes_.try_emplace(&mesh, -1);
     if (!isNew) {
         return entry->second;
@@ -108,8 +109,7 @@ int eMeshNodes::Skin(int bone, const eFileMesh& mesh) {
     for (const std::string& name : mesh.bones) {
         const int number = bones_.NumberOf(name);
         if (number < 0) {
-            files_.warnings.push_back("the skin " + ToUtf8(mesh.name) + " follows the bone " + ToUtf8(name) +
-                                      ", which is not there");
+            files_.warnings.push_back(Utf8Words(ePhrase::LacksSkinBone, ToUtf8(mesh.name), ToUtf8(name)));
         }
         joints.push_back(number < 0 ? bone : number);
     }

@@ -27,7 +27,7 @@ public:
     eMeshNodes(eGlb& glb, eModelFiles& files, const eBoneNodes& bones, eMaterials& materials);
 
     // False, with the reason, for a broken file of materials.
-    bool Add(eBoneNodes& bones, std::string& problem);
+    bool Add(eBoneNodes& bones, eBilingual& problem);
 
     const std::vector<eMeshNode>& All() const { return nodes_; }
     const std::vector<int>& AtTop() const { return atTop_; }
@@ -35,9 +35,8 @@ public:
     std::size_t Triangles() const { return triangles_; }
 
 private:
-    int MeshNode(int bone, const inspect::eSdlBlock& view, const std::string& reference,
-                 std::string& problem);
-    int Mesh(const std::string& reference, const eFileMesh& mesh, std::string& problem);
+    int MeshNode(int bone, const inspect::eSdlBlock& view, const std::string& reference, eBilingual& problem);
+    int Mesh(const std::string& reference, const eFileMesh& mesh, eBilingual& problem);
     written::ePlacedName PlaceOf(const std::string& material, const eName& meshFolder);
     int Skin(int bone, const eFileMesh& mesh);
     void Place(eBoneNodes& bones, int bone, const std::vector<int>& levels);

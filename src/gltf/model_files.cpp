@@ -5,6 +5,7 @@
 #include "base/ansi.h"
 #include "inspect/sdl_tree.h"
 #include "mesh/file/mesh_check.h"
+#include "messages/utf8_words.h"
 #include "platform/folder.h"
 
 namespace gltf {
@@ -29,9 +30,9 @@ std::string Shown(const eName& path) {
 }
 
 // The one model of a folder, or the file itself; empty with the reason in `problem`.
-eName ModelAt(const eName& place, std::string& problem) {
+eName ModelAt(const eName& place, eBilingual& problem) {
     if (!platform::Exists(place.Text())) {
-        problem = Shown(place) + ": there is no such folder";
+        problem = Utf8Words(ePhrase::PathNoFolder, Shown(place));
         return {};
     }
     if (!platform::IsFolder(place.Text())) {
@@ -41,17 +42,17 @@ eName ModelAt(const eName& place, std::string& problem) {
     if (models.size() == 1) {
         return place / eName(models.front());
     }
-    problem = Shown(place) + (models.empty() ? ": there is no .mdl in the folder"
-                                             : ": there is more than one model, name one of them:");
+    std::string list;
     for (const std::string& model : models) {
-        problem += " " + ToUtf8(model);
+        list += " " + ToUtf8(model);
     }
+    problem = Utf8Words(models.empty() ? ePhrase::ModelNone : ePhrase::ModelSeveral, Shown(place), list);
     return {};
 }
 
 class eModelReader {
 public:
-    explicit eModelReader(std::string& problem) : problem_(problem) {}
+    explicit eModelReader(eBilingual& problem) : problem_(problem) {}
 
     std::optional<eModelFiles> Read(const eName& model) {
         files_.folder = model.Part(eName::Folder);
@@ -61,17 +62,18 @@ public:
     }
 
 private:
-    bool Fault(const eName& file, const std::string& what) {
-        problem_ = Shown(file) + ": " + what;
+    bool Fault(const eName& file, const eBilingual& what) {
+        problem_ = what.At(Shown(file));
         return false;
     }
+    bool Fault(const eName& file, const std::string& what) { return Fault(file, eBilingual{what, what}); }
 
     bool ReadModel(const eName& file) {
         files_.model = written::ReadWrittenModel(file);
         if (!files_.model.problem.empty()) {
             return Fault(file, files_.model.problem);
         }
-        return !files_.model.bones.empty() || Fault(file, "the model has no bones");
+        return !files_.model.bones.empty() || Fault(file, Utf8Words(ePhrase::ModelBoneless));
     }
 
     bool ReadEntity(const eName& model) {
@@ -93,8 +95,7 @@ private:
                     return false;
                 }
                 if (files_.MeshOf(view) == nullptr) {
-                    files_.warnings.push_back("the bone " + ToUtf8(bone.name) + " shows the mesh " +
-                                              ToUtf8(view) + ", which is not there");
+                    files_.warnings.push_back(Utf8Words(ePhrase::LacksMesh, ToUtf8(bone.name), ToUtf8(view)));
                 }
             }
         }
@@ -119,7 +120,7 @@ private:
         file.content = std::move(*content);
         for (const eFileMesh& mesh : file.content.meshes) {
             if (const std::vector<std::string> problems = CheckMesh(mesh); !problems.empty()) {
-                return Fault(path, "the mesh " + ToUtf8(mesh.name) + ": " + problems.front());
+                return Fault(path, Utf8Words(ePhrase::ModelBrokenMesh, ToUtf8(mesh.name), problems.front()));
             }
         }
         return true;
@@ -128,9 +129,12 @@ private:
     bool ReadClips() {
         for (const std::string& name : FilesIn(files_.folder, ".anm")) {
             const eName path = files_.folder / eName(name);
-            std::string problem = "the file can't be read";
             std::optional<platform::eFileContent> bytes = written::ReadWritten(path);
-            std::optional<eAnimation> clip = bytes ? ReadAnimation(*bytes, problem) : std::nullopt;
+            if (!bytes) {
+                return Fault(path, Utf8Words(ePhrase::PathNotRead));
+            }
+            std::string problem;
+            std::optional<eAnimation> clip = ReadAnimation(*bytes, problem);
             if (!clip) {
                 return Fault(path, problem);
             }
@@ -141,7 +145,7 @@ private:
         return true;
     }
 
-    std::string& problem_;
+    eBilingual& problem_;
     eModelFiles files_;
 };
 
@@ -158,7 +162,7 @@ const eFileMesh* eModelFiles::MeshOf(const std::string& view) const {
     return mesh != all.end() ? &*mesh : nullptr;
 }
 
-std::optional<eModelFiles> ReadModelFiles(const eName& place, std::string& problem) {
+std::optional<eModelFiles> ReadModelFiles(const eName& place, eBilingual& problem) {
     const eName model = ModelAt(place, problem);
     return model.IsEmpty() ? std::nullopt : eModelReader(problem).Read(model);
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
 #include "mesh/file/mesh_reader.h"
 #include "platform/file_layer.h"
 #include "written/played_clip.h"
@@ -35,7 +36,7 @@ struct eModelFiles {
     inspect::eSdlBlock entity;                           // empty without a .def
     std::map<eName, std::unique_ptr<eMeshFile>> meshes;  // by folder
     std::vector<eClipFile> clips;                        // by name
-    std::vector<std::string> warnings;                   // UTF-8: what is named and not there
+    std::vector<eBilingual> warnings;                    // UTF-8: what is named and not there
 
     // What a bone shows; null if its folder's file has no such mesh.
     const eFileMesh* MeshOf(const std::string& view) const;
@@ -43,6 +44,6 @@ struct eModelFiles {
 
 // `place` is a folder with one .mdl, or the .mdl; a resource path. Nothing, with the reason in `problem`
 // (UTF-8), where there is no model or one of its files is broken.
-std::optional<eModelFiles> ReadModelFiles(const eName& place, std::string& problem);
+std::optional<eModelFiles> ReadModelFiles(const eName& place, eBilingual& problem);
 
 }  // namespace gltf

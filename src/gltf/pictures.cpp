@@ -4,6 +4,7 @@
 
 #include "base/ansi.h"
 #include "inspect/png_file.h"
+#include "messages/utf8_words.h"
 #include "platform/folder.h"
 #include "run/options.h"
 #include "standalone/pictures/image.h"
@@ -83,8 +84,8 @@ std::optional<eName> ePictures::FileOf(const eName& folder, const std::string& p
     return std::nullopt;
 }
 
-int ePictures::Warn(const std::string& picture, const std::string& what) {
-    warnings_.push_back("the picture " + ToUtf8(picture) + " " + what);
+int ePictures::Warn(const std::string& picture, ePhrase what) {
+    warnings_.push_back(Utf8Words(what, ToUtf8(picture)));
     return -1;
 }
 
@@ -93,7 +94,7 @@ int ePictures::Embed(const eName& file, const std::string& picture, ePictureUse 
     const standalone::eDecodedImage decoded =
         content ? standalone::DecodeImage(*content) : standalone::eDecodedImage();
     if (!decoded.image) {
-        return Warn(picture, "can't be read");
+        return Warn(picture, ePhrase::BrokenPicture);
     }
     ePixelImage image = PixelsOf(*decoded.image);
     Turn(image, use);
@@ -110,7 +111,7 @@ int ePictures::Texture(const eName& folder, const std::string& picture, ePicture
     const eName path = file.value_or(folder / eName(picture));
     const auto [entry, isNew] = textures_[use].try_emplace(path.Text(), -1);
     if (isNew) {
-        entry->second = file ? Embed(*file, picture, use) : Warn(picture, "is not there");
+        entry->second = file ? Embed(*file, picture, use) : Warn(picture, ePhrase::LacksPicture);
     }
     return entry->second;
 }

@@ -7,6 +7,7 @@
 
 #include "gltf/glb.h"
 #include "io/name.h"
+#include "messages/phrase.h"
 #include "texture/pixel_image.h"
 
 namespace gltf {
@@ -25,7 +26,7 @@ class ePictures {
 public:
     // `commonFolder`: of pictures whose names begin with "$/"; where it is empty, texture/common in the
     // nearest folder above that has it.
-    ePictures(eGlb& glb, eName commonFolder, std::vector<std::string>& warnings)
+    ePictures(eGlb& glb, eName commonFolder, std::vector<eBilingual>& warnings)
         : glb_(glb), commonFolder_(std::move(commonFolder)), warnings_(warnings) {}
 
     // The texture of a picture that a material in the folder names, -1 for one that can't be had: that is
@@ -36,11 +37,11 @@ private:
     std::optional<eName> FileOf(const eName& folder, const std::string& picture) const;
     eName CommonFolder(const eName& folder) const;
     int Embed(const eName& file, const std::string& picture, ePictureUse use);
-    int Warn(const std::string& picture, const std::string& what);
+    int Warn(const std::string& picture, ePhrase what);
 
     eGlb& glb_;
     eName commonFolder_;
-    std::vector<std::string>& warnings_;
+    std::vector<eBilingual>& warnings_;
     std::map<ePictureUse, std::map<std::string, int>> textures_;  // by path
 };
 

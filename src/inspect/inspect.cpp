@@ -11,6 +11,7 @@
 #include "inspect/model_view.h"
 #include "inspect/sdl_tree.h"
 #include "mesh/file/mesh_format.h"
+#include "messages/utf8_words.h"
 
 namespace inspect {
 
@@ -34,11 +35,11 @@ eDescription DescribeText(const std::string& name, const eSdlBlock& file) {
 eInspection InspectText(const std::string& name, std::span<const std::uint8_t> content) {
     eInspection result;
     const std::string text(content.begin(), content.end());
-    const eSdlBlock file = ReadSdlTree(name, text, result.problem);
-    if (result.problem.empty() && file.Blocks().empty()) {
-        result.problem = "the file is none that the export writes";
-    }
-    if (result.problem.empty()) {
+    std::string problem;
+    const eSdlBlock file = ReadSdlTree(name, text, problem);
+    result.problem = problem.empty() && file.Blocks().empty() ? Utf8Words(ePhrase::PathNoneOfOurs)
+                                                              : eBilingual{problem, problem};
+    if (result.problem.IsEmpty()) {
         result.description = DescribeText(name, file);
     }
     return result;
@@ -47,22 +48,25 @@ eInspection InspectText(const std::string& name, std::span<const std::uint8_t> c
 }  // namespace
 
 eInspection InspectContent(const std::string& name, std::span<const std::uint8_t> content) {
-    eInspection result;
     if (content.empty()) {
-        result.problem = "the file is empty";
-    } else if (IsCopiedPicture(name, content)) {
-        result.description = DescribeCopiedPicture(content, result.problem);
-    } else if (BeginsWith(content, "EANM")) {
-        result.description = DescribeAnimation(content, result.problem);
-    } else if (BeginsWith(content, mesh_format::kFileTag)) {
-        result.description = DescribeMeshes(content, result.problem);
-    } else if (BeginsWith(content, "DDS ")) {
-        result.description = DescribeDds(content, result.problem);
-    } else if (BeginsWith(content, "BM")) {
-        result.description = DescribeBmp(content, result.problem);
-    } else {
-        result = InspectText(name, content);
+        return {.description = {}, .problem = Utf8Words(ePhrase::TargetEmpty)};
     }
+    std::string problem;
+    eInspection result;
+    if (IsCopiedPicture(name, content)) {
+        result.description = DescribeCopiedPicture(content, problem);
+    } else if (BeginsWith(content, "EANM")) {
+        result.description = DescribeAnimation(content, problem);
+    } else if (BeginsWith(content, mesh_format::kFileTag)) {
+        result.description = DescribeMeshes(content, problem);
+    } else if (BeginsWith(content, "DDS ")) {
+        result.description = DescribeDds(content, problem);
+    } else if (BeginsWith(content, "BM")) {
+        result.description = DescribeBmp(content, problem);
+    } else {
+        return InspectText(name, content);
+    }
+    result.problem = {problem, problem};
     return result;
 }
 

@@ -4,13 +4,14 @@
 #include <span>
 #include <string>
 
+#include "base/bilingual.h"
 #include "inspect/description.h"
 
 namespace inspect {
 
 struct eInspection {
     eDescription description;
-    std::string problem;  // UTF-8; empty if the file could be read
+    eBilingual problem;  // UTF-8; empty if the file could be read. What a reader finds broken is English
 };
 
 // Says what is in a file that the export writes. The kind is found by content, for text by its first block

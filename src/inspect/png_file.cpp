@@ -8,25 +8,28 @@
 #include <optional>
 
 #include "material/textures/bmp_file.h"
+#include "messages/utf8_words.h"
 #include "texture/dds_reader.h"
 
 namespace inspect {
 
 namespace {
 
-std::optional<ePixelImage> FirstLevel(std::span<const std::uint8_t> content, std::string& problem) {
+std::optional<ePixelImage> FirstLevel(std::span<const std::uint8_t> content, eBilingual& problem) {
     const eDdsFile file = ReadDds(content);
     if (!file.levels.empty()) {
         return DecodeDdsLevel(content, file, 0);
     }
     const eDdsProblem& first = file.problems.front();
-    problem = "no texture that can be shown: " + first.text + " at byte " + std::to_string(first.offset);
+    problem = Utf8Words(ePhrase::PathNoTexture, first.text + " at byte " + std::to_string(first.offset));
     return std::nullopt;
 }
 
-std::optional<ePixelImage> PixelsOfBmp(std::span<const std::uint8_t> content, std::string& problem) {
-    const std::optional<eBmpPicture> picture = ReadBmp(content, problem);
+std::optional<ePixelImage> PixelsOfBmp(std::span<const std::uint8_t> content, eBilingual& problem) {
+    std::string broken;
+    const std::optional<eBmpPicture> picture = ReadBmp(content, broken);
     if (!picture) {
+        problem = {broken, broken};
         return std::nullopt;
     }
     const eTextureImage& source = picture->image;
@@ -83,16 +86,16 @@ std::string MakePng(const ePixelImage& image) {
     return IsOpaque(image) ? Pack(image, WithoutAlpha(image), 3) : Pack(image, image.rgba, 4);
 }
 
-std::string PictureAsPng(std::span<const std::uint8_t> content, std::string& problem) {
+std::string PictureAsPng(std::span<const std::uint8_t> content, eBilingual& problem) {
     const bool isBmp = content.size() >= 2 && content[0] == 'B' && content[1] == 'M';
     const std::optional<ePixelImage> image =
         isBmp ? PixelsOfBmp(content, problem) : FirstLevel(content, problem);
     std::string png;
     if (image && image->rgba.empty()) {
-        problem = "the picture has no pixels";
+        problem = Utf8Words(ePhrase::PathNoPixels);
     } else if (image) {
         png = Pack(*image, image->rgba, 4);
-        problem = png.empty() ? "there is not enough memory for the png file" : "";
+        problem = png.empty() ? Utf8Words(ePhrase::NoMemoryForPng) : eBilingual();
     }
     return png;
 }

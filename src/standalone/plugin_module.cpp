@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "host/scene_element.h"
+#include "messages/utf8_words.h"
 
 namespace standalone {
 namespace {
@@ -15,22 +16,21 @@ std::string HexText(std::uint32_t number) {
 
 }  // namespace
 
-std::string PluginModule::Load(const std::string& file) {
-    std::string problem = library.Load(file);
-    if (!problem.empty()) {
-        return file + ": is no plug-in module that can be loaded: " + problem;
+eBilingual PluginModule::Load(const std::string& file) {
+    if (const std::string unloaded = library.Load(file); !unloaded.empty()) {
+        return Utf8Words(ePhrase::PluginNotLoaded, file, unloaded);
     }
-    problem = FindExports();
-    if (problem.empty()) {
+    eBilingual problem = FindExports();
+    if (problem.IsEmpty()) {
         problem = CheckVersion();
     }
-    if (problem.empty()) {
+    if (problem.IsEmpty()) {
         problem = FindExporterClass();
     }
-    return problem.empty() ? problem : file + ": " + problem;
+    return problem.IsEmpty() ? problem : problem.At(file);
 }
 
-std::string PluginModule::FindExports() {
+eBilingual PluginModule::FindExports() {
     std::string missing;
     const auto find = [&](const char* name, auto& function) {
         function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(library.Find(name));
@@ -43,31 +43,28 @@ std::string PluginModule::FindExports() {
     find("LibClassDesc", classDesc);
     find("LibVersion", version);
     find("CanAutoDefer", canAutoDefer);
-    return missing.empty() ? missing : "the plug-in module does not export " + missing;
+    return missing.empty() ? eBilingual() : Utf8Words(ePhrase::PluginLacks, missing);
 }
 
-std::string PluginModule::CheckVersion() const {
+eBilingual PluginModule::CheckVersion() const {
     const std::uint32_t made = version();
-    return made == host::kKitVersion ? std::string()
-                                     : "the plug-in module is made for version " + HexText(made) +
-                                           " of the host, and this one is " + HexText(host::kKitVersion);
+    return made == host::kKitVersion
+               ? eBilingual()
+               : Utf8Words(ePhrase::PluginVersion, HexText(made), HexText(host::kKitVersion));
 }
 
-std::string PluginModule::FindExporterClass() {
+eBilingual PluginModule::FindExporterClass() {
     const int count = numberClasses();
     for (int index = 0; index < count && exporterClass == nullptr; ++index) {
         host::ClassDesc* candidate = classDesc(index);
         if (candidate == nullptr) {
-            return "the plug-in module has no descriptor for its class " + std::to_string(index) + " of " +
-                   std::to_string(count);
+            return Utf8Words(ePhrase::PluginNoDescriptor, index, count);
         }
         if (candidate->SuperClassID() == host::kSceneExportSuperClass) {
             exporterClass = candidate;
         }
     }
-    return exporterClass != nullptr ? std::string()
-                                    : "none of the " + std::to_string(count) +
-                                          " classes of the plug-in module is a scene exporter";
+    return exporterClass != nullptr ? eBilingual() : Utf8Words(ePhrase::PluginNoExporter, count);
 }
 
 std::unique_ptr<host::SceneExport> PluginModule::NewExporter() const {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "base/bilingual.h"
 #include "host/class_desc.h"
 #include "host/scene_export.h"
 #include "platform/shared_library.h"
@@ -12,7 +13,7 @@ namespace standalone {
 // A plug-in module with a scene exporter, used as a modelling host uses it.
 //
 //     PluginModule plugin;
-//     if (const std::string problem = plugin.Load(file); problem.empty()) {
+//     if (const eBilingual problem = plugin.Load(file); problem.IsEmpty()) {
 //         plugin.NewExporter()->DoExport(...);
 //     }
 //
@@ -21,7 +22,7 @@ class PluginModule {
 public:
     // Loads the file (UTF-8), checks that it is made for this host, and finds the exporter among its classes.
     // Empty, or what is wrong, in UTF-8.
-    std::string Load(const std::string& file);
+    eBilingual Load(const std::string& file);
 
     // What the module says of itself; valid until the module is asked again.
     std::string Description() const { return description(); }
@@ -30,9 +31,9 @@ public:
     std::unique_ptr<host::SceneExport> NewExporter() const;
 
 private:
-    std::string FindExports();
-    std::string CheckVersion() const;
-    std::string FindExporterClass();
+    eBilingual FindExports();
+    eBilingual CheckVersion() const;
+    eBilingual FindExporterClass();
 
     platform::eSharedLibrary library;
     host::LibDescriptionFunction description = nullptr;

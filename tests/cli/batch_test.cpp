@@ -52,7 +52,8 @@ TEST_F(Batch, ExportsWhatIsOutOfDate) {
     EXPECT_THAT(Run(Art()).output, HasSubstr("3 scenes: 3 exported, 0 up to date, 0 not exported"));
     EXPECT_TRUE(folder.Has("game/units/a/a.mdl") && folder.Has("game/units/a/wall.bmp"));
     EXPECT_FALSE(folder.Has("config/zyrexport.cfg"));
-    EXPECT_THAT(Run(Art()).output, HasSubstr("0 exported, 3 up to date"));
+    EXPECT_THAT(Run(Art(), "--language ru").output,
+                HasSubstr("3 сцены: 0 экспортировано, 3 без изменений, 0 не экспортировано\n"));
     folder.Write("art/wall.bmp", support::Bmp({4, 4, 3, std::vector<std::uint8_t>(48)}));
     EXPECT_THAT(Run(Art()).output, HasSubstr("2 exported, 1 up to date"));
     folder.Write("art/gone.bmp", support::Bmp({4, 4, 3, std::vector<std::uint8_t>(48)}));
@@ -89,10 +90,10 @@ TEST_F(Batch, TellsConflictsAndFaultsByScene) {
     EXPECT_TRUE(folder.Has("game/test/e/e.mdl"));
     EXPECT_EQ(Summary()["scenes"][0]["scene"], folder / "art/b.scene.json") << "the worst comes first";
     folder.Write("list.json", R"({"schema": 1, "flag": [], "scenes": ["art/none.glb"]})");
-    const support::eProgramResult slip = Run("'" + (folder / "list.json") + "'");
+    const support::eProgramResult slip = Run("'" + (folder / "list.json") + "'", "--language ru");
     EXPECT_EQ(slip.exitCode, 2);
     EXPECT_THAT(slip.errors, HasSubstr("/flag: "));
-    EXPECT_THAT(slip.errors, HasSubstr("art/none.glb: "));
+    EXPECT_THAT(slip.errors, HasSubstr("art/none.glb: такого файла или папки нет\n"));
 }
 
 // A farm whose tasks run at once, but for the second one, which is lost, and whose queue is a file.

@@ -100,6 +100,8 @@ TEST_F(Diff, TellsEachChangeByItsMeaning) {
                 ElementsAre("anim.txt: : content", "cart.mdl: bone bed: moved",
                             "roll.anm: bone bed: moved, farthest in frame 0"));
     EXPECT_THAT(Run("diff " + Paths()).output, HasSubstr("bone bed: moved by 0.05 m: 0 0 1 -> 0.05 0 1\n"));
+    EXPECT_THAT(Run("diff --language ru " + Paths()).output,
+                HasSubstr("кость bed: сдвиг на 0.05 м: 0 0 1 -> 0.05 0 1\n"));
     EXPECT_THAT(Changes("--tolerance mm=51"),
                 ElementsAre("anim.txt: equal", "cart.mdl: equal", "roll.anm: equal"));
     EXPECT_THAT(after("IKType=revolute", "IKType=socket"), ElementsAre("cart.mdl: bone bed: joint"));

@@ -31,7 +31,7 @@ TEST_F(GltfCommand, WritesAWholeFileOrNone) {
     const std::string model = Quoted("game/props/flagpole");
     const eProgramResult done = Run("gltf" + model + Quoted("out.glb"));
     EXPECT_EQ(done.exitCode, 0) << done.errors;
-    EXPECT_THAT(done.output, HasSubstr("8 triangles, 1 clips"));
+    EXPECT_THAT(done.output, HasSubstr("8 triangles, 1 clip, "));
     EXPECT_TRUE(folder.Read("out.glb").starts_with("glTF"));
     // A program without the page says so, and leaves none.
     const eProgramResult page = Run("preview" + model + Quoted("out.html"));

@@ -104,6 +104,8 @@ TEST_F(Manifest, TellsWhatIsMissingChangedOrStale) {
                                                 {"units/cart/доска.tga", "stale"}};
     EXPECT_EQ(Faults(), expected);
     EXPECT_THAT(Check().output, HasSubstr("stale: units/cart/доска.tga: доска.tga has changed\n"));
+    EXPECT_THAT(Check("--language ru").output,
+                HasSubstr("устарел: units/cart/доска.tga: доска.tga изменен\n"));
     expected.erase("units/cart/доска.tga");
     EXPECT_EQ(Faults("--files-only"), expected);
     folder.Write("дом/art/cart.scene.json.properties", "");

@@ -49,7 +49,7 @@ protected:
 
 TEST_F(Plugin, TellsTheHostWhatItIs) {
     standalone::PluginModule plugin;
-    ASSERT_EQ(plugin.Load(kPlugin), "");
+    ASSERT_EQ(plugin.Load(kPlugin).english, "");
     EXPECT_EQ(plugin.Description(), "ZYR Model exporter");
     platform::eSharedLibrary library;
     ASSERT_EQ(library.Load(kPlugin), "");
@@ -72,7 +72,7 @@ TEST_F(Plugin, TellsTheHostWhatItIs) {
 // Would catch, under the leak checker, an exporter that hangs on its module or on a run.
 TEST_F(Plugin, MakesExportersThatNeverRun) {
     standalone::PluginModule plugin;
-    ASSERT_EQ(plugin.Load(kPlugin), "");
+    ASSERT_EQ(plugin.Load(kPlugin).english, "");
     const auto first = plugin.NewExporter();
     const auto second = plugin.NewExporter();
     EXPECT_NE(first, second);

@@ -57,6 +57,9 @@ TEST_F(Program, RefusesWrongUsageWithoutWriting) {
     const eProgramResult slip = Export(kArm, "--no-mehs --explode");
     EXPECT_EQ(slip.exitCode, 2);
     EXPECT_THAT(slip.errors, HasSubstr("\n--no-mehs: did you mean --no-mesh?\n"));
+    EXPECT_THAT(Run("exprot x --language ru").errors,
+                HasSubstr("exprot: возможно, имелось в виду export?\n"));
+    EXPECT_EQ(Run("export --language=ru").errors, "Не указано: SCENE\nПодробнее: --help\n");
     EXPECT_THAT(slip.errors, Not(HasSubstr("explode: ")));
     EXPECT_THAT(Export(kArm, "--silent").errors, HasSubstr("--resource-root excludes --silent"));
     EXPECT_EQ(Export(kArm, "--drive C:/tmp").exitCode, 2);
@@ -168,6 +171,8 @@ TEST_F(Program, TellsInTheLanguageOfTheUserAndReportsBoth) {
     EXPECT_EQ(advice.exitCode, 0) << advice.errors;
     ::setenv("LC_ALL", "ru_RU.UTF-8", 1);
     EXPECT_THAT(Export(scene).errors, HasSubstr("advice: Анимация 'walk'"));
+    EXPECT_THAT(Run("gltf no.mdl a.glb").errors, testing::EndsWith("no.mdl: такой папки нет\n"));
+    EXPECT_THAT(Run("gltf no.mdl a.glb --language en").errors, HasSubstr("no such folder"));
     ::unsetenv("LC_ALL");
 }
 

@@ -86,7 +86,7 @@ TEST_F(MakeGlb, PutsEachThingWhereTheEngineSeesIt) {
     Export();
     const gltf::eGlbFile file = Make({.metresPerUnit = 0.5});
     EXPECT_THAT(file.warnings, ElementsAre());
-    EXPECT_EQ(file.problem, "");
+    EXPECT_EQ(file.problem.english, "");
     const eGlbReading glb(file.content);
     // y is up; bones below the root stay in the space of the scene.
     EXPECT_THAT(Numbers(glb.Node("tank")["rotation"]),
@@ -204,13 +204,14 @@ TEST_F(MakeGlb, RefusesABrokenModelWithItsPlace) {
         written.folder.Write("game/units/tank/" + name, content);
         const gltf::eGlbFile file = Make();
         EXPECT_EQ(file.content, "") << name;
-        EXPECT_THAT(file.problem, HasSubstr(name + ": ")) << content;
+        EXPECT_THAT(file.problem.english, HasSubstr(name + ": ")) << content;
         written.folder.Write("game/units/tank/" + name, whole);
     }
     written.folder.Write("game/units/tank/second.mdl", "{skeleton}");
-    EXPECT_THAT(Make().problem, HasSubstr("second.mdl tank.mdl"));
-    EXPECT_THAT(gltf::MakeGlb(written.folder / "none", {}).problem, HasSubstr("there is no such folder"));
-    EXPECT_THAT(gltf::MakeGlb(written.folder / "game", {}).problem, HasSubstr("there is no .mdl"));
+    EXPECT_THAT(Make().problem.english, HasSubstr("second.mdl tank.mdl"));
+    EXPECT_THAT(gltf::MakeGlb(written.folder / "none", {}).problem.english,
+                HasSubstr("there is no such folder"));
+    EXPECT_THAT(gltf::MakeGlb(written.folder / "game", {}).problem.english, HasSubstr("there is no .mdl"));
 }
 
 TEST_F(MakeGlb, WarnsOfWhatIsNamedAndNotThere) {
@@ -219,9 +220,12 @@ TEST_F(MakeGlb, WarnsOfWhatIsNamedAndNotThere) {
     written.folder.Write("game/units/tank/tank.mdl",
                          "{skeleton {bone \"tank\" {view poly \"hull\"}{view poly \"ghost\" {lod 1}}}}");
     const gltf::eGlbFile file = Make({.hasMarks = false});
-    EXPECT_THAT(file.warnings, testing::IsSupersetOf({HasSubstr("mesh ghost"), HasSubstr("picture lost"),
-                                                      HasSubstr("bone turret, which is not there")}));
-    EXPECT_EQ(file.problem, "");
+    const auto says = [](const char* words) {
+        return testing::Field(&eBilingual::english, HasSubstr(words));
+    };
+    EXPECT_THAT(file.warnings, testing::IsSupersetOf({says("mesh ghost"), says("picture lost"),
+                                                      says("bone turret, which is not there")}));
+    EXPECT_EQ(file.problem.english, "");
 }
 
 }  // namespace

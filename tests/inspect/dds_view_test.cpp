@@ -26,14 +26,14 @@ TEST(DdsView, SaysWhatIsInATexture) {
     file.resize(file.size() + 16 + 8);
 
     const inspect::eInspection found = inspect::InspectContent("a.dds", file);
-    ASSERT_EQ(found.problem, "");
+    ASSERT_EQ(found.problem.english, "");
     EXPECT_EQ(found.description["format"], "DXT1");
     EXPECT_EQ(found.description["levelCount"], 2);
     EXPECT_EQ(found.description["levels"][1],
               (inspect::eDescription{{"width", 4}, {"height", 2}, {"bytes", 8}}));
 
     file.pop_back();
-    EXPECT_THAT(inspect::InspectContent("a.dds", file).problem, testing::HasSubstr(" at byte "));
+    EXPECT_THAT(inspect::InspectContent("a.dds", file).problem.english, testing::HasSubstr(" at byte "));
 }
 
 }  // namespace

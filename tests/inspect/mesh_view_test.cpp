@@ -16,7 +16,7 @@ TEST(MeshView, SaysWhatIsInAMeshFile) {
         .Material(scene.Material("iron", standalone::eStandardMaterial{.twoSided = true}));
     std::string file = eMeshRun(scene).Read("units/tank/.mesh");
     const inspect::eInspection found = inspect::InspectContent(".mesh", BytesOf(file));
-    ASSERT_EQ(found.problem, "");
+    ASSERT_EQ(found.problem.english, "");
     const auto& mesh = found.description["meshes"][0];
     EXPECT_EQ(mesh["name"], "hat");
     EXPECT_EQ(mesh["triangles"], 8);
@@ -31,7 +31,7 @@ TEST(MeshView, SaysWhatIsInAMeshFile) {
     file[file.size() - 2] = 77;  // the last index
     const inspect::eInspection spoilt = inspect::InspectContent(".mesh", BytesOf(file));
     EXPECT_EQ(spoilt.description["meshes"][0]["problems"].size(), 1U);
-    EXPECT_NE(inspect::InspectContent(".mesh", BytesOf(file.substr(0, 60))).problem, "");
+    EXPECT_NE(inspect::InspectContent(".mesh", BytesOf(file.substr(0, 60))).problem.english, "");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ using inspect::eDescription;
 eDescription Describe(const std::string& name, const std::string& text) {
     const auto found =
         inspect::InspectContent(name, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-    EXPECT_EQ(found.problem, "");
+    EXPECT_EQ(found.problem.english, "");
     return found.description;
 }
 

@@ -15,11 +15,11 @@ namespace {
 TEST(PngFile, ShowsAPictureAsItIs) {
     eTextureImage image(1, 2);
     image.pixels = {0, 51, 255, 102, 204, 0, 0, 255};
-    std::string problem;
+    eBilingual problem;
     const std::string png = inspect::PictureAsPng(MakeBmp(image, 32), problem);
     const auto decoded =
         standalone::DecodeImage({reinterpret_cast<const std::uint8_t*>(png.data()), png.size()}).image;
-    ASSERT_NE(decoded, nullptr) << problem;
+    ASSERT_NE(decoded, nullptr) << problem.english;
     const host::AColor lower = decoded->Nearest(0.5F, 0.25F);
     EXPECT_EQ((std::vector{lower.r, lower.g, lower.b, lower.a}), (std::vector<float>{1, 0.2F, 0, 0.4F}));
     EXPECT_EQ(decoded->Nearest(0.5F, 0.75F).b, 0.8F);
@@ -28,9 +28,9 @@ TEST(PngFile, ShowsAPictureAsItIs) {
               (std::vector<int>{128, 26, 102, 179}));
     for (const std::vector<std::uint8_t>& other :
          {std::vector<std::uint8_t>{}, {'B', 'M'}, {'{', '}'}, MakeBmp(eTextureImage(0, 0), 24)}) {
-        problem.clear();
+        problem = {};
         EXPECT_EQ(inspect::PictureAsPng(other, problem), "");
-        EXPECT_NE(problem, "");
+        EXPECT_FALSE(problem.IsEmpty());
     }
 }
 

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "base/ansi.h"
+#include "messages/phrase_match.h"
 #include "messages/utf8_words.h"
 
 namespace {
@@ -70,8 +71,8 @@ TEST(MessageTable, APhraseFollowsTheLanguageOfItsMessage) {
               "Кость 'b' показывает мэш кости 'c', но этот мэш не записан: кость 'd' скрыта.");
 }
 
-// Would catch names beyond code page 1251 that are lost on the way to a terminal, and a word that does
-// not go with its number.
+// Would catch names beyond code page 1251 that are lost on the way to a terminal, a word that does not go
+// with its number, and one of a library's texts that is taken for another.
 TEST(MessageTable, WordsForTerminalsTakeNamesAndNumbers) {
     EXPECT_EQ(Say(eLanguage::Russian, ePhrase::ReasonNoAnimations, "木"), "у модели 木 нет анимаций");
     const std::pair<int, const char*> kFiles[] = {
@@ -86,6 +87,11 @@ TEST(MessageTable, WordsForTerminalsTakeNamesAndNumbers) {
     EXPECT_EQ(Utf8Words(ePhrase::CountNew, 2), (eBilingual{"2 новых", "2 new"}));
     EXPECT_EQ(Say(eLanguage::English, ePhrase::CountMesh, 1), "1 mesh");
     EXPECT_EQ(Say(eLanguage::English, ePhrase::CountMesh, 21), "21 meshes");
+    constexpr ePhrase kUsage[] = {ePhrase::UsageNoCommand, ePhrase::UsageNoValue, ePhrase::UsageMissing};
+    EXPECT_EQ(ByPhrase("A subcommand is required", kUsage).russian, "Не указана команда");
+    EXPECT_EQ(ByPhrase("--fps: 1 required N missing", kUsage).russian, "--fps: не хватает 1 значения N");
+    EXPECT_EQ(ByPhrase("SCENE is required", kUsage).russian, "Не указано: SCENE");
+    EXPECT_EQ(ByPhrase("SCENE is required too", kUsage).russian, "SCENE is required too");
 }
 
 }  // namespace

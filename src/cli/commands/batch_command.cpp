@@ -49,6 +49,12 @@ struct eArguments {
     std::vector<std::string> sbatch;
 };
 
+// An export of a batch is always quiet, and its files are the same in all languages.
+bool CountsForExports(const CLI::Option* option) {
+    const std::string name = option->get_lnames().empty() ? "" : option->get_lnames().front();
+    return !name.empty() && name != "help" && name != "quiet" && name != "language";
+}
+
 // A switch is told by what it was set to, anything else by its values.
 std::vector<std::string> WordsOf(const CLI::Option& flag) {
     const std::string name = flag.get_lnames().front();
@@ -105,7 +111,7 @@ private:
 
     bool FindScenes() {
         batch::eSceneList list = batch::ListScenes(arguments.words);
-        for (const std::string& problem : list.problems) {
+        for (const eBilingual& problem : list.problems) {
             TellError(problem);
         }
         work = {.program = platform::OwnProgram(),
@@ -121,7 +127,7 @@ private:
     bool IsFree() {
         std::string owner;
         if (lock.Take(folder, std::chrono::milliseconds(0), owner) == platform::eLockAnswer::InUse) {
-            TellError(arguments.buildFolder + ": another batch works there: " + ToUtf8(owner));
+            TellError(ePhrase::BatchInUse, arguments.buildFolder, ToUtf8(owner));
             return false;
         }
         lock.KeepFolder();
@@ -129,11 +135,11 @@ private:
     }
 
     bool WriteBuildFile() const {
-        const std::string problem = WriteNativeFile(folder + "/build.ninja", batch::BuildFileText(work));
-        if (!problem.empty()) {
-            TellError(arguments.buildFolder + ": " + problem);
+        const eBilingual problem = WriteNativeFile(folder + "/build.ninja", batch::BuildFileText(work));
+        if (!problem.IsEmpty()) {
+            TellError(problem.At(arguments.buildFolder));
         }
-        return problem.empty();
+        return problem.IsEmpty();
     }
 
     // Its exit status; kNotStarted, and told, where there is no ninja.
@@ -150,14 +156,14 @@ private:
         }
         const std::optional<int> status = platform::RunProgram(words, folder);
         if (!status) {
-            TellError("ninja can't be started: on Debian it is in the package ninja-build");
+            TellError(ePhrase::NinjaMissing);
         }
         return status.value_or(kNotStarted);
     }
 
     bool HasConflicts() const {
-        const std::vector<std::string> conflicts = batch::FindConflicts(folder, work.scenes);
-        for (const std::string& conflict : conflicts) {
+        const std::vector<eBilingual> conflicts = batch::FindConflicts(folder, work.scenes);
+        for (const eBilingual& conflict : conflicts) {
             TellError(conflict);
         }
         return !conflicts.empty();
@@ -207,7 +213,7 @@ int RunBatch(const eArguments& arguments) {
         return TellFarmState(platform::AbsoluteNative(arguments.buildFolder));
     }
     if (arguments.words.empty()) {
-        TellError("batch: a scene, folder, pattern or list is wanted");
+        TellError(ePhrase::UsageBatch);
         return kExitUsage;
     }
     return eBatch(arguments).Run();
@@ -222,10 +228,7 @@ void AddBatchCommand(CLI::App& program, std::function<int()>& action) {
     command.add_option("LIST", arguments->words,
                        "Scene files, folders, patterns in quotes ('art/**/*.glb'), or a list (NAME.json)");
     AddRunFlags(command, arguments->flags);
-    for (CLI::Option* flag : command.get_options([](const CLI::Option* option) {
-             const std::string name = option->get_lnames().empty() ? "" : option->get_lnames().front();
-             return !name.empty() && name != "help" && name != "quiet";  // an export of a batch always is
-         })) {
+    for (CLI::Option* flag : command.get_options(&CountsForExports)) {
         arguments->exportFlags.push_back(flag);
     }
     command.add_option("--build", arguments->buildFolder, "Folder for what is kept between two calls")

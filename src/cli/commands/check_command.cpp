@@ -8,8 +8,10 @@
 
 #include "answers/manifest_check.h"
 #include "answers/manifest_text.h"
+#include "cli/flags/language_flag.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/terminal_text.h"
+#include "messages/io_reason.h"
 #include "platform/file_layer.h"
 #include "platform/native_path.h"
 #include "platform/utf8_path.h"
@@ -30,7 +32,7 @@ struct eArguments {
 bool IsFolder(const char* flag, const std::string& name) {
     const bool isFolder = name.empty() || std::filesystem::is_directory(platform::PathFromUtf8(name));
     if (!isFolder) {
-        TellError(std::string(flag) + " " + name + ": there is no such folder");
+        TellError(ePhrase::PathNoFolder, std::string(flag) + " " + name);
     }
     return isFolder;
 }
@@ -41,15 +43,15 @@ std::optional<answers::eManifest> Read(const eArguments& arguments) {
     platform::eFileContent content;
     std::optional<answers::eManifest> manifest;
     const platform::eIoStatus status = platform::ReadWhole(platform::DiskLayer(), native, content);
-    std::string problem = status.IsOk() ? std::string() : status.Text();
-    if (problem.empty()) {
+    eBilingual problem = status.IsOk() ? eBilingual() : ReasonWords(status);
+    if (problem.IsEmpty()) {
         const std::string folder = arguments.baseName.empty() ? platform::NativeParent(native)
                                                               : platform::AbsoluteNative(arguments.baseName);
         manifest = answers::ReadManifest({reinterpret_cast<const char*>(content.data()), content.size()},
                                          folder, problem);
     }
     if (!manifest) {
-        TellError(arguments.manifest + ": " + problem);
+        TellError(problem.At(arguments.manifest));
     } else if (!arguments.root.empty()) {
         manifest->root = platform::AbsoluteNative(arguments.root);
     }
@@ -70,7 +72,7 @@ int RunCheck(const eArguments& arguments) {
     const auto handler = inspect::eDescription::error_handler_t::replace;
     const std::string text = arguments.asJson
                                  ? answers::DescribeCheck(check).dump(kIndent, ' ', false, handler) + "\n"
-                                 : answers::CheckText(check);
+                                 : answers::CheckText(check, TerminalLanguage());
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
     return check.IsSound() ? kExitDone : kExitDiffers;
@@ -94,6 +96,7 @@ void AddCheckCommand(CLI::App& program, std::function<int()>& action) {
     command.add_flag("--files-only", arguments->onlyFiles,
                      "Leave the sources aside, where they are not at hand");
     command.add_flag("--json", arguments->asJson, "As JSON");
+    AddLanguageFlag(command);
     command.footer(
         "A file is missing, changed, or stale: as it was written, but a source of it has changed since, is\n"
         "gone, or one has come that was looked for in vain. Exit status: 0 all are sound, 5 some are not,\n"

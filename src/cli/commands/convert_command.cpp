@@ -10,6 +10,7 @@
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/native_file.h"
 #include "cli/terminal/terminal_text.h"
+#include "messages/io_reason.h"
 #include "platform/utf8_path.h"
 #include "standalone/data/scene_path.h"
 #include "standalone/loaders/scene_document/scene_document_writer.h"
@@ -34,7 +35,7 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
         std::filesystem::create_directories(target.parent_path(), error);
         std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing, error);
         if (error) {
-            TellError(platform::Utf8FromPath(target) + " can't be written: " + error.message());
+            TellError(ePhrase::PathNotWrittenFor, platform::Utf8FromPath(target), ReasonWords(error));
             return false;
         }
         bitmap->file = standalone::PathTextOf(platform::Utf8FromPath(file));
@@ -42,9 +43,8 @@ bool KeepEmbeddedPictures(standalone::eSceneData& scene, const std::filesystem::
     return true;
 }
 
-int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target,
-               eLanguage language) {
-    auto scene = ReadScene(source, flags, false, language).scene;
+int RunConvert(const std::string& source, const eSceneFlags& flags, const std::string& target) {
+    auto scene = ReadScene(source, flags, false).scene;
     if (!scene) {
         return kExitUsage;
     }
@@ -54,11 +54,11 @@ int RunConvert(const std::string& source, const eSceneFlags& flags, const std::s
     const auto written = standalone::WriteSceneDocument(
         *scene, platform::Utf8FromPath(std::filesystem::absolute(platform::PathFromUtf8(target))));
     for (const standalone::eLoadMessage& warning : written.warnings) {
-        TellWarning(target + ": " + warning.Line().In(language));
+        TellWarning(warning.Line().At(target));
     }
-    const std::string problem = WriteNativeFile(target, written.text);
-    if (!problem.empty()) {
-        TellError(target + " can't be written: " + problem);
+    const eBilingual problem = WriteNativeFile(target, written.text);
+    if (!problem.IsEmpty()) {
+        TellError(ePhrase::PathNotWrittenFor, target, problem);
         return kExitErrors;
     }
     return kExitDone;
@@ -71,18 +71,16 @@ void AddConvertCommand(CLI::App& program, std::function<int()>& action) {
         std::string source;
         std::string target;
         eSceneFlags sceneFlags;
-        std::string language;
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand("convert", "Write a scene as a scene document");
     command.add_option("SCENE", arguments->source, "Scene document, glTF or FBX file")->required();
     command.add_option("OUT", arguments->target, "The scene document to write, NAME.scene.json")->required();
     AddSceneFlags(command, arguments->sceneFlags);
-    AddLanguageFlag(command, arguments->language);
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         action = [arguments] {
-            return RunConvert(arguments->source, arguments->sceneFlags, arguments->target,
-                              LanguageOf(arguments->language));
+            return RunConvert(arguments->source, arguments->sceneFlags, arguments->target);
         };
     });
 }

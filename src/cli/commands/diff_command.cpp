@@ -11,6 +11,7 @@
 
 #include "base/ansi.h"
 #include "base/sha256.h"
+#include "cli/flags/language_flag.h"
 #include "cli/flags/tolerance_flag.h"
 #include "cli/run/inspect_source.h"
 #include "cli/terminal/exit_code.h"
@@ -75,7 +76,7 @@ private:
         for (const std::string& path : {arguments_.before, arguments_.after}) {
             std::error_code error;
             if (!std::filesystem::exists(platform::PathFromUtf8(SplitContainer(path).path), error)) {
-                TellError(path + ": there is no such file or folder");
+                TellError(ePhrase::PathNothing, path);
                 return false;
             }
         }
@@ -85,8 +86,7 @@ private:
     bool AreOfOneKind() {
         isTree_ = IsTree(arguments_.after);
         if (IsTree(arguments_.before) != isTree_) {
-            TellError("one of " + arguments_.before + " and " + arguments_.after +
-                      " is a folder or container, and the other a single file");
+            TellError(ePhrase::UsageTwoKinds, arguments_.before, arguments_.after);
             return false;
         }
         return true;
@@ -97,8 +97,8 @@ private:
         ReadInspected(
             typed,
             [&](const eInspectedFile& file) {
-                if (!file.problem.empty()) {
-                    TellProblem(file.path + ": " + file.problem);
+                if (!file.problem.IsEmpty()) {
+                    TellProblem(file.problem.At(file.path));
                 } else if (isTree_ || !file.content.empty()) {
                     visit(isTree_ ? NameBelow(typed, file) : LooseName(), file);
                 }
@@ -160,14 +160,14 @@ private:
     }
 
     void Compare(const diff::eFile& before, const diff::eFile& after) {
-        std::string problem;
+        eBilingual problem;
         difference_.files.push_back(diff::CompareFiles(before, after, arguments_.tolerances, problem));
-        if (!problem.empty()) {
-            TellProblem(ToUtf8(after.name) + ": " + problem);
+        if (!problem.IsEmpty()) {
+            TellProblem(problem.At(ToUtf8(after.name)));
         }
     }
 
-    void TellProblem(const std::string& text) {
+    void TellProblem(const eBilingual& text) {
         TellError(text);
         hasProblem_ = true;
     }
@@ -177,7 +177,7 @@ private:
         const auto handler = inspect::eDescription::error_handler_t::replace;
         const std::string text = arguments_.asJson
                                      ? diff::Describe(difference_).dump(kIndent, ' ', false, handler) + "\n"
-                                     : diff::TextOf(difference_);
+                                     : diff::TextOf(difference_, TerminalLanguage());
         std::fputs(text.c_str(), stdout);
         std::fflush(stdout);
     }
@@ -208,6 +208,7 @@ void AddDiffCommand(CLI::App& program, std::function<int()>& action) {
                     "Path that two single files stand for, as version control has it")
         ->type_name("PATH");
     command.add_flag("--json", arguments->asJson, "As JSON");
+    AddLanguageFlag(command);
     command.footer(
         "Files are compared by what they say: bones, volumes, zones and values of texts, triangles and\n"
         "vertices of meshes, bones of clips frame by frame, pictures in decibels. What lies within the\n"

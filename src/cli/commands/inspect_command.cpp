@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/flags/language_flag.h"
 #include "cli/run/inspect_source.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/native_file.h"
@@ -29,11 +30,11 @@ public:
     void Add(const eInspectedFile& file) {
         inspect::eInspection result;
         result.problem = file.problem;
-        if (result.problem.empty()) {
+        if (result.problem.IsEmpty()) {
             result = inspect::InspectContent(file.name, file.content);
         }
-        if (!result.problem.empty()) {
-            TellError(file.path + ": " + result.problem);
+        if (!result.problem.IsEmpty()) {
+            TellError(result.problem.At(file.path));
             exitCode = kExitUsage;
         } else if (asJson) {
             inspect::eDescription entry{{"schema", kDescriptionSchema}, {"path", file.path}};
@@ -70,25 +71,25 @@ eInspectedFile OnlyFile(const std::string& path) {
         }
     });
     if (count != 1) {
-        only.problem = "the picture of one texture file can be written, not of " + std::to_string(count);
+        only.problem = Utf8Words(ePhrase::UsageOnePicture, count);
     }
     return only;
 }
 
 int WritePng(const std::string& path, const std::string& target) {
     const eInspectedFile file = OnlyFile(path);
-    std::string problem = file.problem;
+    eBilingual problem = file.problem;
     std::string png;
-    if (problem.empty()) {
+    if (problem.IsEmpty()) {
         png = inspect::PictureAsPng(file.content, problem);
     }
-    if (!problem.empty()) {
-        TellError(path + ": " + problem);
+    if (!problem.IsEmpty()) {
+        TellError(problem.At(path));
         return kExitUsage;
     }
     problem = WriteNativeFile(target, png);
-    if (!problem.empty()) {
-        TellError(target + ": " + problem);
+    if (!problem.IsEmpty()) {
+        TellError(problem.At(target));
         return kExitFatal;
     }
     return kExitDone;
@@ -98,7 +99,7 @@ int RunInspect(const std::vector<std::string>& paths, bool asJson, const std::st
     for (const std::string& path : paths) {
         std::error_code error;
         if (!std::filesystem::exists(platform::PathFromUtf8(SplitContainer(path).path), error)) {
-            TellError(path + ": there is no such file or folder");
+            TellError(ePhrase::PathNothing, path);
             return kExitUsage;
         }
     }
@@ -132,6 +133,7 @@ void AddInspectCommand(CLI::App& program, std::function<int()>& action) {
     command.add_flag("--json", arguments->asJson, "As JSON: a list with an object per file");
     command.add_option("--png", arguments->png,
                        "Write the picture of one .dds (its first level) or .bmp file here");
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         if (!arguments->png.empty() && arguments->paths.size() != 1) {
             throw CLI::ValidationError("--png", "takes one texture file");

@@ -10,11 +10,11 @@
 #include "answers/animations.h"
 #include "answers/lint.h"
 #include "base/ansi.h"
-#include "cli/flags/language_flag.h"
 #include "cli/flags/run_option_flags.h"
 #include "cli/run/dry_run.h"
 #include "cli/run/export_run.h"
 #include "cli/terminal/exit_code.h"
+#include "cli/terminal/terminal_language.h"
 #include "messages/utf8_words.h"
 
 namespace cli {
@@ -120,7 +120,7 @@ public:
             all.push_back(Json(linted));
             return;
         }
-        const eLanguage language = LanguageOf(arguments.flags.language);
+        const eLanguage language = TerminalLanguage();
         std::printf("%s: %s\n", linted.scene.c_str(),
                     Say(language, ePhrase::CountMessage, linted.messages.size()).c_str());
         for (const eNodeMessages& node : ByNode(linted.messages)) {

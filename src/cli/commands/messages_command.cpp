@@ -8,6 +8,7 @@
 
 #include "base/ansi.h"
 #include "base/plural_form.h"
+#include "cli/flags/language_flag.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/terminal_text.h"
 #include "messages/message_table.h"
@@ -85,7 +86,7 @@ int PrintCodes(const std::vector<std::string>& codes) {
         if (const eMessageRow* row = FindMessage(code)) {
             PrintRow(*row);
         } else {
-            TellError("there is no message " + code);
+            TellError(ePhrase::NoSuchMessage, code);
             exitCode = kExitUsage;
         }
     }
@@ -110,6 +111,7 @@ void AddMessagesCommand(CLI::App& program, std::function<int()>& action) {
     CLI::App& command = *program.add_subcommand("messages", "Explain what the exporter tells");
     command.add_option("CODE", arguments->codes, "Codes to explain; without any all codes are listed");
     command.add_flag("--markdown", arguments->markdown, "Print the page of all messages");
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         action = [arguments] {
             if (arguments->markdown) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/flags/config_folder.h"
+#include "cli/flags/language_flag.h"
 #include "cli/flags/option_path.h"
 #include "cli/flags/option_table.h"
 #include "cli/terminal/exit_code.h"
@@ -34,11 +35,10 @@ bool ApplySettings(eExportOptions& options, const std::vector<std::string>& sett
     bool isRight = true;
     for (const std::string& setting : settings) {
         const std::size_t equals = setting.find('=');
-        const std::string problem =
-            equals == std::string::npos
-                ? setting + ": KEY=VALUE is wanted"
-                : SetOption(options, setting.substr(0, equals), setting.substr(equals + 1));
-        if (!problem.empty()) {
+        const eBilingual problem = equals == std::string::npos ? Utf8Words(ePhrase::OptionForm, setting)
+                                                               : SetOption(options, setting.substr(0, equals),
+                                                                           setting.substr(equals + 1));
+        if (!problem.IsEmpty()) {
             TellError(problem);
             isRight = false;
         }
@@ -50,8 +50,8 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
     const std::string folder = ConfigFolder(config);
     const std::optional<std::string> ansi = FolderOption(folder);
     if (folder.empty() || !ansi) {
-        TellError(folder.empty() ? "no folder for the options is known: name one with --config DIR"
-                                 : "--config " + MalformedNameProblem(folder));
+        TellError(folder.empty() ? Utf8Words(ePhrase::OptionsNowhere)
+                                 : MalformedNameProblem("--config " + folder));
         return kExitUsage;
     }
     standalone::StandaloneHost host{standalone::eSceneData()};
@@ -69,7 +69,7 @@ int RunOptions(const std::string& config, const std::vector<std::string>& settin
     std::error_code error;
     std::filesystem::create_directories(platform::PathFromUtf8(folder), error);
     if (!SaveOptions(run)) {
-        TellError("the options can't be stored in " + folder);
+        TellError(ePhrase::OptionsNotKept, folder);
         return kExitErrors;
     }
     ShowOptions(run.options);
@@ -87,6 +87,7 @@ void AddOptionsCommand(CLI::App& program, std::function<int()>& action) {
     CLI::App& command = *program.add_subcommand("options", "Show or change the stored options");
     command.add_option("--config", arguments->config, "Folder of the options file")->type_name("DIR");
     command.add_option("KEY=VALUE", arguments->settings, "Options to change");
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         action = [arguments] { return RunOptions(arguments->config, arguments->settings); };
     });

@@ -1,12 +1,10 @@
 #include "cli/commands/pak_command.h"
 
-#include <cinttypes>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
 
-#include "base/ansi.h"
+#include "cli/flags/language_flag.h"
 #include "cli/flags/option_path.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/terminal_text.h"
@@ -21,17 +19,16 @@ int RunPak(const std::string& folder, const std::string& target) {
     const std::optional<std::string> source = FolderOption(folder);
     std::error_code error;
     if (!source || !std::filesystem::is_directory(platform::PathFromUtf8(folder), error)) {
-        TellError(folder + ": there is no such folder, or its name can't be used");
+        TellError(ePhrase::PathNoFolderOrUnusable, folder);
         return kExitUsage;
     }
     const xIo::ePackedFolder packed = xIo::WritePak(
         *source, platform::Utf8FromPath(std::filesystem::absolute(platform::PathFromUtf8(target))));
-    if (!packed.problem.empty()) {
-        TellError(ToUtf8(packed.problem));
+    if (!packed.problem.IsEmpty()) {
+        TellError(packed.problem);
         return kExitErrors;
     }
-    std::printf("%d files, %" PRId64 " bytes -> %" PRId64 " bytes\n", packed.files, packed.bytes,
-                packed.packedBytes);
+    Print(Utf8Words(ePhrase::PackedFiles, packed.files, packed.bytes, packed.packedBytes));
     return kExitDone;
 }
 
@@ -47,6 +44,7 @@ void AddPakCommand(CLI::App& program, std::function<int()>& action) {
     command.add_option("FOLDER", arguments->folder, "The folder; names in the container begin below it")
         ->required();
     command.add_option("OUT", arguments->target, "The container to write, NAME.pak")->required();
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         action = [arguments] { return RunPak(arguments->folder, arguments->target); };
     });

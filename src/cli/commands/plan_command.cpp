@@ -10,7 +10,6 @@
 
 #include "answers/plan.h"
 #include "base/ansi.h"
-#include "cli/flags/language_flag.h"
 #include "cli/flags/run_option_flags.h"
 #include "cli/run/dry_run.h"
 #include "cli/run/export_run.h"
@@ -39,13 +38,13 @@ struct eArguments {
 // Prints the plans, for people at once, as JSON at the end.
 class ePlanOutput {
 public:
-    ePlanOutput(bool json, eLanguage ownLanguage) : asJson(json), language(ownLanguage) {}
+    explicit ePlanOutput(bool json) : asJson(json) {}
 
     void Add(const answers::eRunPlan& plan) {
         if (asJson) {
             all.push_back(answers::DescribePlan(plan));
         } else {
-            std::printf("%s%s", isFirst ? "" : "\n", answers::PlanText(plan, language).c_str());
+            std::printf("%s%s", isFirst ? "" : "\n", answers::PlanText(plan, TerminalLanguage()).c_str());
         }
         isFirst = false;
     }
@@ -60,7 +59,6 @@ public:
 
 private:
     bool asJson;
-    eLanguage language;
     bool isFirst = true;
     inspect::eDescription all = inspect::eDescription::array();
 };
@@ -107,13 +105,13 @@ std::string ModelListText(const Export& run, const std::string& scene) {
 // Ends as soon as the scene is read, so that a build can ask it of thousands of scenes.
 int ListModels(const eArguments& arguments) {
     if (arguments.scenes.size() != 1) {
-        TellError("--models: the models of one scene at a time");
+        TellError(ePhrase::UsageOneScene);
         return kExitUsage;
     }
     eExportFlags flags = arguments.flags;
     flags.scene = arguments.scenes.front();
     flags.report = arguments.modelList;  // tells why, if the scene can't be read
-    std::string problem;
+    eBilingual problem;
     eDryRun dry;
     dry.isMute = true;
     dry.findsModelsOnly = true;
@@ -121,19 +119,19 @@ int ListModels(const eArguments& arguments) {
         problem = WriteNativeFile(arguments.modelList, ModelListText(run, flags.scene));
     };
     const int exitCode = RunWithoutWriting(flags, dry);
-    if (!problem.empty()) {
-        TellError(arguments.modelList + ": " + problem);
+    if (!problem.IsEmpty()) {
+        TellError(problem.At(arguments.modelList));
     }
     // What the beginning of a run tells, the run tells.
     const int ownCode = exitCode == kExitErrors ? kExitDone : exitCode;
-    return problem.empty() ? ownCode : kExitUsage;
+    return problem.IsEmpty() ? ownCode : kExitUsage;
 }
 
 int RunPlan(const eArguments& arguments) {
     if (!arguments.modelList.empty()) {
         return ListModels(arguments);
     }
-    ePlanOutput output(arguments.asJson, LanguageOf(arguments.flags.language));
+    ePlanOutput output(arguments.asJson);
     int exitCode = kExitDone;
     for (const std::string& scene : arguments.scenes) {
         eExportFlags flags = arguments.flags;

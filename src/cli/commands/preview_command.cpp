@@ -20,7 +20,7 @@ int RunPreview(const eWrittenModelFlags& flags, const std::string& target) {
     }
     const std::optional<std::string> page = preview::MakePage(glb.content);
     if (!page) {
-        TellError("this program was built without the preview page: its build found no node or npm");
+        TellError(ePhrase::NoPreviewPage);
         return kExitUsage;
     }
     return FinishWrittenModel(glb, target, *page);

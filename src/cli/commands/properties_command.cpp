@@ -15,19 +15,16 @@ void AddPropertiesCommand(CLI::App& program, std::function<int()>& action) {
     struct eArguments {
         std::string scene;
         eSceneFlags sceneFlags;
-        std::string language;
     };
     const auto arguments = std::make_shared<eArguments>();
     CLI::App& command = *program.add_subcommand(
         "properties", "Print the properties of a scene's nodes, to start SCENE.properties from");
     command.add_option("SCENE", arguments->scene, "Scene document, glTF or FBX file")->required();
     AddSceneFlags(command, arguments->sceneFlags);
-    AddLanguageFlag(command, arguments->language);
+    AddLanguageFlag(command);
     command.callback([arguments, &action] {
         action = [arguments] {
-            const auto scene =
-                ReadScene(arguments->scene, arguments->sceneFlags, false, LanguageOf(arguments->language))
-                    .scene;
+            const auto scene = ReadScene(arguments->scene, arguments->sceneFlags, false).scene;
             if (!scene) {
                 return kExitUsage;
             }

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/flags/language_flag.h"
 #include "cli/flags/run_option_flags.h"
 #include "cli/flags/tolerance_flag.h"
 #include "cli/run/dry_run.h"
@@ -15,6 +14,7 @@
 #include "cli/run/scene_file.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/terminal_text.h"
+#include "messages/io_reason.h"
 #include "platform/temporary_folder.h"
 #include "platform/utf8_path.h"
 #include "run/export.h"
@@ -42,15 +42,15 @@ void Print(const verify::eVerification& verification, const eArguments& argument
     const auto handler = inspect::eDescription::error_handler_t::replace;
     const std::string text = arguments.asJson
                                  ? verify::Describe(verification).dump(kIndent, ' ', false, handler) + "\n"
-                                 : verify::SummaryOf(verification, LanguageOf(arguments.flags.language));
+                                 : verify::SummaryOf(verification, TerminalLanguage());
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
 }
 
 // The files of the run, against a host that has not seen it.
 std::optional<verify::eVerification> VerifyRun(const Export& run, const eArguments& arguments) {
-    standalone::eLoadResult loaded = ReadScene(arguments.flags.scene, arguments.flags.sceneFlags,
-                                               arguments.flags.quiet, LanguageOf(arguments.flags.language));
+    standalone::eLoadResult loaded =
+        ReadScene(arguments.flags.scene, arguments.flags.sceneFlags, arguments.flags.quiet);
     if (!loaded.scene) {
         return std::nullopt;
     }
@@ -65,7 +65,7 @@ std::optional<verify::eVerification> VerifyRun(const Export& run, const eArgumen
 int VerifyNewFiles(eArguments arguments) {
     std::shared_ptr<platform::eTemporaryFolder> folder;
     if (const platform::eIoStatus made = platform::eTemporaryFolder::Make(folder); !made.IsOk()) {
-        TellError("no temporary folder can be made: " + made.Text());
+        TellError(ePhrase::NoTemporaryFolder, ReasonWords(made));
         return kExitFatal;
     }
     if (!arguments.flags.silent) {
@@ -112,7 +112,7 @@ int RunVerify(eArguments arguments) {
         return VerifyNewFiles(std::move(arguments));
     }
     if (!std::filesystem::is_directory(platform::PathFromUtf8(arguments.root))) {
-        TellError("--root " + arguments.root + ": there is no such folder");
+        TellError(ePhrase::PathNoFolder, "--root " + arguments.root);
         return kExitUsage;
     }
     arguments.flags.resourceRoot = arguments.root;

@@ -7,7 +7,6 @@
 #include "answers/find_node.h"
 #include "answers/why.h"
 #include "base/ansi.h"
-#include "cli/flags/language_flag.h"
 #include "cli/flags/run_option_flags.h"
 #include "cli/run/dry_run.h"
 #include "cli/run/export_run.h"
@@ -33,15 +32,14 @@ std::string JsonText(const eRunJournal& journal, const host::INode& node) {
 }
 
 int Answer(const Export& run, const eRunJournal& journal, const eArguments& arguments) {
-    const eLanguage language = LanguageOf(arguments.flags.language);
     const answers::eFoundNode found =
         answers::FindNode(*run.host->GetRootNode(), FromUtf8(arguments.node).text);
     if (found.node == nullptr) {
-        TellError(found.problem.In(language));
+        TellError(found.problem);
         return kExitUsage;
     }
-    const std::string text =
-        arguments.asJson ? JsonText(journal, *found.node) : answers::NodeText(journal, *found.node, language);
+    const std::string text = arguments.asJson ? JsonText(journal, *found.node)
+                                              : answers::NodeText(journal, *found.node, TerminalLanguage());
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
     return kExitDone;

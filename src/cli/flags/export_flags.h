@@ -41,7 +41,6 @@ struct eExportFlags {
     std::string depfile;
     std::string manifest;
     std::string sources;
-    std::string language;  // "ru", "en", or empty for that of the user
 };
 
 // Sets the dialog's fields from the flags and presses its button: the same checks and messages as in the

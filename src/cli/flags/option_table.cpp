@@ -7,6 +7,7 @@
 #include "base/ansi.h"
 #include "cli/flags/option_path.h"
 #include "export/dialog_logic.h"
+#include "messages/utf8_words.h"
 
 namespace cli {
 
@@ -48,11 +49,11 @@ std::optional<int> ParseNumber(const std::string& text) {
     return isWhole ? std::optional(value) : std::nullopt;
 }
 
-std::string SetNumber(Options& options, const eOptionField& field, const std::string& text) {
+eBilingual SetNumber(Options& options, const eOptionField& field, const std::string& text) {
     const std::optional<int> value = ParseNumber(text);
     if (!value || (field.kind == eOptionKind::Flag && *value != 0 && *value != 1)) {
-        return std::string(field.name) +
-               (field.kind == eOptionKind::Flag ? " takes 0 or 1" : " takes a whole number");
+        return Utf8Words(field.kind == eOptionKind::Flag ? ePhrase::OptionSwitch : ePhrase::OptionNumber,
+                         field.name);
     }
     if (const auto* flag = std::get_if<bool Options::*>(&field.member)) {
         options.** flag = *value != 0;
@@ -62,18 +63,18 @@ std::string SetNumber(Options& options, const eOptionField& field, const std::st
     return {};
 }
 
-std::string SetPath(Options& options, const eOptionField& field, const std::string& text) {
+eBilingual SetPath(Options& options, const eOptionField& field, const std::string& text) {
     const std::optional<std::string> path =
         field.kind == eOptionKind::Folder ? FolderOption(text) : OptionPath(text);
     if (!path) {
-        return std::string(field.name) + (field.kind == eOptionKind::Folder
-                                              ? " is not well-formed text"
-                                              : " holds a character that code page 1251 lacks");
+        return Utf8Words(field.kind == eOptionKind::Folder ? ePhrase::OptionNoText : ePhrase::OptionForeign,
+                         field.name);
     }
-    if (path->empty() || path->size() > kLongestOptionPath) {
-        return std::string(field.name) +
-               (path->empty() ? " must not be empty"
-                              : ": the path is longer than " + std::to_string(kLongestOptionPath) + " bytes");
+    if (path->empty()) {
+        return Utf8Words(ePhrase::OptionEmpty, field.name);
+    }
+    if (path->size() > kLongestOptionPath) {
+        return Utf8Words(ePhrase::OptionTooLong, field.name, kLongestOptionPath);
     }
     options.*std::get<eName Options::*>(field.member) = eName(*path);
     return {};
@@ -95,11 +96,11 @@ std::string OptionText(const eExportOptions& options, const eOptionField& field)
     return std::to_string(options.*std::get<int Options::*>(field.member));
 }
 
-std::string SetOption(eExportOptions& options, const std::string& name, const std::string& text) {
+eBilingual SetOption(eExportOptions& options, const std::string& name, const std::string& text) {
     const auto field =
         std::ranges::find_if(kFields, [&](const eOptionField& f) { return name == f.name && f.isStored; });
     if (field == std::end(kFields)) {
-        return name + " is no stored option";
+        return Utf8Words(ePhrase::OptionUnknown, name);
     }
     return std::holds_alternative<eName Options::*>(field->member) ? SetPath(options, *field, text)
                                                                    : SetNumber(options, *field, text);

@@ -4,6 +4,7 @@
 #include <string>
 #include <variant>
 
+#include "base/bilingual.h"
 #include "run/options.h"
 
 namespace cli {
@@ -30,6 +31,6 @@ std::span<const eOptionField> OptionFields();
 std::string OptionText(const eExportOptions& options, const eOptionField& field);
 
 // Sets the option from text, UTF-8. Empty, or what is wrong with the text.
-std::string SetOption(eExportOptions& options, const std::string& name, const std::string& text);
+eBilingual SetOption(eExportOptions& options, const std::string& name, const std::string& text);
 
 }  // namespace cli

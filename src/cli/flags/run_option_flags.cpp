@@ -70,7 +70,7 @@ CLI::Option* AddRunFlags(CLI::App& command, eExportFlags& flags) {
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     command.add_flag("--quiet", flags.quiet, "Tell errors only");
-    AddLanguageFlag(command, flags.language);
+    AddLanguageFlag(command);
     return silent;
 }
 

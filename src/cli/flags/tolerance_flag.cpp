@@ -25,7 +25,7 @@ bool TakeBound(const std::string& word, const eBounds& bounds) {
     } else if (isNumber && kind == "db") {
         *bounds.decibels = value;
     } else {
-        TellError("--tolerance " + word + ": mm=NUMBER, degrees=NUMBER or db=NUMBER is wanted");
+        TellError(ePhrase::UsageTolerance, word);
         return false;
     }
     return true;

@@ -15,11 +15,11 @@ namespace {
 
 // False if it can't be written, which is told.
 bool Keep(const std::string& file, const std::string& text) {
-    const std::string problem = WriteNativeFile(file, text);
-    if (!problem.empty()) {
-        TellError(file + ": " + problem);
+    const eBilingual problem = WriteNativeFile(file, text);
+    if (!problem.IsEmpty()) {
+        TellError(problem.At(file));
     }
-    return problem.empty();
+    return problem.IsEmpty();
 }
 
 int ExitCode(const std::vector<batch::eSceneResult>& results, int buildStatus, bool isKept) {
@@ -38,7 +38,7 @@ int ExitCode(const std::vector<batch::eSceneResult>& results, int buildStatus, b
 
 int TellBatch(const std::string& buildFolder, const std::string& report,
               const std::vector<batch::eSceneResult>& results, int buildStatus) {
-    std::printf("%s", batch::ResultText(results).c_str());
+    std::printf("%s", batch::ResultText(results, TerminalLanguage()).c_str());
     std::fflush(stdout);
     constexpr int kIndent = 2;
     const std::string text = batch::ResultJson(results).dump(

@@ -12,7 +12,6 @@
 #include "base/ansi.h"
 #include "base/diagnostics.h"
 #include "cli/flags/config_folder.h"
-#include "cli/flags/language_flag.h"
 #include "cli/flags/option_path.h"
 #include "cli/run/depfile.h"
 #include "cli/run/run_record.h"
@@ -27,6 +26,7 @@
 #include "export/run_start.h"
 #include "export/scan.h"
 #include "mesh/strips/strip_messages.h"
+#include "messages/io_reason.h"
 #include "platform/dependency_layer.h"
 #include "platform/drive_table.h"
 #include "platform/file_layer.h"
@@ -57,8 +57,8 @@ bool MapDrives(const std::vector<std::string>& drives) {
         const bool isWellFormed =
             drive.size() > 2 && drive[1] == '=' && platform::HasDrive(drive.substr(0, 1) + ":");
         if (!isWellFormed || !std::filesystem::is_directory(platform::PathFromUtf8(drive.substr(2)))) {
-            TellError("--drive " + drive +
-                      (isWellFormed ? ": there is no such folder" : ": X=DIR is wanted"));
+            isWellFormed ? TellError(ePhrase::PathNoFolder, "--drive " + drive)
+                         : TellError(ePhrase::UsageDrive, drive);
             return false;
         }
         const std::filesystem::path folder =
@@ -69,11 +69,11 @@ bool MapDrives(const std::vector<std::string>& drives) {
 }
 
 bool LoadPlugin(const std::string& file, standalone::PluginModule& plugin) {
-    const std::string problem = file.empty() ? std::string() : plugin.Load(file);
-    if (!problem.empty()) {
+    const eBilingual problem = file.empty() ? eBilingual() : plugin.Load(file);
+    if (!problem.IsEmpty()) {
         TellError(problem);
     }
-    return problem.empty();
+    return problem.IsEmpty();
 }
 
 // True if the platform can reach the resource root; otherwise the user is told.
@@ -83,9 +83,7 @@ bool IsReachable(const eName& resourceRoot) {
     if (platform::FindOnDisk(path, onDisk).reason != platform::eIoReason::NoDrive) {
         return true;
     }
-    TellError("the resource root " + ToUtf8(path) +
-              " lies on a drive that is not there: name another one with " +
-              "--resource-root DIR, or the drive's folder with --drive " + path[0] + "=DIR");
+    TellError(ePhrase::RootOutOfReach, ToUtf8(path), path.substr(0, 1));
     return false;
 }
 
@@ -101,17 +99,17 @@ bool LendDrive(const std::string& path) {
 }
 
 // False if it can't be written; the user has been told.
-bool KeepText(const char* what, const std::string& path, const std::string& text) {
-    const std::string problem = WriteNativeFile(path, text);
-    if (!problem.empty()) {
-        TellError(std::string("the ") + what + " " + path + " can't be written: " + problem);
+bool KeepText(ePhrase what, const std::string& path, const std::string& text) {
+    const eBilingual problem = WriteNativeFile(path, text);
+    if (!problem.IsEmpty()) {
+        TellError(ePhrase::ResultNotWritten, Utf8Words(what), path, problem);
     }
-    return problem.empty();
+    return problem.IsEmpty();
 }
 
 // Writes the report if one is wanted; false as above.
 bool KeepReport(const eExportFlags& flags, const eRunRecord& record) {
-    return flags.report.empty() || KeepText("report", flags.report, ReportText(record));
+    return flags.report.empty() || KeepText(ePhrase::ResultReport, flags.report, ReportText(record));
 }
 
 // Notes what the run asks of the disk, if anybody wants to know.
@@ -147,9 +145,9 @@ bool KeepDependencies(const eExportFlags& flags, const eRunRecord& record, const
     }
     const eSources sources = SourcesOf(record, *watch.layer, others);
     const bool isListed =
-        flags.sources.empty() || KeepText("list of sources", flags.sources, SourceListText(sources));
+        flags.sources.empty() || KeepText(ePhrase::ResultSources, flags.sources, SourceListText(sources));
     return (flags.depfile.empty() ||
-            KeepText("depfile", flags.depfile, DepfileText(ResultsOf(record), sources))) &&
+            KeepText(ePhrase::ResultDepfile, flags.depfile, DepfileText(ResultsOf(record), sources))) &&
            isListed;
 }
 
@@ -247,7 +245,7 @@ private:
             terminal.output = &nowhere;
         }
         terminal.onlyErrors = flags.quiet;
-        terminal.speaksRussian = LanguageOf(flags.language) == eLanguage::Russian;
+        terminal.speaksRussian = TerminalLanguage() == eLanguage::Russian;
         return terminal;
     }
 
@@ -292,13 +290,13 @@ private:
                 return false;
             }
             if (!SaveOptions(*exporter)) {
-                TellError("the options can't be stored in " + ConfigFolder(flags.config));
+                TellError(ePhrase::OptionsNotKept, ConfigFolder(flags.config));
                 return false;
             }
         }
         const std::unique_ptr<host::SceneExport> moduleExporter = plugin->NewExporter();
         if (moduleExporter == nullptr) {
-            TellError(flags.plugin + ": the plug-in module makes no exporter");
+            TellError(ePhrase::PluginMakesNone, flags.plugin);
             return false;
         }
         moduleExporter->DoExport(flags.scene.c_str(), nullptr, &host, flags.silent, OptionsWord());
@@ -318,13 +316,14 @@ private:
     bool PrepareConfig() {
         const std::string folder = ConfigFolder(flags.config);
         if (folder.empty()) {
-            TellError("no folder for the options is known: name one with --config DIR");
+            TellError(ePhrase::OptionsNowhere);
             return false;
         }
         const std::optional<std::string> ansi = FolderOption(folder);
         const std::error_code error = MakeFolders(folder);
         if (!ansi || error) {
-            TellError("--config " + (ansi ? folder + ": " + error.message() : MalformedNameProblem(folder)));
+            TellError(ansi ? ReasonWords(error).At("--config " + folder)
+                           : MalformedNameProblem("--config " + folder));
             return false;
         }
         host.SetConfigFolder(*ansi);
@@ -388,7 +387,7 @@ private:
             record.exitCode = kExitErrors;
         }
         if (!flags.quiet) {
-            TellSummary();
+            Print(SummaryOf(record, plugin == nullptr));
         }
     }
 
@@ -403,7 +402,7 @@ private:
         manifest.program = std::string("zyrexport ") + kVersion;
         manifest.scene = platform::AbsoluteNative(flags.scene);
         const std::string folder = platform::NativeParent(platform::AbsoluteNative(flags.manifest));
-        return KeepText("manifest", flags.manifest, answers::ManifestText(manifest, folder));
+        return KeepText(ePhrase::ResultManifest, flags.manifest, answers::ManifestText(manifest, folder));
     }
 
     // What the run hangs on that it hasn't read itself.
@@ -414,11 +413,6 @@ private:
             others.push_back(platform::AbsoluteNative(flags.plugin));
         }
         return others;
-    }
-
-    void TellSummary() const {
-        std::printf("%s\n", SummaryOf(record, plugin == nullptr).In(LanguageOf(flags.language)).c_str());
-        std::fflush(stdout);
     }
 
     const eExportFlags& flags;
@@ -446,8 +440,7 @@ int Run(const eExportFlags& flags, eDryRun* dry) {
     }
     const Clock::time_point begin = Clock::now();
     eDependencyWatch watch(!flags.depfile.empty() || !flags.sources.empty() || !flags.manifest.empty());
-    standalone::eLoadResult loaded =
-        ReadScene(flags.scene, flags.sceneFlags, flags.quiet, LanguageOf(flags.language));
+    standalone::eLoadResult loaded = ReadScene(flags.scene, flags.sceneFlags, flags.quiet);
     eRunRecord record;
     record.scene = flags.scene;
     record.messages = SceneMessages(flags.scene, loaded);

@@ -1,7 +1,6 @@
 #include "cli/run/farm_call.h"
 
 #include <chrono>
-#include <cstdio>
 #include <optional>
 #include <thread>
 
@@ -25,38 +24,32 @@ int TellEnd(const std::string& buildFolder, const eFarmRun& run, int status) {
                      status);
 }
 
-std::string StateText(const batch::eSlurmQueue& queue, const std::string& job) {
+// States as the farm spells them.
+eBilingual StateText(const batch::eSlurmQueue& queue, const std::string& job) {
     const auto states = queue.jobs.find(job);
     if (states == queue.jobs.end()) {
-        return "done";
+        return Utf8Words(ePhrase::FarmJobDone);
     }
-    std::string text;
+    eBilingual text;
     for (const auto& [state, count] : states->second) {
-        text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + state;
+        const std::string tasks = std::to_string(count) + " " + state;
+        text.AddToList({tasks, tasks});
     }
     return text;
 }
 
 void TellProgress(const std::string& buildFolder, const eFarmRun& run, const batch::eSlurmQueue& queue) {
-    std::printf("%zu of %zu scenes exported; tasks (job %s): %s; closing job (%s): %s\n",
-                batch::CountDone(buildFolder, run.handed), run.handed.size(), run.arrayJob.c_str(),
-                StateText(queue, run.arrayJob).c_str(), run.closingJob.c_str(),
-                StateText(queue, run.closingJob).c_str());
-    std::fflush(stdout);
+    Print(Utf8Words(ePhrase::FarmProgress, batch::CountDone(buildFolder, run.handed), run.handed.size(),
+                    run.arrayJob, StateText(queue, run.arrayJob), run.closingJob,
+                    StateText(queue, run.closingJob)));
 }
 
 void TellLost(const std::string& buildFolder, const eFarmRun& run) {
-    TellError("the farm has no closing job " + run.closingJob +
-              " any more, and it came to no end; what it has printed is in " +
-              batch::FarmFile(buildFolder, "closing.log") + ". Call batch again: it goes on with the rest");
+    TellError(ePhrase::FarmLost, run.closingJob, batch::FarmFile(buildFolder, "closing.log"));
 }
 
 void TellHowToGoOn(const std::string& buildFolder, const eFarmRun& run) {
-    std::printf(
-        "The farm works on %zu scenes. How far it is: zyrexport batch --state --build %s\n"
-        "To end it: scancel %s %s\n",
-        run.handed.size(), buildFolder.c_str(), run.arrayJob.c_str(), run.closingJob.c_str());
-    std::fflush(stdout);
+    Print(Utf8Words(ePhrase::FarmWorks, run.handed.size(), buildFolder, run.arrayJob, run.closingJob));
 }
 
 // Looks after a farm until its end. A queue that can't be asked for a while is waited for.
@@ -85,7 +78,7 @@ public:
 private:
     // The closing job leaves the queue and its end behind; the end may take a while to be seen here.
     bool IsLost() {
-        std::string problem;
+        eBilingual problem;
         const std::optional<batch::eSlurmQueue> queue = batch::AskQueue(buildFolder, problem);
         if (!queue) {
             return false;
@@ -111,22 +104,21 @@ bool HandOver(const batch::eBuildWork& work, const eFarmFlags& flags, eFarmRun& 
     const std::optional<std::size_t> tasks =
         batch::WriteFarmScripts(work, run.handed, static_cast<std::size_t>(flags.tasks));
     if (!tasks || !batch::KeepFarmRun(folder, run)) {
-        TellError(batch::FarmFile(folder, "") + " can't be written");
+        TellError(ePhrase::PathNotWritten, batch::FarmFile(folder, ""));
         return false;
     }
-    std::string problem;
+    eBilingual problem;
     const std::optional<batch::eSlurmJobs> jobs =
         batch::HandOver({folder, flags.sbatch, *tasks, flags.jobs}, problem);
     if (!jobs) {
-        TellError("the farm takes no work: " + problem);
+        TellError(ePhrase::FarmRefuses, problem);
         return false;
     }
     run.arrayJob = jobs->array;
     run.closingJob = jobs->closing;
     const bool isKept = batch::KeepFarmRun(folder, run);
     if (!isKept) {
-        TellError(batch::FarmFile(folder, "run.json") + " can't be written; end the jobs with scancel " +
-                  run.arrayJob + " " + run.closingJob);
+        TellError(ePhrase::FarmNotNoted, batch::FarmFile(folder, "run.json"), run.arrayJob, run.closingJob);
     }
     return isKept;
 }
@@ -137,7 +129,7 @@ int ExportOnFarm(const batch::eBuildWork& work, const eFarmFlags& flags) {
     const std::string& folder = work.buildFolder;
     const std::optional<std::vector<std::string>> handed = batch::OutOfDate(folder, work.scenes);
     if (!handed) {
-        TellError("ninja can't say what is out of date");
+        TellError(ePhrase::NinjaUnsure);
         return kExitFatal;
     }
     eFarmRun run{.arrayJob = {},
@@ -163,16 +155,16 @@ int ExportOnFarm(const batch::eBuildWork& work, const eFarmFlags& flags) {
 int TellFarmState(const std::string& buildFolder) {
     const std::optional<eFarmRun> run = batch::ReadFarmRun(buildFolder);
     if (!run) {
-        TellError("no farm has worked on " + buildFolder);
+        TellError(ePhrase::FarmNone, buildFolder);
         return kExitUsage;
     }
     if (const std::optional<int> end = batch::FarmEnd(buildFolder)) {
         return TellEnd(buildFolder, *run, *end);
     }
-    std::string problem;
+    eBilingual problem;
     const std::optional<batch::eSlurmQueue> queue = batch::AskQueue(buildFolder, problem);
     if (!queue) {
-        TellError("the farm can't be asked: " + problem);
+        TellError(ePhrase::FarmSilent, problem);
         return kExitFatal;
     }
     if (!queue->Holds(run->closingJob)) {
@@ -188,14 +180,13 @@ bool IsFarmAtWork(const std::string& buildFolder) {
     if (!run || batch::FarmEnd(buildFolder)) {
         return false;
     }
-    std::string problem;
+    eBilingual problem;
     const std::optional<batch::eSlurmQueue> queue = batch::AskQueue(buildFolder, problem);
     if (queue && !queue->Holds(run->arrayJob) && !queue->Holds(run->closingJob)) {
         return false;
     }
-    TellError("a farm works on " + buildFolder + " (jobs " + run->arrayJob + ", " + run->closingJob + ")" +
-              (queue ? std::string() : ", as far as is known: " + problem) +
-              "; wait for its end, or end it with scancel");
+    TellError(ePhrase::FarmAtWork, buildFolder, run->arrayJob, run->closingJob,
+              queue ? eBilingual() : Utf8Words(ePhrase::FarmAtWorkPerhaps, problem));
     return true;
 }
 

@@ -10,6 +10,7 @@
 #include "cli/flags/option_path.h"
 #include "io/name.h"
 #include "io/repository/repository.h"
+#include "messages/utf8_words.h"
 #include "platform/utf8_path.h"
 
 namespace cli {
@@ -39,11 +40,12 @@ bool IsAskedFor(const std::string& name, const std::string& asked) {
 
 eInspectedFile ReadResource(const std::string& name) {
     eInspectedFile file{ToUtf8(name), name, {}, {}};
-    file.problem = ToUtf8(FailureReport([&] {
+    const std::string report = ToUtf8(FailureReport([&] {
         const auto stream = xRepository::OpenResource(name);
         file.content.resize(static_cast<std::size_t>(stream->Size()));
         stream->Read(file.content.data(), stream->Size());
     }));
+    file.problem = {report, report};
     return file;
 }
 
@@ -52,14 +54,14 @@ void ReadTree(const eContainerPath& typed, eReadFiles files,
     const std::optional<std::string> path = FolderOption(typed.path);
     const std::optional<std::string> asked = OptionPath(typed.name);
     if (!path || !asked) {
-        visit({typed.path, {}, {}, "the path has a character that code page 1251 lacks"});
+        visit({typed.path, {}, {}, Utf8Words(ePhrase::PathForeign)});
         return;
     }
     const bool isContainer = IsContainer(typed.path);
     const std::string problem =
-        FailureReport([&] { xRepository::Mount(isContainer ? "/mounted.pak" : "/", *path); });
+        ToUtf8(FailureReport([&] { xRepository::Mount(isContainer ? "/mounted.pak" : "/", *path); }));
     if (!problem.empty()) {
-        visit({typed.path, {}, {}, ToUtf8(problem)});
+        visit({typed.path, {}, {}, {problem, problem}});
         return;
     }
     const std::string resolved = eName(*asked);
@@ -72,7 +74,7 @@ void ReadTree(const eContainerPath& typed, eReadFiles files,
         }
     }
     if (!isFound) {
-        visit({typed.path + ":" + typed.name, {}, {}, "there is no such file in the container"});
+        visit({typed.path + ":" + typed.name, {}, {}, Utf8Words(ePhrase::PathNotInContainer)});
     }
 }
 
@@ -82,7 +84,7 @@ void ReadLooseFile(const std::string& typed, const std::function<void(const eIns
     std::ifstream stream(path, std::ios::binary);
     file.content.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
     if (stream.bad() || !stream.is_open()) {
-        file.problem = "the file can't be read";
+        file.problem = Utf8Words(ePhrase::PathNotRead);
     }
     xRepository::Settings().mountOnDemand = true;
     xRepository::Settings().basePath =

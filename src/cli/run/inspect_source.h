@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/bilingual.h"
+
 namespace cli {
 
 // A file that inspect looks into.
@@ -13,7 +15,7 @@ struct eInspectedFile {
         path;  // as it is told, UTF-8: the path of a loose file, or the name in the folder or container
     std::string name;  // for inspect::InspectContent
     std::vector<std::uint8_t> content;
-    std::string problem;  // UTF-8; why there is no content, empty if there is
+    eBilingual problem;  // UTF-8; why there is no content, empty if there is
 };
 
 // "game.pak:/units/tank.mdl" is the path of a container and a name in it; of any other path the name is

@@ -8,14 +8,14 @@ namespace cli {
 
 using standalone::eLoadResult;
 
-eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet, eLanguage language) {
+eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet) {
     eLoadResult loaded = standalone::LoadScene(path, {flags.fps, FromUtf8(flags.asModel).text,
                                                       flags.texturePaths, !flags.noSplit, flags.properties});
     for (const eToldMessage& message : SceneMessages(path, loaded)) {
         if (message.Severity() == eSeverity::Error) {
-            TellError(message.text.In(language));
+            TellError(message.text);
         } else if (!quiet) {
-            TellWarning(message.text.In(language));
+            TellWarning(message.text);
         }
     }
     return loaded;
@@ -25,10 +25,8 @@ std::vector<eToldMessage> SceneMessages(const std::string& path, const eLoadResu
     std::vector<eToldMessage> messages;
     for (const auto* list : {&loaded.problems, &loaded.warnings}) {
         for (const standalone::eLoadMessage& told : *list) {
-            const eBilingual line = told.Line();
-            messages.push_back({.id = told.id,
-                                .place = {.node = told.node, .file = path},
-                                .text = {path + ": " + line.russian, path + ": " + line.english}});
+            messages.push_back(
+                {.id = told.id, .place = {.node = told.node, .file = path}, .text = told.Line().At(path)});
         }
     }
     return messages;

@@ -9,10 +9,9 @@
 
 namespace cli {
 
-// Reads a scene of any known format and tells in the language what is wrong with it; warnings only where not
+// Reads a scene of any known format and tells what is wrong with it; warnings only where not
 // quiet. The result has no scene if it can't be read.
-standalone::eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet,
-                                  eLanguage language);
+standalone::eLoadResult ReadScene(const std::string& path, const eSceneFlags& flags, bool quiet);
 
 // What ReadScene tells of a scene, for the report.
 std::vector<eToldMessage> SceneMessages(const std::string& path, const standalone::eLoadResult& loaded);

@@ -1,8 +1,8 @@
 #include "cli/run/written_glb.h"
 
-#include <cstdio>
 #include <optional>
 
+#include "cli/flags/language_flag.h"
 #include "cli/flags/option_path.h"
 #include "cli/terminal/exit_code.h"
 #include "cli/terminal/native_file.h"
@@ -25,6 +25,7 @@ void AddWrittenModelFlags(CLI::App& command, eWrittenModelFlags& flags) {
         .add_option("--common", flags.commonTextures,
                     "Folder of the common textures; else texture/common in the nearest folder above")
         ->type_name("DIR");
+    AddLanguageFlag(command);
 }
 
 gltf::eGlbFile ReadWrittenGlb(const eWrittenModelFlags& flags) {
@@ -34,13 +35,13 @@ gltf::eGlbFile ReadWrittenGlb(const eWrittenModelFlags& flags) {
         flags.commonTextures.empty() ? std::string() : FolderOption(flags.commonTextures);
     gltf::eGlbFile glb;
     if (!place || !common) {
-        glb.problem = (place ? flags.commonTextures : flags.model) + ": the name can't be used";
+        glb.problem = Utf8Words(ePhrase::PathUnusable, place ? flags.commonTextures : flags.model);
     } else {
         options.commonTextures = *common;
         glb = gltf::MakeGlb(*place, options);
     }
-    for (const std::string& warning : glb.warnings) {
-        TellWarning(flags.model + ": " + warning);
+    for (const eBilingual& warning : glb.warnings) {
+        TellWarning(warning.At(flags.model));
     }
     if (glb.content.empty()) {
         TellError(glb.problem);
@@ -49,12 +50,16 @@ gltf::eGlbFile ReadWrittenGlb(const eWrittenModelFlags& flags) {
 }
 
 int FinishWrittenModel(const gltf::eGlbFile& glb, const std::string& target, const std::string& content) {
-    if (const std::string problem = WriteNativeFile(target, content); !problem.empty()) {
-        TellError(target + ": " + problem);
+    if (const eBilingual problem = WriteNativeFile(target, content); !problem.IsEmpty()) {
+        TellError(problem.At(target));
         return kExitFatal;
     }
-    std::printf("%s: %zu bones, %zu meshes, %zu triangles, %zu clips, %zu bytes\n", target.c_str(), glb.bones,
-                glb.meshes, glb.triangles, glb.clips, content.size());
+    eBilingual counts = Utf8Words(ePhrase::CountBone, glb.bones);
+    counts.AddToList(Utf8Words(ePhrase::CountMesh, glb.meshes));
+    counts.AddToList(Utf8Words(ePhrase::CountTriangle, glb.triangles));
+    counts.AddToList(Utf8Words(ePhrase::CountClip, glb.clips));
+    counts.AddToList(Utf8Words(ePhrase::CountByte, content.size()));
+    Print(counts.At(target));
     return kExitDone;
 }
 

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "base/nearest_name.h"
+#include "cli/terminal/terminal_language.h"
+#include "messages/utf8_words.h"
 
 namespace cli {
 
@@ -32,7 +34,8 @@ std::vector<std::string> FlagsOf(const CLI::App& command) {
 
 void TellNearest(const std::string& word, const std::vector<std::string>& known) {
     if (const std::string nearest = NearestName(word, known); !nearest.empty()) {
-        std::fprintf(stderr, "%s: did you mean %s?\n", word.c_str(), nearest.c_str());
+        const std::string line = Say(TerminalLanguage(), ePhrase::UsageNearest, word, nearest);
+        std::fprintf(stderr, "%s\n", line.c_str());
     }
 }
 

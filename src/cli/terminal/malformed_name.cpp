@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdio>
+#include <string>
 
+#include "messages/utf8_words.h"
 #include "platform/code_page.h"
 #include "platform/path_text.h"
 
@@ -23,12 +25,9 @@ std::string WithBytesShown(std::string_view text) {
 
 }  // namespace
 
-std::string MalformedNameProblem(std::string_view text) {
-    return platform::PathTextFromUtf8(text)
-               ? std::string()
-               : WithBytesShown(text) +
-                     ": the name is not UTF-8, so nobody can tell its letters (\\x.. are the "
-                     "bytes in question); rename it";
+eBilingual MalformedNameProblem(std::string_view text) {
+    return platform::PathTextFromUtf8(text) ? eBilingual()
+                                            : Utf8Words(ePhrase::PathNotUtf8, WithBytesShown(text));
 }
 
 }  // namespace cli

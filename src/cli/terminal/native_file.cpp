@@ -1,5 +1,6 @@
 #include "cli/terminal/native_file.h"
 
+#include "messages/io_reason.h"
 #include "platform/file.h"
 
 namespace cli {
@@ -23,13 +24,13 @@ platform::eIoStatus WriteContent(const std::string& path, std::string_view conte
 
 }  // namespace
 
-std::string WriteNativeFile(const std::string& path, std::string_view content) {
+eBilingual WriteNativeFile(const std::string& path, std::string_view content) {
     const std::string temporary = path + ".tmp";
     platform::eIoStatus status = WriteContent(temporary, content);
     if (status.IsOk()) {
         status = platform::RenameOver(temporary, path, kNative);
     }
-    return status.IsOk() ? std::string() : status.Text();
+    return status.IsOk() ? eBilingual() : ReasonWords(status);
 }
 
 }  // namespace cli

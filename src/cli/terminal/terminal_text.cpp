@@ -1,44 +1,61 @@
 #include "cli/terminal/terminal_text.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "base/ansi.h"
 
 namespace cli {
 
-void TellError(const std::string& text) {
-    std::fprintf(stderr, "error: %s\n", text.c_str());
+namespace {
+
+struct eActionWord {
+    platform::eFileAction action;
+    const char* word;
+    ePhrase told;
+};
+
+constexpr eActionWord kActions[] = {
+    {platform::eFileAction::Written, "written", ePhrase::ToldWritten},
+    {platform::eFileAction::Copied, "copied", ePhrase::ToldCopied},
+    {platform::eFileAction::Kept, "kept", ePhrase::ToldKept},
+    {platform::eFileAction::Deleted, "deleted", ePhrase::ToldDeleted},
+    {platform::eFileAction::Lost, "lost", ePhrase::ToldLost},
+};
+
+const eActionWord& WordsOf(platform::eFileAction action) {
+    return *std::ranges::find(kActions, action, &eActionWord::action);
 }
 
-void TellWarning(const std::string& text) {
-    std::fprintf(stderr, "warning: %s\n", text.c_str());
+}  // namespace
+
+void TellError(const eBilingual& text) {
+    std::fprintf(stderr, "error: %s\n", text.In(TerminalLanguage()).c_str());
+}
+
+void TellWarning(const eBilingual& text) {
+    std::fprintf(stderr, "warning: %s\n", text.In(TerminalLanguage()).c_str());
+}
+
+void Print(const eBilingual& line) {
+    std::printf("%s\n", line.In(TerminalLanguage()).c_str());
+    std::fflush(stdout);
 }
 
 void TellFile(platform::eFileAction action, const std::string& path) {
-    std::printf("%s %s\n", ActionWord(action), path.c_str());
+    std::printf("%s\n", Say(TerminalLanguage(), WordsOf(action).told, path).c_str());
 }
 
 void TellMeshOrder(const eMeshOrder& order) {
-    std::printf(
-        "mesh %s: %zu triangles, misses of a cache of 24: %.3f -> %.3f a triangle, %.3f -> %.3f a vertex\n",
-        ToUtf8(order.mesh).c_str(), order.after.triangles, order.before.MissesPerTriangle(),
-        order.after.MissesPerTriangle(), order.before.MissesPerVertex(), order.after.MissesPerVertex());
+    const eBilingual triangles = Utf8Words(ePhrase::CountTriangle, order.after.triangles);
+    std::printf("%s\n", Say(TerminalLanguage(), ePhrase::MeshOrder, ToUtf8(order.mesh), triangles,
+                            order.before.MissesPerTriangle(), order.after.MissesPerTriangle(),
+                            order.before.MissesPerVertex(), order.after.MissesPerVertex())
+                            .c_str());
 }
 
 const char* ActionWord(platform::eFileAction action) {
-    switch (action) {
-        case platform::eFileAction::Written:
-            return "written";
-        case platform::eFileAction::Copied:
-            return "copied";
-        case platform::eFileAction::Kept:
-            return "kept";
-        case platform::eFileAction::Deleted:
-            return "deleted";
-        case platform::eFileAction::Lost:
-            break;
-    }
-    return "lost";
+    return WordsOf(action).word;
 }
 
 }  // namespace cli

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/format.h"
+#include "base/ansi.h"
 #include "io/name.h"
 #include "io/path.h"
 #include "io/repository/folder_walk.h"
@@ -15,6 +15,8 @@
 #include "io/repository/zip_format.h"
 #include "io/streams/stream_file.h"
 #include "io/streams/stream_memory.h"
+#include "messages/io_reason.h"
+#include "messages/utf8_words.h"
 #include "platform/folder.h"
 
 namespace xIo {
@@ -27,13 +29,13 @@ constexpr std::int64_t kLargestContainer = std::numeric_limits<std::int32_t>::ma
 constexpr std::size_t kMostEntries = 0xFFFE;
 constexpr std::size_t kLongestName = 0xFFFF;
 
-std::string ReadFile(const std::string& path, eBytes& content) {
+platform::eIoStatus ReadFile(const std::string& path, eBytes& content) {
     eFileStream stream;
     if (stream.Open(path, streamRead)) {
         content.resize(static_cast<std::size_t>(stream.Size()));
         stream.Read(content.data(), stream.Size());
     }
-    return stream.Status().IsOk() ? std::string() : stream.Status().Text();
+    return stream.Status();
 }
 
 // The raw deflate stream of the content; nothing if it is not shorter.
@@ -60,9 +62,9 @@ public:
     explicit ePakWriter(eStream& target) : stream(target) {}
 
     // The problem, empty if there is none.
-    std::string Add(const std::string& name, const std::string& path) {
-        if (const std::string problem = ReadFile(path, content); !problem.empty()) {
-            return path + ": " + problem;
+    eBilingual Add(const std::string& name, const std::string& path) {
+        if (const platform::eIoStatus status = ReadFile(path, content); !status.IsOk()) {
+            return ReasonWords(status).At(ToUtf8(path));
         }
         const bool isDeflated = Deflate(content, packed);
         const eBytes& bytes = isDeflated ? packed : content;
@@ -70,7 +72,7 @@ public:
         const std::int64_t needed = zipLocalHeaderSize + zipCentralHeaderSize +
                                     2 * std::int64_t{header.nameLength} + header.compressedSize;
         if (stream.Position() + directory.Size() + needed + zipEndRecordSize > kLargestContainer) {
-            return "the container would hold 2 GiB";
+            return Utf8Words(ePhrase::PackTooLarge);
         }
         WriteLocalHeader(stream, header);
         stream.Write(name.data(), header.nameLength);
@@ -117,32 +119,33 @@ private:
 using eFileTable = std::map<std::string, std::string, eMountOrder>;
 
 // The problem, empty if there is none.
-std::string FindFiles(const std::string& folder, const std::string& target, eFileTable& files) {
+eBilingual FindFiles(const std::string& folder, const std::string& target, eFileTable& files) {
     if (!platform::IsFolder(folder)) {
-        return folder + ": there is no such folder";
+        return Utf8Words(ePhrase::PathNoFolder, ToUtf8(folder));
     }
     const std::string own = platform::DiskPath(target, platform::ePathForm::Native);
-    std::string problem = WalkFolder("", folder, {}, [&](const eWalkedFile& file) {
+    const std::string walk = WalkFolder("", folder, {}, [&](const eWalkedFile& file) {
         const std::string place = platform::DiskPath(file.path);
         if (place != own && place != own + temporarySuffix) {
             files.emplace(file.name.substr(1), file.path);
         }
     });
-    if (problem.empty() && files.size() > kMostEntries) {
-        problem = (format("a container can't hold %1% files") % files.size()).Text();
+    eBilingual problem{ToUtf8(walk), ToUtf8(walk)};
+    if (problem.IsEmpty() && files.size() > kMostEntries) {
+        problem = Utf8Words(ePhrase::PackTooMany, files.size());
     }
     for (const auto& [name, path] : files) {
         if (name.size() > kLongestName || name.find(':') != std::string::npos) {
-            problem += path + ": a container can't hold this name";
+            problem += Utf8Words(ePhrase::PackBadName, ToUtf8(path));
         }
     }
     return problem;
 }
 
 // Adds the files one by one; the problem, empty if there is none.
-std::string AddFiles(ePakWriter& writer, const eFileTable& files, ePackedFolder& result) {
+eBilingual AddFiles(ePakWriter& writer, const eFileTable& files, ePackedFolder& result) {
     for (const auto& [name, path] : files) {
-        if (const std::string problem = writer.Add(name, path); !problem.empty()) {
+        if (const eBilingual problem = writer.Add(name, path); !problem.IsEmpty()) {
             return problem;
         }
         ++result.files;
@@ -157,24 +160,24 @@ ePackedFolder WritePak(const std::string& folder, const std::string& target) {
     ePackedFolder result;
     eFileTable files;
     result.problem = FindFiles(folder, target, files);
-    if (!result.problem.empty()) {
+    if (!result.problem.IsEmpty()) {
         return result;
     }
     eFileStream stream;
     if (!stream.OpenNative(target, streamWrite | streamTruncate)) {
-        result.problem = target + ": " + stream.Status().Text();
+        result.problem = ReasonWords(stream.Status()).At(target);
         return result;
     }
     ePakWriter writer(stream);
     result.problem = AddFiles(writer, files, result);
-    if (!result.problem.empty()) {
+    if (!result.problem.IsEmpty()) {
         stream.Abandon();
         return result;
     }
     writer.Finish();
     result.packedBytes = stream.Size();
     if (!stream.Close()) {
-        result.problem = target + ": " + stream.Status().Text();
+        result.problem = ReasonWords(stream.Status()).At(target);
     }
     return result;
 }

@@ -3,14 +3,16 @@
 #include <cstdint>
 #include <string>
 
+#include "base/bilingual.h"
+
 namespace xIo {
 
 struct ePackedFolder {
     int files = 0;
     std::int64_t bytes = 0;        // of the files
     std::int64_t packedBytes = 0;  // of the container
-    // Why there is no container, in English; empty if there is one.
-    std::string problem;
+    // Why there is no container, UTF-8; empty if there is one.
+    eBilingual problem;
 };
 
 // Packs all files below the folder into a .pak. It depends on their lower-case names and their content alone:

@@ -1,26 +1,14 @@
 #include "io/streams/file_failure.h"
 
-#include "messages/phrase.h"
+#include "messages/io_reason.h"
 #include "messages/tell.h"
 
 namespace xIo {
 namespace {
 
 eBilingual ReasonOf(const platform::eIoStatus& status) {
-    switch (status.reason) {
-        case platform::eIoReason::NotFound:
-            return Words(ePhrase::FileNotFound);
-        case platform::eIoReason::AccessDenied:
-            return Words(ePhrase::FileAccessDenied);
-        case platform::eIoReason::NoSpace:
-            return Words(ePhrase::FileNoSpace);
-        case platform::eIoReason::NoDrive:
-            return Words(ePhrase::FileNoDrive);
-        case platform::eIoReason::Fenced:
-            return Words(ePhrase::FileFenced);
-        default:
-            return {status.Text(), status.Text()};
-    }
+    const std::optional<ePhrase> phrase = PhraseOf(status.reason);
+    return phrase ? Words(*phrase) : eBilingual{status.Text(), status.Text()};
 }
 
 void TellFailure(eMessageId id, const std::string& path, const platform::eIoStatus& status,

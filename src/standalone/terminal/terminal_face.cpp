@@ -7,6 +7,7 @@
 
 #include "base/ansi.h"
 #include "messages/stage_title.h"
+#include "messages/utf8_words.h"
 #include "platform/system_box.h"
 #include "platform/terminal.h"
 
@@ -95,7 +96,7 @@ void eTerminalFace::Print(const eShownMessage& message) {
 platform::eBoxAnswer eTerminalFace::Ask() {
     std::string answer;
     while (terminal.answers) {
-        *terminal.output << "[r]etry or [c]ancel? " << std::flush;
+        *terminal.output << In(terminal, Utf8Words(ePhrase::AskRetry)) << std::flush;
         if (!std::getline(*terminal.input, answer) || answer == "c" || answer == "cancel") {
             break;
         }

@@ -61,10 +61,10 @@ TEST_F(Pak, GivesBackWhatWasPacked) {
     folder.Write("game/empty.txt", "");
     folder.Write("game/\xD0\x96.txt", "zh");
     const xIo::ePackedFolder packed = xIo::WritePak(folder / "game", folder / "out/game.pak");
-    EXPECT_THAT(packed.problem, HasSubstr("game.pak"));
+    EXPECT_THAT(packed.problem.english, HasSubstr("game.pak"));
     folder.MakeFolder("out");
     const xIo::ePackedFolder again = xIo::WritePak(folder / "game", folder / "out/game.pak");
-    EXPECT_EQ(again.problem, "");
+    EXPECT_EQ(again.problem.english, "");
     EXPECT_EQ(again.files, 4);
     EXPECT_EQ(again.bytes, 700002);
     EXPECT_EQ(static_cast<std::size_t>(again.packedBytes), folder.Read("out/game.pak").size());
@@ -96,13 +96,14 @@ TEST_F(Pak, LeavesTheOldContainerWhenAFileCantBePacked) {
     folder.Write("game/a.txt", "a");
     folder.Write("old.pak", "old");
     std::filesystem::create_symlink("nowhere", folder / "game/b.txt");
-    EXPECT_THAT(xIo::WritePak(folder / "game", folder / "old.pak").problem, HasSubstr("b.txt: "));
+    EXPECT_THAT(xIo::WritePak(folder / "game", folder / "old.pak").problem.english, HasSubstr("b.txt: "));
     EXPECT_EQ(folder.Read("old.pak"), "old");
     EXPECT_FALSE(folder.Has("old.pak.tmp"));
     folder.Write("game/c:d", "");
-    EXPECT_THAT(xIo::WritePak(folder / "game", folder / "old.pak").problem,
+    EXPECT_THAT(xIo::WritePak(folder / "game", folder / "old.pak").problem.english,
                 HasSubstr("can't hold this name"));
-    EXPECT_THAT(xIo::WritePak(folder / "none", folder / "old.pak").problem, HasSubstr("no such folder"));
+    EXPECT_THAT(xIo::WritePak(folder / "none", folder / "old.pak").problem.english,
+                HasSubstr("no such folder"));
 }
 
 TEST_F(Pak, AppearsBesideItself) {
@@ -126,7 +127,7 @@ TEST_F(Pak, HoldsTextsThatIncludeOneAnother) {
     folder.Write("game/units/tank.mdl", "{model (include \"../common/gun.inc\") (\"gun\" args(3))}");
     folder.Write("game/common/gun.inc", "(define \"gun\" {gun (include \"size.inc\") %1%})");
     folder.Write("game/units/size.inc", "(1 + 1)");
-    ASSERT_EQ(xIo::WritePak(folder / "game", folder / "game.pak").problem, "");
+    ASSERT_EQ(xIo::WritePak(folder / "game", folder / "game.pak").problem.english, "");
     Mount("/game.pak", folder / "game.pak");
     xIo::xSdl::eReader reader;
     reader.Open("/units/tank.mdl");
