@@ -5,6 +5,8 @@
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -174,6 +176,22 @@ TEST_F(Program, TellsInTheLanguageOfTheUserAndReportsBoth) {
     EXPECT_THAT(Run("gltf no.mdl a.glb").errors, testing::EndsWith("no.mdl: такой папки нет\n"));
     EXPECT_THAT(Run("gltf no.mdl a.glb --language en").errors, HasSubstr("no such folder"));
     ::unsetenv("LC_ALL");
+}
+
+// Would catch a command or flag whose help was forgotten in Russian.
+TEST_F(Program, HelpsInRussian) {
+    const std::regex words("(^|  )[A-Z][a-z]+ [A-Za-z]");
+    for (const char* command :
+         {"", "export", "batch", "plan", "why", "verify", "diff", "check", "convert", "inspect", "gltf",
+          "preview", "pak", "options", "properties", "completion", "lint", "messages"}) {
+        std::istringstream english(Run(std::string(command) + " --help").output);
+        const std::string russian = Run(std::string(command) + " --help --language ru").output;
+        for (std::string line; std::getline(english, line);) {
+            if (std::regex_search(line, words)) {
+                EXPECT_EQ(russian.find(line + "\n"), std::string::npos) << command << line;
+            }
+        }
+    }
 }
 
 // Would catch a page that lags behind the table.
