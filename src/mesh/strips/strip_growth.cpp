@@ -24,7 +24,9 @@ public:
           components(someAdjacency) {}
 
     eStripList Grow() {
-        strips.Reserve(adjacency.faces.size());
+        // Some strips turn over fake faces.
+        strips.Reserve(adjacency.faces.size() + adjacency.faces.size() / 4);
+        taken.reserve(adjacency.faces.size());
         uncommitted = adjacency.faces.size();
         while (uncommitted > 0) {
             PickSeeds();

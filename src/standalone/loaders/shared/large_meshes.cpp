@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "base/ansi.h"
 #include "standalone/data/node_order.h"
@@ -19,12 +21,11 @@ using eFaces = std::vector<std::uint32_t>;
 constexpr std::size_t kMostVertices = 65534;
 constexpr std::size_t kMostTriangles = 65535;
 
-// What a corner is welded by, as bytes: equal corners become one vertex.
-std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t corner) {
-    std::vector<float> key;
-    key.reserve(3 * (mesh.maps.size() + 2));
+// Appends what a corner is welded by: corners with equal bytes become one vertex.
+void AppendCorner(const host::Mesh& mesh, std::uint32_t face, std::size_t corner,
+                  std::vector<float>& values) {
     const auto append = [&](const host::Point3& point) {
-        key.insert(key.end(), {point.x + 0.0F, point.y + 0.0F, point.z + 0.0F});
+        values.insert(values.end(), {point.x + 0.0F, point.y + 0.0F, point.z + 0.0F});
     };
     append(mesh.verts[mesh.faces[face].v[corner]]);
     for (const host::MapChannel& channel : mesh.maps) {
@@ -35,7 +36,6 @@ std::string CornerKey(const host::Mesh& mesh, std::uint32_t face, std::size_t co
         append(normal < 0 ? host::Point3{}
                           : mesh.specifiedNormals->normals[static_cast<std::size_t>(normal)]);
     }
-    return {reinterpret_cast<const char*>(key.data()), key.size() * sizeof(float)};
 }
 
 // Corners are numbered through: three of a face.
@@ -65,10 +65,15 @@ void ForEachOtherCorner(const host::Mesh& mesh, const eFaces& faces, Visit visit
 }
 
 std::size_t WeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
-    std::unordered_set<std::string> known;
+    std::vector<float> values;
     ForEachOtherCorner(mesh, faces, [&](std::uint32_t face, std::uint32_t corner) {
-        known.insert(CornerKey(mesh, face, corner));
+        AppendCorner(mesh, face, corner, values);
     });
+    const std::size_t width = 3 * (1 + mesh.maps.size() + (mesh.specifiedNormals ? 1 : 0));
+    std::unordered_set<std::string_view> known(values.size() / width);
+    for (std::size_t corner = 0; corner < values.size(); corner += width) {
+        known.emplace(reinterpret_cast<const char*>(values.data() + corner), width * sizeof(float));
+    }
     return known.size();
 }
 
@@ -120,6 +125,27 @@ int LongestAxis(const host::Mesh& mesh, const eFaces& faces) {
     return size.x >= size.y && size.x >= size.z ? 0 : size.y >= size.z ? 1 : 2;
 }
 
+// Across the longest axis, by the middles of the faces.
+std::pair<eFaces, eFaces> HalvesOf(const host::Mesh& mesh, const eFaces& faces) {
+    const int axis = LongestAxis(mesh, faces);
+    std::vector<std::pair<float, std::uint32_t>> places;
+    places.reserve(faces.size());
+    for (const std::uint32_t face : faces) {
+        places.emplace_back(Middle(mesh, face)[axis], face);
+    }
+    const auto half = places.begin() + static_cast<std::ptrdiff_t>(places.size() / 2);
+    std::ranges::nth_element(places, half);
+    const auto facesOf = [](auto begin, auto end) {
+        eFaces some;
+        some.reserve(static_cast<std::size_t>(end - begin));
+        for (; begin != end; ++begin) {
+            some.push_back(begin->second);
+        }
+        return some;
+    };
+    return {facesOf(places.begin(), half), facesOf(half, places.end())};
+}
+
 // Halves the faces until each part fits; the order of the faces in a part is that of the mesh.
 void Part(const host::Mesh& mesh, eFaces faces, std::vector<eFaces>& parts) {
     if (Fits(mesh, faces)) {
@@ -129,12 +155,10 @@ void Part(const host::Mesh& mesh, eFaces faces, std::vector<eFaces>& parts) {
         parts.push_back(std::move(faces));
         return;
     }
-    const int axis = LongestAxis(mesh, faces);
-    const auto half = faces.begin() + static_cast<std::ptrdiff_t>(faces.size() / 2);
-    std::ranges::nth_element(faces, half, {},
-                             [&](std::uint32_t face) { return std::pair(Middle(mesh, face)[axis], face); });
-    Part(mesh, {faces.begin(), half}, parts);
-    Part(mesh, {half, faces.end()}, parts);
+    auto [lower, upper] = HalvesOf(mesh, faces);
+    faces = {};
+    Part(mesh, std::move(lower), parts);
+    Part(mesh, std::move(upper), parts);
 }
 
 std::vector<eFaces> PartsOf(const host::Mesh& mesh) {
