@@ -27,8 +27,8 @@ struct ePrimitiveGroup {
 //
 // A line goes to standard output for each edge of a triangle that two earlier triangles share already.
 //
-// Cost: near n log n, a quarter of a microsecond to one per triangle; 160 to 230 bytes of memory per triangle
-// meanwhile.
+// Cost: near n log n, a quarter of a microsecond to one per triangle; some 140 bytes of memory per triangle
+// of a surface meanwhile.
 bool GenerateStrips(const std::uint16_t* indices, unsigned numIndices,
                     std::unique_ptr<ePrimitiveGroup[]>& groups, std::uint16_t& numGroups, bool validate);
 
