@@ -212,8 +212,8 @@ TEST(ExtractMesh, TheLeafMaterialIsFoundByIdModuloTheSlots) {
     EXPECT_EQ(found("hat", 3).second, 3U);
 }
 
-// Catches specified normals that are taken without being explicit, or from the wrong corner of a mirrored
-// face.
+// Catches specified normals that are taken without being explicit, from the wrong corner of a mirrored face,
+// or with the length that a scale gives them.
 TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
     for (const bool mirrored : {false, true}) {
         support::eSceneBuilder scene;
@@ -221,7 +221,7 @@ TEST(ExtractMesh, OnlyExplicitNormalsReplaceTheBuiltOnes) {
         mesh.specifiedNormals = host::MeshNormalSpec{
             .normals = {{0, 1, 0}, {1, 0, 0}}, .faceNormals = {0, 1, -1}, .explicitNormals = {true, false}};
         support::eNode node = MeshNode(Model(scene), "hat", mesh);
-        node.Scale(1, 1, mirrored ? -1.0F : 1.0F);
+        node.Scale(2, 2, mirrored ? -2.0F : 2.0F);
         eMeshRun run(scene);
         const auto& normals = run.Soup("hat").cornerNormals[0];
         ExpectNear(normals[mirrored ? 2 : 0], {0, 1, 0});
