@@ -1,5 +1,7 @@
 #include "material/textures/normal_map.h"
 
+#include <cstring>
+
 #include "host/values.h"
 
 namespace {
@@ -8,6 +10,11 @@ enum eChannel { kBlue = 0, kGreen = 1, kRed = 2, kAlpha = 3 };
 
 std::uint8_t NormalByte(float component) {
     return static_cast<std::uint8_t>((component + 1) * 0.5F * 255);
+}
+
+// Four bytes at once, little-endian: blue stays, green is turned round, red goes, and alpha is what red was.
+std::uint32_t NormalPixel(std::uint32_t pixel) {
+    return (pixel & 0x000000FFU) | (~pixel & 0x0000FF00U) | ((pixel & 0x00FF0000U) << 8);
 }
 
 // A row of the height field with an element more at both ends, taken from the opposite end.
@@ -27,13 +34,13 @@ std::vector<float> WrappedRow(const eTextureImage& heights, int y) {
 eTextureImage NormalsFromPicture(const eTextureImage& picture) {
     eTextureImage normals(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; ++x) {
-            const std::uint8_t* source = picture.Pixel(x, y);
-            std::uint8_t* target = normals.Pixel(x, picture.height - 1 - y);
-            target[kBlue] = source[kBlue];
-            target[kGreen] = static_cast<std::uint8_t>(255 - source[kGreen]);
-            target[kRed] = 0;
-            target[kAlpha] = source[kRed];
+        const std::uint8_t* source = picture.Pixel(0, y);
+        std::uint8_t* target = normals.Pixel(0, picture.height - 1 - y);
+        for (int x = 0; x < picture.width; ++x, source += 4, target += 4) {
+            std::uint32_t pixel = 0;
+            std::memcpy(&pixel, source, sizeof pixel);
+            pixel = NormalPixel(pixel);
+            std::memcpy(target, &pixel, sizeof pixel);
         }
     }
     return normals;
