@@ -83,6 +83,8 @@ int eRunRecord::WrittenModels() const {
 void eRunRecord::NoteFile(eFileAction action, const std::string& path) {
     if (action == eFileAction::Lost) {
         files.erase(path);
+    } else if (action == eFileAction::Kept) {
+        files.emplace(path, action);  // what the run itself has written counts as written
     } else {
         files[path] = action;
     }
