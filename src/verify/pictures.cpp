@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 
+#include "host/map_row.h"
 #include "material/queries/shade_context.h"
 #include "material/textures/bmp_file.h"
 #include "texture/dds_reader.h"
@@ -42,12 +42,14 @@ std::optional<ePixelImage> Decode(const platform::eFileContent& content, bool is
     }
     ePixelImage image;
     image.Resize(static_cast<unsigned>(bmp->image.width), static_cast<unsigned>(bmp->image.height));
-    for (unsigned y = 0; y < image.height; ++y) {
-        for (unsigned x = 0; x < image.width; ++x) {
-            const std::uint8_t* const from =
-                bmp->image.Pixel(static_cast<int>(x), static_cast<int>(image.height - 1 - y));
-            std::uint8_t* const to = image.rgba.data() + 4 * (std::size_t{y} * image.width + x);
-            std::copy_n(std::array{from[2], from[1], from[0], from[3]}.begin(), 4, to);
+    std::uint8_t* to = image.rgba.data();
+    for (int y = bmp->image.height - 1; y >= 0; --y) {
+        for (int x = 0; x < bmp->image.width; ++x, to += 4) {
+            const std::uint8_t* const from = bmp->image.Pixel(x, y);
+            to[0] = from[2];
+            to[1] = from[1];
+            to[2] = from[0];
+            to[3] = from[3];
         }
     }
     return image;
@@ -57,7 +59,9 @@ std::uint8_t ByteOf(float value) {
     return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 1.0F) * 255 + 0.5F);
 }
 
-// The texels of a map as the host shows them, on a grid of the picture's size; rows from the top.
+// The texels of a map as the host shows them, on a grid of the picture's size; rows from the top. Where the
+// host answers by rows its word is taken as long as one texel of each row, always another one, is that of its
+// single answer: what the exporter makes of rows is not to be judged by them alone.
 class eShownMap {
 public:
     eShownMap(host::Texmap& map, unsigned width, unsigned height, host::TimeValue time)
@@ -68,9 +72,11 @@ public:
         context_.filterMaps = false;
     }
 
-    host::AColor ColorAt(unsigned x, unsigned y) {
-        StandAt(x, y);
-        return map_.EvalColor(context_);
+    eTexel ColorAt(unsigned x, unsigned y) {
+        if (byRows_ != nullptr && row_ != y) {
+            TakeRow(y);
+        }
+        return byRows_ != nullptr ? ColorInRow(x) : SingleColorAt(x, y);
     }
     float GreyAt(unsigned x, unsigned y) {
         StandAt(x, y);
@@ -79,10 +85,38 @@ public:
 
 private:
     // In the middle of the texel.
+    host::DPoint2 PlaceOf(unsigned x, unsigned y) const {
+        return {(x + 0.5) / width_, 1 - (y + 0.5) / height_};
+    }
     void StandAt(unsigned x, unsigned y) {
-        const host::DPoint2 place{(x + 0.5) / width_, 1 - (y + 0.5) / height_};
+        const host::DPoint2 place = PlaceOf(x, y);
         context_.uv = place * toMap_;
         context_.boxPoint = {static_cast<float>(2 * place.x - 1), static_cast<float>(2 * place.y - 1), -1};
+    }
+
+    eTexel SingleColorAt(unsigned x, unsigned y) {
+        StandAt(x, y);
+        const host::AColor color = map_.EvalColor(context_);
+        return {ByteOf(color.r), ByteOf(color.g), ByteOf(color.b), ByteOf(color.a)};
+    }
+
+    // A row's pixels are blue, green, red, alpha.
+    eTexel ColorInRow(unsigned x) const {
+        const std::uint8_t* const pixel = pixels_.data() + std::size_t{4} * x;
+        return {pixel[2], pixel[1], pixel[0], pixel[3]};
+    }
+
+    void TakeRow(unsigned y) {
+        constexpr unsigned kStride = 97;
+        places_.resize(width_);
+        pixels_.resize(std::size_t{4} * width_);
+        for (unsigned x = 0; x < width_; ++x) {
+            places_[x] = PlaceOf(x, y) * toMap_;
+        }
+        byRows_->EvalRow(places_, pixels_);
+        const unsigned x = y * kStride % width_;
+        byRows_ = SingleColorAt(x, y) == ColorInRow(x) ? byRows_ : nullptr;
+        row_ = y;
     }
 
     static const eSceneLights& NoLights() {
@@ -95,11 +129,15 @@ private:
     unsigned height_;
     host::DMatrix3 toMap_;
     SContext context_{NoLights()};
+    host::MapRow* byRows_ = dynamic_cast<host::MapRow*>(&map_);  // null: the host answers by places alone
+    std::optional<unsigned> row_;                                // that the two hold
+    std::vector<host::DPoint2> places_;
+    std::vector<std::uint8_t> pixels_;
 };
 
 // What the engine's normal map should hold: y in green, z in blue, x in alpha.
-eTexel NormalTexel(const host::AColor& color) {
-    return {0, static_cast<std::uint8_t>(255 - ByteOf(color.g)), ByteOf(color.b), ByteOf(color.r)};
+eTexel NormalTexel(const eTexel& color) {
+    return {0, static_cast<std::uint8_t>(255 - color[1]), color[2], color[0]};
 }
 
 // Normals of a field of heights, which goes on behind its edges from the opposite side.
@@ -137,23 +175,28 @@ private:
     std::vector<double> heights_;
 };
 
-using eWantedTexel = std::function<eTexel(unsigned, unsigned)>;
+// The first of the three channels that are compared: those of a colour, or of a normal.
+constexpr std::size_t kColor = 0;
+constexpr std::size_t kNormal = 1;
 
-// Peak signal to noise over the channels that `channels` names; equal pictures have the most that is told.
-double Decibels(const ePixelImage& image, const eWantedTexel& wanted,
-                std::initializer_list<std::size_t> channels) {
+// Peak signal to noise over three channels; equal pictures have the most that is told. `wanted` gives the
+// texel at a column and a row.
+template <class Wanted>
+double Decibels(const ePixelImage& image, std::size_t first, Wanted wanted) {
     constexpr double kEqual = 99;
-    double squares = 0;
+    constexpr std::size_t kChannels = 3;
+    std::int64_t squares = 0;
+    const std::uint8_t* written = image.rgba.data() + first;
     for (unsigned y = 0; y < image.height; ++y) {
-        for (unsigned x = 0; x < image.width; ++x) {
+        for (unsigned x = 0; x < image.width; ++x, written += 4) {
             const eTexel texel = wanted(x, y);
-            for (const std::size_t channel : channels) {
-                const double difference = double{1} * texel[channel] - image.Pixel(x, y)[channel];
+            for (std::size_t channel = 0; channel < kChannels; ++channel) {
+                const int difference = texel[first + channel] - written[channel];
                 squares += difference * difference;
             }
         }
     }
-    const double mean = squares / (static_cast<double>(channels.size()) * image.width * image.height);
+    const double mean = static_cast<double>(squares) / (double{kChannels} * image.width * image.height);
     return mean > 0 ? std::min(kEqual, 10 * std::log10(255 * 255 / mean)) : kEqual;
 }
 
@@ -162,23 +205,21 @@ double QualityOf(const ePixelImage& image, host::Texmap& map, bool isBump, bool 
     if (isBump && map.ClassID() == host::kNormalBumpClass) {
         host::Texmap* const normals = map.NumSubTexmaps() > 0 ? map.GetSubTexmap(0) : nullptr;
         eShownMap shown(normals != nullptr ? *normals : map, image.width, image.height, time);
-        return Decibels(image, [&](unsigned x, unsigned y) { return NormalTexel(shown.ColorAt(x, y)); },
-                        {1, 2, 3});
+        return Decibels(image, kNormal,
+                        [&](unsigned x, unsigned y) { return NormalTexel(shown.ColorAt(x, y)); });
     }
     eShownMap shown(map, image.width, image.height, time);
     if (isBump) {
         const eHeights heights(shown, image.width, image.height, amount);
-        return Decibels(image, [&](unsigned x, unsigned y) { return heights.NormalAt(x, y); }, {1, 2, 3});
+        return Decibels(image, kNormal, [&](unsigned x, unsigned y) { return heights.NormalAt(x, y); });
     }
-    const auto color = [&](unsigned x, unsigned y) {
-        if (isSpecular) {
+    if (isSpecular) {
+        return Decibels(image, kColor, [&](unsigned x, unsigned y) {
             const std::uint8_t grey = ByteOf(shown.GreyAt(x, y) * amount);
             return eTexel{grey, grey, grey, 255};
-        }
-        const host::AColor c = shown.ColorAt(x, y);
-        return eTexel{ByteOf(c.r), ByteOf(c.g), ByteOf(c.b), ByteOf(c.a)};
-    };
-    return Decibels(image, color, {0, 1, 2});
+        });
+    }
+    return Decibels(image, kColor, [&](unsigned x, unsigned y) { return shown.ColorAt(x, y); });
 }
 
 bool HasPicture(const host::Texmap& map) {
