@@ -26,8 +26,7 @@ TEST(FolderLock, KeepsOthersOutAndNamesItsOwner) {
         ASSERT_EQ(first.Take(model, milliseconds(0), owner), eLockAnswer::Held);
         platform::eFolderLock second;
         EXPECT_EQ(second.Take(model, milliseconds(30), owner), eLockAnswer::InUse);
-        EXPECT_THAT(owner,
-                    testing::EndsWith("(process " + std::to_string(platform::ProcessNumber()) + ")"));
+        EXPECT_THAT(owner, testing::EndsWith("(process " + std::to_string(platform::ProcessNumber()) + ")"));
     }
     EXPECT_FALSE(std::filesystem::exists(root / "units"));
     platform::eFolderLock third;
