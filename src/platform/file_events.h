@@ -17,7 +17,8 @@ enum class eFileAction {
     Lost,  // could not be kept under its final name, though told as written or copied
 };
 
-// Gets the native path. One file may come several times in a run; the last action counts.
+// Gets the native path. One file may come several times in a run; the last action counts, Kept only where it
+// is the first.
 using eFileObserver = std::function<void(eFileAction action, const std::string& diskPath)>;
 
 // Puts another observer in place and gives back the previous one; an empty one ends the observation.
