@@ -31,6 +31,7 @@
 #include "platform/drive_table.h"
 #include "platform/file_layer.h"
 #include "platform/folder.h"
+#include "platform/folder_memory.h"
 #include "platform/native_path.h"
 #include "platform/own_program.h"
 #include "platform/path_lookup.h"
@@ -196,6 +197,7 @@ public:
         if (dry != nullptr) {
             if (!dry->findsModelsOnly) {
                 platform::UseFileLayer(&dry->files);
+                platform::RememberFolders(true);
             }
             exporter->journal = &dry->journal;
             stripMessageSink = PrintOnStandardError;
@@ -209,6 +211,7 @@ public:
         xDebug::SetLogSink(previousLog);
         platform::SetFileObserver(previousObserver);
         platform::ClearWriteRoots();
+        platform::RememberFolders(false);
     }
     eExportCall(const eExportCall&) = delete;
     eExportCall& operator=(const eExportCall&) = delete;
