@@ -86,7 +86,8 @@ TEST_F(Locks, ClearAwayWhatKilledRunsHaveLeft) {
         for (const char* name : {"c/Walk.anm.tmp", "c/notes.tmp"}) {
             folder.Write(std::string("game/") + name, "left");
         }
-        for (const std::string& process : {family + std::to_string(child), self, "x" + self, family + "1"}) {
+        const std::string ended = family + std::to_string(child);
+        for (const std::string& process : {ended, "x" + ended, self, family + "1"}) {
             folder.Write("game/tex/old.bmp." + process + ".tmp", "left");
         }
         std::filesystem::remove(folder / "game/tex/wall.bmp");
@@ -94,7 +95,7 @@ TEST_F(Locks, ClearAwayWhatKilledRunsHaveLeft) {
         EXPECT_TRUE(folder.Has("game/tex/wall.bmp"));
         EXPECT_FALSE(folder.Has("game/c/Walk.anm.tmp"));
         EXPECT_TRUE(folder.Has("game/c/notes.tmp"));
-        EXPECT_EQ(FilesIn("game/tex"), 4u) << "one of the four has ended";
+        EXPECT_EQ(FilesIn("game/tex"), 4u) << "one of the four has ended here";
     }
 }
 
