@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/ansi.h"
+#include "io/streams/temporary_name.h"
 #include "platform/folder.h"
 #include "platform/native_path.h"
 #include "platform/path_lookup.h"
@@ -13,12 +14,14 @@ namespace answers {
 
 namespace {
 
+bool IsOfKilledRun(std::string_view name) {
+    constexpr std::string_view end = xIo::temporarySuffix;
+    return name.ends_with(end) && IsOfExport(name.substr(0, name.size() - end.size()));
+}
+
 // A kind that the options switch off is written by other runs.
 bool IsOfTheRun(std::string name, const eExportOptions& options) {
     name = LowerAnsi(name);
-    if (name.ends_with(".tmp")) {
-        name.resize(name.size() - std::string_view(".tmp").size());
-    }
     return (options.exportMesh != 0 && options.exportGeometry != 0 && IsOfKind(name, kMeshKinds)) ||
            (options.exportAnimation != 0 && !options.currentRangeOnly && IsOfKind(name, kAnimationKinds));
 }
@@ -47,8 +50,10 @@ std::vector<eLeftOverFile> FindLeftOver(const eRunJournal& journal, const eExpor
         platform::ListFolder(folder, entries, platform::ePathForm::Native);
         for (const platform::eFolderEntry& entry : entries) {
             std::string path = platform::NativeJoin(folder, ToUtf8(entry.name));
-            if (!entry.isFolder && IsOfTheRun(entry.name, options) && !known.contains(path)) {
-                found.push_back({std::move(path), entry.size});
+            const bool isOfKilledRun = IsOfKilledRun(entry.name);
+            if (!entry.isFolder && (isOfKilledRun || IsOfTheRun(entry.name, options)) &&
+                !known.contains(path)) {
+                found.push_back({std::move(path), entry.size, isOfKilledRun});
             }
         }
     }

@@ -105,10 +105,12 @@ void AddLeftOver(eRunPlan& plan, const eRunJournal& journal, const eExportOption
     for (const eLeftOverFile& found : FindLeftOver(journal, options)) {
         ePlannedFile file;
         file.path = found.path;
-        file.state = eFileState::LeftOver;
+        file.state = found.isOfKilledRun ? eFileState::Deleted : eFileState::LeftOver;
         file.before = found.bytes;
-        file.after = found.bytes;
-        file.why = Utf8Words(ePhrase::ReasonLeftOver);
+        if (!found.isOfKilledRun) {
+            file.after = found.bytes;
+        }
+        file.why = Utf8Words(found.isOfKilledRun ? ePhrase::ReasonKilledRun : ePhrase::ReasonLeftOver);
         plan.files.push_back(std::move(file));
     }
 }

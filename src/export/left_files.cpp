@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 
-#include "base/ansi.h"
 #include "export/model_locks.h"
 #include "io/streams/temporary_name.h"
 #include "material/run_materials.h"
@@ -16,11 +15,6 @@
 #include "run/file_kinds.h"
 
 namespace {
-
-bool IsOfExport(std::string_view name) {
-    const std::string lower = LowerAnsi(std::string(name));
-    return IsOfKind(lower, kMeshKinds) || IsOfKind(lower, kAnimationKinds);
-}
 
 // `isLeft` gets the name without its last end. What is under way stands under its final name for the run.
 void RemoveFrom(const std::string& folder, bool (*isLeft)(std::string_view)) {

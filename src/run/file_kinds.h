@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
+
+#include "base/ansi.h"
 
 inline constexpr std::array<std::string_view, 7> kMeshKinds = {".mdl", ".def", ".mesh", ".material",
                                                                ".bmp", ".tga", ".dds"};
@@ -13,4 +16,10 @@ inline constexpr std::array<std::string_view, 2> kAnimationKinds = {".anm", "ani
 template <std::size_t Count>
 bool IsOfKind(std::string_view name, const std::array<std::string_view, Count>& kinds) {
     return std::ranges::any_of(kinds, [&](std::string_view kind) { return name.ends_with(kind); });
+}
+
+// True for a name of any of the kinds, in whatever case.
+inline bool IsOfExport(std::string_view name) {
+    const std::string lower = LowerAnsi(std::string(name));
+    return IsOfKind(lower, kMeshKinds) || IsOfKind(lower, kAnimationKinds);
 }

@@ -130,16 +130,19 @@ TEST_F(Plan, TellsWhatHasChangedSinceTheLastExport) {
     expected["anim.txt"] = "deleted";
     expected["roll.anm"] = "leftover";
     EXPECT_EQ(States(Files()), expected);
+    folder.Write("out/Game/units/cart/roll.anm.tmp", "broken off");
+    expected["roll.anm.tmp"] = "deleted";
     expected.erase("anim.txt");
     expected.erase("roll.anm");
     EXPECT_EQ(States(Files("--no-animation")), expected) << "what an option leaves out is no leftover";
 
     const std::string text = Run("plan", 2).output;
-    EXPECT_THAT(text, HasSubstr("plan: 0 new, 1 changed, 4 same, 1 kept, 1 deleted, 1 leftover\n"));
+    EXPECT_THAT(text, HasSubstr("plan: 0 new, 1 changed, 4 same, 1 kept, 2 deleted, 1 leftover\n"));
     EXPECT_THAT(text, HasSubstr("same but for the comment line with time and user"));
 
     const std::string russian = Run("plan", 2, "--language ru").output;
-    EXPECT_THAT(russian, HasSubstr("план: 0 новых, 1 изменен, 4 прежних, 1 не тронут, 1 удален, 1 лишний\n"));
+    EXPECT_THAT(russian,
+                HasSubstr("план: 0 новых, 1 изменен, 4 прежних, 1 не тронут, 2 удалено, 1 лишний\n"));
     EXPECT_THAT(russian, HasSubstr("текстура для wood: картинка новее файла ("));
     EXPECT_THAT(russian, HasSubstr("скелет модели cart: 3 кости; отличается только строка комментария"));
     EXPECT_THAT(russian, Not(testing::ContainsRegex("[a-z] [a-z]")));
