@@ -1,17 +1,20 @@
 #include "mesh/strips/strip_adjacency.h"
 
+#include <algorithm>
 #include <array>
-#include <utility>
+#include <set>
 
 #include "mesh/strips/strip_messages.h"
-#include "mesh/strips/strip_triangle_set.h"
 
 namespace {
 
+using eTriangle = std::array<std::uint16_t, 3>;
+
 // Both sides run from `start` to `end`.
 struct eStripEdge {
-    eStripSide side0;  // of the first face, which gives the direction
-    eStripSide side1;  // of the second face, or `noStripSide`
+    eStripSide side0;     // of the first face, which gives the direction
+    eStripSide side1;     // of the second face, or `noStripSide`
+    std::uint32_t older;  // the edge before on the vertex that it hangs on
     std::uint16_t start;
     std::uint16_t end;
 };
@@ -28,30 +31,24 @@ public:
             ++corners[vertex];
         }
         // Two faces share an edge; some have one.
-        const std::size_t likely = indices.size() / 2 + indices.size() / 16;
-        edges.reserve(likely);
-        links.reserve(likely);
+        edges.reserve(indices.size() / 2 + indices.size() / 16);
     }
 
     // The number of the edge between two vertices; a new edge gets `side`, which runs from `start` to `end`,
     // as its first.
-    std::uint32_t FindOrAdd(std::uint16_t start, std::uint16_t end, eStripSide side, bool& isNew) {
-        std::uint16_t a = start;
-        std::uint16_t b = end;
-        if (corners[b] < corners[a] || (corners[b] == corners[a] && b < a)) {
-            std::swap(a, b);
-        }
-        for (std::uint32_t edge = newest[a]; edge != noEdge; edge = links[edge].older) {
-            if (links[edge].vertex == b) {
-                isNew = false;
+    std::uint32_t FindOrAdd(std::uint16_t start, std::uint16_t end, eStripSide side) {
+        const std::uint32_t atStart = corners[start];
+        const std::uint32_t atEnd = corners[end];
+        std::uint32_t& hook = newest[atStart < atEnd || (atStart == atEnd && start < end) ? start : end];
+        for (std::uint32_t edge = hook; edge != noEdge; edge = edges[edge].older) {
+            // One end is the same, so the others are told from one another by both together.
+            if ((edges[edge].start ^ edges[edge].end) == (start ^ end)) {
                 return edge;
             }
         }
-        isNew = true;
-        links.push_back({newest[a], b});
-        newest[a] = static_cast<std::uint32_t>(edges.size());
-        edges.push_back({side, noStripSide, start, end});
-        return newest[a];
+        edges.push_back({side, noStripSide, hook, start, end});
+        hook = static_cast<std::uint32_t>(edges.size() - 1);
+        return hook;
     }
 
     std::vector<eStripEdge> edges;
@@ -59,116 +56,112 @@ public:
 private:
     static constexpr std::uint32_t noEdge = ~std::uint32_t{0};
 
-    struct eLink {
-        std::uint32_t older;   // the edge before on the same vertex
-        std::uint16_t vertex;  // at the other end
-    };
-
     std::vector<std::uint32_t> corners;  // per vertex
     std::vector<std::uint32_t> newest;   // per vertex the last edge that hangs on it
-    std::vector<eLink> links;            // per edge
 };
 
 class eAdjacencyBuilder {
 public:
-    eAdjacencyBuilder(std::span<const std::uint16_t> someIndices, int ownMaxIndex)
-        : indices(someIndices),
-          maxIndex(ownMaxIndex),
-          table(someIndices, maxIndex),
-          triangles(someIndices.size() / 3) {}
+    eAdjacencyBuilder(std::span<const std::uint16_t> someIndices, int maxIndex)
+        : indices(someIndices), table(someIndices, maxIndex) {
+        result.faces.reserve(indices.size() / 3);
+        result.firstSpoke.assign(static_cast<std::size_t>(maxIndex) + 2, 0);
+    }
 
     eStripAdjacency Build() {
-        CollectFaces();
-        LinkFaces();
+        for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
+            const eTriangle v{indices[i], indices[i + 1], indices[i + 2]};
+            if (v[0] != v[1] && v[1] != v[2] && v[2] != v[0]) {
+                AddFace(v);
+            }
+        }
         ListSpokes();
         return std::move(result);
     }
 
 private:
-    void CollectFaces();
-    void AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_t v2);
-    void LinkFaces();
+    using eEdgesOfFace = std::array<std::uint32_t, 3>;
+
+    void AddFace(const eTriangle& v);
+    bool IsRepetition(const eTriangle& v, const eEdgesOfFace& edges) const;
+    void Join(eStripFace& face, int side, eStripEdge& edge);
     void ListSpokes();
 
+    eStripSide SideOfNewFace(int side) const { return MakeSide(result.faces.size(), side, false); }
+
     std::span<const std::uint16_t> indices;
-    int maxIndex;
     eEdgeTable table;
-    eTriangleSet triangles;
-    std::vector<std::array<std::uint32_t, 3>> edgesOfFace;
-    eStripAdjacency result;
+    std::set<eTriangle> third;  // the faces that came to an edge with two
+    eStripAdjacency result;     // `firstSpoke` has the number of spokes until they are listed
 };
 
-void eAdjacencyBuilder::CollectFaces() {
-    result.faces.reserve(indices.size() / 3);
-    edgesOfFace.reserve(indices.size() / 3);
-    for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
-        if (indices[i] != indices[i + 1] && indices[i + 1] != indices[i + 2] &&
-            indices[i + 2] != indices[i]) {
-            AddFace(indices[i], indices[i + 1], indices[i + 2]);
-        }
-    }
+void TellCrowdedEdge() {
+    stripMessageSink("BuildStripifyInfo: > 2 triangles on an edge... uncertain consequences\n");
 }
 
-void eAdjacencyBuilder::AddFace(std::uint16_t v0, std::uint16_t v1, std::uint16_t v2) {
-    const std::array<std::uint16_t, 3> v{v0, v1, v2};
-    std::array<std::uint32_t, 3> edgesOfThis{};
-    std::array<bool, 3> isSecond{};
-    for (int i = 0; i < 3; ++i) {
-        const auto side = static_cast<std::size_t>(i);
-        const eStripSide own = MakeSide(result.faces.size(), i, false);
-        bool isNew = false;
-        edgesOfThis[side] = table.FindOrAdd(v[side], v[static_cast<std::size_t>(NextCorner(i))], own, isNew);
-        eStripEdge& edge = table.edges[edgesOfThis[side]];
-        if (isNew) {
-            continue;
-        }
-        if (edge.side1 == noStripSide) {
-            edge.side1 = v[side] == edge.start ? own : Reversed(own);
-            isSecond[side] = true;
-        } else {
-            stripMessageSink("BuildStripifyInfo: > 2 triangles on an edge... uncertain consequences\n");
-        }
+void eAdjacencyBuilder::AddFace(const eTriangle& v) {
+    eEdgesOfFace edges{};
+    bool isNew = false;
+    for (int side = 0; side < 3; ++side) {
+        const auto corner = static_cast<std::size_t>(side);
+        const auto next = static_cast<std::size_t>(NextCorner(side));
+        edges[corner] = table.FindOrAdd(v[corner], v[next], SideOfNewFace(side));
+        isNew |= table.edges[edges[corner]].side0 == SideOfNewFace(side);
     }
-    if (triangles.Insert(v0, v1, v2)) {
-        result.faces.push_back({{noStripSide, noStripSide, noStripSide}, {v0, v1, v2}, 0});
-        edgesOfFace.push_back(edgesOfThis);
+    if (!isNew && IsRepetition(v, edges)) {
         return;
     }
-    // A repetition finds all its edges there, so it leaves no edge behind, only places as second face.
-    for (std::size_t side = 0; side < 3; ++side) {
-        if (isSecond[side]) {
-            table.edges[edgesOfThis[side]].side1 = noStripSide;
-        }
+    eStripFace face{{noStripSide, noStripSide, noStripSide}, {v[0], v[1], v[2]}, 0, 0};
+    for (int side = 0; side < 3; ++side) {
+        Join(face, side, table.edges[edges[static_cast<std::size_t>(side)]]);
     }
+    result.faces.push_back(face);
 }
 
-void eAdjacencyBuilder::LinkFaces() {
-    for (std::size_t f = 0; f < result.faces.size(); ++f) {
-        eStripFace& face = result.faces[f];
-        for (int side = 0; side < 3; ++side) {
-            const eStripEdge& edge = table.edges[edgesOfFace[f][static_cast<std::size_t>(side)]];
-            if (FaceOf(edge.side0) == f) {
-                face.across[side] = edge.side1;
-            } else if (face.v[side] == edge.start) {
-                face.across[side] = edge.side0;
-            } else {
-                face.across[side] = Reversed(edge.side0);
-                face.againstEdge = static_cast<std::uint8_t>(face.againstEdge | 1 << side);
-            }
+// Whether an earlier face has the same indices in the same order. It lies on all edges of this one, as first,
+// second or third face.
+bool eAdjacencyBuilder::IsRepetition(const eTriangle& v, const eEdgesOfFace& edges) const {
+    const auto isThis = [&](eStripSide side) {
+        return side >= 0 && std::ranges::equal(result.faces[FaceOf(side)].v, v);
+    };
+    const eStripEdge& edge = table.edges[edges[0]];
+    if (!isThis(edge.side0) && !isThis(edge.side1) && !third.contains(v)) {
+        return false;
+    }
+    for (const std::uint32_t of : edges) {
+        if (table.edges[of].side1 != noStripSide) {
+            TellCrowdedEdge();
         }
     }
+    return true;
+}
+
+// Makes the new face see the first one on the edge, if that is another, and the first one see its second.
+void eAdjacencyBuilder::Join(eStripFace& face, int side, eStripEdge& edge) {
+    const eStripSide own = SideOfNewFace(side);
+    if (edge.side0 == own) {
+        return;
+    }
+    const int against = face.v[side] == edge.start ? 0 : 1;
+    face.across[side] = edge.side0 ^ against;
+    face.againstEdge = static_cast<std::uint8_t>(face.againstEdge | against << side);
+    if (edge.side1 != noStripSide) {
+        TellCrowdedEdge();
+        third.insert({face.v[0], face.v[1], face.v[2]});
+        return;
+    }
+    edge.side1 = own ^ against;
+    eStripFace& first = result.faces[FaceOf(edge.side0)];
+    first.across[SideOf(edge.side0)] = edge.side1;
+    first.isMutual = static_cast<std::uint8_t>(first.isMutual | 1 << SideOf(edge.side0));
+    face.isMutual = static_cast<std::uint8_t>(face.isMutual | 1 << side);
+    ++result.firstSpoke[edge.start];
+    ++result.firstSpoke[edge.end];
 }
 
 void eAdjacencyBuilder::ListSpokes() {
-    // Counted, summed up to the end of each vertex's run, then filled from the oldest edge at the end of the
-    // run to the newest at its beginning.
-    result.firstSpoke.assign(static_cast<std::size_t>(maxIndex) + 2, 0);
-    for (const eStripEdge& edge : table.edges) {
-        if (edge.side1 != noStripSide) {
-            ++result.firstSpoke[edge.start];
-            ++result.firstSpoke[edge.end];
-        }
-    }
+    // Summed up to the end of each vertex's run, then filled from the oldest edge at the end of the run to
+    // the newest at its beginning.
     std::uint32_t sum = 0;
     for (std::uint32_t& end : result.firstSpoke) {
         end = sum += end;

@@ -45,6 +45,8 @@ struct eStripFace {
     std::uint16_t v[3];
     // Bit i: side i runs against its edge, which has the direction of the first face that used it.
     std::uint8_t againstEdge;
+    // Bit i: the face across side i sees this one too.
+    std::uint8_t isMutual;
 };
 
 // An edge with two faces, seen from one of its vertices: the sides of both faces, running away from the
@@ -66,5 +68,6 @@ struct eStripAdjacency {
 // and triangles that repeat the three indices of an earlier one in the same order. A third face on an edge
 // sees the edge's first face across it; the first two go on seeing each other.
 //
-// Cost: linear, by hashing; about 50 bytes per triangle remain and as many are used meanwhile.
+// Cost: linear on a surface (see eEdgeTable); about 34 bytes per triangle remain and 28 more are used
+// meanwhile.
 eStripAdjacency BuildStripifyInfo(std::span<const std::uint16_t> indices, int maxIndex);

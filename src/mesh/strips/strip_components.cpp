@@ -23,17 +23,25 @@ eStripComponents::eStripComponents(const eStripAdjacency& someAdjacency)
 }
 
 void eStripComponents::Take(std::span<const std::uint32_t> taken) {
-    for (const std::uint32_t face : taken) {
-        std::uint32_t& size = components[Whole(componentOf[face])].size;
-        --countOfSize[size];
-        ++countOfSize[--size];
-        componentOf[face] = gone;
+    for (std::size_t first = 0, next = 0; first < taken.size(); first = next) {
+        const std::uint32_t component = componentOf[taken[first]];
+        for (; next < taken.size() && componentOf[taken[next]] == component; ++next) {
+            componentOf[taken[next]] = gone;
+        }
+        Lessen(Whole(component), static_cast<std::uint32_t>(next - first));
     }
     left -= taken.size();
     if (2 * left < faces.size()) {
         FindComponents();
     }
     LowerLargest();
+}
+
+void eStripComponents::Lessen(std::uint32_t whole, std::uint32_t faceCount) {
+    std::uint32_t& size = components[whole].size;
+    --countOfSize[size];
+    size -= faceCount;
+    ++countOfSize[size];
 }
 
 void eStripComponents::LowerLargest() {

@@ -27,6 +27,7 @@ private:
         std::uint32_t size;    // faces left
     };
 
+    void Lessen(std::uint32_t whole, std::uint32_t faceCount);
     void FindComponents();
     void Flood(std::uint32_t face);
     void Join(std::uint32_t joined, std::uint32_t into);

@@ -6,17 +6,35 @@ eStripLanes::eStripLanes(const eStripAdjacency& adjacency)
     const std::size_t likely = 3 * faces.size() + faces.size() / 4;
     sides.reserve(likely);
     vertices.reserve(likely);
+    AddOpenLanes();
+    AddClosedLanes();
+}
+
+// From each end that is not on a lane already: two of them come in over a side.
+void eStripLanes::AddOpenLanes() {
     for (std::size_t face = 0; face < faces.size(); ++face) {
         for (int side = 0; side < 3; ++side) {
-            const eStripSide entered = MakeSide(face, side, false);
-            if (PlaceOf(entered) == notPlaced) {
-                AddLane(FirstOfLane(entered));
+            if ((faces[face].isMutual >> side & 1) == 0) {
+                AddLane(MakeSide(face, side, false));
+                AddLane(MakeSide(face, side, true));
             }
         }
     }
 }
 
+// Of a closed lane any face is the first.
+void eStripLanes::AddClosedLanes() {
+    for (std::size_t face = 0; face < faces.size(); ++face) {
+        for (int side = 0; side < 3; ++side) {
+            AddLane(MakeSide(face, side, false));
+        }
+    }
+}
+
 void eStripLanes::AddLane(eStripSide first) {
+    if (PlaceOf(first) != notPlaced) {
+        return;
+    }
     const eStripSide stop = MakeSide(faces.size(), 0, false);
     sides.push_back(stop);
     vertices.push_back(StartVertex(faces[FaceOf(first)], first));
@@ -29,19 +47,9 @@ void eStripLanes::AddLane(eStripSide first) {
     sides.push_back(stop);
 }
 
-// Of a closed lane any face is the first.
-eStripSide eStripLanes::FirstOfLane(eStripSide entered) const {
-    const eStripSide start = Twin(entered);
-    eStripSide last = start;
-    for (eStripSide side = Next(start); side >= 0 && side != start; side = Next(side)) {
-        last = side;
-    }
-    return Twin(last);
-}
-
 // The entry of the next face on the lane, if that face sees this one too.
 eStripSide eStripLanes::Next(eStripSide entered) const {
-    const eStripSide next = Onward(faces[FaceOf(entered)], entered);
-    const bool isMutual = next >= 0 && FaceOf(faces[FaceOf(next)].across[SideOf(next)]) == FaceOf(entered);
-    return isMutual ? next : noStripSide;
+    const eStripFace& face = faces[FaceOf(entered)];
+    const bool isMutual = (face.isMutual >> strip_entry::kOnward[EntryOf(entered)] & 1) != 0;
+    return isMutual ? Onward(face, entered) : noStripSide;
 }

@@ -37,8 +37,9 @@ private:
     // The ways through a face: an entry and its twin are one.
     static std::size_t WayOf(eStripSide entered) { return EntryOf(entered) % 3; }
 
+    void AddOpenLanes();
+    void AddClosedLanes();
     void AddLane(eStripSide first);
-    eStripSide FirstOfLane(eStripSide entered) const;
     eStripSide Next(eStripSide entered) const;
 
     const std::vector<eStripFace>& faces;
