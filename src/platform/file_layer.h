@@ -49,8 +49,8 @@ public:
                            std::unique_ptr<eOpenFile>& file) = 0;
     // Brings the content to the disk: now, or before the file gets its final name where names wait.
     virtual eIoStatus Sync(eOpenFile& file) { return file.Sync(); }
-    // The same for a file that is closed.
-    virtual eIoStatus SyncContent(const std::string& native) = 0;
+    // The same for files that are closed, with a result for each.
+    virtual std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) = 0;
     // Brings the names in a folder to the disk. They are replaced and complete whether this succeeds or not;
     // should the power fail before, the old files stand there, which are complete too. So there is no result.
     virtual void SyncNames(const std::string& folder) = 0;

@@ -10,14 +10,16 @@ namespace platform {
 
 std::vector<eUnsettledFile> eGatheringLayer::Settle() {
     std::vector<eUnsettledFile> unsettled;
+    const std::vector<eIoStatus> contents = below.SyncContents(Temporaries());
     std::vector<const eWaiting*> whole;
+    auto content = contents.begin();
     for (const auto& [key, file] : waiting) {
-        const eIoStatus status = below.SyncContent(file.temporary);
-        if (status.IsOk()) {
+        if (content->IsOk()) {
             whole.push_back(&file);
         } else {
-            unsettled.push_back({file.temporary, file.target, status, false});
+            unsettled.push_back({file.temporary, file.target, *content, false});
         }
+        ++content;
     }
     std::set<std::string> folders;
     for (const eWaiting* file : whole) {
@@ -34,6 +36,14 @@ std::vector<eUnsettledFile> eGatheringLayer::Settle() {
     waiting.clear();
     targets.clear();
     return unsettled;
+}
+
+std::vector<std::string> eGatheringLayer::Temporaries() const {
+    std::vector<std::string> temporaries;
+    for (const auto& [key, file] : waiting) {
+        temporaries.push_back(file.temporary);
+    }
+    return temporaries;
 }
 
 eIoStatus eGatheringLayer::Open(const std::string& native, eFileAccess access, ePathForm form,
@@ -100,7 +110,7 @@ eIoStatus eGatheringLayer::SettleFor(const std::string& native) {
         return {};
     }
     const eWaiting file = found->second;
-    eIoStatus status = below.SyncContent(file.temporary);
+    eIoStatus status = below.SyncContents({file.temporary}).front();
     if (status.IsOk()) {
         status = below.Rename(file.temporary, file.target);
     }

@@ -38,7 +38,6 @@ public:
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
     eIoStatus Sync(eOpenFile& file) override;
-    eIoStatus SyncContent(const std::string& native) override { return below.SyncContent(Standing(native)); }
     void SyncNames(const std::string&) override {}  // Settle does it
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus Remove(const std::string& native) override;
@@ -53,6 +52,7 @@ private:
     };
     using eWaitingFiles = std::map<std::string, eWaiting>;  // by NativeCaseKey of the final name
 
+    std::vector<std::string> Temporaries() const;  // in the order of `waiting`
     // Where the content of the name lies now.
     const std::string& Standing(const std::string& native) const;
     bool IsWaitingTemporary(const std::string& native) const;

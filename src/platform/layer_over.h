@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/file_layer.h"
 
@@ -18,7 +19,9 @@ public:
         return below.Open(native, access, form, file);
     }
     eIoStatus Sync(eOpenFile& file) override { return below.Sync(file); }
-    eIoStatus SyncContent(const std::string& native) override { return below.SyncContent(native); }
+    std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
+        return below.SyncContents(natives);
+    }
     void SyncNames(const std::string& folder) override { below.SyncNames(folder); }
     eIoStatus Rename(const std::string& source, const std::string& target) override {
         return below.Rename(source, target);

@@ -29,7 +29,9 @@ public:
     // where memory has nothing.
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
-    eIoStatus SyncContent(const std::string&) override { return {}; }
+    std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
+        return std::vector<eIoStatus>(natives.size());
+    }
     void SyncNames(const std::string&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;

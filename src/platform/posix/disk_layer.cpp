@@ -11,6 +11,7 @@
 #include "platform/file_layer.h"
 #include "platform/native_path.h"
 #include "platform/path_lookup.h"
+#include "platform/posix/disk_flush.h"
 #include "platform/posix/errno_status.h"
 #include "platform/posix/folder_names.h"
 #include "platform/posix/known_folders.h"
@@ -96,12 +97,13 @@ public:
     eIoStatus Seek(std::int64_t position) override;
     eIoStatus Truncate(std::int64_t length) override;
     eIoStatus Length(std::int64_t& length) const override;
-    eIoStatus Sync() override;
-    void StartSync() override { ::sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE); }
+    eIoStatus Sync() override { return FlushOpenFile(descriptor); }
+    void StartSync() override;
 
 private:
     static constexpr int closedDescriptor = -1;
     int descriptor;
+    std::size_t written = 0;  // in bytes
 };
 
 eIoStatus eDiskFile::Close() {
@@ -140,6 +142,7 @@ eIoStatus eDiskFile::Write(const void* data, std::size_t count) {
             return StatusFromErrno(errno);
         }
     }
+    written += count;
     return {};
 }
 
@@ -161,10 +164,12 @@ eIoStatus eDiskFile::Length(std::int64_t& length) const {
     return {};
 }
 
-eIoStatus eDiskFile::Sync() {
-    // Some file systems know no such request; they write when they want, and nothing has failed.
-    const bool done = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
-    return done ? eIoStatus{} : StatusFromErrno(errno);
+// Each start costs a call of the disk, which small files share at the end (FlushFiles).
+void eDiskFile::StartSync() {
+    constexpr std::size_t kWorthIt = 0x40000;
+    if (written >= kWorthIt) {
+        ::sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+    }
 }
 
 class eDiskLayer : public eFileLayer {
@@ -172,7 +177,9 @@ public:
     bool IsLasting() const override { return true; }
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
-    eIoStatus SyncContent(const std::string& native) override;
+    std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
+        return FlushFiles(natives);
+    }
     void SyncNames(const std::string& folder) override;
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
@@ -210,12 +217,6 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
         NoteMade(native);
     }
     return {};
-}
-
-// Whichever descriptor asks, the whole content is meant.
-eIoStatus eDiskLayer::SyncContent(const std::string& native) {
-    const int descriptor = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
-    return descriptor >= 0 ? eDiskFile(descriptor).Sync() : StatusFromErrno(errno);
 }
 
 void eDiskLayer::SyncNames(const std::string& folder) {

@@ -165,7 +165,7 @@ public:
     bool IsLasting() const override { return true; }
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
-    eIoStatus SyncContent(const std::string& native) override;
+    std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override;
     // The system brings each rename to the disk by itself.
     void SyncNames(const std::string&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
@@ -195,10 +195,14 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
     return {};
 }
 
-eIoStatus eDiskLayer::SyncContent(const std::string& native) {
-    HANDLE opened = ::CreateFileW(WidePath(native).c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-    return opened != INVALID_HANDLE_VALUE ? eDiskFile(opened).Sync() : StatusOf(false);
+std::vector<eIoStatus> eDiskLayer::SyncContents(const std::vector<std::string>& natives) {
+    std::vector<eIoStatus> results;
+    for (const std::string& native : natives) {
+        HANDLE opened = ::CreateFileW(WidePath(native).c_str(), GENERIC_WRITE, kShareAll, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        results.push_back(opened != INVALID_HANDLE_VALUE ? eDiskFile(opened).Sync() : StatusOf(false));
+    }
+    return results;
 }
 
 eIoStatus eDiskLayer::Rename(const std::string& source, const std::string& target) {
