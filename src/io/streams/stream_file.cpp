@@ -118,7 +118,7 @@ void eFileStream::SetBuffer(int length) {
     std::free(bufferBegin);
     bufferBegin = nullptr;
     if (length > 0) {
-        bufferBegin = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(length), 1));
+        bufferBegin = static_cast<std::uint8_t*>(std::malloc(static_cast<std::size_t>(length)));
         if (bufferBegin == nullptr) {
             Fail(__FILE__, __LINE__, "out of memory for a stream");
         }
