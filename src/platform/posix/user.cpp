@@ -50,14 +50,19 @@ pid_t ProcessNumberIn(std::string_view digits) {
     return read.ec == std::errc() && read.ptr == digits.data() + digits.size() && number > 0 ? number : 0;
 }
 
-}  // namespace
-
-std::string AccountName() {
+std::string ReadAccountName() {
     constexpr std::size_t longest = 1024;
     const passwd* entry = ::getpwuid(::geteuid());
     const char* name = entry != nullptr ? entry->pw_name : std::getenv("USER");
     const std::optional<std::string> ansi = name != nullptr ? AnsiFromUtf8(name) : std::nullopt;
     return ansi && !ansi->empty() ? ansi->substr(0, longest) : "unknown";
+}
+
+}  // namespace
+
+std::string AccountName() {
+    static const std::string name = ReadAccountName();
+    return name;
 }
 
 std::string MachineName() {
