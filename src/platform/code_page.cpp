@@ -57,11 +57,13 @@ std::string Utf8FromAnsi(std::string_view ansi) {
     utf8.reserve(ansi.size());
     for (std::size_t at = 0; at < ansi.size(); ++at) {
         const auto value = static_cast<unsigned char>(ansi[at]);
-        if (const std::optional<char32_t> escaped = ReadEscape(ansi.substr(at))) {
+        if (value < 0x80) {
+            utf8 += ansi[at];
+        } else if (const std::optional<char32_t> escaped = ReadEscape(ansi.substr(at))) {
             AppendUtf8(utf8, *escaped);
             at += kEscapeLength - 1;
         } else {
-            AppendUtf8(utf8, value < 0x80 ? value : ansiUpperHalf[value - 0x80u]);
+            AppendUtf8(utf8, ansiUpperHalf[value - 0x80u]);
         }
     }
     return utf8;
