@@ -60,9 +60,9 @@ eIoStatus eGatheringLayer::Sync(eOpenFile& file) {
     return {};
 }
 
-// What would fail later fails now, as far as one can see.
+// What would fail later fails now, as far as one can see. That the source is there its writer knows.
 eIoStatus eGatheringLayer::Rename(const std::string& source, const std::string& target) {
-    if (below.KindOf(source) != eEntryKind::File || below.KindOf(target) == eEntryKind::Folder) {
+    if (below.KindOf(target) == eEntryKind::Folder) {
         return below.Rename(source, target);
     }
     const eIoStatus settled = SettleFor(target);

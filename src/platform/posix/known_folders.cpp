@@ -98,14 +98,19 @@ void RememberFolders(bool remembers) {
 }
 
 const std::unordered_set<std::string>* KnownNames(const std::string& folder) {
-    const std::optional<eStamp> stamp = Memory().isOn ? StampOf(folder) : std::nullopt;
-    if (!stamp) {
-        return nullptr;
+    if (const auto* const remembered = RememberedNames(folder)) {
+        return remembered;
     }
-    const auto found = Memory().folders.find(folder);
-    const bool isKnown = found != Memory().folders.end() && found->second.stamp == stamp;
-    const eKnownFolder* known = isKnown ? &found->second : ReadFolder(folder, *stamp);
+    const std::optional<eStamp> stamp = Memory().isOn ? StampOf(folder) : std::nullopt;
+    const eKnownFolder* const known = stamp ? ReadFolder(folder, *stamp) : nullptr;
     return known != nullptr ? &known->names : nullptr;
+}
+
+const std::unordered_set<std::string>* RememberedNames(const std::string& folder) {
+    const auto found = Memory().folders.find(folder);
+    const bool isKnown =
+        found != Memory().folders.end() && found->second.stamp && found->second.stamp == StampOf(folder);
+    return isKnown ? &found->second.names : nullptr;
 }
 
 void NoteMade(const std::string& native) {

@@ -10,6 +10,9 @@ namespace platform {
 // time tells nothing yet. Costs one system call for a folder that is known. Valid until the next change.
 const std::unordered_set<std::string>* KnownNames(const std::string& folder);
 
+// The same, but null also for a folder that would have to be read first.
+const std::unordered_set<std::string>* RememberedNames(const std::string& folder);
+
 // This module has made the file, or it stood there before; has made a folder, which is empty; has removed or
 // renamed it.
 void NoteMade(const std::string& native);

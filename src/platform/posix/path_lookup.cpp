@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <memory>
 #include <optional>
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/code_page.h"
@@ -126,13 +128,18 @@ private:
 };
 
 // Empty if there is none.
+std::string FindOtherSpelling(const std::unordered_set<std::string>& names, std::string_view part) {
+    eOtherSpelling spelling(part);
+    std::ranges::for_each(names, [&](const std::string& name) { spelling.Try(name); });
+    return spelling.Best();
+}
+
 std::string FindOtherSpelling(const std::string& folder, std::string_view part) {
     const std::string native = folder.empty() ? "/" : folder;
-    eOtherSpelling spelling(part);
-    if (const std::unordered_set<std::string>* names = KnownNames(native)) {
-        std::ranges::for_each(*names, [&](const std::string& name) { spelling.Try(name); });
-        return spelling.Best();
+    if (const auto* const names = KnownNames(native)) {
+        return FindOtherSpelling(*names, part);
     }
+    eOtherSpelling spelling(part);
     const std::unique_ptr<DIR, int (*)(DIR*)> list(::opendir(native.c_str()), ::closedir);
     for (const dirent* entry = list ? ::readdir(list.get()) : nullptr; entry != nullptr;
          entry = ::readdir(list.get())) {
@@ -160,8 +167,7 @@ std::vector<std::string> ExactPaths(const ePathParts& path) {
     return paths;
 }
 
-std::string LookUp(const ePathParts& path) {
-    const std::vector<std::string> exact = ExactPaths(path);
+std::string LookUpInDisk(const ePathParts& path, const std::vector<std::string>& exact) {
     const std::size_t exactCount = CountExactParts(exact);
     std::string native = exactCount == 0 ? path.start : exact[exactCount - 1];
     bool exists = true;
@@ -175,6 +181,22 @@ std::string LookUp(const ePathParts& path) {
         native.append("/").append(exists ? name : Utf8FromAnsi(LowerPart(part)));
     }
     return native.empty() ? "/" : native;
+}
+
+// A folder whose names are remembered tells at once what it has and what not.
+std::string LookUp(const ePathParts& path) {
+    const std::vector<std::string> exact = ExactPaths(path);
+    const std::string folder = exact.empty() ? std::string() : NativeParent(exact.back());
+    const auto* const names = RememberedNames(folder);
+    if (names == nullptr) {
+        return LookUpInDisk(path, exact);
+    }
+    const std::string& part = path.parts.back();
+    if (names->contains(Utf8FromAnsi(part))) {
+        return exact.back();
+    }
+    const std::string other = FindOtherSpelling(*names, part);
+    return NativeJoin(folder, other.empty() ? Utf8FromAnsi(LowerPart(part)) : other);
 }
 
 }  // namespace
