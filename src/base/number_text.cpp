@@ -1,6 +1,7 @@
 #include "base/number_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -91,36 +92,55 @@ constexpr int smallestExponent = -4;  // "%g" writes an exponent below it
 
 // The decimal exponent of a value from 1e-4 up to 1e6.
 int CommonExponent(double magnitude) {
-    constexpr double next[] = {1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5};
     int exponent = smallestExponent;
-    while (exponent < significantDigits - 1 && magnitude >= next[exponent - smallestExponent]) {
-        ++exponent;
+    for (const double next : {1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5}) {
+        exponent += magnitude >= next ? 1 : 0;
     }
     return exponent;
 }
 
-// Six digits with the dot behind the one of the given exponent, without trailing zeros.
-char* WriteFixed(char* out, std::uint32_t digits, int exponent) {
-    char text[significantDigits];
-    for (int index = significantDigits - 1; index >= 0; --index, digits /= 10) {
-        text[index] = static_cast<char>('0' + digits % 10);
+// "00" to "99".
+constexpr std::array<char, 200> MakeDigitPairs() {
+    std::array<char, 200> pairs{};
+    for (std::size_t number = 0; number < 100; ++number) {
+        pairs[2 * number] = static_cast<char>('0' + number / 10);
+        pairs[2 * number + 1] = static_cast<char>('0' + number % 10);
     }
+    return pairs;
+}
+
+constexpr std::array<char, 200> digitPairs = MakeDigitPairs();
+
+void WriteSixDigits(char* out, std::uint32_t digits) {
+    for (const std::uint32_t pair : {digits / 10000, digits / 100 % 100, digits % 100}) {
+        out = std::copy_n(&digitPairs[2 * std::size_t{pair}], 2, out);
+    }
+}
+
+// Six digits with the dot behind the one of the given exponent, without trailing zeros. Copies are of a fixed
+// length, which is cheaper than the right one; what is too much lies behind the end.
+char* WriteFixed(char* out, std::uint32_t digits, int exponent) {
+    char text[2 * significantDigits] = {};
+    WriteSixDigits(text, digits);
     int length = significantDigits;
     while (length > exponent + 1 && length > 1 && text[length - 1] == '0') {
         --length;
     }
     if (exponent < 0) {
-        *out++ = '0';
-        *out++ = '.';
-        out = std::fill_n(out, -exponent - 1, '0');
-        return std::copy_n(text, length, out);
+        constexpr std::string_view zeros = "0.000";
+        std::ranges::copy(zeros, out);
+        out += 1 - exponent;
+        std::copy_n(text, significantDigits, out);
+        return out + length;
     }
-    out = std::copy_n(text, exponent + 1, out);
-    if (length > exponent + 1) {
-        *out++ = '.';
-        out = std::copy(text + exponent + 1, text + length, out);
+    const int whole = exponent + 1;
+    std::copy_n(text, significantDigits, out);
+    if (length > whole) {
+        out[whole] = '.';
+        std::copy_n(text + whole, significantDigits, out + whole + 1);
+        ++length;
     }
-    return out;
+    return out + length;
 }
 
 // Nearly all numbers of a scene lie between 1e-4 and 1e6. Multiplied by an exact power of ten their six

@@ -1,7 +1,11 @@
 #include "io/sdl/sdl_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
 
 #include "base/diagnostics.h"
 #include "base/format.h"
@@ -27,6 +31,54 @@ char EscapeOf(char byte) {
     return escapes[static_cast<unsigned char>(byte)];
 }
 
+// The bytes of a text that grows at its end. Storage is taken in growing pieces, so that n bytes cost time in
+// proportion to n; what is behind the end is never cleared.
+class eTextBuffer {
+public:
+    eTextBuffer() = default;
+    eTextBuffer(const eTextBuffer&) = delete;
+    eTextBuffer& operator=(const eTextBuffer&) = delete;
+    ~eTextBuffer() { std::free(begin); }
+
+    std::int32_t Size() const { return static_cast<std::int32_t>(end - begin); }
+    const char* Bytes() const { return begin; }
+    // The end of the text, with room for so many bytes; they belong to the text once EndAt has told where
+    // they end.
+    char* Room(std::size_t count) {
+        if (static_cast<std::size_t>(storageEnd - end) < count) {
+            Grow(count);
+        }
+        return end;
+    }
+    void EndAt(char* newEnd) { end = newEnd; }
+    void CutTo(std::int32_t size) { end = begin + size; }
+
+private:
+    void Grow(std::size_t count) {
+        constexpr std::size_t kSmallest = 4096, kLongest = std::numeric_limits<std::int32_t>::max();
+        const auto size = static_cast<std::size_t>(end - begin);
+        if (count > kLongest - size) {
+            Fail(__FILE__, __LINE__, "a text can't hold 2 GiB");
+        }
+        const std::size_t capacity = std::clamp(2 * size, std::max(size + count, kSmallest), kLongest);
+        auto* storage = static_cast<char*>(std::realloc(begin, capacity));
+        if (storage == nullptr) {
+            Fail(__FILE__, __LINE__, "out of memory for a text");
+        }
+        begin = storage;
+        end = storage + size;
+        storageEnd = storage + capacity;
+    }
+
+    char* begin = nullptr;
+    char* end = nullptr;
+    char* storageEnd = nullptr;
+};
+
+char* Append(char* out, std::string_view bytes) {
+    return std::copy(bytes.begin(), bytes.end(), out);
+}
+
 }  // namespace
 
 struct eWriter::eState {
@@ -36,42 +88,31 @@ struct eWriter::eState {
     bool hexNext = false;
     // Per open block its start in the text; above it, negative, the position where it was still empty.
     std::vector<std::int32_t> marks;
-    eMemoryStream buffer{1024, 1024};
+    eTextBuffer text;
 
-    void Put(std::string_view bytes) { buffer.Write(bytes.data(), static_cast<int>(bytes.size())); }
-    void StartToken();
-    void PutEscaped(std::string_view text);
+    char* StartToken(std::size_t room);
+    void EndToken(char* end) {
+        text.EndAt(end);
+        separatorPending = true;
+    }
     bool TakeBackEmptyBlock();
 };
 
-void eWriter::eState::StartToken() {
+// Writes what is due in front of a token, and gives the place for it with so much room.
+char* eWriter::eState::StartToken(std::size_t room) {
+    constexpr std::size_t kLineEnd = 2;
+    char* out = text.Room(room + kLineEnd + depth);
     if (lineEndPending) {
-        if (buffer.Size() != 0) {
-            Put("\r\n");
+        if (text.Size() != 0) {
+            out = Append(out, "\r\n");
         }
-        separatorPending = false;
+        out = std::fill_n(out, depth, '\t');
         lineEndPending = false;
-        for (int tab = 0; tab < depth; ++tab) {
-            buffer.WriteByte('\t');
-        }
+    } else if (separatorPending) {
+        *out++ = ' ';
     }
-    if (separatorPending) {
-        separatorPending = false;
-        buffer.WriteByte(' ');
-    }
-}
-
-void eWriter::eState::PutEscaped(std::string_view text) {
-    std::size_t plainBegin = 0;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (const char letter = EscapeOf(text[index]); letter != 0) {
-            Put(text.substr(plainBegin, index - plainBegin));
-            const char pair[] = {'\\', letter};
-            Put({pair, sizeof pair});
-            plainBegin = index + 1;
-        }
-    }
-    Put(text.substr(plainBegin));
+    separatorPending = false;
+    return out;
 }
 
 // At the end of a block: if nothing was written since DropIfEmpty, the text is cut where the block began.
@@ -81,11 +122,10 @@ bool eWriter::eState::TakeBackEmptyBlock() {
     }
     const std::int32_t emptyPosition = -marks.back();
     marks.pop_back();
-    if (marks.empty() || emptyPosition != buffer.Position()) {
+    if (marks.empty() || emptyPosition != text.Size()) {
         return false;
     }
-    buffer.Seek(marks.back(), fromStart);
-    buffer.Truncate();
+    text.CutTo(marks.back());
     marks.pop_back();
     return true;
 }
@@ -115,11 +155,11 @@ bool eWriter::Close() {
         return true;
     }
     state->separatorPending = false;
-    if (state->buffer.Size() != 0) {
-        state->StartToken();
+    eTextBuffer& text = state->text;
+    if (text.Size() != 0) {
+        text.EndAt(state->StartToken(0));
     }
-    state->buffer.Seek(0, fromStart);
-    target->WriteFrom(state->buffer, -1);
+    target->Write(text.Bytes(), text.Size());
     state.reset();
     target = nullptr;
     const bool complete = ownFile == nullptr || ownFile->Close();
@@ -128,45 +168,49 @@ bool eWriter::Close() {
 }
 
 eWriter& eWriter::Word(std::string_view text) {
-    state->StartToken();
-    state->Put(text);
-    state->separatorPending = true;
+    state->EndToken(Append(state->StartToken(text.size()), text));
     return *this;
 }
 
 eWriter& eWriter::String(std::string_view text) {
-    state->StartToken();
-    state->buffer.WriteByte('"');
-    state->PutEscaped(text);
-    state->buffer.WriteByte('"');
-    state->separatorPending = true;
+    char* out = state->StartToken(2 * text.size() + 2);
+    *out++ = '"';
+    for (const char byte : text) {
+        const char letter = EscapeOf(byte);
+        if (letter != 0) {
+            *out++ = '\\';
+        }
+        *out++ = letter != 0 ? letter : byte;
+    }
+    *out++ = '"';
+    state->EndToken(out);
     return *this;
 }
 
 eWriter& eWriter::Integer(std::int32_t value) {
-    char text[numberTextSize];
-    const char* end = state->hexNext ? WriteHexText(text, static_cast<std::uint32_t>(value))
-                                     : WriteIntegerText(text, value);
+    char* const out = state->StartToken(numberTextSize);
+    state->EndToken(state->hexNext ? WriteHexText(out, static_cast<std::uint32_t>(value))
+                                   : WriteIntegerText(out, value));
     state->hexNext = false;
-    return Word({text, end});
+    return *this;
 }
 
 eWriter& eWriter::Real(float value) {
-    char text[numberTextSize];
     if (std::isfinite(value)) {
-        return Word({text, WriteRealText(text, value)});
+        state->EndToken(WriteRealText(state->StartToken(numberTextSize), value));
+        return *this;
     }
-    const std::string shown(text, WriteRealText(text, value));
     Warn(__FILE__, __LINE__,
-         (format("Saving invalid floating number %1%. It was truncated to 0") % shown).Text());
+         (format("Saving invalid floating number %1%. It was truncated to 0") % RealText(value)).Text());
     return Word("0");
 }
 
 eWriter& eWriter::BlockBegin() {
-    state->marks.push_back(state->buffer.Position());
-    state->StartToken();
+    state->marks.push_back(state->text.Size());
+    char* const out = state->StartToken(1);
+    *out = '{';
+    state->text.EndAt(out + 1);
     ++state->depth;
-    state->buffer.WriteByte('{');
     return *this;
 }
 
@@ -179,8 +223,9 @@ eWriter& eWriter::BlockEnd() {
         state->marks.pop_back();
     }
     state->separatorPending = false;
-    state->StartToken();
-    state->buffer.WriteByte('}');
+    char* const out = state->StartToken(1);
+    *out = '}';
+    state->text.EndAt(out + 1);
     return *this;
 }
 
@@ -205,7 +250,7 @@ eWriter& eWriter::Decimal() {
 }
 
 eWriter& eWriter::DropIfEmpty() {
-    state->marks.push_back(-state->buffer.Position());
+    state->marks.push_back(-state->text.Size());
     return *this;
 }
 
