@@ -35,12 +35,13 @@ struct eAnimationWriter {
     Export& run;
     const eExportAnimation& animation;
     xIo::eFileStream& stream;
+    std::span<const eExportFrame> frames;    // of the animation
     std::vector<std::uint8_t> boneMap = {};  // bone number to number in BMAP
     std::vector<eBoneCover> covers = {};     // by bone number
     std::vector<std::size_t> counting = {};  // scratch: the bones of a frame
 
     const eExportFrameBone& Entry(int frame, std::size_t bone) const {
-        return run.motion->frames.At(frame).bones[bone];
+        return frames[static_cast<std::size_t>(std::int64_t{frame} - animation.firstFrame)].bones[bone];
     }
     // True if the bone has data of this animation in the frame.
     bool Counts(int frame, std::size_t bone) {
@@ -245,7 +246,10 @@ eName WriteAnimationFile(Export& run, std::size_t index) {
     if (eFileNote* const note = NoteFile(run, path, eFileRule::EveryRun)) {
         note->animation = animation.name;
     }
-    eAnimationWriter writer{.run = run, .animation = animation, .stream = *run.texts->anmStream};
+    eAnimationWriter writer{.run = run,
+                            .animation = animation,
+                            .stream = *run.texts->anmStream,
+                            .frames = run.motion->frames.Of(animation)};
     WriteHead(writer);
     WriteFrames(writer);
     run.texts->anmStream->Close();

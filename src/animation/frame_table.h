@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "animation/export_animation.h"
@@ -21,6 +22,10 @@ public:
     // A frame of an animation that is in range.
     eExportFrame& At(int frame) { return frames[IndexOf(frame)]; }
     const eExportFrame& At(int frame) const { return frames[IndexOf(frame)]; }
+    // All frames of an animation that is in range, for who walks over them.
+    std::span<eExportFrame> Of(const eExportAnimation& animation) {
+        return {&At(animation.firstFrame), &At(animation.lastFrame) + 1};
+    }
 
     std::size_t MeshFrameCount() const { return frames.size() + MeshFrameOfFirst(); }
     std::size_t MeshFrameOf(int frame) const { return IndexOf(frame) + MeshFrameOfFirst(); }

@@ -1,6 +1,8 @@
 #include "animation/sample_node.h"
 
+#include <cstdint>
 #include <optional>
+#include <span>
 
 #include "animation/animation_table.h"
 #include "animation/model_motion.h"
@@ -127,6 +129,7 @@ void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation)
     xIo::xSdl::eWriter& report = *run.texts->animWriter;
     const bool reverse = run.options.reverseAnimation;
     report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
+    const std::span<eExportFrame> frames = run.motion->frames.Of(animation);
     eCarried carried;
     for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
         const host::TimeValue time = host::TimeOfFrame(
@@ -134,7 +137,8 @@ void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation)
         const ePose pose = PoseAt(sampler, time);
         const bool visible = sampler.node.GetVisibility(time) >= kVisible;
         const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
-        eExportFrameBone& entry = run.motion->frames.At(frame).bones[static_cast<std::size_t>(sampler.bone)];
+        const auto index = static_cast<std::size_t>(std::int64_t{frame} - animation.firstFrame);
+        eExportFrameBone& entry = frames[index].bones[static_cast<std::size_t>(sampler.bone)];
         StoreSample(sampler, entry, pose, visible, isEdge, carried);
         if (entry.flags != 0) {
             ReportFrame(report, frame, entry);

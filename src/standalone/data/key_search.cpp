@@ -12,9 +12,10 @@ eKeySpan FindKeys(std::span<const double> frames, double frame, std::size_t& hin
     if (frame < frames.front()) {
         return {};
     }
-    if (!isLastBefore(hint)) {
-        const auto behind = std::ranges::upper_bound(frames, frame);
-        hint = isLastBefore(hint + 1) ? hint + 1 : static_cast<std::size_t>(behind - frames.begin()) - 1;
+    if (isLastBefore(hint + 1)) {
+        ++hint;
+    } else if (!isLastBefore(hint)) {
+        hint = static_cast<std::size_t>(std::ranges::upper_bound(frames, frame) - frames.begin()) - 1;
     }
     if (hint + 1 == frames.size() || frames[hint] == frame) {
         return {hint, hint, 0};

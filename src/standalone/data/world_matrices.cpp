@@ -65,22 +65,23 @@ const host::Matrix3* eWorldMatrices::Find(const eNode& node, host::TimeValue tim
 
 host::Matrix3 eWorldMatrices::At(int node, host::TimeValue time) {
     const std::optional<int> frame = FrameInRange(time);
-    const host::Matrix3* known = nullptr;
+    const eNode* up = node < 0 ? nullptr : &nodes[static_cast<std::size_t>(node)];
+    const host::Matrix3* known = up == nullptr ? nullptr : Find(*up, time, frame);
+    if (known != nullptr) {
+        return *known;
+    }
     path.clear();
-    for (int up = node; up >= 0; up = nodes[static_cast<std::size_t>(up)].parent) {
-        known = Find(nodes[static_cast<std::size_t>(up)], time, frame);
-        if (known != nullptr) {
-            break;
-        }
-        path.push_back(up);
+    while (known == nullptr && up != nullptr) {
+        path.push_back(up->moving);
+        up = up->parent < 0 ? nullptr : &nodes[static_cast<std::size_t>(up->parent)];
+        known = up == nullptr ? nullptr : Find(*up, time, frame);
     }
     host::Matrix3 world = known != nullptr ? *known : host::Matrix3();
     const double exactFrame = static_cast<double>(time) / frameTicks;
     for (auto down = path.rbegin(); down != path.rend(); ++down) {
-        const int number = nodes[static_cast<std::size_t>(*down)].moving;
-        const eMovingNode& entry = moving[static_cast<std::size_t>(number)];
+        const eMovingNode& entry = moving[static_cast<std::size_t>(*down)];
         world = (entry.track ? entry.track->At(exactFrame) : entry.still) * world;
-        Remember(number, time, frame, world);
+        Remember(*down, time, frame, world);
     }
     return world;
 }

@@ -71,7 +71,7 @@ private:
     std::vector<eMovingNode> moving;
     std::deque<ePage> pages;    // number n is entry n - 1
     std::size_t clockHand = 0;  // the page that is asked first to make room
-    std::vector<int> path;      // scratch: the nodes to work out, from the asked one up
+    std::vector<int> path;      // scratch: the moving nodes to work out, from the asked one up
 };
 
 }  // namespace standalone
