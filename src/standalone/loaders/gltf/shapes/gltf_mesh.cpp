@@ -22,16 +22,17 @@ constexpr int kLastTextureSet = 98;
 constexpr std::size_t kMostMovements = std::size_t{1} << 26;
 
 void AddFaces(const eGltfVertices& vertices, host::Mesh& mesh) {
+    std::size_t count = 0;
     for (const eGltfFaceGroup& group : vertices.Groups()) {
-        const std::vector<std::uint32_t>& numbers = vertices.Blocks()[group.block].numbers;
-        mesh.faces.reserve(mesh.faces.size() + group.corners.size() / 3);
-        for (std::size_t i = 0; i < group.corners.size(); i += 3) {
-            host::Face& face = mesh.faces.emplace_back();
-            for (std::size_t corner = 0; corner < 3; ++corner) {
-                face.v[corner] = numbers[group.corners[i + corner]];
-            }
-            face.smGroup = 1;
-            face.setMatID(group.materialId);
+        count += group.corners.size() / 3;
+    }
+    mesh.faces.reserve(count);
+    for (const eGltfFaceGroup& group : vertices.Groups()) {
+        host::Face face{.smGroup = 1};
+        face.setMatID(group.materialId);
+        for (auto corner = group.corners.begin(); corner != group.corners.end(); corner += 3) {
+            std::copy_n(corner, 3, face.v);
+            mesh.faces.push_back(face);
         }
     }
 }
@@ -39,19 +40,22 @@ void AddFaces(const eGltfVertices& vertices, host::Mesh& mesh) {
 // Corners of primitives without normals, and of normals without length, have none.
 void AddNormals(const eGltfVertices& vertices, host::Mesh& mesh) {
     const std::size_t count = mesh.verts.size();
-    host::MeshNormalSpec spec{std::vector<host::Point3>(count), {}, std::vector<bool>(count, true)};
-    std::vector<bool> hasNormal(count);
+    host::MeshNormalSpec spec{std::vector<host::Point3>(count), {}, {}};
     vertices.ForEach<3>("NORMAL", [&](std::size_t vertex, const eTriple& n) {
         spec.normals[vertex] = Normalize(ToHostPoint({n[0], n[1], n[2]}));
-        hasNormal[vertex] = spec.normals[vertex] != host::Point3{};
     });
-    if (std::ranges::find(hasNormal, true) == hasNormal.end()) {
+    const auto missing = static_cast<std::size_t>(std::ranges::count(spec.normals, host::Point3{}));
+    if (missing == count) {
         return;
     }
+    spec.explicitNormals.assign(count, true);
     spec.faceNormals.reserve(3 * mesh.faces.size());
-    for (const host::Face& face : mesh.faces) {
-        for (const std::uint32_t v : face.v) {
-            spec.faceNormals.push_back(hasNormal[v] ? static_cast<std::int32_t>(v) : -1);
+    for (const eGltfFaceGroup& group : vertices.Groups()) {
+        spec.faceNormals.insert(spec.faceNormals.end(), group.corners.begin(), group.corners.end());
+    }
+    if (missing != 0) {
+        for (std::int32_t& number : spec.faceNormals) {
+            number = spec.normals[static_cast<std::size_t>(number)] == host::Point3{} ? -1 : number;
         }
     }
     mesh.specifiedNormals = std::move(spec);

@@ -1,5 +1,8 @@
 #include "standalone/loaders/gltf/shapes/gltf_vertices.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/shapes/gltf_corners.h"
 
@@ -46,38 +49,52 @@ void eGltfVertices::CollectTriangles(eGltfImport& import, int mesh) {
 std::size_t eGltfVertices::BlockOf(const tinygltf::Primitive& primitive, const std::string& place) {
     const auto [entry, isNew] = known.try_emplace({primitive.attributes, primitive.targets}, blocks.size());
     if (isNew) {
-        blocks.push_back({&primitive, place, {}, {}, 0});
-        blocks.back().numbers.assign(accessors.Count(blocks.back().Attribute("POSITION")),
-                                     eGltfVertexBlock::kUnused);
+        blocks.push_back({&primitive, place, accessors.Count(primitive.attributes.at("POSITION")), {}, 0});
     }
     return entry->second;
 }
 
 // In the order of the file.
 void eGltfVertices::NumberVertices() {
-    constexpr std::uint32_t kUsed = 0;
-    for (const eGltfFaceGroup& group : groups) {
-        for (const std::uint32_t corner : group.corners) {
-            blocks[group.block].numbers[corner] = kUsed;
-        }
-    }
-    for (eGltfVertexBlock& block : blocks) {
-        block.first = count;
-        for (std::uint32_t v = 0; v < block.numbers.size(); ++v) {
-            if (block.numbers[v] == kUsed) {
-                block.numbers[v] = static_cast<std::uint32_t>(count++);
-                block.kept.push_back(v);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const std::vector<std::uint32_t> numbers = NumbersOf(i);
+        const bool isAsInFile = blocks[i].first == 0 && blocks[i].kept.size() == numbers.size();
+        for (eGltfFaceGroup& group : groups) {
+            if (group.block == i && !isAsInFile) {
+                std::ranges::transform(group.corners, group.corners.begin(),
+                                       [&](std::uint32_t corner) { return numbers[corner]; });
             }
         }
     }
 }
 
+// The numbers of a block's vertices in the mesh, by number in the file; nothing is said of unused ones.
+std::vector<std::uint32_t> eGltfVertices::NumbersOf(std::size_t block) {
+    constexpr std::uint32_t kUnused = 0, kUsed = 1;
+    eGltfVertexBlock& vertices = blocks[block];
+    std::vector<std::uint32_t> numbers(vertices.countInFile, kUnused);
+    for (const eGltfFaceGroup& group : groups) {
+        for (std::size_t i = 0; group.block == block && i < group.corners.size(); ++i) {
+            numbers[group.corners[i]] = kUsed;
+        }
+    }
+    vertices.first = count;
+    vertices.kept.reserve(numbers.size() - static_cast<std::size_t>(std::ranges::count(numbers, kUnused)));
+    for (std::uint32_t v = 0; v < numbers.size(); ++v) {
+        if (numbers[v] == kUsed) {
+            numbers[v] = static_cast<std::uint32_t>(count++);
+            vertices.kept.push_back(v);
+        }
+    }
+    return numbers;
+}
+
 bool eGltfVertices::HasAllVertices(const eGltfVertexBlock& block, int accessor) const {
-    if (accessors.Count(accessor) == block.numbers.size()) {
+    if (accessors.Count(accessor) == block.countInFile) {
         return true;
     }
     report.Problem(block.place, eMessageId::GltfVertexCount, accessor, accessors.Count(accessor),
-                   block.numbers.size());
+                   block.countInFile);
     return false;
 }
 

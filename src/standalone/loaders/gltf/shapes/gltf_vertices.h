@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,13 +11,11 @@ namespace standalone {
 
 // Vertices that one or more primitives of a mesh have in common.
 struct eGltfVertexBlock {
-    static constexpr std::uint32_t kUnused = std::numeric_limits<std::uint32_t>::max();
-
     const tinygltf::Primitive* primitive = nullptr;  // the first one that has them
     std::string place;
-    std::vector<std::uint32_t> numbers;  // in the mesh, by number in the file; kUnused where no triangle is
-    std::vector<std::uint32_t> kept;     // numbers in the file, in the order of the mesh
-    std::size_t first = 0;               // number of the first in the mesh
+    std::size_t countInFile = 0;
+    std::vector<std::uint32_t> kept;  // numbers in the file of those that triangles use, in the mesh's order
+    std::size_t first = 0;            // number of the first in the mesh
 
     // The accessor, -1 where the block lacks the attribute.
     int Attribute(const std::string& name) const;
@@ -28,7 +25,7 @@ struct eGltfVertexBlock {
 struct eGltfFaceGroup {
     std::size_t block = 0;
     std::uint16_t materialId = 0;
-    std::vector<std::uint32_t> corners;  // vertices by number in the file, three per triangle
+    std::vector<std::uint32_t> corners;  // vertices by number in the mesh, three per triangle
 };
 
 // The vertices and triangles of a mesh of the file. Primitives that name the same accessors share a block;
@@ -71,6 +68,7 @@ private:
     void CollectTriangles(eGltfImport& import, int mesh);
     std::size_t BlockOf(const tinygltf::Primitive& primitive, const std::string& place);
     void NumberVertices();
+    std::vector<std::uint32_t> NumbersOf(std::size_t block);
 
     const eGltfAccessors& accessors;
     eImportReport& report;
