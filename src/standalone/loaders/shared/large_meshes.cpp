@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <string_view>
 #include <unordered_set>
@@ -86,29 +87,33 @@ std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
 
 // Where all tables number their corners as the mesh does, its vertices are as many as can be.
 bool AreNumberedAlike(const host::Mesh& mesh) {
-    const auto isFace = [](const host::TVFace& corners, const host::Face& face) {
-        return std::ranges::equal(corners.t, face.v);
+    const auto isAlike = [&](auto numbersOf) {
+        for (std::size_t face = 0; face < mesh.faces.size(); ++face) {
+            if (std::memcmp(numbersOf(face), mesh.faces[face].v, sizeof host::Face::v) != 0) {
+                return false;
+            }
+        }
+        return true;
     };
-    for (const host::MapChannel& channel : mesh.maps) {
-        if (!std::ranges::equal(channel.faces, mesh.faces, isFace)) {
-            return false;
-        }
-    }
-    const std::size_t normals = mesh.specifiedNormals ? mesh.specifiedNormals->faceNormals.size() : 0;
-    for (std::size_t corner = 0; corner < normals; ++corner) {
-        if (mesh.specifiedNormals->faceNormals[corner] !=
-            static_cast<std::int32_t>(mesh.faces[corner / 3].v[corner % 3])) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::all_of(mesh.maps,
+                               [&](const host::MapChannel& channel) {
+                                   return isAlike([&](std::size_t face) { return channel.faces[face].t; });
+                               }) &&
+           (!mesh.specifiedNormals ||
+            isAlike([&](std::size_t face) { return &mesh.specifiedNormals->faceNormals[3 * face]; }));
+}
+
+// At the first look, which is enough for most meshes.
+bool SurelyFits(const host::Mesh& mesh) {
+    return mesh.faces.size() <= kMostTriangles &&
+           (3 * mesh.faces.size() <= kMostVertices ||
+            (mesh.verts.size() <= kMostVertices && AreNumberedAlike(mesh)));
 }
 
 bool Fits(const host::Mesh& mesh, const eFaces& faces) {
     return faces.size() <= kMostTriangles &&
-           (3 * faces.size() <= kMostVertices ||
-            (mesh.verts.size() <= kMostVertices && AreNumberedAlike(mesh)) ||
-            MostWeldedVertices(mesh, faces) <= kMostVertices || WeldedVertices(mesh, faces) <= kMostVertices);
+           (3 * faces.size() <= kMostVertices || MostWeldedVertices(mesh, faces) <= kMostVertices ||
+            WeldedVertices(mesh, faces) <= kMostVertices);
 }
 
 host::Point3 Middle(const host::Mesh& mesh, std::uint32_t face) {
@@ -198,7 +203,7 @@ public:
 private:
     bool IsLarge(std::size_t object) {
         const auto* mesh = std::get_if<eMeshObject>(&scene.objects[object].kind);
-        if (mesh == nullptr || 3 * mesh->mesh.faces.size() <= kMostVertices) {
+        if (mesh == nullptr || SurelyFits(mesh->mesh)) {
             return false;
         }
         const auto [entry, isNew] = parts.try_emplace(object);
