@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <deque>
 
 #include "standalone/loaders/gltf/file/gltf_place.h"
 #include "standalone/loaders/gltf/gltf_axes.h"
@@ -99,26 +100,6 @@ eGltfSkin ReadGltfSkin(eGltfImport& import, int node, const std::vector<host::Ma
 
 namespace {
 
-// The influences of all vertices at their greatest number, to be packed afterwards.
-struct eInfluenceTable {
-    std::size_t width = 0;              // per vertex
-    std::vector<std::uint32_t> counts;  // in use, by vertex
-    std::vector<eSkinWeight> influences;
-
-    void Add(std::size_t vertex, const eSkinWeight& influence) {
-        const auto first = influences.begin() + static_cast<std::ptrdiff_t>(vertex * width);
-        const auto end = first + counts[vertex];
-        const auto known =
-            std::find_if(first, end, [&](const eSkinWeight& other) { return other.bone == influence.bone; });
-        if (known != end) {
-            known->weight += influence.weight;
-        } else {
-            *end = influence;
-            ++counts[vertex];
-        }
-    }
-};
-
 struct eInfluenceSet {
     int joints = -1;
     int weights = -1;
@@ -139,60 +120,85 @@ std::vector<eInfluenceSet> InfluenceSets(const eGltfVertexBlock& block) {
     return sets;
 }
 
-void ReadInfluenceSet(eGltfImport& import, const eGltfVertices& vertices, const eGltfVertexBlock& block,
-                      const eInfluenceSet& set, std::size_t boneCount, eInfluenceTable& table) {
-    if (!vertices.HasAllVertices(block, set.joints)) {
-        return;
-    }
-    const std::vector<std::uint32_t> joints =
-        import.accessors.Wholes(set.joints, kInfluencesPerSet, block.place);
-    if (joints.empty()) {
-        return;
-    }
-    std::size_t beyond = 0;
-    vertices.ForEachOf<kInfluencesPerSet>(
-        block, set.weights, [&](std::size_t vertex, const std::array<float, kInfluencesPerSet>& weights) {
-            const std::size_t inFile = block.kept[vertex - block.first] * kInfluencesPerSet;
-            for (std::size_t i = 0; i < kInfluencesPerSet; ++i) {
-                if (weights[i] == 0) {
-                    continue;
-                }
-                if (joints[inFile + i] >= boneCount) {
-                    ++beyond;
-                    continue;
-                }
-                table.Add(vertex, {static_cast<int>(joints[inFile + i]), weights[i]});
-            }
-        });
-    if (beyond != 0) {
-        import.report.Problem(block.place, eMessageId::GltfSkinInfluences, beyond, boneCount);
-    }
-}
+// The numbers of a set on the vertices of a block, by number in the file; empty, with a problem, where it
+// lacks some.
+struct eInfluences {
+    eInfluences(const eGltfAccessors& accessors, const eGltfVertices& vertices, const eGltfVertexBlock& block,
+                const eInfluenceSet& set)
+        : joints(vertices.HasAllVertices(block, set.joints)
+                     ? accessors.Wholes(set.joints, kInfluencesPerSet, block.place)
+                     : std::vector<std::uint32_t>()),
+          weights(accessors.Numbers(set.weights, kInfluencesPerSet, block.place)),
+          isEmpty(joints.empty() || !vertices.HasAllVertices(block, set.weights) || weights.IsEmpty()) {}
 
-void Pack(const eInfluenceTable& table, eSkinModifier& skin) {
-    skin.firstWeight.push_back(0);
-    for (std::size_t vertex = 0; vertex < table.counts.size(); ++vertex) {
-        const auto first = table.influences.begin() + static_cast<std::ptrdiff_t>(vertex * table.width);
-        skin.weights.insert(skin.weights.end(), first, first + table.counts[vertex]);
-        skin.firstWeight.push_back(static_cast<std::uint32_t>(skin.weights.size()));
+    std::vector<std::uint32_t> joints;
+    eGltfNumbers weights;
+    bool isEmpty;
+    std::size_t beyond = 0;  // influences of joints that the skin lacks
+};
+
+// The vertices of a skin, one behind the other.
+class eWeightList {
+public:
+    explicit eWeightList(eSkinModifier& ownSkin) : skin(ownSkin) { skin.firstWeight.push_back(0); }
+
+    void EndVertex() { skin.firstWeight.push_back(static_cast<std::uint32_t>(skin.weights.size())); }
+
+    void Add(eInfluences& influences, std::uint32_t vertexInFile) {
+        const auto weights = influences.weights.At<kInfluencesPerSet>(vertexInFile);
+        const std::uint32_t* joints = &influences.joints[kInfluencesPerSet * vertexInFile];
+        for (std::size_t i = 0; i < kInfluencesPerSet; ++i) {
+            if (weights[i] == 0) {
+                continue;
+            }
+            if (joints[i] < skin.bones.size()) {
+                Add({static_cast<int>(joints[i]), weights[i]});
+            } else {
+                ++influences.beyond;
+            }
+        }
     }
-}
+
+private:
+    void Add(const eSkinWeight& influence) {
+        for (std::size_t known = skin.firstWeight.back(); known < skin.weights.size(); ++known) {
+            if (skin.weights[known].bone == influence.bone) {
+                skin.weights[known].weight += influence.weight;
+                return;
+            }
+        }
+        skin.weights.push_back(influence);
+    }
+
+    eSkinModifier& skin;
+};
 
 }  // namespace
 
 void ReadGltfInfluences(eGltfImport& import, const eGltfVertices& vertices, eSkinModifier& skin) {
-    eInfluenceTable table;
+    skin.firstWeight.reserve(vertices.Count() + 1);
+    eWeightList list(skin);
     for (const eGltfVertexBlock& block : vertices.Blocks()) {
-        table.width = std::max(table.width, InfluenceSets(block).size() * kInfluencesPerSet);
-    }
-    table.counts.resize(vertices.Count());
-    table.influences.resize(vertices.Count() * table.width);
-    for (const eGltfVertexBlock& block : vertices.Blocks()) {
+        std::deque<eInfluences> sets;
         for (const eInfluenceSet& set : InfluenceSets(block)) {
-            ReadInfluenceSet(import, vertices, block, set, skin.bones.size(), table);
+            sets.emplace_back(import.accessors, vertices, block, set);
+        }
+        for (const std::uint32_t vertex : block.kept) {
+            for (eInfluences& set : sets) {
+                if (!set.isEmpty) {
+                    list.Add(set, vertex);
+                }
+            }
+            list.EndVertex();
+        }
+        for (const eInfluences& set : sets) {
+            if (set.beyond != 0) {
+                import.report.Problem(block.place, eMessageId::GltfSkinInfluences, set.beyond,
+                                      skin.bones.size());
+            }
         }
     }
-    Pack(table, skin);
+    skin.weights.shrink_to_fit();
 }
 
 }  // namespace standalone
