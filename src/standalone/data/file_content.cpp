@@ -33,4 +33,8 @@ platform::eIoStatus ReadFileContent(const std::string& path, std::vector<std::ui
     return ReadInto(path, content);
 }
 
+platform::eIoStatus ReadFileContent(const std::string& path, eLargeContent& content) {
+    return ReadInto(path, content);
+}
+
 }  // namespace standalone

@@ -17,7 +17,7 @@ namespace standalone {
 
 namespace {
 
-eLoadResult ReadDocument(const std::string& content, const std::string& path, const std::string& asModel) {
+eLoadResult ReadDocument(std::string_view content, const std::string& path, const std::string& asModel) {
     eLoadResult result = ReadSceneDocument(content, path);
     if (result.scene && !asModel.empty()) {
         GatherAsModel(*result.scene, asModel);
@@ -69,27 +69,39 @@ eLoadResult LoadForeign(const std::string& path, std::string_view content, eScen
     return ImportWithAssimp(path, content, format, {options.fps, options.asModel, options.texturePaths});
 }
 
-}  // namespace
-
-eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
+// The scene as its file has it. The file's bytes are gone afterwards.
+eLoadResult ReadScene(const std::string& path, const std::string& fullPath, const eLoadOptions& options,
+                      eSceneFormat& format) {
     eLoadResult result;
-    std::string content;
+    eLargeContent content;
     const platform::eIoStatus status = ReadFileContent(path, content);
     if (!status.IsOk()) {
         result.problems.push_back(MakeLoadMessage("", eMessageId::SceneUnreadable, status.Text()));
         return result;
     }
+    format = SceneFormatOf(content.View());
+    switch (format) {
+        case eSceneFormat::Unknown:
+            result.problems.push_back(MakeLoadMessage("", eMessageId::SceneUnknownFormat));
+            return result;
+        case eSceneFormat::Document:
+            return ReadDocument(content.View(), fullPath, options.asModel);
+        default:
+            return LoadForeign(fullPath, content.View(), format, options);
+    }
+}
+
+}  // namespace
+
+eLoadResult LoadScene(const std::string& path, const eLoadOptions& options) {
     const std::string fullPath = platform::DiskPath(path, platform::ePathForm::Native);
-    const eSceneFormat format = SceneFormatOf(content);
+    eSceneFormat format = eSceneFormat::Unknown;
+    eLoadResult result = ReadScene(path, fullPath, options, format);
     if (format == eSceneFormat::Unknown) {
-        result.problems.push_back(MakeLoadMessage("", eMessageId::SceneUnknownFormat));
         return result;
     }
-    const bool isDocument = format == eSceneFormat::Document;
-    result = isDocument ? ReadDocument(content, fullPath, options.asModel)
-                        : LoadForeign(fullPath, content, format, options);
     ReadSidecar(fullPath, options.propertiesFile, result);
-    if (!isDocument) {
+    if (format != eSceneFormat::Document) {
         FitToEngine(options.splitMeshes, result);
     }
     return result;
