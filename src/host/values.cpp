@@ -132,10 +132,10 @@ Matrix3 MatrixFromQuat(const Quat& q) {
 }
 
 Box3& Box3::operator+=(const Point3& p) {
-    for (int i = 0; i < 3; ++i) {
-        pmin[i] = p[i] < pmin[i] ? p[i] : pmin[i];
-        pmax[i] = p[i] > pmax[i] ? p[i] : pmax[i];
-    }
+    const auto lower = [](float a, float b) { return a < b ? a : b; };
+    const auto upper = [](float a, float b) { return a > b ? a : b; };
+    pmin = {lower(p.x, pmin.x), lower(p.y, pmin.y), lower(p.z, pmin.z)};
+    pmax = {upper(p.x, pmax.x), upper(p.y, pmax.y), upper(p.z, pmax.z)};
     return *this;
 }
 

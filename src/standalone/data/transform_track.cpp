@@ -54,6 +54,21 @@ eRotation Between(const eRotation& a, const eRotation& b, double fraction) {
 }  // namespace
 
 template <class Value>
+void ePartTrack<Value>::AddAll(const std::vector<eTransformKey>& keys,
+                               std::optional<Value> eTransformKey::*part) {
+    const auto count = static_cast<std::size_t>(
+        std::ranges::count_if(keys, [&](const eTransformKey& key) { return (key.*part).has_value(); }));
+    frames.reserve(count);
+    values.reserve(count);
+    for (const eTransformKey& key : keys) {
+        if (key.*part) {
+            frames.push_back(key.frame);
+            values.push_back(*(key.*part));
+        }
+    }
+}
+
+template <class Value>
 Value ePartTrack<Value>::At(double frame) const {
     const eKeySpan span = FindKeys(frames, frame, hint);
     if (span.before == span.after) {
@@ -64,17 +79,9 @@ Value ePartTrack<Value>::At(double frame) const {
 
 eTransformTrack::eTransformTrack(const eTransform& stillTransform, const std::vector<eTransformKey>& keys)
     : still(stillTransform) {
-    for (const eTransformKey& key : keys) {
-        if (key.position) {
-            position.Add(key.frame, *key.position);
-        }
-        if (key.rotation) {
-            rotation.Add(key.frame, *key.rotation);
-        }
-        if (key.scale) {
-            scale.Add(key.frame, *key.scale);
-        }
-    }
+    position.AddAll(keys, &eTransformKey::position);
+    rotation.AddAll(keys, &eTransformKey::rotation);
+    scale.AddAll(keys, &eTransformKey::scale);
 }
 
 host::Matrix3 eTransformTrack::At(double frame) const {

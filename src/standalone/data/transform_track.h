@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "host/values.h"
@@ -21,10 +22,8 @@ host::Matrix3 StillMatrix(const eTransform& transform);
 template <class Value>
 class ePartTrack {
 public:
-    void Add(double frame, const Value& value) {
-        frames.push_back(frame);
-        values.push_back(value);
-    }
+    // Those of the keys that hold the part.
+    void AddAll(const std::vector<eTransformKey>& keys, std::optional<Value> eTransformKey::*part);
     bool IsEmpty() const { return frames.empty(); }
     Value At(double frame) const;
 

@@ -154,6 +154,7 @@ host::Point3 PointOf(std::span<const float> value) {
 
 std::vector<eTransformKey> KeysOf(const eGltfNodeCurves& curves, const eAxes& axes) {
     std::vector<eTransformKey> keys;
+    keys.reserve(std::max({curves.position.Count(), curves.rotation.Count(), curves.scale.Count()}));
     std::size_t position = 0, rotation = 0, scale = 0;
     const auto frameOf = [](const eGltfCurve& curve, std::size_t key) {
         return key < curve.Count() ? curve.frames[key] : std::numeric_limits<double>::infinity();

@@ -56,16 +56,16 @@ void NoticeBindPoses(const eSceneData& scene, eImportReport& report) {
             IsTakenAsItStands(scene.nodes[node])) {
             continue;
         }
-        std::vector<bool> isUsed(skin->bones.size());
+        std::vector<char> isUsed(skin->bones.size());
         for (const eSkinWeight& influence : skin->weights) {
-            isUsed[static_cast<std::size_t>(influence.bone)] = true;
+            isUsed[static_cast<std::size_t>(influence.bone)] = 1;
         }
         const host::Box3 bounds = BoundsOf(mesh->mesh);
         const host::Matrix3 toObject = Inverse(world.At(static_cast<int>(node), time));
         bool isBound = true;
         for (std::size_t bone = 0; bone < isUsed.size() && isBound; ++bone) {
             isBound =
-                !isUsed[bone] ||
+                isUsed[bone] == 0 ||
                 KeepsInPlace(skin->bindMatrices[bone] * world.At(skin->bones[bone], time) * toObject, bounds);
         }
         if (!isBound) {
