@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
 
 #include "base/diagnostics.h"
@@ -31,48 +29,69 @@ char EscapeOf(char byte) {
     return escapes[static_cast<unsigned char>(byte)];
 }
 
-// The bytes of a text that grows at its end. Storage is taken in growing pieces, so that n bytes cost time in
-// proportion to n; what is behind the end is never cleared.
+// A text that grows at its end, in pieces that stay where they are: a long one takes no more room than it
+// needs.
 class eTextBuffer {
 public:
-    eTextBuffer() = default;
+    eTextBuffer() { AddPiece(0, kSmallest); }
     eTextBuffer(const eTextBuffer&) = delete;
     eTextBuffer& operator=(const eTextBuffer&) = delete;
-    ~eTextBuffer() { std::free(begin); }
 
-    std::int32_t Size() const { return static_cast<std::int32_t>(end - begin); }
-    const char* Bytes() const { return begin; }
+    std::int32_t Size() const {
+        return pieces.back().begin + static_cast<std::int32_t>(end - pieces.back().bytes.get());
+    }
     // The end of the text, with room for so many bytes; they belong to the text once EndAt has told where
     // they end.
     char* Room(std::size_t count) {
-        if (static_cast<std::size_t>(storageEnd - end) < count) {
+        if (static_cast<std::size_t>(roomEnd - end) < count) {
             Grow(count);
         }
         return end;
     }
     void EndAt(char* newEnd) { end = newEnd; }
-    void CutTo(std::int32_t size) { end = begin + size; }
 
-private:
-    void Grow(std::size_t count) {
-        constexpr std::size_t kSmallest = 4096, kLongest = std::numeric_limits<std::int32_t>::max();
-        const auto size = static_cast<std::size_t>(end - begin);
-        if (count > kLongest - size) {
-            Fail(__FILE__, __LINE__, "a text can't hold 2 GiB");
+    // To an earlier size.
+    void CutTo(std::int32_t size) {
+        while (pieces.back().begin > size) {
+            pieces.pop_back();
         }
-        const std::size_t capacity = std::clamp(2 * size, std::max(size + count, kSmallest), kLongest);
-        auto* storage = static_cast<char*>(std::realloc(begin, capacity));
-        if (storage == nullptr) {
-            Fail(__FILE__, __LINE__, "out of memory for a text");
-        }
-        begin = storage;
-        end = storage + size;
-        storageEnd = storage + capacity;
+        const ePiece& last = pieces.back();
+        end = last.bytes.get() + (size - last.begin);
+        roomEnd = last.bytes.get() + last.room;
     }
 
-    char* begin = nullptr;
-    char* end = nullptr;
-    char* storageEnd = nullptr;
+    void WriteTo(eStream& stream) const {
+        for (std::size_t i = 0; i < pieces.size(); ++i) {
+            const std::int32_t pieceEnd = i + 1 < pieces.size() ? pieces[i + 1].begin : Size();
+            stream.Write(pieces[i].bytes.get(), pieceEnd - pieces[i].begin);
+        }
+    }
+
+private:
+    static constexpr std::size_t kSmallest = 4096, kLargest = std::size_t{1} << 18;
+
+    struct ePiece {
+        std::int32_t begin = 0;  // in the text
+        std::unique_ptr<char[]> bytes;
+        std::size_t room = 0;
+    };
+
+    void Grow(std::size_t count) {
+        const std::int32_t size = Size();
+        if (count > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - size)) {
+            Fail(__FILE__, __LINE__, "a text can't hold 2 GiB");
+        }
+        AddPiece(size, std::max(count, std::clamp(static_cast<std::size_t>(size), kSmallest, kLargest)));
+    }
+
+    void AddPiece(std::int32_t begin, std::size_t room) {
+        pieces.push_back({begin, std::make_unique_for_overwrite<char[]>(room), room});
+        CutTo(begin);
+    }
+
+    std::vector<ePiece> pieces;
+    char* end = nullptr;  // in the last piece
+    char* roomEnd = nullptr;
 };
 
 char* Append(char* out, std::string_view bytes) {
@@ -159,7 +178,7 @@ bool eWriter::Close() {
     if (text.Size() != 0) {
         text.EndAt(state->StartToken(0));
     }
-    target->Write(text.Bytes(), text.Size());
+    text.WriteTo(*target);
     state.reset();
     target = nullptr;
     const bool complete = ownFile == nullptr || ownFile->Close();
