@@ -53,9 +53,10 @@ TEST(GltfAnimation, LinearKeysStayStraight) {
                                    Animation("x", {{"0", "translation", "0", "1", "LINEAR"},
                                                    {"0", "rotation", "2", "3", "LINEAR"}}) +
                                    "]");
-    eScene scene(SceneOf(file.Text()));
-    EXPECT_EQ(scene.data.nodes[0].keys.size(), 4U);
-    EXPECT_EQ(scene.data.nodes[0].keys[1].frame, 10);
+    eSceneData data = SceneOf(file.Text());
+    EXPECT_EQ(data.nodes[0].keys.size(), 4U);
+    EXPECT_EQ(data.nodes[0].keys[1].frame, 10);
+    eScene scene(std::move(data));
     EXPECT_EQ(At(scene, "a", 0).GetTrans(), (host::Point3{0, 0, 0}));
     EXPECT_TRUE(At(scene, "a", 15).GetTrans().Equals({0.5F, -1.5F, 1}, 1e-5F));
     EXPECT_TRUE(At(scene, "a", 90).GetTrans().Equals({2, -6, 4}, 1e-5F));
@@ -68,14 +69,15 @@ TEST(GltfAnimation, LinearKeysStayStraight) {
 
 // Would catch a step that glides, or comes a frame early or late.
 TEST(GltfAnimation, StepsJumpAtTheirKeys) {
-    eScene scene(SceneOf(
-        Moved("translation", {0, 0.5F, 1, 1.5F}, {1, 0, 0, 5, 0, 0, 5, 0, 0, 9, 0, 0}, "STEP").Text()));
+    eSceneData data = SceneOf(
+        Moved("translation", {0, 0.5F, 1, 1.5F}, {1, 0, 0, 5, 0, 0, 5, 0, 0, 9, 0, 0}, "STEP").Text());
+    EXPECT_EQ(data.nodes[0].keys.size(), 6U);  // none twice where nothing jumps
+    eScene scene(std::move(data));
     const auto x = [&](double frame) { return At(scene, "a", frame).GetTrans().x; };
     EXPECT_EQ(x(14.99), 1);
     EXPECT_EQ(x(15), 5);
     EXPECT_EQ(x(44.99), 5);
     EXPECT_EQ(x(45), 9);
-    EXPECT_EQ(scene.data.nodes[0].keys.size(), 6U);  // none twice where nothing jumps
 }
 
 // Would catch tangents exchanged or not scaled by the time between keys, and ends that are not hit.

@@ -20,6 +20,9 @@ eNodeData RootData(const eSceneData& data) {
 }  // namespace
 
 eScene::eScene(eSceneData sceneData) : data(std::move(sceneData)), world(data), rootData(RootData(data)) {
+    for (eNodeData& node : data.nodes) {
+        std::vector<eTransformKey>().swap(node.keys);
+    }
     for (std::size_t i = 0; i < data.maps.size(); ++i) {
         maps.push_back(MakeTexmap(*this, i, data.maps[i]));
     }

@@ -33,7 +33,7 @@ public:
     double FrameOf(host::TimeValue time) const { return static_cast<double>(time) / data.frameTicks; }
     host::TimeValue TimeOf(double frame) const;
 
-    eSceneData data;
+    eSceneData data;  // without the keys of the transforms, which `world` holds in its own way
     eHold hold;
     eWorldMatrices world;
     eRecentMeshes recentMeshes;
