@@ -67,6 +67,26 @@ TEST(WriteMesh, SubMeshesComeByMaterialNameEachWithItsFormat) {
     }
 }
 
+// Catches a corner that takes the vertex of another corner at its place from which it differs.
+TEST(WriteMesh, TrianglesShareVerticesThatAgreeInEverything) {
+    const auto verticesWith = [](auto&& change) {
+        support::eSceneBuilder scene;
+        const int second = scene.Map(eCheckerMap{}, {.channel = 2});
+        const int product = scene.Map(eRgbMultiplyMap{{scene.Map(eCheckerMap{}), second}});
+        host::Mesh mesh = support::GridMesh(1, 1);
+        mesh.maps.push_back({2, {{0, 0, 0}, {1, 0, 0}}, {{{0, 0, 0}}, {{0, 0, 0}}}});
+        mesh.maps.push_back({0, {{1, 1, 1}, {0, 0, 0}}, {{{0, 0, 0}}, {{0, 0, 0}}}});
+        change(mesh);
+        MeshNode(Model(scene), "hat", mesh).Material(scene.Material("m", TexturedMaterial(product)));
+        return eMeshRun(scene).Mesh("hat").vertexCount;
+    };
+    EXPECT_EQ(verticesWith([](host::Mesh&) {}), 4U);
+    EXPECT_EQ(verticesWith([](host::Mesh& mesh) { mesh.faces[1].smGroup = 2; }), 6U);
+    for (const int channel : {0, 1, 2}) {
+        EXPECT_EQ(verticesWith([&](host::Mesh& mesh) { mesh.FindMap(channel)->faces[1] = {{1, 1, 1}}; }), 6U);
+    }
+}
+
 // Catches lost triangles that nobody tells, and an empty sub-mesh in the file.
 TEST(WriteMesh, DegenerateAndRepeatedTrianglesAreTold) {
     const std::string warning =

@@ -1,6 +1,7 @@
 #include "mesh/build/mesh_assembly.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "animation/model_motion.h"
 #include "geometry/vertex_layout.h"
@@ -13,6 +14,11 @@
 #include "scene/current_model.h"
 
 namespace {
+
+template <class T>
+bool AreSameBytes(const T& a, const T& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 class eMeshAssembler {
 public:
@@ -28,10 +34,12 @@ public:
 
     eMeshAssembly Assemble() {
         const std::size_t step = std::max<std::size_t>(mesh.faces.size() / 100, 1);
-        for (std::size_t face = 0; face < mesh.faces.size() && !assembly.isCancelled; ++face) {
-            AddFace(face);
-            if ((face + 1) % step == 0) {
-                run.host->ProgressUpdate(static_cast<int>((face + 1) * 100 / mesh.faces.size()));
+        for (std::size_t face = 0; face < mesh.faces.size() && !assembly.isCancelled;) {
+            for (const std::size_t end = std::min(face + step, mesh.faces.size()); face < end; ++face) {
+                AddFace(face);
+            }
+            if (face % step == 0) {
+                run.host->ProgressUpdate(static_cast<int>(face * 100 / mesh.faces.size()));
                 assembly.isCancelled = run.host->GetCancel();
             }
         }
@@ -51,16 +59,26 @@ private:
         std::uint8_t placeOf[kBonesPerSkin + 1] = {};  // by bone number, in the palette
     };
 
+    // What a face says of its three corners in one frame; null for a channel that they have not or that is
+    // the same for all of them.
+    struct eFaceChannels {
+        const std::uint32_t* numbers;  // of the positions
+        std::uint32_t smoothingGroup;
+        const host::Point3* normals;
+        const std::uint32_t* colors;
+        const host::Point2* uv0;
+        const host::Point2* uv1;
+        const host::Point4* tangents;
+    };
+
     void AddFace(std::size_t face) {
         ChooseKind(mesh.faces[face].material, skinned ? mesh.facePalettes[face] : 0);
-        eTriangle triangle{};
-        for (std::size_t frame = 0; frame < mesh.frames.size(); ++frame) {
-            if (mesh.frames[frame].positions.empty()) {
-                continue;
-            }
-            AddCorners(face, frame, triangle);
-            EstimateTextureSize(*kind.use, PositionsOf(face, mesh.frames[frame]),
-                                mesh.frames[frame].mapCoords0[face]);
+        const eExportMeshFrame& first = mesh.frames.front();
+        const eFaceChannels channels = ChannelsOf(face, first);
+        const eTriangle triangle = {NumberOf(channels, 0), NumberOf(channels, 1), NumberOf(channels, 2)};
+        EstimateTextureSize(*kind.use, PositionsOf(channels, first), first.mapCoords0[face]);
+        if (mesh.frames.size() > 1) {
+            AddToFrames(face, triangle);
         }
         assembly.subsets[static_cast<std::size_t>(kind.use->index)].push_back(triangle);
         ++assembly.triangles;
@@ -104,48 +122,79 @@ private:
         return use;
     }
 
-    eCorners<host::Point3> PositionsOf(std::size_t face, const eExportMeshFrame& frame) const {
-        const auto& v = mesh.faces[face].v;
-        return {frame.positions[v[0]], frame.positions[v[1]], frame.positions[v[2]]};
+    eFaceChannels ChannelsOf(std::size_t face, const eExportMeshFrame& frame) const {
+        const bool hasTangents = kind.bump && face < frame.tangents.size();
+        return {.numbers = mesh.faces[face].v,
+                .smoothingGroup = mesh.faces[face].smGroup,
+                .normals = lit ? nullptr : frame.cornerNormals[face].data(),
+                .colors = frame.colors[face].data(),
+                .uv0 = frame.mapCoords0[face].data(),
+                .uv1 = kind.uvCount > 1 ? frame.mapCoords1[face].data() : nullptr,
+                .tangents = hasTangents ? frame.tangents[face].data() : nullptr};
     }
 
-    // The first frame makes the triangle, the others follow it: corners that share a vertex there share it in
-    // every frame.
-    void AddCorners(std::size_t face, std::size_t frame, eTriangle& triangle) {
-        eExportFrame* const kept = mesh.frames.size() > 1 ? run.motion->frames.OfMeshFrame(frame) : nullptr;
-        const eExportFace& record = mesh.faces[face];
-        eExportVertex vertex = kind.blank;
-        vertex.smoothingGroup = record.smGroup;
-        for (std::size_t corner = 0; corner < 3; ++corner) {
-            const std::uint32_t number = record.v[corner];
-            SetCorner(vertex, face, corner, mesh.frames[frame]);
-            vertex.position = mesh.frames[frame].positions[number];
-            if (skinned) {
-                SetSkin(vertex, mesh.vertexSkins[number]);
-            }
-            if (frame == 0) {
-                triangle[corner] = weld.FindOrAdd(vertex, lastAt[number]);
-            }
-            if (kept != nullptr) {
-                KeepInFrameTable(*kept, triangle[corner], vertex);
-            }
+    static eCorners<host::Point3> PositionsOf(const eFaceChannels& channels, const eExportMeshFrame& frame) {
+        const std::uint32_t* const numbers = channels.numbers;
+        return {frame.positions[numbers[0]], frame.positions[numbers[1]], frame.positions[numbers[2]]};
+    }
+
+    // The welded vertex of a corner as it stands in the first frame.
+    std::uint16_t NumberOf(const eFaceChannels& channels, std::size_t corner) {
+        std::uint16_t& last = lastAt[channels.numbers[corner]];
+        if (last == eVertexWeld::kNone || !IsVertex(channels, corner, weld.Vertices()[last])) {
+            last = weld.FindOrAdd(MakeVertex(channels, corner, mesh.frames.front()));
         }
+        return last;
+    }
+
+    // Whether a corner is to the last bit the vertex that another one at its position has become. Five of six
+    // are, and need not be put together: the position's number stands for the skin too, and the subset for
+    // the format.
+    bool IsVertex(const eFaceChannels& channels, std::size_t corner, const eExportVertex& vertex) const {
+        return vertex.subset == kind.blank.subset && vertex.smoothingGroup == channels.smoothingGroup &&
+               vertex.color == channels.colors[corner] && AreSameBytes(vertex.uv0, channels.uv0[corner]) &&
+               (channels.normals == nullptr || AreSameBytes(vertex.normal, channels.normals[corner])) &&
+               (channels.uv1 == nullptr || AreSameBytes(vertex.uv1, channels.uv1[corner])) &&
+               (channels.tangents == nullptr || AreSameBytes(vertex.tangent, channels.tangents[corner]));
     }
 
     // The same fields at every corner of a face.
-    void SetCorner(eExportVertex& vertex, std::size_t face, std::size_t corner,
-                   const eExportMeshFrame& frame) {
-        vertex.uv0 = frame.mapCoords0[face][corner];
-        if (kind.uvCount > 1) {
-            vertex.uv1 = frame.mapCoords1[face][corner];
+    eExportVertex MakeVertex(const eFaceChannels& channels, std::size_t corner,
+                             const eExportMeshFrame& frame) {
+        const std::uint32_t number = channels.numbers[corner];
+        eExportVertex vertex = kind.blank;
+        vertex.position = frame.positions[number];
+        vertex.smoothingGroup = channels.smoothingGroup;
+        vertex.normal = channels.normals != nullptr ? channels.normals[corner] : host::Point3{0, 0, 1};
+        vertex.color = channels.colors[corner];
+        vertex.uv0 = channels.uv0[corner];
+        vertex.uv1 = channels.uv1 != nullptr ? channels.uv1[corner] : host::Point2();
+        vertex.tangent = channels.tangents != nullptr ? channels.tangents[corner] : host::Point4();
+        if (skinned) {
+            SetSkin(vertex, mesh.vertexSkins[number]);
         }
-        vertex.normal = lit ? host::Point3{0, 0, 1} : frame.cornerNormals[face][corner];
-        vertex.color = frame.colors[face][corner];
         if (vertex.color != kOpaqueWhite) {
             bone.colorsAllWhite = false;
         }
-        if (kind.bump && face < frame.tangents.size()) {
-            vertex.tangent = frame.tangents[face][corner];
+        return vertex;
+    }
+
+    // Corners that share a vertex in the first frame share it in every frame.
+    void AddToFrames(std::size_t face, const eTriangle& triangle) {
+        for (std::size_t number = 0; number < mesh.frames.size(); ++number) {
+            const eExportMeshFrame& frame = mesh.frames[number];
+            if (frame.positions.empty()) {
+                continue;
+            }
+            const eFaceChannels channels = ChannelsOf(face, frame);
+            if (eExportFrame* const kept = run.motion->frames.OfMeshFrame(number)) {
+                for (std::size_t corner = 0; corner < 3; ++corner) {
+                    KeepInFrameTable(*kept, triangle[corner], MakeVertex(channels, corner, frame));
+                }
+            }
+            if (number != 0) {
+                EstimateTextureSize(*kind.use, PositionsOf(channels, frame), frame.mapCoords0[face]);
+            }
         }
     }
 

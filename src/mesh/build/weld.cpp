@@ -53,13 +53,6 @@ eVertexWeld::eVertexWeld(std::size_t corners) {
     vertices.reserve(most);
 }
 
-std::uint16_t eVertexWeld::FindOrAdd(const eExportVertex& corner, std::uint16_t& last) {
-    if (last == kNone || !AreIdentical(vertices[last], corner)) {
-        last = FindOrAdd(corner);
-    }
-    return last;
-}
-
 std::uint16_t eVertexWeld::FindOrAdd(const eExportVertex& corner) {
     const std::uint64_t hash = HashOf(corner);
     const auto tag = static_cast<std::uint32_t>(hash >> 32) & 0xFFFF0000U;

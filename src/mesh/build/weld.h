@@ -17,9 +17,8 @@
 //  - The tree is balanced by height (Adelson-Velsky and Landis, 1962): going back up from a new leaf, the
 //    first node whose subtrees differ by two in height is put right by a single or a double rotation.
 //
-// Nearly all corners are answered by the first rule: most are the vertex of the corner that came before them
-// at their place, the others stand in a hash table. A node of the tree is 16 bytes: the position, which
-// decides nearly every comparison, and two 16-bit children.
+// Corners that have come before are answered by the first rule, from a hash table. A node of the tree is 16
+// bytes: the position, which decides nearly every comparison, and two 16-bit children.
 class eVertexWeld {
 public:
     // A mesh may have one vertex less; the last one that is kept shows that there are too many.
@@ -35,9 +34,6 @@ public:
     // number 0 and is dropped: the mesh can't be written anyway. Constant for a corner that has come before,
     // else logarithmic; no allocation.
     std::uint16_t FindOrAdd(const eExportVertex& corner);
-
-    // The same for a corner that most likely is the vertex `last`, or kNone. `last` becomes the number.
-    std::uint16_t FindOrAdd(const eExportVertex& corner, std::uint16_t& last);
 
     const std::vector<eExportVertex>& Vertices() const { return vertices; }
     std::vector<eExportVertex> TakeVertices() { return std::move(vertices); }
