@@ -9,10 +9,6 @@ std::uint32_t ColorByte(float value) {
     return value > 0 ? static_cast<std::uint32_t>(std::min(value, 1.0F) * 255.0F + 0.5F) : 0;
 }
 
-std::uint32_t PackColor(const host::Color& color, float alpha) {
-    return ColorByte(alpha) << 24 | ColorByte(color.r) << 16 | ColorByte(color.g) << 8 | ColorByte(color.b);
-}
-
 // The context in which a blend map is evaluated for a corner; one for the process.
 SContext& BlendContext() {
     static const eSceneLights noLights;
@@ -21,6 +17,10 @@ SContext& BlendContext() {
 }
 
 }  // namespace
+
+std::uint32_t PackColor(const host::Color& color, float alpha) {
+    return ColorByte(alpha) << 24 | ColorByte(color.r) << 16 | ColorByte(color.g) << 8 | ColorByte(color.b);
+}
 
 eCornerColors::eCornerColors(const eNodeReading& ownReading, const eReadingSpace& ownSpace,
                              const host::Mesh& ownMesh, bool hasVertexAlpha)
@@ -34,14 +34,11 @@ eCornerColors::eCornerColors(const eNodeReading& ownReading, const eReadingSpace
         alphaVerts = mesh.mapVerts(host::Mesh::kVertexAlphaChannel);
         alphaFaces = mesh.mapFaces(host::Mesh::kVertexAlphaChannel);
     }
+    isPlain = colorVerts.empty() && alphaVerts.empty() && !light.AnyCounts();
 }
 
-eCorners<std::uint32_t> eCornerColors::Of(std::size_t face, const eFaceMaterial& material,
-                                          const eCorners<host::Point3>& normals, eObjectBox& box) {
-    if (IsEven(material)) {
-        const std::uint32_t color = ColorByte(material.opacity) << 24 | kOpaqueWhite >> 8;
-        return {color, color, color};
-    }
+eCorners<std::uint32_t> eCornerColors::EachOf(std::size_t face, const eFaceMaterial& material,
+                                              const eCorners<host::Point3>& normals, eObjectBox& box) {
     const eFaceMaps& maps = material.maps;
     eCorners<host::Point3> blend{};
     if (maps.blend != nullptr && !maps.vertexBlended) {
@@ -58,10 +55,6 @@ eCorners<std::uint32_t> eCornerColors::Of(std::size_t face, const eFaceMaterial&
         colors[c] = PackColor(color, alpha);
     }
     return colors;
-}
-
-bool eCornerColors::IsEven(const eFaceMaterial& material) const {
-    return colorVerts.empty() && alphaVerts.empty() && material.maps.blend == nullptr && !light.AnyCounts();
 }
 
 // White for a mesh without vertex colours, as the host shows it.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <numeric>
 
 #include "mesh/read/unit_normal.h"
 
@@ -22,7 +23,8 @@ std::vector<host::Point3> ArtistNormals(const eReadingSpace& space, const host::
 bool HasArtistNormals(const host::Mesh& mesh) {
     const host::MeshNormalSpec* specified = mesh.GetSpecifiedNormals();
     return specified != nullptr &&
-           std::ranges::all_of(specified->faceNormals, [](std::int32_t number) { return number >= 0; }) &&
+           // Negative if any of them is.
+           std::reduce(specified->faceNormals.begin(), specified->faceNormals.end(), 0, std::bit_or()) >= 0 &&
            std::ranges::all_of(specified->explicitNormals, std::identity());
 }
 
@@ -65,19 +67,20 @@ eCornerNormals::eCornerNormals(host::Mesh& mesh, const eReadingSpace& space)
     : mesh_(mesh),
       space_(space),
       artistNormals_(ArtistNormals(space, mesh)),
-      areAllSet_(HasArtistNormals(mesh)) {
+      areAllSet_(HasArtistNormals(mesh)),
+      areAllReady_(areAllSet_ && std::ranges::find(artistNormals_, host::Point3{}) == artistNormals_.end()) {
     Build(mesh);
 }
 
 void eCornerNormals::Build(host::Mesh& mesh) const {
     if (!areAllSet_) {
         mesh.buildRenderNormals();
-    } else if (std::ranges::find(artistNormals_, host::Point3{}) != artistNormals_.end()) {
+    } else if (!areAllReady_) {
         mesh.buildNormals();
     }
 }
 
-eCorners<host::Point3> eCornerNormals::Of(std::size_t face) const {
+eCorners<host::Point3> eCornerNormals::EachOf(std::size_t face) const {
     const host::MeshNormalSpec* specified = mesh_.GetSpecifiedNormals();
     eCorners<host::Point3> normals;
     for (std::size_t c = 0; c < 3; ++c) {

@@ -19,14 +19,23 @@ public:
     eCornerNormals(host::Mesh& mesh, const eReadingSpace& space);
 
     // In the order of the stored corners.
-    eCorners<host::Point3> Of(std::size_t face) const;
+    eCorners<host::Point3> Of(std::size_t face) const { return areAllReady_ ? ReadyOf(face) : EachOf(face); }
 
 private:
     void Build(host::Mesh& mesh) const;
+    eCorners<host::Point3> ReadyOf(std::size_t face) const {
+        const std::int32_t* const numbers = mesh_.GetSpecifiedNormals()->faceNormals.data() + 3 * face;
+        const auto at = [&](int c) {
+            return artistNormals_[static_cast<std::size_t>(numbers[space_.HostCorner(c)])];
+        };
+        return {at(0), at(1), at(2)};
+    }
+    eCorners<host::Point3> EachOf(std::size_t face) const;
     host::Point3 OfFace(std::size_t face) const;
 
     const host::Mesh& mesh_;
     const eReadingSpace& space_;
     std::vector<host::Point3> artistNormals_;  // in the bone's space; zero without direction
     bool areAllSet_;                           // by the artist
+    bool areAllReady_;                         // set, and each has a direction
 };

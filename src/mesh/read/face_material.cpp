@@ -5,6 +5,7 @@
 
 #include "material/queries/mapping_channels.h"
 #include "material/queries/material_queries.h"
+#include "mesh/read/corner_color.h"
 #include "run/export.h"
 
 namespace {
@@ -48,25 +49,26 @@ eFaceMaps ChooseFaceMaps(host::Mtl* leaf) {
     return {.first = diffuse};
 }
 
-const eFaceMaterial& eFaceMaterials::Of(const host::Face& face) {
+eFaceMaterial& eFaceMaterials::EntryOf(const host::Face& face) {
     const std::size_t id = face.getMatID();
     if (id >= byId_.size()) {
         byId_.resize(id + 1);
     }
     std::unique_ptr<eFaceMaterial>& entry = byId_[id];
     if (entry != nullptr) {
-        ++entry->faces;
         return *entry;
     }
     host::Mtl* leaf = LeafMaterial(material_, face.getMatID());
     const eFaceMaps maps = ChooseFaceMaps(leaf);
+    const float opacity = leaf != nullptr ? 1 - leaf->GetXParency(0, false) : 1.0F;
     entry = std::make_unique<eFaceMaterial>(
         eFaceMaterial{.leaf = leaf,
                       .maps = maps,
                       .first = eFaceMapCoords(mesh_, maps.first, true),
                       .second = eFaceMapCoords(mesh_, maps.second, true),
                       .blend = eFaceMapCoords(mesh_, maps.blend, false),
-                      .opacity = leaf != nullptr ? 1 - leaf->GetXParency(0, false) : 1.0F,
+                      .opacity = opacity,
+                      .plainColor = PackColor({1, 1, 1}, opacity),
                       .number = count_++,
                       .worldMaps = CheckMappingChannels(run_, material_, face)});
     return *entry;

@@ -28,9 +28,10 @@ struct eFaceMaterial {
     eFaceMapCoords second;
     eFaceMapCoords blend;                        // without the map's transform
     float opacity;                               // of the leaf, 1 without
+    std::uint32_t plainColor;                    // white with that alpha
     std::uint32_t number;                        // in the order in which they were first asked for
     std::vector<const host::Texmap*> worldMaps;  // with coordinates that the export can't take
-    int faces = 1;                               // that have asked for it so far
+    int faces = 0;                               // that have asked for it so far
 };
 
 // The materials of one mesh by the id of its faces, each asked of the host once.
@@ -41,16 +42,27 @@ public:
         : run_(run), material_(material), mesh_(mesh) {}
 
     // Asked once for each face: the faces are counted.
-    const eFaceMaterial& Of(const host::Face& face);
+    const eFaceMaterial& Of(const host::Face& face) {
+        if (last_ == nullptr || lastId_ != face.getMatID()) {
+            last_ = &EntryOf(face);
+            lastId_ = face.getMatID();
+        }
+        ++last_->faces;
+        return *last_;
+    }
 
     // Warns of maps with coordinates that the export can't take, each once with the number of its faces.
     // `node` is the one whose faces they are.
     void TellWorldMaps(const host::INode& node) const;
 
 private:
+    eFaceMaterial& EntryOf(const host::Face& face);
+
     Export& run_;
     host::Mtl* material_;
     const host::Mesh& mesh_;
     std::vector<std::unique_ptr<eFaceMaterial>> byId_;
     std::uint32_t count_ = 0;
+    eFaceMaterial* last_ = nullptr;  // that of the face before, and its id
+    std::uint16_t lastId_ = 0;
 };

@@ -35,6 +35,32 @@ eFaceReader::eFaceReader(const eNodeReading& ownReading, const eReadingSpace& ow
     }
 }
 
+inline void eFaceReader::StoreFace(const host::Face& face, const eFaceMaterial& material) {
+    eExportMesh& target = reading.bone.mesh;
+    const auto stored = [&](int corner) { return face.v[space.HostCorner(corner)] + base; };
+    const std::uint32_t number = firstMaterial + material.number;
+    target.faces.push_back({{stored(0), stored(1), stored(2)}, face.smGroup, number});
+    if (number == target.materials.size()) {
+        target.materials.emplace_back(material.leaf, face.getMatID());
+    }
+}
+
+inline void eFaceReader::ReadFace(std::size_t index) {
+    const host::Face& face = mesh.faces[index];
+    const eFaceMaterial& material = materials.Of(face);
+    if (reading.IsFirstFrame()) {
+        StoreFace(face, material);
+    }
+    frame.cornerNormals.push_back(normals.Of(index));
+    frame.mapCoords0.push_back(material.first.FlatOf(index, space.mirrored, box));
+    if (material.second.HasMap()) {
+        frame.mapCoords1.Add(material.second.FlatOf(index, space.mirrored, box));
+    } else {
+        frame.mapCoords1.AddUsual();
+    }
+    frame.colors.Add(colors.Of(index, material, frame.cornerNormals.back(), box));
+}
+
 void eFaceReader::ReadFaces() {
     Reserve();
     const std::size_t before = reading.bone.mesh.faces.size();
@@ -43,10 +69,11 @@ void eFaceReader::ReadFaces() {
             ReadFace(i);
         }
     }
+    if (reading.bone.mesh.faces.size() != before) {
+        reading.bone.mesh.faceNodes.push_back(&reading.node);
+        ReadSkin();
+    }
     if (reading.IsFirstFrame()) {
-        if (reading.bone.mesh.faces.size() != before) {
-            reading.bone.mesh.faceNodes.push_back(&reading.node);
-        }
         materials.TellWorldMaps(reading.node);
     }
     TellBonesOutsideTable();
@@ -63,42 +90,18 @@ void eFaceReader::Reserve() {
     }
 }
 
-void eFaceReader::ReadFace(std::size_t index) {
-    const host::Face& face = mesh.faces[index];
-    const eFaceMaterial& material = materials.Of(face);
-    if (reading.IsFirstFrame()) {
-        StoreFace(face, material);
-    }
-    frame.cornerNormals.push_back(normals.Of(index));
-    frame.mapCoords0.push_back(material.first.FlatOf(index, space.mirrored, box));
-    if (material.second.HasMap()) {
-        frame.mapCoords1.Add(material.second.FlatOf(index, space.mirrored, box));
-    } else {
-        frame.mapCoords1.AddUsual();
-    }
-    frame.colors.Add(colors.Of(index, material, frame.cornerNormals.back(), box));
-}
-
-void eFaceReader::StoreFace(const host::Face& face, const eFaceMaterial& material) {
-    eExportMesh& target = reading.bone.mesh;
-    const auto stored = [&](int corner) { return face.v[space.HostCorner(corner)] + base; };
-    const std::uint32_t number = firstMaterial + material.number;
-    target.faces.push_back({{stored(0), stored(1), stored(2)}, face.smGroup, number});
-    if (number == target.materials.size()) {
-        target.materials.emplace_back(material.leaf, face.getMatID());
-    }
-    if (reading.skin != nullptr) {
-        StoreSkin(face);
-    }
-}
-
 // Vertices without a face that is seen, and those of nodes without skin, keep records without bones.
-void eFaceReader::StoreSkin(const host::Face& face) {
+void eFaceReader::ReadSkin() {
+    if (reading.skin == nullptr) {
+        return;
+    }
     std::vector<eExportVertexSkin>& skins = reading.bone.mesh.vertexSkins;
     skins.resize(frame.positions.size());
-    for (const std::uint32_t vertex : face.v) {
-        if (skin) {
-            skin->Read(vertex, skins[vertex + base], reading.bone.bonesPerVertex);
+    for (const host::Face& face : mesh.faces) {
+        if (skin && !face.Hidden()) {
+            for (const std::uint32_t vertex : face.v) {
+                skin->Read(vertex, skins[vertex + base], reading.bone.bonesPerVertex);
+            }
         }
     }
 }

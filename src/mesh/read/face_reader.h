@@ -25,7 +25,7 @@ private:
     void Reserve();
     void ReadFace(std::size_t index);
     void StoreFace(const host::Face& face, const eFaceMaterial& material);
-    void StoreSkin(const host::Face& face);
+    void ReadSkin();
     void TellBonesOutsideTable() const;
     eBilingual NamesOfLeftOutBones() const;
 

@@ -52,26 +52,29 @@ eFaceMapCoords::eFaceMapCoords(const host::Mesh& mesh, const host::Texmap* map, 
     }
 }
 
+inline host::Point3 eFaceMapCoords::At(std::size_t face, std::size_t corner, eObjectBox& box) const {
+    const host::Point3 coordinates = hasChannel_ ? channelVerts_[channelFaces_[face].t[corner]]
+                                                 : box.Relative(mesh_.verts[mesh_.faces[face].v[corner]]);
+    const host::Point3 placed = coordinates * transform_;
+    return {placed.x, 1 - placed.y, placed.z};
+}
+
 eCorners<host::Point3> eFaceMapCoords::Of(std::size_t face, bool mirrored, eObjectBox& box) const {
-    eCorners<host::Point3> corners{};
-    for (std::size_t corner = 0; hasMap_ && corner < 3; ++corner) {
-        const host::Point3 coordinates = hasChannel_ ? channelVerts_[channelFaces_[face].t[corner]]
-                                                     : box.Relative(mesh_.verts[mesh_.faces[face].v[corner]]);
-        corners[corner] = coordinates * transform_;
+    if (!hasMap_) {
+        return {{{0, 1, 0}, {0, 1, 0}, {0, 1, 0}}};
     }
+    eCorners<host::Point3> corners{At(face, 0, box), At(face, 1, box), At(face, 2, box)};
     if (mirrored) {
         std::swap(corners[0], corners[2]);
-    }
-    for (host::Point3& corner : corners) {
-        corner.y = 1 - corner.y;
     }
     return corners;
 }
 
-eCorners<host::Point2> eFaceMapCoords::FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const {
-    if (!hasMap_) {
-        return {{{0, 1}, {0, 1}, {0, 1}}};
+eCorners<host::Point2> eFaceMapCoords::OfMap(std::size_t face, bool mirrored, eObjectBox& box) const {
+    eCorners<host::Point2> corners;
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+        const host::Point3 at = At(face, corner, box);
+        corners[mirrored ? 2 - corner : corner] = {at.x, at.y};
     }
-    const eCorners<host::Point3> corners = Of(face, mirrored, box);
-    return {{{corners[0].x, corners[0].y}, {corners[1].x, corners[1].y}, {corners[2].x, corners[2].y}}};
+    return corners;
 }

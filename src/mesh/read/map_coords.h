@@ -36,9 +36,18 @@ public:
     // over because textures in files run from the top down.
     eCorners<host::Point3> Of(std::size_t face, bool mirrored, eObjectBox& box) const;
     // The same without w.
-    eCorners<host::Point2> FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const;
+    eCorners<host::Point2> FlatOf(std::size_t face, bool mirrored, eObjectBox& box) const {
+        if (!hasMap_) {
+            return {{{0, 1}, {0, 1}, {0, 1}}};
+        }
+        return OfMap(face, mirrored, box);
+    }
 
 private:
+    eCorners<host::Point2> OfMap(std::size_t face, bool mirrored, eObjectBox& box) const;
+    // Of one corner in the host's order, with v turned over.
+    host::Point3 At(std::size_t face, std::size_t corner, eObjectBox& box) const;
+
     const host::Mesh& mesh_;
     bool hasMap_;
     std::span<const host::Point3> channelVerts_;

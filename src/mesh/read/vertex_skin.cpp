@@ -64,12 +64,8 @@ eVertexSkinReader::eHeaviest eVertexSkinReader::HeaviestOf(int vertex) {
     return heaviest;
 }
 
-void eVertexSkinReader::Read(std::uint32_t vertex, eExportVertexSkin& skin, int& bonesPerVertex) {
-    if (isRead[vertex]) {
-        return;
-    }
-    isRead[vertex] = true;
-    const eHeaviest heaviest = HeaviestOf(static_cast<int>(vertex));
+void eVertexSkinReader::ReadAnew(int vertex, eExportVertexSkin& skin, int& bonesPerVertex) {
+    const eHeaviest heaviest = HeaviestOf(vertex);
     skin = heaviest.count != 0 ? eExportVertexSkin{.weights = {}} : eExportVertexSkin();
     float sum = 0;
     for (int k = 0; k < heaviest.count; ++k) {

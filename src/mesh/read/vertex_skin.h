@@ -21,7 +21,12 @@ public:
 
     // Fills the record at the first call for the vertex. `vertex` is its number within the node's own mesh.
     // Raises `bonesPerVertex` to 2 or 3 where the vertex needs it.
-    void Read(std::uint32_t vertex, eExportVertexSkin& skin, int& bonesPerVertex);
+    void Read(std::uint32_t vertex, eExportVertexSkin& skin, int& bonesPerVertex) {
+        if (!isRead[vertex]) {
+            isRead[vertex] = true;
+            ReadAnew(static_cast<int>(vertex), skin, bonesPerVertex);
+        }
+    }
 
     // The bones of the skin whose influences were left out because the table lacks them, in rising order.
     const std::set<int>& LeftOutBones() const { return leftOutBones; }
@@ -37,6 +42,7 @@ private:
     };
 
     eHeaviest HeaviestOf(int vertex);
+    void ReadAnew(int vertex, eExportVertexSkin& skin, int& bonesPerVertex);
 
     const host::ISkinContextData& weights;
     std::vector<std::uint8_t> tableNumbers;
