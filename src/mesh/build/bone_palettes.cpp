@@ -1,58 +1,82 @@
 #include "mesh/build/bone_palettes.h"
 
-#include <bitset>
+#include <array>
+#include <vector>
 
 #include "scene/export_bone.h"
 
 namespace {
 
-using eBoneSet = std::bitset<kBonesPerSkin + 1>;
+using eBoneSet = std::array<bool, kBonesPerSkin + 1>;  // by bone number
 
 constexpr std::int32_t kNoPalette = -1;
 
-template <class Visit>
-void ForEachNumber(const eExportMesh& mesh, const eExportFace& face, Visit visit) {
-    for (const std::uint32_t vertex : face.v) {
-        for (const std::uint8_t number : mesh.vertexSkins[vertex].bones) {
-            visit(number);
+// A palette that takes faces, in the order in which they are offered.
+class ePaletteFaces {
+public:
+    explicit ePaletteFaces(const eExportMesh& ownMesh)
+        : mesh(ownMesh), isServed(ownMesh.vertexSkins.size()) {}
+
+    const eBoneSet& Used() const { return used; }
+
+    // False if the bones of the face find no room.
+    bool Take(const eExportFace& face) {
+        eNumbers fresh;
+        for (const std::uint32_t vertex : face.v) {
+            if (isServed[vertex] == 0) {
+                AddFresh(mesh.vertexSkins[vertex], fresh);
+            }
+        }
+        if (fresh.count > capacity) {
+            return false;
+        }
+        capacity -= fresh.count;
+        for (int i = 0; i < fresh.count; ++i) {
+            used[fresh.list[i]] = true;
+        }
+        for (const std::uint32_t vertex : face.v) {
+            isServed[vertex] = 1;
+        }
+        return true;
+    }
+
+private:
+    struct eNumbers {
+        std::uint8_t list[3 * kInfluencesPerCorner];
+        int count = 0;
+    };
+
+    // The numbers that the palette lacks; 0, no bone, counts like any other.
+    void AddFresh(const eExportVertexSkin& skin, eNumbers& fresh) const {
+        for (const std::uint8_t number : skin.bones) {
+            bool isFresh = !used[number];
+            for (int i = 0; isFresh && i < fresh.count; ++i) {
+                isFresh = fresh.list[i] != number;
+            }
+            if (isFresh) {
+                fresh.list[fresh.count++] = number;
+            }
         }
     }
-}
 
-// The numbers of a face that a palette lacks; 0, no bone, counts like any other.
-int CountFresh(const eExportMesh& mesh, const eExportFace& face, const eBoneSet& used) {
-    std::uint8_t fresh[3 * kInfluencesPerCorner];
-    int count = 0;
-    ForEachNumber(mesh, face, [&](std::uint8_t number) {
-        bool isFresh = !used[number];
-        for (int i = 0; isFresh && i < count; ++i) {
-            isFresh = fresh[i] != number;
-        }
-        if (isFresh) {
-            fresh[count++] = number;
-        }
-    });
-    return count;
-}
+    const eExportMesh& mesh;
+    eBoneSet used{};
+    int capacity = kBonesPerPalette;
+    std::vector<std::uint8_t> isServed;  // by vertex, 1 where its bones are among those used
+};
 
 // Gives the palette every unassigned face that fits; the number of faces left.
-std::size_t FillPalette(eExportMesh& mesh, std::int32_t number, eBoneSet& used) {
-    int capacity = kBonesPerPalette;
+std::size_t FillPalette(eExportMesh& mesh, std::int32_t number, ePaletteFaces& palette) {
     std::size_t left = 0;
     for (std::size_t face = 0; face < mesh.faces.size(); ++face) {
         if (mesh.facePalettes[face] != kNoPalette) {
             continue;
         }
-        const int fresh = CountFresh(mesh, mesh.faces[face], used);
-        if (fresh > capacity) {
+        if (palette.Take(mesh.faces[face])) {
+            mesh.facePalettes[face] = number;
+        } else {
             ++left;
-            continue;
         }
-        if (fresh != 0) {
-            ForEachNumber(mesh, mesh.faces[face], [&](std::uint8_t bone) { used.set(bone); });
-            capacity -= fresh;
-        }
-        mesh.facePalettes[face] = number;
     }
     return left;
 }
@@ -72,8 +96,8 @@ eBonePalette MakePalette(const eBoneSet& used) {
 void BuildBonePalettes(eExportBone& bone) {
     bone.mesh.facePalettes.assign(bone.mesh.faces.size(), kNoPalette);
     for (std::size_t left = bone.mesh.faces.size(); left != 0;) {
-        eBoneSet used;
-        left = FillPalette(bone.mesh, static_cast<std::int32_t>(bone.palettes.size()), used);
-        bone.palettes.push_back(MakePalette(used));
+        ePaletteFaces palette(bone.mesh);
+        left = FillPalette(bone.mesh, static_cast<std::int32_t>(bone.palettes.size()), palette);
+        bone.palettes.push_back(MakePalette(palette.Used()));
     }
 }
