@@ -30,6 +30,11 @@ public:
     // By place what Texmap::EvalColor gives, without filter, in a context where the place is the exact
     // coordinates of every channel; as PutPixel has it. `pixels` holds four bytes for each place.
     virtual void EvalRow(std::span<const DPoint2> places, std::span<std::uint8_t> pixels) = 0;
+
+    // The row of texels `row`, counted from the smallest v, of a picture of this size, if the map shows such
+    // a picture as it is: what EvalRow has for places of which each lies in its own texel. False, with
+    // nothing done, if it doesn't.
+    virtual bool CopyRow(int row, int width, int height, std::span<std::uint8_t> pixels) = 0;
 };
 
 }  // namespace host

@@ -213,8 +213,10 @@ TEST(PictureRules, MaterialsAreAskedAtTheTimesOfTheRun) {
     EXPECT_THAT(material.map.loaded, ElementsAre(5 * 160, 7 * 160));
     EXPECT_EQ(ShadeMaterial(run, &material, 9 * 160, {}).g, 1);
     EXPECT_THAT(material.shaded, ElementsAre(9 * 160));
-    RenderTexture(run, {.material = &material, .map = &material.map, .role = {}, .width = 1, .height = 1},
-                  11 * 160);
+    std::array<std::uint8_t, 4> pixel{};
+    TextureRows(run, {.material = &material, .map = &material.map, .role = {}, .width = 1, .height = 1},
+                11 * 160)
+        .fill(0, pixel);
     EXPECT_THAT(material.map.asked, ElementsAre(11 * 160));
     EXPECT_FALSE(material.map.isFiltered);
 }

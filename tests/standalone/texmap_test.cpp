@@ -50,6 +50,11 @@ protected:
             rows->EvalRow(std::array<host::DPoint2, 2>{{{0, 0}, context.uv}}, row);
             host::PutPixel(color, pixel.data() + 4);
             EXPECT_TRUE(std::equal(row.begin() + 4, row.end(), pixel.begin() + 4));
+            std::array<std::uint8_t, 16> copied{}, shown{};
+            if (rows->CopyRow(0, 4, 1, copied)) {
+                rows->EvalRow(std::array<host::DPoint2, 4>{{{0.1, 0}, {0.3, 0}, {0.7, 0}, {0.9, 0}}}, shown);
+                EXPECT_EQ(copied, shown);
+            }
         }
         return color;
     }

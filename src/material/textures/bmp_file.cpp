@@ -29,7 +29,7 @@ private:
     std::size_t position = 0;
 };
 
-void WriteHeader(std::vector<std::uint8_t>& bytes, const eTextureImage& image, int bitsPerPixel) {
+void WriteHeader(std::vector<std::uint8_t>& bytes, const eTextureRows& picture, int bitsPerPixel) {
     eHeaderWriter header(bytes);
     header.Put('B');
     header.Put('M');
@@ -37,34 +37,38 @@ void WriteHeader(std::vector<std::uint8_t>& bytes, const eTextureImage& image, i
     header.Put(std::uint32_t{0});
     header.Put(static_cast<std::uint32_t>(kBmpHeaderSize));
     header.Put(kInfoHeaderSize);
-    header.Put(static_cast<std::uint32_t>(image.width));
-    header.Put(static_cast<std::uint32_t>(image.height));
+    header.Put(static_cast<std::uint32_t>(picture.width));
+    header.Put(static_cast<std::uint32_t>(picture.height));
     header.Put(std::uint16_t{1});
     header.Put(static_cast<std::uint16_t>(bitsPerPixel));
 }
 
-// A known size is copied without a call.
-template <std::size_t bytesPerPixel>
-std::uint8_t* CopyRow(const std::uint8_t* pixel, int width, std::uint8_t* target) {
-    for (int x = 0; x < width; ++x, pixel += 4, target += bytesPerPixel) {
-        std::memcpy(target, pixel, bytesPerPixel);
+// Four bytes at a time; what comes after a pixel writes over the fourth.
+void DropAlpha(std::span<const std::uint8_t> pixels, std::uint8_t* target) {
+    const std::uint8_t* pixel = pixels.data();
+    const std::uint8_t* const last = pixel + pixels.size() - 4;
+    for (; pixel != last; pixel += 4, target += 3) {
+        std::memcpy(target, pixel, 4);
     }
-    return target;
+    std::memcpy(target, last, 3);
 }
 
 }  // namespace
 
-std::vector<std::uint8_t> MakeBmp(const eTextureImage& image, int bitsPerPixel) {
-    const std::size_t rowSize = RowSize(image.width, bitsPerPixel);
-    std::vector<std::uint8_t> bytes(kBmpHeaderSize + rowSize * static_cast<std::size_t>(image.height));
-    WriteHeader(bytes, image, bitsPerPixel);
-    for (int y = 0; y < image.height; ++y) {
-        std::uint8_t* target = bytes.data() + kBmpHeaderSize + rowSize * static_cast<std::size_t>(y);
-        std::uint8_t* const rowEnd = target + rowSize;
-        const std::uint8_t* const row = image.Pixel(0, y);
-        target =
-            bitsPerPixel == 32 ? CopyRow<4>(row, image.width, target) : CopyRow<3>(row, image.width, target);
-        std::fill(target, rowEnd, kRowFill);
+std::vector<std::uint8_t> MakeBmp(const eTextureRows& picture, int bitsPerPixel) {
+    const std::size_t rowSize = RowSize(picture.width, bitsPerPixel);
+    std::vector<std::uint8_t> bytes(kBmpHeaderSize + rowSize * static_cast<std::size_t>(picture.height));
+    WriteHeader(bytes, picture, bitsPerPixel);
+    std::vector<std::uint8_t> pixels(bitsPerPixel == 32 ? 0 : picture.RowBytes());
+    for (int y = 0; rowSize != 0 && y < picture.height; ++y) {
+        std::uint8_t* const row = bytes.data() + kBmpHeaderSize + rowSize * static_cast<std::size_t>(y);
+        if (bitsPerPixel == 32) {
+            picture.fill(y, {row, rowSize});
+            continue;
+        }
+        picture.fill(y, pixels);
+        DropAlpha(pixels, row);
+        std::fill(row + pixels.size() / 4 * 3, row + rowSize, kRowFill);
     }
     return bytes;
 }

@@ -26,8 +26,8 @@
 //                 to a multiple of 4 bytes
 inline constexpr int kBmpHeaderSize = 54;
 
-// The whole file; row 0 of the image is written first. A picture without pixels is a header alone.
-std::vector<std::uint8_t> MakeBmp(const eTextureImage& image, int bitsPerPixel);
+// The whole file; row 0 of the picture is written first. One without pixels is a header alone.
+std::vector<std::uint8_t> MakeBmp(const eTextureRows& picture, int bitsPerPixel);
 
 // Reads such a file back, alpha 255 at 24 bits. Nothing, with the reason and the byte offset in `problem`, if
 // the bytes are no whole file of this kind.

@@ -18,37 +18,39 @@ std::uint32_t NormalPixel(std::uint32_t pixel) {
 }
 
 // A row of the height field with an element more at both ends, taken from the opposite end.
-std::vector<float> WrappedRow(const eTextureImage& heights, int y) {
-    const int row = (y + heights.height) % heights.height;
+std::vector<float> WrappedRow(const eTextureRows& heights, int y) {
+    std::vector<std::uint8_t> pixels(heights.RowBytes());
+    heights.fill((y + heights.height) % heights.height, pixels);
     std::vector<float> wrapped(static_cast<std::size_t>(heights.width) + 2);
     for (int x = -1; x <= heights.width; ++x) {
         const int column = (x + heights.width) % heights.width;
         wrapped[static_cast<std::size_t>(x + 1)] =
-            static_cast<float>(heights.Pixel(column, row)[kRed]) / 255.0F;
+            static_cast<float>(pixels[4 * static_cast<std::size_t>(column) + kRed]) / 255.0F;
     }
     return wrapped;
 }
 
 }  // namespace
 
-eTextureImage NormalsFromPicture(const eTextureImage& picture) {
+eTextureImage NormalsFromPicture(const eTextureRows& picture) {
     eTextureImage normals(picture.width, picture.height);
+    const std::size_t rowBytes = picture.RowBytes();
     for (int y = 0; y < picture.height; ++y) {
-        const std::uint8_t* source = picture.Pixel(0, y);
         std::uint8_t* target = normals.Pixel(0, picture.height - 1 - y);
-        for (int x = 0; x < picture.width; ++x, source += 4, target += 4) {
+        picture.fill(y, {target, rowBytes});
+        for (std::size_t i = 0; i < rowBytes; i += 4) {
             std::uint32_t pixel = 0;
-            std::memcpy(&pixel, source, sizeof pixel);
+            std::memcpy(&pixel, target + i, sizeof pixel);
             pixel = NormalPixel(pixel);
-            std::memcpy(target, &pixel, sizeof pixel);
+            std::memcpy(target + i, &pixel, sizeof pixel);
         }
     }
     return normals;
 }
 
-eTextureImage NormalsFromHeights(const eTextureImage& heights) {
+eTextureImage NormalsFromHeights(const eTextureRows& heights) {
     eTextureImage normals(heights.width, heights.height);
-    if (heights.pixels.empty()) {
+    if (normals.pixels.empty()) {
         return normals;
     }
     std::vector<float> before = WrappedRow(heights, -1);

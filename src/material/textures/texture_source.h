@@ -21,6 +21,7 @@ struct eTextureSource {
 // The map that the texture's picture is taken from: that of the normals below a Normal Bump map; may be null.
 host::Texmap* SourceMap(const eExportTexture& texture);
 
-// Evaluates the picture at the time. Sample x of n lies at (x + 1) / (n + 1), so no sample reaches an edge;
-// the map's own tiling and offset do not change the picture.
-eTextureImage RenderTexture(Export& run, const eTextureSource& source, host::TimeValue t);
+// The picture, evaluated at the time row by row as it is asked for, while run and source's objects live.
+// Sample x of n lies at (x + 1) / (n + 1), so no sample reaches an edge; the map's own tiling and offset do
+// not change the picture.
+eTextureRows TextureRows(Export& run, const eTextureSource& source, host::TimeValue t);

@@ -212,8 +212,9 @@ void TellSides(const eTextureRequest& request, const eTexturePlan& plan) {
 
 // A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
 // own texture for it.
-void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, eTextureImage image) {
-    image = plan.picture.role.isNormal ? NormalsFromPicture(image) : NormalsFromHeights(image);
+void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, const eTextureRows& picture) {
+    const eTextureImage image =
+        plan.picture.role.isNormal ? NormalsFromPicture(picture) : NormalsFromHeights(picture);
     std::vector<std::uint8_t> content;
     const auto append = [&content](const void* buffer, std::size_t byteCount, const eMipInfo*,
                                    std::intptr_t) {
@@ -240,11 +241,11 @@ void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
     if (!HasSize(plan)) {
         request.Tell(eMessageId::TexturesNoSize, request.texture.file);
     }
-    eTextureImage image = RenderTexture(request.run, plan.picture, request.time);
+    const eTextureRows picture = TextureRows(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {
-        WriteNormalMap(request, plan, std::move(image));
+        WriteNormalMap(request, plan, picture);
     } else {
-        xIo::WriteWholeFile(request.texture.file, MakeBmp(image, plan.bitsPerPixel), request.Owner(),
+        xIo::WriteWholeFile(request.texture.file, MakeBmp(picture, plan.bitsPerPixel), request.Owner(),
                             request.Sharing());
     }
 }

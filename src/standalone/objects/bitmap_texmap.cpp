@@ -87,6 +87,16 @@ void eBitmapTexmap::EvalRow(std::span<const host::DPoint2> places, std::span<std
     }
 }
 
+bool eBitmapTexmap::CopyRow(int rowNumber, int width, int height, std::span<std::uint8_t> pixels) {
+    const eImage* const image = Picture();
+    if (image == nullptr || image->Width() != width || image->Height() != height || isToned || isCropped ||
+        GetUVTransform() != host::Matrix3()) {
+        return false;
+    }
+    image->CopyRow(rowNumber, pixels);
+    return true;
+}
+
 // The places themselves where the map shows the picture as it is.
 std::span<const host::DPoint2> eBitmapTexmap::OnPicture(std::span<const host::DPoint2> places) {
     const host::Matrix3 onMap = GetUVTransform();

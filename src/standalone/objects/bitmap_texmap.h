@@ -21,6 +21,7 @@ public:
     // only asked where their file is.
     host::AColor EvalColor(host::ShadeContext& context) override;
     void EvalRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) override;
+    bool CopyRow(int row, int width, int height, std::span<std::uint8_t> pixels) override;
     std::string PictureSettings() const override;
     void EnumAuxFiles(host::AssetEnumCallback& callback, std::uint32_t flags) const override;
 

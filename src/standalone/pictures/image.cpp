@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <string_view>
 
 #include "host/map_row.h"
@@ -96,6 +97,23 @@ void eImage::NearestRow(std::span<const host::DPoint2> places, std::span<std::ui
         pixel[2] = texel[0];
         pixel[3] = texel[3];
         pixel += 4;
+    }
+}
+
+void eImage::CopyRow(int row, std::span<std::uint8_t> pixels) const {
+    if (has16Bits) {
+        for (int x = 0; x < width; ++x) {
+            host::PutPixel(Texel(x, row), pixels.data() + 4 * static_cast<std::ptrdiff_t>(x));
+        }
+        return;
+    }
+    // As one number, so that the compiler turns a whole row into a few shuffles.
+    const std::uint8_t* const values = static_cast<const std::uint8_t*>(texels.get()) + FirstValue(0, row);
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
+        std::uint32_t texel = 0;
+        std::memcpy(&texel, values + i, 4);
+        texel = (texel & 0xFF00FF00) | ((texel >> 16) & 0xFF) | ((texel & 0xFF) << 16);
+        std::memcpy(pixels.data() + i, &texel, 4);
     }
 }
 

@@ -35,6 +35,8 @@ public:
     // The same for many places, as pixels (host/map_row.h). Least is done where places follow one another in
     // a row of texels.
     void NearestRow(std::span<const host::DPoint2> places, std::span<std::uint8_t> pixels) const;
+    // A row of texels as pixels; row 0 is the lowest.
+    void CopyRow(int row, std::span<std::uint8_t> pixels) const;
     // Between the middles of the four texels around.
     host::AColor Bilinear(float u, float v) const;
 
