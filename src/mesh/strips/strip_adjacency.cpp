@@ -84,10 +84,8 @@ private:
 
     void AddFace(const eTriangle& v);
     bool IsRepetition(const eTriangle& v, const eEdgesOfFace& edges) const;
-    void Join(eStripFace& face, int side, eStripEdge& edge);
+    void Join(eStripFace& face, eStripSide own, eStripEdge& edge);
     void ListSpokes();
-
-    eStripSide SideOfNewFace(int side) const { return MakeSide(result.faces.size(), side, false); }
 
     std::span<const std::uint16_t> indices;
     eEdgeTable table;
@@ -100,20 +98,19 @@ void TellCrowdedEdge() {
 }
 
 void eAdjacencyBuilder::AddFace(const eTriangle& v) {
-    eEdgesOfFace edges{};
-    bool isNew = false;
-    for (int side = 0; side < 3; ++side) {
-        const auto corner = static_cast<std::size_t>(side);
-        const auto next = static_cast<std::size_t>(NextCorner(side));
-        edges[corner] = table.FindOrAdd(v[corner], v[next], SideOfNewFace(side));
-        isNew |= table.edges[edges[corner]].side0 == SideOfNewFace(side);
-    }
+    const std::size_t number = result.faces.size();
+    const std::array<eStripSide, 3> own{MakeSide(number, 0, false), MakeSide(number, 1, false),
+                                        MakeSide(number, 2, false)};
+    const eEdgesOfFace edges{table.FindOrAdd(v[0], v[1], own[0]), table.FindOrAdd(v[1], v[2], own[1]),
+                             table.FindOrAdd(v[2], v[0], own[2])};
+    const bool isNew = table.edges[edges[0]].side0 == own[0] || table.edges[edges[1]].side0 == own[1] ||
+                       table.edges[edges[2]].side0 == own[2];
     if (!isNew && IsRepetition(v, edges)) {
         return;
     }
     eStripFace face{{noStripSide, noStripSide, noStripSide}, {v[0], v[1], v[2]}, 0, 0};
-    for (int side = 0; side < 3; ++side) {
-        Join(face, side, table.edges[edges[static_cast<std::size_t>(side)]]);
+    for (std::size_t side = 0; side < 3; ++side) {
+        Join(face, own[side], table.edges[edges[side]]);
     }
     result.faces.push_back(face);
 }
@@ -136,12 +133,13 @@ bool eAdjacencyBuilder::IsRepetition(const eTriangle& v, const eEdgesOfFace& edg
     return true;
 }
 
-// Makes the new face see the first one on the edge, if that is another, and the first one see its second.
-void eAdjacencyBuilder::Join(eStripFace& face, int side, eStripEdge& edge) {
-    const eStripSide own = SideOfNewFace(side);
+// Makes the new face see over its side `own` the first one on the edge, if that is another, and the first one
+// see its second.
+void eAdjacencyBuilder::Join(eStripFace& face, eStripSide own, eStripEdge& edge) {
     if (edge.side0 == own) {
         return;
     }
+    const int side = SideOf(own);
     const int against = face.v[side] == edge.start ? 0 : 1;
     face.across[side] = edge.side0 ^ against;
     face.againstEdge = static_cast<std::uint8_t>(face.againstEdge | against << side);
