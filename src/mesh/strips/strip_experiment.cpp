@@ -123,7 +123,7 @@ std::uint32_t eStripExperiment::BuildStrip(eStripSide start, Record& ahead, Reco
 // along a lane as far as it is open, then turns onto another one.
 template <bool isBackward, class Record>
 std::uint32_t eStripExperiment::Grow(eStripSide next, Record& record) {
-    const std::vector<eStripSide>& sides = lanes.Sides();
+    const std::vector<eStripLanes::ePlace>& places = lanes.Places();
     std::uint32_t count = 0;
     while (IsOpen(next)) {
         const std::uint32_t place = lanes.PlaceOf(next);
@@ -134,7 +134,7 @@ std::uint32_t eStripExperiment::Grow(eStripSide next, Record& record) {
             break;
         }
         count += runsUp ? end - place : place - end;
-        const eStripSide last = runsUp ? sides[end - 1] : Twin(sides[end + 1]);
+        const eStripSide last = runsUp ? places[end - 1].side : Twin(places[end + 1].side);
         const eStripFace& face = FaceAt(last);
         next = Onward(face, last);
         if (!IsOpen(next)) {
@@ -158,16 +158,14 @@ std::uint32_t eStripExperiment::Run(std::uint32_t place, Record& record) {
     const std::uint32_t firstMark = firstStrip;
     std::uint32_t* const lastTaken = marks.data();
     std::uint32_t* const lastSeen = seen.data();
-    const eStripSide* side = lanes.Sides().data() + place;
-    const std::uint16_t* vertex = lanes.Vertices().data() + place + step;
-    while (lastTaken[FaceOf(*side)] < firstMark && !(isBackward && lastSeen[*vertex] == mark)) {
-        record.Face(FaceOf(*side), FaceAt(*side));
-        lastTaken[FaceOf(*side)] = mark;
-        lastSeen[*vertex] = mark;
-        side += step;
-        vertex += step;
+    const eStripLanes::ePlace* at = lanes.Places().data() + place;
+    while (lastTaken[FaceOf(at->side)] < firstMark && !(isBackward && lastSeen[at[step].vertex] == mark)) {
+        record.Face(FaceOf(at->side), FaceAt(at->side));
+        lastTaken[FaceOf(at->side)] = mark;
+        lastSeen[at[step].vertex] = mark;
+        at += step;
     }
-    return static_cast<std::uint32_t>(side - lanes.Sides().data());
+    return static_cast<std::uint32_t>(at - lanes.Places().data());
 }
 
 // The first place from `place` on whose spoke has a face that is not gone.

@@ -27,7 +27,7 @@ struct eStripMeasure {
 // vertex that a strip runs to next is always the one opposite the edge, and a strip can't be derailed.
 class eStripExperiment {
 public:
-    // Reads `someAdjacency`, which outlives the experiments. 34 bytes per face and 16 per vertex. There are
+    // Reads `someAdjacency`, which outlives the experiments. 42 bytes per face and 16 per vertex. There are
     // `numbers` for strips, more than there are faces.
     explicit eStripExperiment(const eStripAdjacency& someAdjacency, std::uint32_t numbers = committedMark);
 

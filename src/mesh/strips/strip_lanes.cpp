@@ -1,11 +1,9 @@
 #include "mesh/strips/strip_lanes.h"
 
 eStripLanes::eStripLanes(const eStripAdjacency& adjacency)
-    : faces(adjacency.faces), places(faces.size(), {notPlaced, notPlaced, notPlaced}) {
+    : faces(adjacency.faces), placesOf(faces.size(), {notPlaced, notPlaced, notPlaced}) {
     // Three of a face, and the stops of the lanes.
-    const std::size_t likely = 3 * faces.size() + faces.size() / 4;
-    sides.reserve(likely);
-    vertices.reserve(likely);
+    places.reserve(3 * faces.size() + faces.size() / 4);
     AddOpenLanes();
     AddClosedLanes();
 }
@@ -36,15 +34,14 @@ void eStripLanes::AddLane(eStripSide first) {
         return;
     }
     const eStripSide stop = MakeSide(faces.size(), 0, false);
-    sides.push_back(stop);
-    vertices.push_back(StartVertex(faces[FaceOf(first)], first));
-    vertices.push_back(EndVertex(faces[FaceOf(first)], first));
+    places.push_back({stop, StartVertex(faces[FaceOf(first)], first)});
+    std::uint16_t vertex = EndVertex(faces[FaceOf(first)], first);
     for (eStripSide side = first; side >= 0 && PlaceOf(side) == notPlaced; side = Next(side)) {
-        places[FaceOf(side)][WayOf(side)] = static_cast<std::uint32_t>(sides.size());
-        sides.push_back(side);
-        vertices.push_back(OppositeVertex(faces[FaceOf(side)], side));
+        placesOf[FaceOf(side)][WayOf(side)] = static_cast<std::uint32_t>(places.size());
+        places.push_back({side, vertex});
+        vertex = OppositeVertex(faces[FaceOf(side)], side);
     }
-    sides.push_back(stop);
+    places.push_back({stop, vertex});
 }
 
 // The entry of the next face on the lane, if that face sees this one too.

@@ -15,21 +15,24 @@
 // on an edge sees one that doesn't see it, and a closed lane is cut anywhere: past its end a strip may still
 // go on.
 //
-// Cost: linear; 30 bytes per face.
+// Cost: linear; 38 bytes per face.
 class eStripLanes {
 public:
+    // Who runs upwards meets at a place the vertex of the place above, who runs downwards that of the one
+    // below.
+    struct ePlace {
+        eStripSide side;  // the entry of who runs upwards; who runs downwards enters over its twin
+        std::uint16_t vertex;
+    };
+
     explicit eStripLanes(const eStripAdjacency& adjacency);
 
     // Where the face entered as told stands on the lane along which the strip goes on, and whether that is
     // upwards.
-    std::uint32_t PlaceOf(eStripSide entered) const { return places[FaceOf(entered)][WayOf(entered)]; }
-    bool RunsUp(std::uint32_t place, eStripSide entered) const { return sides[place] == entered; }
+    std::uint32_t PlaceOf(eStripSide entered) const { return placesOf[FaceOf(entered)][WayOf(entered)]; }
+    bool RunsUp(std::uint32_t place, eStripSide entered) const { return places[place].side == entered; }
 
-    // By place: the entry of who runs upwards. Who runs downwards enters over its twin.
-    const std::vector<eStripSide>& Sides() const { return sides; }
-    // The vertices along the lane: who runs upwards meets at a place the vertex above it, who runs downwards
-    // the one below.
-    const std::vector<std::uint16_t>& Vertices() const { return vertices; }
+    const std::vector<ePlace>& Places() const { return places; }
 
 private:
     static constexpr std::uint32_t notPlaced = ~std::uint32_t{0};
@@ -43,7 +46,6 @@ private:
     eStripSide Next(eStripSide entered) const;
 
     const std::vector<eStripFace>& faces;
-    std::vector<eStripSide> sides;
-    std::vector<std::uint16_t> vertices;
-    std::vector<std::array<std::uint32_t, 3>> places;  // per face and way
+    std::vector<ePlace> places;
+    std::vector<std::array<std::uint32_t, 3>> placesOf;  // per face and way
 };
