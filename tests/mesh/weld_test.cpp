@@ -117,6 +117,29 @@ TEST(Weld, NumbersVerticesAsThePlainTree) {
     EXPECT_EQ(sum, 14330678759418319294U);
 }
 
+// Catches a near vertex that is not seen across a border of cells, or far out where there are none, and one
+// that is lost among many at its place.
+TEST(Weld, SeesNearVerticesWhereverTheyStand) {
+    for (int axis = 0; axis < 3; ++axis) {
+        for (const float border : {-0.5F, 0.0F, 0.015625F, 100.0F, 3e9F}) {
+            eVertexWeld weld(100);
+            eExportVertex v = FullVertex();
+            for (const float beside : {-0.0004F, 0.0004F}) {
+                v.position[axis] = border + beside;
+                EXPECT_EQ(weld.FindOrAdd(v), 0) << border;
+            }
+        }
+    }
+    eVertexWeld weld(100);
+    eExportVertex v = FullVertex();
+    for (std::uint16_t i = 0; i < 50; ++i) {
+        v.smoothingGroup = i;
+        EXPECT_EQ(weld.FindOrAdd(v), i);
+    }
+    v.smoothingGroup = 7;
+    EXPECT_EQ(weld.FindOrAdd(v), 7);
+}
+
 // Catches an index that wraps at 16 bits, a search that can't find the last vertices, and an unbalanced tree:
 // sorted input would take quadratic time.
 TEST(Weld, KeepsAsManyVerticesAsShowThatThereAreTooMany) {

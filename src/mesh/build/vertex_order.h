@@ -17,14 +17,10 @@ inline int CompareWithin(float a, float b) {
     return (ahead < -kWeldTolerance) - (ahead > kWeldTolerance);
 }
 
-inline int ComparePointsBehindX(const host::Point3& a, const host::Point3& b) {
-    const int y = CompareWithin(a.y, b.y);
-    return y != 0 ? y : CompareWithin(a.z, b.z);
-}
-
 inline int ComparePoints(const host::Point3& a, const host::Point3& b) {
     const int x = CompareWithin(a.x, b.x);
-    return x != 0 ? x : ComparePointsBehindX(a, b);
+    const int y = x != 0 ? x : CompareWithin(a.y, b.y);
+    return y != 0 ? y : CompareWithin(a.z, b.z);
 }
 
 // What is left to compare of two vertices whose positions agree.

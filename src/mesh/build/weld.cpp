@@ -9,9 +9,6 @@
 
 namespace {
 
-// No path is longer: a tree of height h, balanced by height, has at least F(h + 2) - 1 nodes (F: Fibonacci).
-constexpr int kMostLevels = 24;
-
 constexpr int SideOf(std::uint16_t side) {
     return side == 0 ? -1 : 1;
 }
@@ -39,81 +36,143 @@ bool AreIdentical(const eExportVertex& a, const eExportVertex& b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
+// Also for what is no number.
+bool AreOne(float difference) {
+    return !(std::fabs(difference) > kWeldTolerance);
+}
+
 constexpr std::uint32_t kFreeSlot = 0xFFFFFFFFU;
+constexpr std::uint32_t kTagBits = 0xFFFF0000U;
 
 }  // namespace
 
-eVertexWeld::eVertexWeld(std::size_t corners) {
-    const std::size_t most = std::min(corners, kMostVertices);
-    // Half of the slots stay free at the worst.
-    slots.assign(std::bit_ceil(2 * most + 1), kFreeSlot);
-    nodes.reserve(most);
-    balances.reserve(most);
+eVertexWeld::eVertexWeld(std::size_t corners) : most(std::min(corners, kMostVertices)), grid(most) {
     // Last, so that what is not needed of the largest table lies at the end of the heap and is never touched.
     vertices.reserve(most);
 }
 
 std::uint16_t eVertexWeld::FindOrAdd(const eExportVertex& corner) {
-    const std::uint64_t hash = HashOf(corner);
-    const auto tag = static_cast<std::uint32_t>(hash >> 32) & 0xFFFF0000U;
-    const std::size_t mask = slots.size() - 1;
-    std::size_t slot = (hash >> 32) & mask;
-    for (; slots[slot] != kFreeSlot; slot = (slot + 1) & mask) {
-        const auto number = static_cast<std::uint16_t>(slots[slot]);
-        if ((slots[slot] & 0xFFFF0000U) == tag && AreIdentical(vertices[number], corner)) {
-            return number;
+    if (grid) {
+        if (const std::optional<std::uint16_t> number = FindOrAddApart(corner)) {
+            return *number;
+        }
+        grid.reset();
+        MakeTree();
+    }
+    return FindOrAddInTree(corner);
+}
+
+// Nothing if the corner is one with a vertex that it does not equal, or if that can't be seen.
+std::optional<std::uint16_t> eVertexWeld::FindOrAddApart(const eExportVertex& corner) {
+    eVertexGrid::eNeighbours around;
+    if (!grid->Gather(corner.position, around) || vertices.size() == kMostVertices) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < around.count; ++i) {
+        const eExportVertex& vertex = vertices[around.numbers[i]];
+        if (CompareVertices(corner, vertex) == 0) {
+            return AreIdentical(corner, vertex) ? std::optional(around.numbers[i]) : std::nullopt;
         }
     }
-    const std::size_t before = vertices.size();
-    const std::uint16_t number = FindOrAddInTree(corner);
-    if (vertices.size() != before) {
-        slots[slot] = tag | number;
+    grid->Add(around);
+    vertices.push_back(corner);
+    return static_cast<std::uint16_t>(vertices.size() - 1);
+}
+
+// None of the vertices kept so far is near another: each goes to where its search falls off.
+void eVertexWeld::MakeTree() {
+    // Half of the slots stay free at the worst.
+    slots.assign(std::bit_ceil(2 * most + 1), kFreeSlot);
+    nodes.reserve(most);
+    balances.reserve(most);
+    for (const eExportVertex& vertex : vertices) {
+        std::uint32_t tag = 0;
+        std::uint32_t& slot = SlotOf(vertex, tag);
+        ePath path;
+        Search(vertex, path);
+        slot = tag | AddNode(vertex.position, path);
     }
-    return number;
 }
 
 std::uint16_t eVertexWeld::FindOrAddInTree(const eExportVertex& corner) {
-    eStep path[kMostLevels];
-    int depth = 0;
+    std::uint32_t tag = 0;
+    std::uint32_t& slot = SlotOf(corner, tag);
+    if (slot != kFreeSlot) {
+        return static_cast<std::uint16_t>(slot);
+    }
+    ePath path;
+    if (const std::uint16_t number = Search(corner, path); number != kNone) {
+        return number;
+    }
+    if (vertices.size() == kMostVertices) {
+        return 0;
+    }
+    vertices.push_back(corner);
+    const std::uint16_t number = AddNode(corner.position, path);
+    slot = tag | number;
+    return number;
+}
+
+// The slot of the vertex that equals the corner to the last bit, or the free one where it would stand.
+std::uint32_t& eVertexWeld::SlotOf(const eExportVertex& corner, std::uint32_t& tag) {
+    const std::uint64_t hash = HashOf(corner);
+    tag = static_cast<std::uint32_t>(hash >> 32) & kTagBits;
+    const std::size_t mask = slots.size() - 1;
+    std::size_t slot = (hash >> 32) & mask;
+    while (slots[slot] != kFreeSlot &&
+           !((slots[slot] & kTagBits) == tag &&
+             AreIdentical(vertices[static_cast<std::uint16_t>(slots[slot])], corner))) {
+        slot = (slot + 1) & mask;
+    }
+    return slots[slot];
+}
+
+// The vertex that the search ends at, or kNone and the way to where it fell off.
+std::uint16_t eVertexWeld::Search(const eExportVertex& corner, ePath& path) const {
     const host::Point3 position = corner.position;
     for (std::uint16_t number = root; number != kNone;) {
         const eNode& node = nodes[number];
-        // Kept apart so that the side comes out of an addition, not of a branch that nobody can foresee.
-        const float ahead = position.x - node.position.x;
-        std::uint16_t side = ahead > 0;
-        if (!(std::fabs(ahead) > kWeldTolerance)) {
-            int order = ComparePointsBehindX(position, node.position);
-            order = order != 0 ? order : CompareBehindPosition(corner, vertices[number]);
+        // The first difference beyond the tolerance decides; the side comes out of an addition, not of a
+        // branch that nobody can foresee.
+        float ahead = position.x - node.position.x;
+        if (AreOne(ahead)) {
+            ahead = position.y - node.position.y;
+            if (AreOne(ahead)) {
+                ahead = position.z - node.position.z;
+            }
+        }
+        if (AreOne(ahead)) {
+            const int order = CompareBehindPosition(corner, vertices[number]);
             if (order == 0) {
                 return number;
             }
-            side = order > 0;
+            ahead = static_cast<float>(order);
         }
-        path[depth++] = {number, side};
+        const std::uint16_t side = ahead > 0;
+        path.steps[path.depth++] = {number, side};
         number = node.children[side];
     }
-    return vertices.size() < kMostVertices ? Keep(corner, path, depth) : std::uint16_t{0};
+    return kNone;
 }
 
-std::uint16_t eVertexWeld::Keep(const eExportVertex& corner, const eStep* path, int depth) {
-    const auto number = static_cast<std::uint16_t>(vertices.size());
-    vertices.push_back(corner);
-    nodes.push_back({corner.position});
+std::uint16_t eVertexWeld::AddNode(const host::Point3& position, const ePath& path) {
+    const auto number = static_cast<std::uint16_t>(nodes.size());
+    nodes.push_back({position});
     balances.push_back(0);
-    if (depth == 0) {
+    if (path.depth == 0) {
         root = number;
         return number;
     }
-    const eStep& last = path[depth - 1];
+    const eStep& last = path.steps[path.depth - 1];
     nodes[last.node].children[last.side] = number;
-    Rebalance(path, depth);
+    Rebalance(path);
     return number;
 }
 
 // The subtree below each step has grown by one level, until a step takes the growth in.
-void eVertexWeld::Rebalance(const eStep* path, int depth) {
-    for (int i = depth - 1; i >= 0; --i) {
-        const auto [node, side] = path[i];
+void eVertexWeld::Rebalance(const ePath& path) {
+    for (int i = path.depth - 1; i >= 0; --i) {
+        const auto [node, side] = path.steps[i];
         const int balance = balances[node] + SideOf(side);
         balances[node] = static_cast<std::int8_t>(balance);
         if (balance == 0) {
@@ -121,7 +180,7 @@ void eVertexWeld::Rebalance(const eStep* path, int depth) {
         }
         if (balance == SideOf(side) * 2) {
             const std::uint16_t top = Rotate(node, side);
-            (i == 0 ? root : nodes[path[i - 1].node].children[path[i - 1].side]) = top;
+            (i == 0 ? root : nodes[path.steps[i - 1].node].children[path.steps[i - 1].side]) = top;
             return;
         }
     }
