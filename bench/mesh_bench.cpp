@@ -235,7 +235,7 @@ std::vector<eExportVertex> TubeCorners() {
 void Weld(benchmark::State& state) {
     const std::vector<eExportVertex> corners = TubeCorners();
     for (auto _ : state) {
-        eVertexWeld weld(corners.size());
+        eVertexWeld weld(corners.size(), corners.size());
         for (const eExportVertex& corner : corners) {
             benchmark::DoNotOptimize(weld.FindOrAdd(corner));
         }

@@ -100,7 +100,7 @@ TEST(Weld, NumbersVerticesAsThePlainTree) {
     std::uint64_t sum = 0;
     for (const float spacing : {0.0003F, 0.0007F, 0.0011F, 0.5F}) {
         for (const int cells : {3, 12, 60}) {
-            eVertexWeld weld(2500);
+            eVertexWeld weld(2500, 2500);
             const auto cell = [&](int count) {
                 return static_cast<float>(static_cast<int>(random() >> 8) % (count + 1));
             };
@@ -122,7 +122,7 @@ TEST(Weld, NumbersVerticesAsThePlainTree) {
 TEST(Weld, SeesNearVerticesWhereverTheyStand) {
     for (int axis = 0; axis < 3; ++axis) {
         for (const float border : {-0.5F, 0.0F, 0.015625F, 100.0F, 3e9F}) {
-            eVertexWeld weld(100);
+            eVertexWeld weld(100, 2);
             eExportVertex v = FullVertex();
             for (const float beside : {-0.0004F, 0.0004F}) {
                 v.position[axis] = border + beside;
@@ -130,7 +130,7 @@ TEST(Weld, SeesNearVerticesWhereverTheyStand) {
             }
         }
     }
-    eVertexWeld weld(100);
+    eVertexWeld weld(100, 2);
     eExportVertex v = FullVertex();
     for (std::uint16_t i = 0; i < 50; ++i) {
         v.smoothingGroup = i;
@@ -143,7 +143,7 @@ TEST(Weld, SeesNearVerticesWhereverTheyStand) {
 // Catches an index that wraps at 16 bits, a search that can't find the last vertices, and an unbalanced tree:
 // sorted input would take quadratic time.
 TEST(Weld, KeepsAsManyVerticesAsShowThatThereAreTooMany) {
-    eVertexWeld weld(70000);
+    eVertexWeld weld(70000, 70000);
     eExportVertex v = FullVertex();
     for (int i = 0; i < 70000; ++i) {
         v.position.x = static_cast<float>(i);

@@ -30,7 +30,7 @@ public:
           lit(ownLit),
           skinned(ownSkinned),
           lastAt(mesh.frames.front().positions.size(), eVertexWeld::kNone),
-          weld(mesh.faces.size() * 3) {}
+          weld(mesh.faces.size() * 3, lastAt.size()) {}
 
     eMeshAssembly Assemble() {
         const std::size_t step = std::max<std::size_t>(mesh.faces.size() / 100, 1);

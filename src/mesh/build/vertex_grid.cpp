@@ -35,8 +35,10 @@ struct eSpan {
 
 }  // namespace
 
-eVertexGrid::eVertexGrid(std::size_t most) : slots(std::bit_ceil(2 * most + 1), kFreeSlot) {
-    next.reserve(most);
+// Half of the slots stay free at the worst.
+eVertexGrid::eVertexGrid(std::size_t positions, std::size_t vertices)
+    : slots(std::bit_ceil(2 * positions + 1), kFreeSlot) {
+    next.reserve(vertices);
 }
 
 bool eVertexGrid::Gather(const host::Point3& position, eNeighbours& around) const {

@@ -20,8 +20,8 @@ public:
         std::uint32_t tag = 0;  // of its cell
     };
 
-    // Room for so many vertices.
-    explicit eVertexGrid(std::size_t most);
+    // Room for so many positions, and vertices at them.
+    eVertexGrid(std::size_t positions, std::size_t vertices);
 
     // False if there are more vertices than `around` holds, or if the position is no number or too far out.
     bool Gather(const host::Point3& position, eNeighbours& around) const;

@@ -46,7 +46,8 @@ constexpr std::uint32_t kTagBits = 0xFFFF0000U;
 
 }  // namespace
 
-eVertexWeld::eVertexWeld(std::size_t corners) : most(std::min(corners, kMostVertices)), grid(most) {
+eVertexWeld::eVertexWeld(std::size_t corners, std::size_t positions)
+    : most(std::min(corners, kMostVertices)), grid(std::in_place, std::min(positions, most), most) {
     // Last, so that what is not needed of the largest table lies at the end of the heap and is never touched.
     vertices.reserve(most);
 }

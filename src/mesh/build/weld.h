@@ -32,8 +32,8 @@ public:
     // The number of no vertex.
     static constexpr std::uint16_t kNone = 0xFFFF;
 
-    // `corners` is how many will come; it decides the size of the tables, not the result.
-    explicit eVertexWeld(std::size_t corners);
+    // How many corners will come, and how many positions they have at most; beyond either there is no room.
+    eVertexWeld(std::size_t corners, std::size_t positions);
 
     // The number of the vertex. Once kMostVertices have been kept, a corner that none of them fits gets the
     // number 0 and is dropped: the mesh can't be written anyway. Constant for a corner that has come before
