@@ -31,11 +31,11 @@ bool MakeFolders(const std::string& folder, std::vector<std::string>& made) {
     if (parent.size() >= folder.size() || !MakeFolders(parent, made)) {
         return false;
     }
-    std::error_code error;
-    if (std::filesystem::create_directory(PathFromUtf8(folder), error)) {
+    const eIoStatus status = DiskLayer().MakeFolder(folder);
+    if (status.IsOk()) {
         made.push_back(folder);
     }
-    return !error;
+    return status.IsOk() || status.reason == eIoReason::Exists;
 }
 
 std::string OwnerText() {

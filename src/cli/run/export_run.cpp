@@ -194,10 +194,10 @@ public:
             });
         previousLog = xDebug::SetLogSink([this](const std::string& text) { TakeLogRecord(text); });
         previousHandler = xDebug::SetErrorHandler(&fatalReport);
+        platform::RememberFolders(true);
         if (dry != nullptr) {
             if (!dry->findsModelsOnly) {
                 platform::UseFileLayer(&dry->files);
-                platform::RememberFolders(true);
             }
             exporter->journal = &dry->journal;
             stripMessageSink = PrintOnStandardError;

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 
+#include "platform/posix/known_folders.h"
+
 namespace platform {
 
 namespace {
@@ -49,6 +51,7 @@ eLockAnswer TakeLockFile(const std::string& path, const std::string& owner, std:
         }
         if (StandsAt(path, descriptor)) {
             WriteOwner(descriptor, owner);
+            NoteMade(path);
             file = descriptor;
             return eLockAnswer::Held;
         }
@@ -58,6 +61,7 @@ eLockAnswer TakeLockFile(const std::string& path, const std::string& owner, std:
 
 void ReleaseLockFile(const std::string& path, std::intptr_t file) {
     ::unlink(path.c_str());
+    NoteGone(path);
     ::close(static_cast<int>(file));
 }
 

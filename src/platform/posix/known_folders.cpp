@@ -93,8 +93,10 @@ const eKnownFolder* ReadFolder(const std::string& folder, const eStamp& stamp) {
 }  // namespace
 
 void RememberFolders(bool remembers) {
-    Memory().isOn = remembers;
-    Memory().folders.clear();
+    if (remembers != Memory().isOn) {
+        Memory().isOn = remembers;
+        Memory().folders.clear();
+    }
 }
 
 const std::unordered_set<std::string>* KnownNames(const std::string& folder) {
