@@ -66,7 +66,7 @@ eIoStatus RenameOver(std::string_view source, std::string_view target, ePathForm
         status = Files().Rename(nativeSource, nativeTarget);
     }
     if (status.IsOk()) {
-        Files().SyncNames(NativeParent(nativeTarget));
+        Files().SyncNames({NativeParent(nativeTarget)});
         TellFileEvent(eFileAction::Written, nativeTarget, ePathForm::Native);
     }
     return status;

@@ -51,9 +51,9 @@ public:
     virtual eIoStatus Sync(eOpenFile& file) { return file.Sync(); }
     // The same for files that are closed, with a result for each.
     virtual std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) = 0;
-    // Brings the names in a folder to the disk. They are replaced and complete whether this succeeds or not;
+    // Brings the names in folders to the disk. They are replaced and complete whether this succeeds or not;
     // should the power fail before, the old files stand there, which are complete too. So there is no result.
-    virtual void SyncNames(const std::string& folder) = 0;
+    virtual void SyncNames(const std::vector<std::string>& folders) = 0;
     // Replaces what stands under the name target in one step; SyncNames makes it last.
     virtual eIoStatus Rename(const std::string& source, const std::string& target) = 0;
     // Reason Exists if the name is taken already.

@@ -30,9 +30,7 @@ std::vector<eUnsettledFile> eGatheringLayer::Settle() {
             unsettled.push_back({file->temporary, file->target, status, true});
         }
     }
-    for (const std::string& folder : folders) {
-        below.SyncNames(folder);
-    }
+    below.SyncNames({folders.begin(), folders.end()});
     waiting.clear();
     targets.clear();
     return unsettled;

@@ -38,7 +38,7 @@ public:
     eIoStatus Open(const std::string& native, eFileAccess access, ePathForm form,
                    std::unique_ptr<eOpenFile>& file) override;
     eIoStatus Sync(eOpenFile& file) override;
-    void SyncNames(const std::string&) override {}  // Settle does it
+    void SyncNames(const std::vector<std::string>&) override {}  // Settle does it
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus Remove(const std::string& native) override;
     eIoStatus Touch(const std::string& native) override { return below.Touch(Standing(native)); }

@@ -22,7 +22,7 @@ public:
     std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
         return below.SyncContents(natives);
     }
-    void SyncNames(const std::string& folder) override { below.SyncNames(folder); }
+    void SyncNames(const std::vector<std::string>& folders) override { below.SyncNames(folders); }
     eIoStatus Rename(const std::string& source, const std::string& target) override {
         return below.Rename(source, target);
     }

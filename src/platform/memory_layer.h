@@ -32,7 +32,7 @@ public:
     std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
         return std::vector<eIoStatus>(natives.size());
     }
-    void SyncNames(const std::string&) override {}
+    void SyncNames(const std::vector<std::string>&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     // Files alone: a run removes no folder, and one is refused.

@@ -18,8 +18,10 @@ namespace {
 
 class eReadFile {
 public:
+    // Empty is the top of all folders, as NativeParent tells it.
     explicit eReadFile(const std::string& native)
-        : descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC)), status(StatusOf(descriptor < 0)) {}
+        : descriptor(::open(native.empty() ? "/" : native.c_str(), O_RDONLY | O_CLOEXEC)),
+          status(StatusOf(descriptor < 0)) {}
     eReadFile(const eReadFile&) = delete;
     eReadFile& operator=(const eReadFile&) = delete;
     ~eReadFile() {
@@ -61,7 +63,7 @@ unsigned long UnwrittenKib() {
 
 // Files of one run lie on one file system, nearly always.
 bool AreFlushedTogether(const std::vector<std::string>& natives) {
-    constexpr std::size_t kMany = 4;
+    constexpr std::size_t kMany = 3;
     constexpr unsigned long kMuchKib = 0x10000;
     return natives.size() >= kMany && UnwrittenKib() <= kMuchKib &&
            IsFlushedWhole(eReadFile(natives.front()).Descriptor());
@@ -121,7 +123,9 @@ std::vector<eIoStatus> FlushFiles(const std::vector<std::string>& natives) {
         return FlushEach(natives,
                          [together = eTogether()](int file) mutable { return together.Flush(file); });
     }
-    StartAll(natives);
+    if (natives.size() > 1) {
+        StartAll(natives);
+    }
     return FlushEach(natives, FlushOpenFile);
 }
 

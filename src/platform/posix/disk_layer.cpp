@@ -180,7 +180,7 @@ public:
     std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override {
         return FlushFiles(natives);
     }
-    void SyncNames(const std::string& folder) override;
+    void SyncNames(const std::vector<std::string>& folders) override { FlushFiles(folders); }
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override { return RemoveNatively(native); }
@@ -217,13 +217,6 @@ eIoStatus eDiskLayer::Open(const std::string& native, eFileAccess access, ePathF
         NoteMade(native);
     }
     return {};
-}
-
-void eDiskLayer::SyncNames(const std::string& folder) {
-    const int descriptor = ::open(folder.empty() ? "/" : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        eDiskFile(descriptor).Sync();
-    }
 }
 
 eIoStatus eDiskLayer::Rename(const std::string& source, const std::string& target) {

@@ -167,7 +167,7 @@ public:
                    std::unique_ptr<eOpenFile>& file) override;
     std::vector<eIoStatus> SyncContents(const std::vector<std::string>& natives) override;
     // The system brings each rename to the disk by itself.
-    void SyncNames(const std::string&) override {}
+    void SyncNames(const std::vector<std::string>&) override {}
     eIoStatus Rename(const std::string& source, const std::string& target) override;
     eIoStatus MakeFolder(const std::string& native) override;
     eIoStatus Remove(const std::string& native) override;
