@@ -7,14 +7,19 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <fstream>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
+#include <string_view>
 
 #include "platform/posix/errno_status.h"
 
 namespace platform {
 namespace {
+
+constexpr unsigned long kUnknownKib = std::numeric_limits<std::uint32_t>::max() / 2;
 
 class eReadFile {
 public:
@@ -50,15 +55,19 @@ bool IsFlushedWhole(int descriptor) {
     return kind == EXT4_SUPER_MAGIC || kind == BTRFS_SUPER_MAGIC || kind == kXfsMagic;
 }
 
-// What all programs have written and the disks have not got yet, in KiB; the most if nobody knows.
+// The number behind the key of a line; more than any if it is not there.
+unsigned long NumberBehind(std::string_view key, const char* text) {
+    const std::size_t at = std::string_view(text).find(key);
+    return at != std::string_view::npos ? std::strtoul(text + at + key.size(), nullptr, 10) : kUnknownKib;
+}
+
+// What all programs have written and the disks have not got yet, in KiB.
 unsigned long UnwrittenKib() {
-    std::ifstream memory("/proc/meminfo");
-    unsigned long sum = memory ? 0 : std::numeric_limits<unsigned long>::max();
-    std::string key;
-    for (unsigned long value = 0; memory >> key >> value; memory.ignore(256, '\n')) {
-        sum += key == "Dirty:" || key == "Writeback:" ? value : 0;
-    }
-    return sum;
+    std::array<char, 0x1000> text{};  // ends in a zero; the list is shorter
+    const eReadFile list("/proc/meminfo");
+    const bool isRead = ::read(list.Descriptor(), text.data(), text.size() - 1) > 0;
+    return isRead ? NumberBehind("Dirty:", text.data()) + NumberBehind("Writeback:", text.data())
+                  : kUnknownKib;
 }
 
 // Files of one run lie on one file system, nearly always.
