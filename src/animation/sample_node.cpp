@@ -68,7 +68,7 @@ ePose PoseAt(const eSampler& sampler, host::TimeValue time) {
 void WriteRotation(xIo::xSdl::eWriter& writer, const Quat& q) {
     writer.Word("orientation");
     for (const float component : {q.x, q.y, q.z, q.w}) {
-        writer.Real(RoundForText(component));
+        writer.Rounded(component);
     }
     writer.EndLine();
 }

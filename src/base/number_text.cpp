@@ -143,6 +143,25 @@ char* WriteFixed(char* out, std::uint32_t digits, int exponent) {
     return out + length;
 }
 
+// A number below a hundred, without trailing zeros.
+char* WriteTenThousandths(char* out, std::uint32_t number) {
+    char text[significantDigits];
+    WriteSixDigits(text, number);
+    if (text[0] != '0') {
+        *out++ = text[0];
+    }
+    *out++ = text[1];
+    int decimals = 4;
+    while (decimals > 0 && text[1 + decimals] == '0') {
+        --decimals;
+    }
+    if (decimals > 0) {
+        *out++ = '.';
+        std::copy_n(text + 2, 4, out);
+    }
+    return out + decimals;
+}
+
 // Nearly all numbers of a scene lie between 1e-4 and 1e6. Multiplied by an exact power of ten their six
 // digits stand before the dot, with an error below 1e-9 from the one rounding. Only where that could turn the
 // last digit the answer is null, and the exact conversion must do it.
@@ -184,6 +203,20 @@ char* WriteRealText(char* out, double value) {
         std::to_chars(begin, begin + numberTextSize, value, std::chars_format::general, significantDigits)
             .ptr;
     return WidenExponent(begin, end);
+}
+
+// Below a hundred, four decimals are six digits at most, and the rounded number is nearer to them than to any
+// others: they are those of the whole number of ten-thousandths.
+char* WriteRoundedText(char* out, float value) {
+    const float scaled = value * roundedScale;
+    const float magnitude = std::abs(scaled);
+    if (!(magnitude < 999999)) {
+        return WriteRealText(out, std::copysign(std::floor(magnitude + 0.5F), scaled) / roundedScale);
+    }
+    if (scaled < 0) {
+        *out++ = '-';
+    }
+    return WriteTenThousandths(out, static_cast<std::uint32_t>(magnitude + 0.5F));
 }
 
 char* WriteIntegerText(char* out, std::int64_t value) {

@@ -14,6 +14,10 @@ inline constexpr std::size_t numberTextSize = 32;
 // As printf's "%g" with six significant digits, but with at least three digits in the exponent: 1e+006.
 // Infinities and NaN are "inf", "-inf", "nan", "-nan".
 char* WriteRealText(char* out, double value);
+// The same of the number rounded to four decimals, half away from 0; faster. A number that is no more finite
+// when it is multiplied by roundedScale is written as what the product is.
+inline constexpr float roundedScale = 10000;
+char* WriteRoundedText(char* out, float value);
 char* WriteIntegerText(char* out, std::int64_t value);
 // "0x" and lower-case digits without leading zeros.
 char* WriteHexText(char* out, std::uint32_t value);

@@ -60,6 +60,23 @@ TEST(RealText, IsThatOfTheLibraryForManyValues) {
     }
 }
 
+// Would catch: a sign, a zero or a dot too many, and the short way taken where it ends.
+TEST(RoundedText, IsThatOfTheRoundedNumber) {
+    const auto rounded = [](float value) {
+        char text[numberTextSize];
+        return std::string(text, WriteRoundedText(text, value));
+    };
+    for (int tick = -1010000; tick < 1010000; tick += 7) {
+        const float value = static_cast<float>(tick) / 10000;
+        ASSERT_EQ(rounded(value), RealText(double{value})) << tick;
+        ASSERT_EQ(rounded(value + (value < 0 ? -4e-5F : 4e-5F)), rounded(value)) << tick;
+    }
+    EXPECT_EQ(rounded(0.00005F), "0.0001");
+    EXPECT_EQ(rounded(-0.00004F), "-0");
+    EXPECT_EQ(rounded(-0.0F), "0");
+    EXPECT_EQ(rounded(1e20F), "1e+020");
+}
+
 TEST(IntegerText, HandlesTheEnds) {
     EXPECT_EQ(IntegerText(std::numeric_limits<std::int32_t>::min()), "-2147483648");
     char text[numberTextSize];

@@ -109,7 +109,20 @@ struct eWriter::eState {
     std::vector<std::int32_t> marks;
     eTextBuffer text;
 
-    char* StartToken(std::size_t room);
+    // Writes what is due in front of a token, and gives the place for it with so much room.
+    char* StartToken(std::size_t room) {
+        constexpr std::size_t kLineEnd = 2;
+        char* out = text.Room(room + kLineEnd + depth);
+        if (lineEndPending) {
+            return StartLine(out);
+        }
+        if (separatorPending) {
+            *out++ = ' ';
+            separatorPending = false;
+        }
+        return out;
+    }
+    char* StartLine(char* out);
     void EndToken(char* end) {
         text.EndAt(end);
         separatorPending = true;
@@ -117,21 +130,13 @@ struct eWriter::eState {
     bool TakeBackEmptyBlock();
 };
 
-// Writes what is due in front of a token, and gives the place for it with so much room.
-char* eWriter::eState::StartToken(std::size_t room) {
-    constexpr std::size_t kLineEnd = 2;
-    char* out = text.Room(room + kLineEnd + depth);
-    if (lineEndPending) {
-        if (text.Size() != 0) {
-            out = Append(out, "\r\n");
-        }
-        out = std::fill_n(out, depth, '\t');
-        lineEndPending = false;
-    } else if (separatorPending) {
-        *out++ = ' ';
+char* eWriter::eState::StartLine(char* out) {
+    if (text.Size() != 0) {
+        out = Append(out, "\r\n");
     }
+    lineEndPending = false;
     separatorPending = false;
-    return out;
+    return std::fill_n(out, depth, '\t');
 }
 
 // At the end of a block: if nothing was written since DropIfEmpty, the text is cut where the block began.
@@ -222,6 +227,14 @@ eWriter& eWriter::Real(float value) {
     Warn(__FILE__, __LINE__,
          (format("Saving invalid floating number %1%. It was truncated to 0") % RealText(value)).Text());
     return Word("0");
+}
+
+eWriter& eWriter::Rounded(float value) {
+    if (const float scaled = value * roundedScale; !std::isfinite(scaled)) {
+        return Real(scaled);
+    }
+    state->EndToken(WriteRoundedText(state->StartToken(numberTextSize), value));
+    return *this;
 }
 
 eWriter& eWriter::BlockBegin() {

@@ -43,6 +43,8 @@ public:
     eWriter& Integer(std::int32_t value);
     // Six significant digits (number_text.h). A NaN or an infinity warns and is written as 0.
     eWriter& Real(float value);
+    // The same of the number rounded to four decimals, half away from 0.
+    eWriter& Rounded(float value);
 
     eWriter& BlockBegin();
     eWriter& BlockEnd();

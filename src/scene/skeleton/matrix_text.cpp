@@ -33,16 +33,8 @@ void WriteAxes(xIo::xSdl::eWriter& writer, const host::Matrix3& matrix) {
 
 }  // namespace
 
-float RoundForText(float value) {
-    constexpr float kDecimals = 10000;
-    const float scaled = value * kDecimals;
-    return (scaled >= 0 ? std::floor(scaled + 0.5F) : std::ceil(scaled - 0.5F)) / kDecimals;
-}
-
 void WritePoint3(xIo::xSdl::eWriter& writer, const host::Point3& point) {
-    writer.Real(RoundForText(point.x)).Word("\t");
-    writer.Real(RoundForText(point.y)).Word("\t");
-    writer.Real(RoundForText(point.z));
+    writer.Rounded(point.x).Word("\t").Rounded(point.y).Word("\t").Rounded(point.z);
 }
 
 void WriteMatrix(Export& run, const host::Matrix3& matrix) {

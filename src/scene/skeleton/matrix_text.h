@@ -5,9 +5,6 @@
 
 class Export;
 
-// The number as the text files hold it: rounded to four decimals, half away from 0.
-float RoundForText(float value);
-
 // Three rounded numbers with a TAB between them.
 void WritePoint3(xIo::xSdl::eWriter& writer, const host::Point3& point);
 
