@@ -65,16 +65,19 @@ const host::Matrix3* eWorldMatrices::Find(const eNode& node, host::TimeValue tim
 
 host::Matrix3 eWorldMatrices::At(int node, host::TimeValue time) {
     const std::optional<int> frame = FrameInRange(time);
-    const eNode* up = node < 0 ? nullptr : &nodes[static_cast<std::size_t>(node)];
-    const host::Matrix3* known = up == nullptr ? nullptr : Find(*up, time, frame);
-    if (known != nullptr) {
-        return *known;
-    }
+    const host::Matrix3* known =
+        node < 0 ? nullptr : Find(nodes[static_cast<std::size_t>(node)], time, frame);
+    return known != nullptr ? *known : WorkOut(node, time, frame);
+}
+
+host::Matrix3 eWorldMatrices::WorkOut(int node, host::TimeValue time, std::optional<int> frame) {
     path.clear();
-    while (known == nullptr && up != nullptr) {
-        path.push_back(up->moving);
-        up = up->parent < 0 ? nullptr : &nodes[static_cast<std::size_t>(up->parent)];
-        known = up == nullptr ? nullptr : Find(*up, time, frame);
+    const host::Matrix3* known = nullptr;
+    for (int up = node; up >= 0 && known == nullptr;) {
+        const eNode& entry = nodes[static_cast<std::size_t>(up)];
+        path.push_back(entry.moving);
+        up = entry.parent;
+        known = up < 0 ? nullptr : Find(nodes[static_cast<std::size_t>(up)], time, frame);
     }
     host::Matrix3 world = known != nullptr ? *known : host::Matrix3();
     const double exactFrame = static_cast<double>(time) / frameTicks;

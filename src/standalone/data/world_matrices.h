@@ -58,6 +58,8 @@ private:
     // Where a time lies in the pages; nothing for a fraction of a frame or a frame outside the range.
     std::optional<int> FrameInRange(host::TimeValue time) const;
     const host::Matrix3* Find(const eNode& node, host::TimeValue time, std::optional<int> frame);
+    // A matrix that is not known, and those above it.
+    host::Matrix3 WorkOut(int node, host::TimeValue time, std::optional<int> frame);
     void Remember(int movingNode, host::TimeValue time, std::optional<int> frame,
                   const host::Matrix3& matrix);
     ePage& PageOf(int movingNode, int frame);
