@@ -74,8 +74,10 @@ std::vector<std::uint32_t> eGltfVertices::NumbersOf(std::size_t block) {
     eGltfVertexBlock& vertices = blocks[block];
     std::vector<std::uint32_t> numbers(vertices.countInFile, kUnused);
     for (const eGltfFaceGroup& group : groups) {
-        for (std::size_t i = 0; group.block == block && i < group.corners.size(); ++i) {
-            numbers[group.corners[i]] = kUsed;
+        if (group.block == block) {
+            for (const std::uint32_t corner : group.corners) {
+                numbers[corner] = kUsed;
+            }
         }
     }
     vertices.first = count;
