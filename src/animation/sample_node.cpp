@@ -54,9 +54,9 @@ bool TakeOutMirror(Export& run, const host::INode& node, Matrix3& m) {
     return false;
 }
 
-ePose PoseAt(const eSampler& sampler, host::TimeValue time) {
-    Matrix3 relative =
-        NoScale(sampler.node.GetNodeTM(time)) * Inverse(NoScale(sampler.parent.GetNodeTM(time)));
+// Of the node against its parent, both without scale.
+ePose PoseAt(const eSampler& sampler, const Matrix3& own, const Matrix3& parent) {
+    Matrix3 relative = own * Inverse(parent);
     relative.SetTrans(relative.GetTrans() * sampler.metresPerUnit);
     if (sampler.bone == 0) {
         relative = relative * sampler.run.mirrorMatrix;
@@ -124,17 +124,31 @@ void StoreSample(const eSampler& sampler, eExportFrameBone& entry, const ePose& 
     }
 }
 
-void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation) {
+// The parent's matrices, where it was sampled just before in the animation; else none.
+std::span<const Matrix3> KnownOfParent(const eSampler& sampler, std::size_t animation) {
+    const eLastSampled& last = sampler.run.motion->lastSampled;
+    return last.node == &sampler.parent ? std::span(last.matrices[animation]) : std::span<const Matrix3>();
+}
+
+// Gives the node's matrices without scale, by frame.
+std::vector<Matrix3> SampleAnimation(const eSampler& sampler, std::size_t number) {
+    const eExportAnimation& animation = sampler.run.motion->animations[number];
     Export& run = sampler.run;
     xIo::xSdl::eWriter& report = *run.texts->animWriter;
     const bool reverse = run.options.reverseAnimation;
     report.Word((format("-= Animation: %s, Node %s =-\n") % animation.name % sampler.node.GetName()).Text());
     const std::span<eExportFrame> frames = run.motion->frames.Of(animation);
+    const std::span<const Matrix3> ofParent = KnownOfParent(sampler, number);
+    std::vector<Matrix3> own;
+    own.reserve(frames.size());
     eCarried carried;
     for (int frame = animation.firstFrame; frame <= animation.lastFrame; ++frame) {
         const host::TimeValue time = host::TimeOfFrame(
             *run.host, reverse ? animation.lastFrame - (frame - animation.firstFrame) : frame);
-        const ePose pose = PoseAt(sampler, time);
+        own.push_back(NoScale(sampler.node.GetNodeTM(time)));
+        const ePose pose =
+            PoseAt(sampler, own.back(),
+                   ofParent.empty() ? NoScale(sampler.parent.GetNodeTM(time)) : ofParent[own.size() - 1]);
         const bool visible = sampler.node.GetVisibility(time) >= kVisible;
         const bool isEdge = frame == animation.firstFrame || frame == animation.lastFrame;
         const auto index = static_cast<std::size_t>(std::int64_t{frame} - animation.firstFrame);
@@ -144,6 +158,7 @@ void SampleAnimation(const eSampler& sampler, const eExportAnimation& animation)
             ReportFrame(report, frame, entry);
         }
     }
+    return own;
 }
 
 }  // namespace
@@ -157,12 +172,16 @@ void SampleNode(Export& run, host::INode& node) {
                            .parent = *ParentBone(node),
                            .bone = NodeIndex(node, nullptr),
                            .metresPerUnit = MasterScale(run)};
-    for (const eExportAnimation& animation : run.motion->animations) {
+    const std::vector<eExportAnimation>& animations = run.motion->animations;
+    std::vector<std::vector<Matrix3>> matrices(animations.size());
+    for (std::size_t number = 0; number < animations.size(); ++number) {
+        const eExportAnimation& animation = animations[number];
         if (animation.inRange && AnimationTouchesNode(run, node, animation.selection)) {
-            SampleAnimation(sampler, animation);
+            matrices[number] = SampleAnimation(sampler, number);
             if (eNodeNote* const note = NoteOf(run, node)) {
                 note->animations.push_back(animation.name);
             }
         }
     }
+    run.motion->lastSampled = {&node, std::move(matrices)};
 }

@@ -12,5 +12,5 @@ class Export;
 // a component, rotation by more than 0.00001 in a component of the quaternion. First and last frame of an
 // animation always hold everything.
 //
-// Two evaluations of the host per frame; memory only for the text.
+// At most two evaluations of the host per frame; memory for the text, and for the matrices of one node.
 void SampleNode(Export& run, host::INode& node);

@@ -19,6 +19,7 @@ void EmptySlots(Export& run) {
     run.model->bones.clear();
     run.model->bones.resize(static_cast<std::size_t>(run.model->boneCount));
     run.motion->frames = {};
+    run.motion->lastSampled = {};
     if (run.options.exportAnimation != 0) {
         run.motion->frames = eFrameTable(run.motion->animations, run.model->boneCount);
     }
