@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "base/bilingual.h"
@@ -11,7 +12,7 @@ struct BitmapInfo {
     std::string path;  // code page 1251
 };
 
-// A loaded picture. DeleteThis releases it.
+// A loaded picture. DeleteThis releases it: the host need not keep its pixels any longer.
 class Bitmap {
 public:
     virtual int Width() const = 0;
@@ -22,6 +23,11 @@ public:
 protected:
     virtual ~Bitmap() = default;
 };
+
+struct BitmapRelease {
+    void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
+};
+using BitmapHold = std::unique_ptr<Bitmap, BitmapRelease>;
 
 class BitmapManager {
 public:

@@ -157,4 +157,15 @@ TEST_F(Texmap, APictureThatCannotBeReadIsBlack) {
     bitmap->DeleteThis();
 }
 
+// Would catch a map that shows a picture which has been released, from memory that others have by then.
+TEST_F(Texmap, AReleasedPictureIsDecodedAnew) {
+    host::Texmap& map = Map(builder.Map(eBitmapMap{.file = "row.png"}));
+    host::Bitmap* bitmap = host->TheManager().Load({folder / "art/row.png"}, nullptr);
+    ExpectColor(At(map, 0.1F, 0.5F), 1, 0, 0);
+    folder.Write("art/Row.png", support::Png({1, 1, 3, {0, 0, 255}}));
+    ExpectColor(At(map, 0.1F, 0.5F), 1, 0, 0);
+    bitmap->DeleteThis();
+    ExpectColor(At(map, 0.1F, 0.5F), 0, 0, 1);
+}
+
 }  // namespace

@@ -31,7 +31,8 @@ constexpr int kDxt5Format = 3;
 
 // What is to be done for one slot.
 struct eTexturePlan {
-    std::string source;  // of a map with a file
+    std::string source;       // of a map with a file
+    host::BitmapHold loaded;  // of a map that is rebuilt: its picture, until the texture is made
     eTextureSource picture;
     int bitsPerPixel = 24;
 };
@@ -88,19 +89,18 @@ eFileRule RuleOfTimes(const std::string& source, const std::string& target) {
     return HasContent(target) ? eFileRule::UpToDate : eFileRule::TargetEmpty;
 }
 
-// Takes the size and the depth of the picture from its file; false if it can't be read.
+// Loads the picture and takes its size and depth; false if it can't be read.
 bool TakeBitmap(const eTextureRequest& request, const std::string& source, eTexturePlan& plan) {
     eBilingual problem;
-    host::Bitmap* bitmap = request.run.host->TheManager().Load({source}, &problem);
-    if (bitmap == nullptr) {
+    plan.loaded.reset(request.run.host->TheManager().Load({source}, &problem));
+    if (plan.loaded == nullptr) {
         request.Tell(eMessageId::TexturesUnreadable, source, problem);
         return false;
     }
     const eTextureRole& role = plan.picture.role;
-    plan.picture.width = bitmap->Width();
-    plan.picture.height = bitmap->Height();
-    plan.bitsPerPixel = (bitmap->HasAlpha() || role.isBump) && !role.isSpecular ? 32 : 24;
-    bitmap->DeleteThis();
+    plan.picture.width = plan.loaded->Width();
+    plan.picture.height = plan.loaded->Height();
+    plan.bitsPerPixel = (plan.loaded->HasAlpha() || role.isBump) && !role.isSpecular ? 32 : 24;
     return true;
 }
 
@@ -212,10 +212,10 @@ void TellSides(const eTextureRequest& request, const eTexturePlan& plan) {
 
 // A picture that DXT5 blocks can't hold leaves an empty file: the materials name it, and the engine takes its
 // own texture for it.
-void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, const eTextureRows& picture) {
-    const eTextureImage image =
-        plan.picture.role.isNormal ? NormalsFromPicture(picture) : NormalsFromHeights(picture);
+void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, const eTextureImage& normals) {
     std::vector<std::uint8_t> content;
+    constexpr std::size_t kHeaderAndSmallest = 256;
+    content.reserve(normals.pixels.size() / 3 + kHeaderAndSmallest);
     const auto append = [&content](const void* buffer, std::size_t byteCount, const eMipInfo*,
                                    std::intptr_t) {
         const auto* bytes = static_cast<const std::uint8_t*>(buffer);
@@ -225,9 +225,9 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
     CompressionOptions options;
     options.g_texture_format = kDxt5Format;
     options.rescaleFilter = 2;
-    const int result =
-        CompressImage(image.pixels.data(), static_cast<unsigned>(image.width),
-                      static_cast<unsigned>(image.height), image.width * 4, pixelLayoutBgra, options, append);
+    const int result = CompressImage(normals.pixels.data(), static_cast<unsigned>(normals.width),
+                                     static_cast<unsigned>(normals.height), normals.width * 4,
+                                     pixelLayoutBgra, options, append);
     if (result != compressDone) {
         content.clear();
         if (HasSize(plan)) {
@@ -237,13 +237,16 @@ void WriteNormalMap(const eTextureRequest& request, const eTexturePlan& plan, co
     xIo::WriteWholeFile(request.texture.file, content, request.Owner(), request.Sharing());
 }
 
-void MakeTexture(const eTextureRequest& request, const eTexturePlan& plan) {
+void MakeTexture(const eTextureRequest& request, eTexturePlan plan) {
     if (!HasSize(plan)) {
         request.Tell(eMessageId::TexturesNoSize, request.texture.file);
     }
     const eTextureRows picture = TextureRows(request.run, plan.picture, request.time);
     if (plan.picture.role.isBump) {
-        WriteNormalMap(request, plan, picture);
+        const eTextureImage normals =
+            plan.picture.role.isNormal ? NormalsFromPicture(picture) : NormalsFromHeights(picture);
+        plan.loaded.reset();
+        WriteNormalMap(request, plan, normals);
     } else {
         xIo::WriteWholeFile(request.texture.file, MakeBmp(picture, plan.bitsPerPixel), request.Owner(),
                             request.Sharing());
@@ -261,7 +264,7 @@ bool IsNewer(const std::string& source, const std::string& target) {
 void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* material, int width, int height,
                   host::TimeValue t) {
     const eTextureRequest request{.run = run, .texture = texture, .material = material, .time = t};
-    const std::optional<eTexturePlan> plan = PlanTexture(request, width, height);
+    std::optional<eTexturePlan> plan = PlanTexture(request, width, height);
     if (!plan) {
         return;
     }
@@ -271,6 +274,6 @@ void WriteTexture(Export& run, const eExportTexture& texture, host::Mtl* materia
     if (texture.isCopied) {
         xIo::CopyWholeFile(plan->source, texture.file, request.Owner(), request.Sharing());
     } else {
-        MakeTexture(request, *plan);
+        MakeTexture(request, std::move(*plan));
     }
 }

@@ -71,15 +71,24 @@ namespace {
 // What a caller holds of a picture in the store.
 class eLoadedBitmap : public host::Bitmap {
 public:
-    explicit eLoadedBitmap(const eImage& image)
-        : width(image.Width()), height(image.Height()), hasAlpha(image.HasAlpha()) {}
+    eLoadedBitmap(eImageStore& ownStore, const std::string& pictureFile, const eImage& image)
+        : store(ownStore),
+          diskPath(pictureFile),
+          width(image.Width()),
+          height(image.Height()),
+          hasAlpha(image.HasAlpha()) {}
 
     int Width() const override { return width; }
     int Height() const override { return height; }
     bool HasAlpha() const override { return hasAlpha; }
-    void DeleteThis() override { delete this; }
+    void DeleteThis() override {
+        store.Release(diskPath);
+        delete this;
+    }
 
 private:
+    eImageStore& store;
+    std::string diskPath;
     int width;
     int height;
     bool hasAlpha;
@@ -89,7 +98,12 @@ private:
 
 host::Bitmap* eImageStore::Load(const host::BitmapInfo& info, eBilingual* problem) {
     const eImage* image = Find({info.path}, problem);
-    return image != nullptr ? new eLoadedBitmap(*image) : nullptr;
+    return image != nullptr ? new eLoadedBitmap(*this, entries.front().diskPath, *image) : nullptr;
+}
+
+void eImageStore::Release(const std::string& diskPath) {
+    const auto dropped = entries.remove_if([&](const eEntry& entry) { return entry.diskPath == diskPath; });
+    generation += dropped != 0 ? 1 : 0;
 }
 
 }  // namespace standalone

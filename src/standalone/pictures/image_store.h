@@ -21,7 +21,7 @@ bool IsFile(const eImageFile& file);
 
 // The pictures of the scene, decoded when first asked for. Those that have not been asked for long make room
 // for others; the latest few stay whatever their size, so that maps which mix several pictures do not decode
-// them texel by texel.
+// them texel by texel. A loaded picture that is released goes at once: the next takes its place in memory.
 class eImageStore : public host::BitmapManager {
 public:
     // Null if the file can't be read as a picture; `problem`, if given, then says why. The
@@ -33,6 +33,7 @@ public:
     unsigned Generation() const { return generation; }
 
     host::Bitmap* Load(const host::BitmapInfo& info, eBilingual* problem) override;
+    void Release(const std::string& diskPath);
 
 private:
     struct eEntry {
