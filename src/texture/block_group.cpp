@@ -58,11 +58,10 @@ eByteLanes BlockRow(const ePixelImage& image, const eBlockPlace& place, std::siz
 
 }  // namespace
 
-eBlockGroup GatherBlocks(const ePixelImage& image, std::size_t firstBlock) {
-    const std::size_t lastBlock = BlocksAlong(image.width) * BlocksAlong(image.height) - 1;
+eBlockGroup GatherBlocks(const ePixelImage& image, std::span<const std::size_t> blocks) {
     std::array<eBlockPlace, groupBlocks> places;
     for (std::size_t lane = 0; lane < groupBlocks; lane++) {
-        places[lane] = PlaceOfBlock(image, std::min(firstBlock + lane, lastBlock));
+        places[lane] = PlaceOfBlock(image, blocks[std::min(lane, blocks.size() - 1)]);
     }
 
     eBlockGroup group;

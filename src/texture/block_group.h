@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "texture/lanes.h"
 
@@ -28,10 +29,10 @@ inline std::size_t BlocksAlong(unsigned pixels) {
     return (std::size_t{pixels} + 3) / 4;
 }
 
-// Reads the blocks firstBlock to firstBlock + 15, counted row after row. Where a block reaches over the
-// image's edge its own pixels are repeated, so that none of them weighs much more than another. Lanes behind
-// the last block repeat that block.
-eBlockGroup GatherBlocks(const ePixelImage& image, std::size_t firstBlock);
+// Reads up to sixteen blocks, at least one, by their numbers counted row after row. Where a block reaches
+// over the image's edge its own pixels are repeated, so that none of them weighs much more than another.
+// Lanes behind the last block repeat that block.
+eBlockGroup GatherBlocks(const ePixelImage& image, std::span<const std::size_t> blocks);
 
 // Lane n of byte plane b becomes byte b of word n.
 eGroupWords WordsOfPlanes(const std::array<eByteLanes, 8>& planes);

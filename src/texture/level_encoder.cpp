@@ -3,15 +3,21 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <vector>
 
 #include "texture/alpha_block.h"
 #include "texture/block_group.h"
 #include "texture/color_block.h"
+#include "texture/distinct_blocks.h"
 #include "texture/packed_pixels.h"
 
 namespace {
 
 using eBlockPixels = std::array<std::array<std::uint8_t, 4>, blockPixels>;
+
+std::size_t BlockBytes(eTexelCoding coding) {
+    return coding == eTexelCoding::Dxt1 ? 8 : 16;
+}
 
 // The alpha of DXT3: sixteen numbers of 4 bits, the first pixel lowest.
 eGroupWords EncodeCoarseAlpha(const eGroupChannel& values) {
@@ -37,25 +43,37 @@ eGroupWords EncodeFirstHalf(const eBlockGroup& group, eTexelCoding coding) {
     }
 }
 
+// Up to sixteen blocks, one behind the other.
+void EncodeGroup(const ePixelImage& image, std::span<const std::size_t> blocks, eTexelCoding coding,
+                 const eColorWeights& colorWeights, std::uint8_t* target) {
+    const std::size_t blockBytes = BlockBytes(coding);
+    const eBlockGroup group = GatherBlocks(image, blocks);
+    const eGroupWords last = coding == eTexelCoding::Ati2 ? EncodeAlphaBlocks(group.channels[1])
+                                                          : EncodeColorBlocks(group, colorWeights);
+    for (std::size_t lane = 0; lane < blocks.size(); lane++) {
+        std::memcpy(target + (lane + 1) * blockBytes - 8, &last[lane], 8);
+    }
+    if (blockBytes == 16) {
+        const eGroupWords start = EncodeFirstHalf(group, coding);
+        for (std::size_t lane = 0; lane < blocks.size(); lane++) {
+            std::memcpy(target + lane * blockBytes, &start[lane], 8);
+        }
+    }
+}
+
 void EncodeBlocks(const ePixelImage& image, eTexelCoding coding, const eColorWeights& colorWeights,
                   std::uint8_t* target) {
-    const std::size_t blockCount = BlocksAlong(image.width) * BlocksAlong(image.height);
-    const std::size_t blockBytes = coding == eTexelCoding::Dxt1 ? 8 : 16;
-    for (std::size_t first = 0; first < blockCount; first += groupBlocks) {
-        const eBlockGroup group = GatherBlocks(image, first);
-        const eGroupWords last = coding == eTexelCoding::Ati2 ? EncodeAlphaBlocks(group.channels[1])
-                                                              : EncodeColorBlocks(group, colorWeights);
-        const std::size_t count = std::min(groupBlocks, blockCount - first);
-        for (std::size_t lane = 0; lane < count; lane++) {
-            std::memcpy(target + (lane + 1) * blockBytes - 8, &last[lane], 8);
-        }
-        if (blockBytes == 16) {
-            const eGroupWords start = EncodeFirstHalf(group, coding);
-            for (std::size_t lane = 0; lane < count; lane++) {
-                std::memcpy(target + lane * blockBytes, &start[lane], 8);
-            }
-        }
-        target += count * blockBytes;
+    const std::size_t blockBytes = BlockBytes(coding);
+    const eDistinctBlocks distinct = FindDistinctBlocks(image);
+    std::vector<std::uint8_t> encoded(distinct.blocks.size() * blockBytes);
+    for (std::size_t first = 0; first < distinct.blocks.size(); first += groupBlocks) {
+        const std::size_t count = std::min(groupBlocks, distinct.blocks.size() - first);
+        EncodeGroup(image, std::span(distinct.blocks).subspan(first, count), coding, colorWeights,
+                    encoded.data() + first * blockBytes);
+    }
+    for (const std::size_t place : distinct.placeOf) {
+        std::memcpy(target, encoded.data() + place * blockBytes, blockBytes);
+        target += blockBytes;
     }
 }
 
@@ -107,7 +125,7 @@ ePixelImage DecodeBlocks(std::span<const std::uint8_t> bytes, eTexelCoding codin
                          unsigned height) {
     ePixelImage image;
     image.Resize(width, height);
-    const std::size_t blockBytes = coding == eTexelCoding::Dxt1 ? 8 : 16;
+    const std::size_t blockBytes = BlockBytes(coding);
     const std::uint8_t* block = bytes.data();
     for (std::size_t top = 0; top < height; top += 4) {
         for (std::size_t left = 0; left < width; left += 4) {
