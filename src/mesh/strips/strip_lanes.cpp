@@ -43,10 +43,3 @@ void eStripLanes::AddLane(eStripSide first) {
     }
     places.push_back({stop, vertex});
 }
-
-// The entry of the next face on the lane, if that face sees this one too.
-eStripSide eStripLanes::Next(eStripSide entered) const {
-    const eStripFace& face = faces[FaceOf(entered)];
-    const bool isMutual = (face.isMutual >> strip_entry::kOnward[EntryOf(entered)] & 1) != 0;
-    return isMutual ? Onward(face, entered) : noStripSide;
-}

@@ -38,12 +38,21 @@ private:
     static constexpr std::uint32_t notPlaced = ~std::uint32_t{0};
 
     // The ways through a face: an entry and its twin are one.
-    static std::size_t WayOf(eStripSide entered) { return EntryOf(entered) % 3; }
+    static std::size_t WayOf(eStripSide entered) {
+        constexpr std::array<std::uint8_t, kStripEntries> kWay = {0, 1, 2, 0, 1, 2};
+        return kWay[EntryOf(entered)];
+    }
 
     void AddOpenLanes();
     void AddClosedLanes();
     void AddLane(eStripSide first);
-    eStripSide Next(eStripSide entered) const;
+
+    // The entry of the next face on the lane, if that face sees this one too.
+    eStripSide Next(eStripSide entered) const {
+        const eStripFace& face = faces[FaceOf(entered)];
+        const bool isMutual = (face.isMutual >> strip_entry::kOnward[EntryOf(entered)] & 1) != 0;
+        return isMutual ? Onward(face, entered) : noStripSide;
+    }
 
     const std::vector<eStripFace>& faces;
     std::vector<ePlace> places;
