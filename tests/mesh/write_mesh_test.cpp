@@ -4,9 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <random>
+#include <set>
 
+#include "geometry/vertex_layout.h"
 #include "io/streams/stream_memory.h"
+#include "mesh/build/mesh_assembly.h"
+#include "mesh/build/weld.h"
 #include "mesh/mesh_run.h"
 #include "mesh/strips/mesh_order.h"
 
@@ -85,6 +90,74 @@ TEST(WriteMesh, TrianglesShareVerticesThatAgreeInEverything) {
     for (const int channel : {0, 1, 2}) {
         EXPECT_EQ(verticesWith([&](host::Mesh& mesh) { mesh.FindMap(channel)->faces[1] = {{1, 1, 1}}; }), 6U);
     }
+}
+
+// Where the corners of a triangle stand, from the lowest x on, for a mesh in the x-y plane.
+using eFlatTriangle = std::array<std::pair<float, float>, 3>;
+
+eFlatTriangle Flat(const host::Point3& a, const host::Point3& b, const host::Point3& c) {
+    eFlatTriangle triangle{{{a.x, a.y}, {b.x, b.y}, {c.x, c.y}}};
+    std::ranges::sort(triangle);
+    return triangle;
+}
+
+// What the weld makes of the corners of a soup when it is asked for each of them, without triangles that
+// degenerate or repeat.
+std::vector<eFlatTriangle> WeldedAnew(const eExportMesh& mesh) {
+    const eExportMeshFrame& frame = mesh.frames.front();
+    eVertexWeld weld(3 * mesh.faces.size(), frame.positions.size());
+    std::set<eTriangle> triangles;
+    for (std::size_t face = 0; face < mesh.faces.size(); ++face) {
+        eTriangle triangle{};
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            eExportVertex vertex;
+            vertex.position = frame.positions[mesh.faces[face].v[corner]];
+            vertex.normal = frame.cornerNormals[face][corner];
+            vertex.format = VF_POSITION | VF_NORMAL;
+            triangle[corner] = weld.FindOrAdd(vertex);
+        }
+        triangles.insert(triangle);
+    }
+    std::vector<eFlatTriangle> welded;
+    for (const auto& [a, b, c] : triangles) {
+        if (a != b && b != c && c != a) {
+            const std::vector<eExportVertex>& vertices = weld.Vertices();
+            welded.push_back(Flat(vertices[a].position, vertices[b].position, vertices[c].position));
+        }
+    }
+    return welded;
+}
+
+// Catches a corner that takes what another one at its position has become, where near vertices stand in rows
+// and the next search may end at another of them.
+TEST(WriteMesh, EachCornerIsLookedForAmongNearVertices) {
+    std::mt19937 random(7);
+    const auto upTo = [&](unsigned micrometres) {
+        return static_cast<float>(random() % micrometres) * 1e-6F;
+    };
+    host::Mesh mesh;
+    for (int i = 0; i < 120; ++i) {
+        mesh.verts.push_back({upTo(12000), upTo(2000), 0});
+    }
+    const auto any = [&] { return static_cast<std::uint32_t>(random() % 120); };
+    for (int i = 0; i < 900; ++i) {
+        mesh.faces.push_back({{any(), any(), any()}, 1, 0});
+    }
+    support::eSceneBuilder scene;
+    MeshNode(Model(scene), "hat", mesh);
+    eMeshRun run(scene);
+    const eFileMesh file = run.Mesh("hat");
+    std::vector<eFlatTriangle> written;
+    for (std::size_t i = 0; i < file.indices.size(); i += 3) {
+        const auto at = [&](std::size_t index) {
+            return file.Vertex(file.subMeshes[0], file.indices[index]).position;
+        };
+        written.push_back(Flat(at(i), at(i + 1), at(i + 2)));
+    }
+    std::vector<eFlatTriangle> expected = WeldedAnew(run.Faces("hat"));
+    std::ranges::sort(written);
+    std::ranges::sort(expected);
+    EXPECT_EQ(written, expected);
 }
 
 // Catches lost triangles that nobody tells, and an empty sub-mesh in the file.

@@ -141,15 +141,20 @@ private:
     // The welded vertex of a corner as it stands in the first frame.
     std::uint16_t NumberOf(const eFaceChannels& channels, std::size_t corner) {
         std::uint16_t& last = lastAt[channels.numbers[corner]];
-        if (last == eVertexWeld::kNone || !IsVertex(channels, corner, weld.Vertices()[last])) {
-            last = weld.FindOrAdd(MakeVertex(channels, corner, mesh.frames.front()));
+        if (last != eVertexWeld::kNone && IsVertex(channels, corner, weld.Vertices()[last])) {
+            return last;
         }
-        return last;
+        const eExportVertex vertex = MakeVertex(channels, corner, mesh.frames.front());
+        const std::uint16_t number = weld.FindOrAdd(vertex);
+        // A near vertex has another position or skin, and the same corner may become yet another one when it
+        // is looked for again.
+        last = AreSameBytes(weld.Vertices()[number], vertex) ? number : eVertexWeld::kNone;
+        return number;
     }
 
-    // Whether a corner is to the last bit the vertex that another one at its position has become. Five of six
-    // are, and need not be put together: the position's number stands for the skin too, and the subset for
-    // the format.
+    // Whether a corner is to the last bit the vertex that another one at its position was. Five of six are,
+    // and need not be put together: the position's number stands for the skin too, and the subset for the
+    // format.
     bool IsVertex(const eFaceChannels& channels, std::size_t corner, const eExportVertex& vertex) const {
         return vertex.subset == kind.blank.subset && vertex.smoothingGroup == channels.smoothingGroup &&
                vertex.color == channels.colors[corner] && AreSameBytes(vertex.uv0, channels.uv0[corner]) &&
@@ -229,7 +234,7 @@ private:
     const eExportMesh& mesh;
     bool lit;
     bool skinned;
-    std::vector<std::uint16_t> lastAt;  // by position: the vertex that the last corner there has become
+    std::vector<std::uint16_t> lastAt;  // by position: the vertex that the last corner there was
     eVertexWeld weld;
     eFaceKind kind;
     eMeshAssembly assembly;
