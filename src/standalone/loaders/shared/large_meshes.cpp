@@ -87,20 +87,22 @@ std::size_t MostWeldedVertices(const host::Mesh& mesh, const eFaces& faces) {
 
 // Where all tables number their corners as the mesh does, its vertices are as many as can be.
 bool AreNumberedAlike(const host::Mesh& mesh) {
-    const auto isAlike = [&](auto numbersOf) {
-        for (std::size_t face = 0; face < mesh.faces.size(); ++face) {
-            if (std::memcmp(numbersOf(face), mesh.faces[face].v, sizeof host::Face::v) != 0) {
-                return false;
-            }
+    const std::size_t count = mesh.faces.size();
+    const auto isAlike = [&](std::size_t corners, auto numbersOf) {
+        bool alike = corners == 3 * count;
+        for (std::size_t face = 0; face < count && alike; ++face) {
+            alike = std::memcmp(numbersOf(face), mesh.faces[face].v, sizeof host::Face::v) == 0;
         }
-        return true;
+        return alike;
     };
-    return std::ranges::all_of(mesh.maps,
-                               [&](const host::MapChannel& channel) {
-                                   return isAlike([&](std::size_t face) { return channel.faces[face].t; });
-                               }) &&
-           (!mesh.specifiedNormals ||
-            isAlike([&](std::size_t face) { return &mesh.specifiedNormals->faceNormals[3 * face]; }));
+    const auto isMapAlike = [&](const host::MapChannel& map) {
+        return isAlike(3 * map.faces.size(), [&](std::size_t face) { return map.faces[face].t; });
+    };
+    const auto areNormalsAlike = [&](const std::vector<std::int32_t>& normals) {
+        return isAlike(normals.size(), [&](std::size_t face) { return &normals[3 * face]; });
+    };
+    return std::ranges::all_of(mesh.maps, isMapAlike) &&
+           (!mesh.specifiedNormals || areNormalsAlike(mesh.specifiedNormals->faceNormals));
 }
 
 // At the first look, which is enough for most meshes.
