@@ -1,7 +1,8 @@
 #include "mesh/build/mesh_assembly.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <bit>
 
 #include "animation/model_motion.h"
 #include "geometry/vertex_layout.h"
@@ -17,7 +18,8 @@ namespace {
 
 template <class T>
 bool AreSameBytes(const T& a, const T& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    using eBytes = std::array<std::uint32_t, sizeof(T) / sizeof(std::uint32_t)>;
+    return std::bit_cast<eBytes>(a) == std::bit_cast<eBytes>(b);
 }
 
 class eMeshAssembler {

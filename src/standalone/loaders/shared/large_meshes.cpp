@@ -229,6 +229,7 @@ private:
             Utf8Words(ePhrase::SizeOfPieces, name, FaceCount(object), WeldedCount(object), made.size()),
             path);
         std::vector<int> children;
+        children.reserve(made.size());
         for (const int piece : made) {
             children.push_back(AddChild(static_cast<int>(node), piece, children.size() + 1));
         }
